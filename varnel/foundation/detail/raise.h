@@ -1,0 +1,64 @@
+// The one place where failures are raised, and the allocation patterns that end in one.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "varnel/foundation/error.h"
+#include "varnel/foundation/file.h"
+
+namespace varnel::detail {
+
+/// Throws the CErr3D of a failed operation.
+[[noreturn]] VARNEL_API void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation);
+
+/// Where an allocation happens, for the error that its failure raises.
+struct Origin {
+    CErr3DClass cls;
+    const char* operation;
+};
+
+/// Runs `allocate` and turns std::bad_alloc (and a size that no array can have) into `type`.
+template <class Allocate>
+auto AllocateOrRaise(CErr3DTypes type, Origin origin, Allocate&& allocate) {
+    try {
+        return std::forward<Allocate>(allocate)();
+    } catch (const std::bad_alloc&) {
+        Raise(type, origin.cls, origin.operation);
+    }
+}
+
+/// An array of `count` value-initialised elements. A negative or overflowing count and a failing
+/// allocation raise "Array New Error". A count of 0 gives an empty array.
+template <class T>
+std::unique_ptr<T[]> NewArray(long long count, Origin origin) {
+    constexpr auto most = std::numeric_limits<std::ptrdiff_t>::max() / static_cast<long long>(sizeof(T));
+    if (count < 0 || count > most) Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation);
+    return AllocateOrRaise(ERR3D_ARRAY_NEW, origin, [count] {
+        return std::make_unique<T[]>(static_cast<std::size_t>(count));
+    });
+}
+
+/// A new T; a failing allocation, its own or one inside its constructor, raises "Object New Error".
+template <class T, class... Args>
+std::unique_ptr<T> NewObject(Origin origin, Args&&... args) {
+    return AllocateOrRaise(ERR3D_OBJECT_NEW, origin,
+                           [&] { return std::make_unique<T>(std::forward<Args>(args)...); });
+}
+
+/// Runs `body(file)` of a Save or Load: nothing for a null file; a failing medium becomes "Disk I/O
+/// Error" of the class. `operation` is "Save" or "Load".
+template <class Body>
+void WithFile(HANDLE file, Origin origin, Body&& body) {
+    if (file == nullptr) return;
+    try {
+        std::forward<Body>(body)(*file);
+    } catch (const FileException&) {
+        Raise(ERR3D_DISK_IO, origin.cls, origin.operation);
+    }
+}
+
+}  // namespace varnel::detail

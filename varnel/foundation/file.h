@@ -1,0 +1,60 @@
+// An open file, as everything that saves or loads sees it.
+//
+// HANDLE is a pointer to one; a null HANDLE makes every Save and Load of the library do nothing.
+// Files on disk come from platform/files.h; a host can hand over its own kind.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+
+#include "varnel/foundation/export.h"
+
+namespace varnel {
+
+/// Raised by a File whose medium fails (full disk, broken pipe). Save and Load turn it into a
+/// CErr3D of type ERR3D_DISK_IO.
+class VARNEL_API FileException : public std::exception {
+   public:
+    const char* what() const noexcept override;
+};
+
+/// A sequence of bytes that is read or written from its start to its end.
+class VARNEL_API File {
+   public:
+    File() = default;
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    virtual ~File();
+
+    /// Reads up to `size` bytes and returns how many came; fewer only at the end of the file, which
+    /// is remembered. Throws FileException when the medium fails.
+    std::size_t Read(void* bytes, std::size_t size);
+
+    /// Writes all `size` bytes or throws FileException.
+    virtual void Write(const void* bytes, std::size_t size) = 0;
+
+    /// Bytes between here and the end; nothing may be allocated for more than that. A stream whose
+    /// length is unknown answers UINT64_MAX.
+    virtual std::uint64_t Remaining() const = 0;
+
+    /// Makes what was written final, throws FileException when that fails. A written file that is
+    /// destroyed without it leaves no trace where the medium allows that.
+    virtual void Commit() = 0;
+
+    /// Whether a read asked for more than the file had.
+    bool RanDry() const { return m_RanDry; }
+
+    /// Records that bytes were missing which a reader, knowing Remaining(), did not ask for.
+    void MarkDry() { m_RanDry = true; }
+
+   protected:
+    virtual std::size_t ReadSome(void* bytes, std::size_t size) = 0;
+
+   private:
+    bool m_RanDry = false;
+};
+
+using HANDLE = File*;
+
+}  // namespace varnel

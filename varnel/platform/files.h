@@ -1,0 +1,47 @@
+// Files on disk and in memory for everything that saves or loads.
+//
+// A regular file is written through a temporary file beside it, which takes its place (and its
+// permissions) when the writer commits; until then the old file stays as it was. What cannot be
+// replaced that way (a device, a pipe, a file in a folder that cannot be written) is written
+// directly. An input that is no regular file is read to its end when it is opened, so that its
+// length is known.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/types.h"
+
+namespace varnel {
+
+/// Opens an existing file for reading; null when that is not possible (missing, a folder, no
+/// permission).
+VARNEL_API std::unique_ptr<File> OpenInputFile(const CString& name);
+
+/// Creates a file, or prepares to replace the one that is there; null when that is not possible
+/// (missing folder, no permission, a read-only target). Nothing is final before File::Commit.
+VARNEL_API std::unique_ptr<File> OpenOutputFile(const CString& name);
+
+/// A file that lives in memory: written at its end, read from its start.
+class VARNEL_API MemoryFile : public File {
+   public:
+    MemoryFile() = default;
+    explicit MemoryFile(std::vector<BYTE> bytes) : m_Bytes(std::move(bytes)) {}
+
+    const std::vector<BYTE>& GetBytes() const { return m_Bytes; }
+
+    void Write(const void* bytes, std::size_t size) override;
+    std::uint64_t Remaining() const override { return m_Bytes.size() - m_Position; }
+    void Commit() override {}
+
+   protected:
+    std::size_t ReadSome(void* bytes, std::size_t size) override;
+
+   private:
+    std::vector<BYTE> m_Bytes;
+    std::size_t m_Position = 0;
+};
+
+}  // namespace varnel

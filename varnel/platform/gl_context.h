@@ -1,0 +1,62 @@
+// The OpenGL context: EGL on any driver, with or without a display server, drawing off screen.
+//
+// A context draws into a framebuffer of the size of the bitmap that is selected into the device
+// context it was made for; ReadBack brings the bitmap up to date. Nothing here is called by hosts.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "varnel/foundation/export.h"
+#include "varnel/platform/device_context.h"
+
+namespace varnel {
+
+class VARNEL_API GLContext {
+   public:
+    /// A context for the selected bitmap of `target`, made current. Null when no driver gives a
+    /// desktop compatibility context with a complete framebuffer of that size; then `why` says in
+    /// one line what was tried and what each attempt answered.
+    static std::unique_ptr<GLContext> Create(const CDC& target, std::string& why);
+
+    virtual ~GLContext();
+
+    /// Makes this the thread's context, with its framebuffer bound. False when that fails.
+    virtual bool MakeCurrent() = 0;
+    static void MakeNonCurrent();
+
+    /// The context of this library that is current on the thread, null when none is (any more).
+    static GLContext* Current();
+
+    /// Waits for drawing to end and writes the framebuffer into the bitmap: every pixel, in the
+    /// bitmap's own format and row order.
+    virtual void ReadBack() = 0;
+
+    /// Asks for multisampling (0: none). The nearest number that the driver has is used; where it
+    /// has none, everything is drawn larger and averaged. The framebuffer's content is lost.
+    virtual void SetSamples(int samples) = 0;
+    virtual int GetSamples() const = 0;
+
+    /// Framebuffer pixels per bitmap pixel in each direction: 1, or more where drawing larger
+    /// stands in for multisampling. Viewports, line widths and stipple factors are multiplied by it.
+    virtual int PixelScale() const = 0;
+
+    /// Keeps the context that the host had current on this thread and gives it back at the end of
+    /// the scope. Without one, what is current at the end stays current.
+    class HostContextGuard;
+};
+
+/// See GLContext::HostContextGuard.
+class VARNEL_API GLContext::HostContextGuard {
+   public:
+    HostContextGuard();
+    ~HostContextGuard();
+    HostContextGuard(const HostContextGuard&) = delete;
+    HostContextGuard& operator=(const HostContextGuard&) = delete;
+
+   private:
+    struct State;
+    std::unique_ptr<State> m_State;
+};
+
+}  // namespace varnel
