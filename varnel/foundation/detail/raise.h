@@ -49,6 +49,13 @@ std::unique_ptr<T> NewObject(Origin origin, Args&&... args) {
                            [&] { return std::make_unique<T>(std::forward<Args>(args)...); });
 }
 
+/// Raises `type` unless `object` is a live object of its class: not null and with its signature.
+template <class T>
+void Require(const T* object, CErr3DTypes type, Origin origin) {
+    if (object == nullptr || object->GetSignature() != T::kSignature)
+        Raise(type, origin.cls, origin.operation);
+}
+
 /// Runs `body(file)` of a Save or Load: nothing for a null file; a failing medium becomes "Disk I/O
 /// Error" of the class. `operation` is "Save" or "Load".
 template <class Body>

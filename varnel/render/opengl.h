@@ -1,0 +1,367 @@
+// COpenGL: the one object through which the library talks to OpenGL.
+//
+// A chart view owns one. It renders into the view's off-screen image, never into a window. Vertices
+// are given in the coordinates of the current model-view matrix; the projection is the identity, so
+// that matrix leads straight to normalized device coordinates: x right, y up, near = -1, the viewer
+// on the side of negative z. Widths are in pixels of the image.
+//
+// Vertices are taken to normalized device coordinates in double precision here, not by OpenGL in
+// floats, so that data far from the origin (time stamps, say) do not jitter. Between the start and
+// the end of one object's drawing (CollectScope) primitives are collected and handed over in few
+// large calls, fills before the lines on them; outside of it each primitive is drawn at once.
+#pragma once
+
+#include <memory>
+
+#include "varnel/chart/object_list.h"
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/points.h"
+#include "varnel/foundation/types.h"
+#include "varnel/foundation/viewports.h"
+#include "varnel/platform/device_context.h"
+
+namespace varnel {
+
+class CDIBSection;
+class CFont3D;
+
+namespace detail {
+class Renderer;
+}
+
+/// The code of the ambient colour of the whole scene among the light components; the others are
+/// OpenGL's own: 4608 ambient, 4609 diffuse, 4610 specular, 4611 position.
+inline constexpr int LIGHT_MODEL_AMBIENT = 12345;
+
+class VARNEL_API COpenGL {
+   public:
+    static constexpr int kSignature = 1717;
+
+    // --- Construction and lifetime -----------------------------------------------------------
+
+    /// A context that renders into `pDIB`, current on this thread, with one font. `pDC` is the
+    /// device whose colour depth is used; neither is owned and both must outlive Close(). Raises
+    /// "Pixel Format Error" ("InitContext") when no driver gives a usable context; the notice
+    /// channel is told what was tried.
+    COpenGL(CDC* pDC, CDIBSection* pDIB);
+
+    /// Deletes the fonts; calls no OpenGL once Close() was called.
+    ~COpenGL();
+    COpenGL(const COpenGL&) = delete;
+    COpenGL& operator=(const COpenGL&) = delete;
+
+    int GetSignature() const { return m_Magic; }
+
+    /// Gives every attribute its default, creates the context and the first font.
+    void SetOpenGLDefaults();
+    /// Creates the context and its fixed state.
+    void InitContext();
+    /// Chooses and sets the pixel format of the image's device context.
+    BOOL bSetupPixelFormat();
+    /// Ends the context; drawing operations do nothing afterwards.
+    void Close();
+
+    /// Makes this context the thread's current one. Every operation below that reaches OpenGL does
+    /// so by itself.
+    void MakeCurrent();
+    void MakeNonCurrent();
+    /// Ends the drawing of a picture: OpenGL is told to get on with it. There is one buffer only.
+    void ExchangeBuffers();
+    /// Waits for OpenGL and brings the image's memory up to date.
+    void ReadBack();
+
+    /// The memory device context of the image; not owned by the caller.
+    CDC* GetClientDC() const { return m_pClientDC; }
+    CDIBSection* GetDIBSection() const { return m_pDIBSection; }
+
+    // --- Frame and state ---------------------------------------------------------------------
+
+    /// Sets the colour that Clear uses; its alpha is always 0, whatever `a` is.
+    void SetClearColor(double r, double g, double b, double a);
+    /// Clears the buffers of an OpenGL mask (16384 colour, 256 depth, 16640 both) inside the
+    /// viewport.
+    void Clear(int mask);
+
+    /// 0: flat colours; anything else: lit. Takes effect at once.
+    void SetColorMode(int mode);
+    int GetColorMode() const { return m_ColorMode; }
+
+    /// Sets the viewport, in pixels from the lower left, and confines drawing to it.
+    void SetViewport(const GLViewportType& viewport);
+    /// The viewport that OpenGL has.
+    void GetViewport(GLViewportType& viewport);
+    void SetOutputViewport(const GLViewportType& viewport) { m_OutputViewport = viewport; }
+    void GetOutputViewport(GLViewportType& viewport) const { viewport = m_OutputViewport; }
+
+    /// Sets the six planes of the clip box in the coordinates of the current matrix. p1 is the lower
+    /// corner when p1.x <= p2.x, else the upper one: x alone decides for all three axes. Each plane
+    /// is moved by 0.00123456 of the box's extent: a little inward at the low side, so that what lies
+    /// exactly on the minimum is cut, and outward at the high side.
+    void SetClipLimits(const point3Dtype& p1, const point3Dtype& p2);
+    void EnableClipping(BOOL on);
+
+    /// Samples a pixel for antialiasing: 0 (none, the default) or what the driver has that is
+    /// nearest. Changing it loses the picture drawn so far.
+    void SetSamples(int samples);
+    int GetSamples() const;
+
+    /// Whether fills that get a frame are pushed back a little, so that the frame is seen whole
+    /// (the default).
+    void SetFrameOffset(BOOL on);
+    BOOL GetFrameOffset() const;
+
+    /// Whether PolyFillAbs3D outlines each polygon in the frame colour. Default 0.
+    void SetFrameFilled(BOOL on) { m_FrameFilled = on; }
+    BOOL GetFrameFilled() const { return m_FrameFilled; }
+
+    /// Draws what was collected and gives OpenGL the matrix and state that this object holds. Call
+    /// it before OpenGL calls of your own, and again after calls that changed the matrix.
+    void SyncState();
+
+    // --- Matrices: operations on the model-view matrix, column-major as in OpenGL ------------
+
+    void LoadIdentity();
+    void PushMatrix();
+    /// Does nothing when there is nothing to pop.
+    void PopMatrix();
+    /// Replaces the matrix by 16 doubles; null does nothing.
+    void LoadMatrixTransform(const double* m);
+    void Translate3D(double x, double y, double z);
+    void Scale3D(double x, double y, double z);
+    /// Rotates about x (axis 0), y (1) or z (2); any other axis does nothing.
+    void Rotate3D(double degrees, int axis);
+    /// Copies the 16 doubles of the matrix out, in double precision.
+    void GetModelView(double m[16]) const;
+
+    // --- Light: one directional light --------------------------------------------------------
+
+    /// Stores a light component; codes other than 4608, 4609, 4610 and LIGHT_MODEL_AMBIENT are
+    /// ignored. LoadLight sends it.
+    void SetLightComponent(int which, const RGBDType& c);
+    /// The stored component, (0, 0, 0, 0) for other codes.
+    RGBDType GetLightComponent(int which) const;
+    /// Stores the direction of the light in chart axes (z up): sent as (x, z, -y).
+    void SetLightPosition(const point3Dtype& p);
+    /// Sends a component to OpenGL: 4608 both ambient colours, 4609, 4610, 4611 the position, seen
+    /// through the current matrix.
+    void LoadLight(int which);
+    /// Enables an OpenGL capability.
+    void EnableLight(int cap);
+
+    // --- Colour by value: a one-dimensional texture ------------------------------------------
+
+    /// Which coordinate of a vertex drives the texture: 0 x, 1 y, 3 the value w, anything else z. A
+    /// mode of 0 or more also sets the texture's parameters: nearest colour, repeated beyond its
+    /// ends, replacing the lit colour.
+    void SetTextureMode(int mode);
+    void EnableTexture(BOOL on);
+    /// The first n colours become the texture, the last one repeated up to a power of two (at least
+    /// 2). Values from min are mapped onto it; the maximum used is max * size / n. A number outside
+    /// 1..256 or a null array changes nothing.
+    void SetTextureColorArray(const RGBDType* colors, double min, double max, int n);
+    /// A grey ramp of 256 entries with the alpha of a run of colours from c1 to c2 in bands of
+    /// `step` entries. A step below 1 changes nothing.
+    void SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, double min, double max,
+                                  int step);
+    /// Copies the 256 entries of the texture out.
+    void CopyTextureArray(RGBDType* out) const;
+    /// w = (coordinate - offset) * scale for each point; axis 0 x, 1 y, 2 z, any other leaves w.
+    void CopyXYorZtoV(point3Dtype* pts, double scale, double offset, int axis, int n);
+
+    // --- Palette of an 8-bit target ----------------------------------------------------------
+
+    void InitPaletteConstants();
+    /// The byte of the `bits`-wide component (1, 2 or 3) at `shift` of a palette index; 0 for other
+    /// widths.
+    BYTE ComponentFromIndex(int index, unsigned bits, unsigned shift) const;
+    /// Builds and selects the palette, where the pixel format needs one.
+    void CreateRGBPalette();
+    /// Fills the first n entries (at most 256) for a pixel format.
+    void CreateLogPalette(const PIXELFORMATDESCRIPTOR* pfd, LOGPALETTE* pal, int n) const;
+
+    // --- Fonts: one at a time ----------------------------------------------------------------
+
+    /// Replaces the font by a new one and returns the number of fonts, 1. Pointers to the old font
+    /// are invalid afterwards.
+    int NewFont3D();
+    /// Registers a face with the current font, see CFont3D::RegisterFont; non-zero on success.
+    int RegisterFont(const CString& name, double size, int weight, int italic, int numChars);
+    int RegisterFont(const CString& name, double size, int weight, int italic, int underline,
+                     int numChars);
+    void SetCurrentFont(int index) { m_CurrentFont = index; }
+    int GetCurrentFont() const { return m_CurrentFont; }
+    /// The current font, null when the index set names none.
+    CFont3D* GetFont() const { return m_FontList.GetAt(m_CurrentFont); }
+    void SetFontScaleFactor(double factor);
+    double GetFontScaleFactor() const;
+
+    // --- Style -------------------------------------------------------------------------------
+
+    void SetLineColor3D(const RGBDType& c) { m_LineColor = c; }
+    RGBDType GetLineColor3D() const { return m_LineColor; }
+    /// Style 0..15 of the stipple table (others draw solid), width in pixels, colour.
+    void SetLineStyle3D(int style, double width, const RGBDType& color);
+    void SetLineStyle(int style) { m_LineStyle = style; }
+    int GetLineStyle() const { return m_LineStyle; }
+    /// How often each bit of a stipple pattern is repeated, 1..256. Default 1.
+    void SetLineStyleFactor(int factor) { m_LineStyleFactor = factor; }
+    int GetLineStyleFactor() const { return m_LineStyleFactor; }
+    /// A width of 0 or less keeps the width of the line drawn before.
+    void SetLineWidth3D(double width) { m_LineWidth = static_cast<float>(width); }
+    double GetLineWidth3D() const { return static_cast<double>(m_LineWidth); }
+    /// Stores the normal of lines; when `absolute`, its components without their signs.
+    void SetLineNormal(const point3Dtype& n, BOOL absolute);
+    point3Dtype GetLineNormal() const { return m_LineNormal; }
+    /// Stores the fill, second and frame colours and, in colour modes 0 and 1, makes `fill` the
+    /// current colour.
+    void SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const RGBDType& frame);
+    RGBDType GetFillColor() const { return m_FillColor; }
+    RGBDType GetFillColor2() const { return m_FillColor2; }
+    RGBDType GetFrameColor() const { return m_FrameColor; }
+    /// Makes a colour the current one, whatever the colour mode.
+    void SetCurrentColor(const RGBDType& color) { m_CurrentColor = color; }
+
+    // --- Lines -------------------------------------------------------------------------------
+
+    /// One segment in the line style.
+    void LineAbs3D(const point3Dtype& p1, const point3Dtype& p2);
+    /// A polyline: one Start, any number of Appends, one End. Each vertex has the colour that is
+    /// current when it is given, so that a fill style set between changes it. Anything else drawn
+    /// before the End drops the polyline.
+    void StartLineAbs3D(const point3Dtype& p);
+    void AppendLineAbs3D(const point3Dtype& p);
+    void EndLineAbs3D(const point3Dtype& p);
+
+    // --- Polygons: n points, the first usually repeated at the end ----------------------------
+
+    /// The outline, closed, solid, in the line colour.
+    void PolyAbs3D(const point3Dtype* pts, int n);
+    /// Filled in the fill colour with the normal of its first three points, and framed when
+    /// SetFrameFilled is on. Fewer than three points, a null array or a coordinate that is not
+    /// finite draws nothing.
+    void PolyFillAbs3D(const point3Dtype* pts, int n);
+    /// An open polyline, solid, in the frame colour.
+    void Frame3D(const point3Dtype* pts, int n);
+
+    // --- Solids ------------------------------------------------------------------------------
+    // A hexahedron has corners 0..3 at the bottom and 4..7 above them. A hexahedron given inside out
+    // is drawn with its faces turned outward.
+
+    /// Draws the faces whose flags are set, in the order of the faces' table: flag 0 (0 3 7 4),
+    /// 5 (1 5 6 2), 1 (0 4 5 1), 2 (3 2 6 7), 3 (0 1 2 3), 4 (4 7 6 5).
+    void DrawSolidObject3D(const point3Dtype* corners, const RGBDType& fill, const RGBDType& frame,
+                           const int* faceFlags);
+    /// `count` hexahedra that share layers of four corners, 4 * count + 4 corners in all.
+    void DrawComplexObject3D(const point3Dtype* corners, int count, const RGBDType& fill,
+                             const RGBDType& frame);
+    /// A box of w x h x d (along x, y, z) about the origin.
+    void DrawCubeSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                               const RGBDType& frame, const int* faceFlags);
+    void DrawCube(double size, const RGBDType& fill, const RGBDType& frame);
+    /// A box with the corner (x, y, z) and the extents dx, dy, dz, which may be negative.
+    void DrawPrism3D(double x, double y, double z, double dx, double dy, double dz,
+                     const RGBDType& fill, const RGBDType& frame);
+    /// A rectangle of w x h in the plane z = 0 about the origin; d is not used.
+    void DrawSimpleZPlane(double w, double h, double d, const RGBDType& fill,
+                          const RGBDType& frame);
+    // Symbols of w x h x d about the origin.
+    void DrawDiamondSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                                  const RGBDType& frame);
+    void DrawPyramidSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                                  const RGBDType& frame);
+    void DrawPlusSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                               const RGBDType& frame);
+    void DrawArrowSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                                const RGBDType& frame);
+    void DrawHourglassSolidObject3D(double w, double h, double d, const RGBDType& fill,
+                                    const RGBDType& frame);
+    /// One of the shapes 1..10 of solids/aux_shapes.h, solid in the fill colour or as wire in the
+    /// line colour; other codes draw nothing. After a wire shape the colour mode is 0.
+    void DrawAuxObject(int shape, int solid, const point3Dtype& size);
+
+    /// The normal of planes 0, 3 (0, 0, 1), 1, 4 (0, 1, 0) and 2, 5 (1, 0, 0); numbers repeat every
+    /// three, negative ones give (0, 0, 0) unless they are multiples of 3. w is left alone.
+    void GetAxesPlaneNormal(int plane, point3Dtype& normal) const;
+
+    /// The stipple pattern of a style; solid outside 0..15.
+    WORD GetLineStipple(int style) const;
+
+   private:
+    friend class CollectScope;
+
+    void BeginCollect();
+    void EndCollect();
+    void FinishPrimitive();
+    bool Ready();
+    void DropOpenLine();
+    void MatrixChanged();
+    void UseLineWidth();
+    void SetupLine();
+    void Fill(const point3Dtype* pts, int n);
+    void DrawBox(double x0, double y0, double z0, double x1, double y1, double z1,
+                 const RGBDType& fill, const RGBDType& frame);
+    void FillLogPalette(const PIXELFORMATDESCRIPTOR& pfd, LOGPALETTE& pal, int n) const;
+    void UploadTexture(int size);
+
+    RGBDType m_FillColor;
+    RGBDType m_FillColor2;
+    RGBDType m_FrameColor;
+    RGBDType m_LineColor;
+    RGBDType m_CurrentColor;
+    int m_FillMode;
+    int m_LineStyle;
+    int m_TextureMode;
+    BOOL m_TextureEnabled;
+    BOOL m_FrameFilled;
+    float m_LineWidth;
+    int m_ColorMode;
+    int m_SavedColorMode = 0;
+    BYTE m_TextureArray[256][4] = {};
+    double m_TextureMin = 0.0;
+    double m_TextureMax = 1.0;
+    double m_TextureScale = 1.0;
+    double m_TextureOffset = 0.0;
+    point3Dtype m_LineNormal;
+    RGBFType m_LightModelAmbient;
+    RGBFType m_LightAmbient;
+    RGBFType m_LightDiffuse;
+    RGBFType m_LightSpecular;
+    float m_LightPosition[4];
+    RGBFType m_MaterialColor1;
+    RGBFType m_MaterialColor2;
+    WORD m_LineStipple[16];
+    int m_LineStyleFactor;
+    BYTE m_ThreeBitRamp[8];
+    BYTE m_TwoBitRamp[4];
+    BYTE m_OneBitRamp[2];
+    int m_DefaultOverride[13];
+    PALETTEENTRY m_DefaultPalEntry[20];
+    HPALETTE m_Palette;
+    GLViewportType m_Viewport;
+    GLViewportType m_OutputViewport;
+    float m_ViewDistance = 2.5F;
+    ObjectList<CFont3D> m_FontList;
+    int m_CurrentFont = 0;
+    int m_FontCount = 0;
+    int m_Reserved = 0;
+    CDC* m_pDC;
+    CDC* m_pClientDC;
+    CDIBSection* m_pDIBSection;
+    std::unique_ptr<detail::Renderer> m_Renderer;
+    int m_Magic = kSignature;
+};
+
+/// Collects the primitives drawn during its life and draws them at its end.
+class VARNEL_API CollectScope {
+   public:
+    explicit CollectScope(COpenGL& gl) : m_GL(gl) { gl.BeginCollect(); }
+    ~CollectScope() { m_GL.EndCollect(); }
+    CollectScope(const CollectScope&) = delete;
+    CollectScope& operator=(const CollectScope&) = delete;
+
+   private:
+    COpenGL& m_GL;
+};
+
+}  // namespace varnel
