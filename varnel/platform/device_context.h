@@ -1,7 +1,7 @@
 // Device contexts: what can be drawn to (memory, a window, a printed page), with its capabilities.
 //
-// CDC is a cheap handle; copies refer to one device, which lives as long as any of them. Coordinates
-// are device pixels from the upper left corner.
+// CDC is a cheap handle; copies refer to one device, which lives as long as any of them.
+// Coordinates are device pixels from the upper left corner.
 #pragma once
 
 #include <memory>
@@ -49,7 +49,7 @@ inline constexpr DWORD PFD_NEED_PALETTE = 0x80;
 
 /// A device. Implementations: memory, in-memory window; platform/ adds real windows and printers.
 class VARNEL_API DeviceContext {
-   public:
+ public:
     DeviceContext() = default;
     DeviceContext(const DeviceContext&) = delete;
     DeviceContext& operator=(const DeviceContext&) = delete;
@@ -63,8 +63,17 @@ class VARNEL_API DeviceContext {
     virtual bool Put(int x, int y, int width, int height, const Bitmap& source, int sourceX,
                      int sourceY) = 0;
 
-    /// Scales `sourceRect` of `source` (nearest colour) onto `target`. False where not possible.
+    /// Scales `sourceRect` of `source` (the pixel nearest to each target pixel's centre) onto
+    /// `target`. False for empty or reversed rectangles, for a sourceRect that is not wholly inside
+    /// the source, and where the device cannot be drawn to.
     virtual bool Stretch(const RECT& target, const Bitmap& source, const RECT& sourceRect);
+
+    /// Makes the selected palette (null: the device's own) the colours of a palette device. Nothing
+    /// by default.
+    virtual void MapPalette();
+
+    /// Whether bitmaps can be selected into the device: memory devices alone.
+    virtual bool TakesBitmaps() const;
 
     HBITMAP bitmap;    ///< what is selected; only memory devices have one
     HPALETTE palette;  ///< what is selected, null for the default palette
@@ -73,7 +82,7 @@ class VARNEL_API DeviceContext {
 
 /// A handle to a device context.
 class VARNEL_API CDC {
-   public:
+ public:
     CDC() = default;
     explicit CDC(std::shared_ptr<DeviceContext> device) : m_Device(std::move(device)) {}
 
@@ -90,36 +99,41 @@ class VARNEL_API CDC {
     /// The value of a DeviceCap, 0 without a device.
     int GetDeviceCaps(int code) const;
 
-    /// Selects a bitmap into a memory device context and returns the one before it.
+    /// Selects a bitmap (null: none) into a memory device context and returns the one before it.
+    /// Other devices take none.
     HBITMAP SelectObject(const HBITMAP& bitmap);
     HBITMAP GetBitmap() const;
 
     /// Selects a palette (null: the default one) and returns the one before it.
     HPALETTE SelectPalette(const HPALETTE& palette, BOOL background);
-    /// Maps the selected palette onto the device; returns its number of entries.
+    /// Maps the selected palette onto an 8-bit device; returns its number of entries, 0 for the
+    /// default palette and on devices of other depths.
     unsigned int RealizePalette();
 
     /// Copies `count` entries from `first` of the selected bitmap's colour table; returns how many
-    /// there were.
+    /// there were. Only bitmaps of 8 bits have a table.
     unsigned int GetDIBColorTable(unsigned int first, unsigned int count, RGBQUAD* out) const;
     unsigned int SetDIBColorTable(unsigned int first, unsigned int count, const RGBQUAD* in);
 
-    /// Copies pixels of source's selected bitmap. False when either side cannot.
+    /// Copies pixels of source's selected bitmap, converting between depths; what lies outside
+    /// either side is left out. False when either side cannot.
     BOOL BitBlt(int x, int y, int width, int height, const CDC& source, int sourceX, int sourceY);
 
     /// Scales part of a bitmap onto part of the device, nearest colour.
     BOOL StretchDIBits(const RECT& target, const Bitmap& source, const RECT& sourceRect);
 
-    /// The pixel format that suits `wanted` (by its colour bits: 8, 16, 24 or 32), 0 when none does.
+    /// The pixel format that suits `wanted` (by its colour bits: 8, 16, 24 or 32), 0 when none
+    /// does.
     static int ChoosePixelFormat(const PIXELFORMATDESCRIPTOR& wanted);
     /// Fills in the properties of a format. False for a number that ChoosePixelFormat never gives.
     static BOOL DescribePixelFormat(int format, PIXELFORMATDESCRIPTOR* out);
-    /// Sets the format, once and for all. False without a device or for an unknown format.
+    /// Sets the format, once and for all. False without a device, for an unknown format, and for
+    /// another format than the one that is set.
     BOOL SetPixelFormat(int format);
     /// The format set, 0 for none.
     int GetPixelFormat() const;
 
-   private:
+ private:
     std::shared_ptr<DeviceContext> m_Device;
 };
 

@@ -26,7 +26,7 @@ VARNEL_API std::unique_ptr<File> OpenOutputFile(const CString& name);
 
 /// A file that lives in memory: written at its end, read from its start.
 class VARNEL_API MemoryFile : public File {
-   public:
+ public:
     MemoryFile() = default;
     explicit MemoryFile(std::vector<BYTE> bytes) : m_Bytes(std::move(bytes)) {}
 
@@ -36,10 +36,10 @@ class VARNEL_API MemoryFile : public File {
     std::uint64_t Remaining() const override { return m_Bytes.size() - m_Position; }
     void Commit() override {}
 
-   protected:
+ protected:
     std::size_t ReadSome(void* bytes, std::size_t size) override;
 
-   private:
+ private:
     std::vector<BYTE> m_Bytes;
     std::size_t m_Position = 0;
 };

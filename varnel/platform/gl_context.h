@@ -13,7 +13,7 @@
 namespace varnel {
 
 class VARNEL_API GLContext {
-   public:
+ public:
     /// A context for the selected bitmap of `target`, made current. Null when no driver gives a
     /// desktop compatibility context with a complete framebuffer of that size; then `why` says in
     /// one line what was tried and what each attempt answered.
@@ -38,7 +38,8 @@ class VARNEL_API GLContext {
     virtual int GetSamples() const = 0;
 
     /// Framebuffer pixels per bitmap pixel in each direction: 1, or more where drawing larger
-    /// stands in for multisampling. Viewports, line widths and stipple factors are multiplied by it.
+    /// stands in for multisampling. Viewports, line widths and stipple factors are multiplied by
+    /// it.
     virtual int PixelScale() const = 0;
 
     /// Keeps the context that the host had current on this thread and gives it back at the end of
@@ -48,13 +49,13 @@ class VARNEL_API GLContext {
 
 /// See GLContext::HostContextGuard.
 class VARNEL_API GLContext::HostContextGuard {
-   public:
+ public:
     HostContextGuard();
     ~HostContextGuard();
     HostContextGuard(const HostContextGuard&) = delete;
     HostContextGuard& operator=(const HostContextGuard&) = delete;
 
-   private:
+ private:
     struct State;
     std::unique_ptr<State> m_State;
 };

@@ -66,7 +66,7 @@ constexpr std::size_t RowStride(int width, int bitsPerPixel) {
 
 /// A rectangle of pixels with its colour table.
 class VARNEL_API Bitmap {
-   public:
+ public:
     /// Zeroed pixels. width and height must be positive and bitsPerPixel 8, 16, 24 or 32; throws
     /// std::bad_alloc when the memory cannot be had or the arguments describe no bitmap.
     Bitmap(int width, int height, int bitsPerPixel);
@@ -90,7 +90,7 @@ class VARNEL_API Bitmap {
 
     std::array<RGBQUAD, kColorTableSize> ColorTable{};
 
-   private:
+ private:
     int m_Width;
     int m_Height;
     int m_BitsPerPixel;

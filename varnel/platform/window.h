@@ -17,7 +17,7 @@ using HWND = WindowBackend*;
 
 /// What a kind of window provides.
 class VARNEL_API WindowBackend {
-   public:
+ public:
     WindowBackend() = default;
     WindowBackend(const WindowBackend&) = delete;
     WindowBackend& operator=(const WindowBackend&) = delete;
@@ -26,11 +26,14 @@ class VARNEL_API WindowBackend {
     virtual std::shared_ptr<DeviceContext> Device() = 0;
     virtual void ClientSize(int& width, int& height) const = 0;
     virtual void Invalidate() = 0;
+
+    /// The pixels that were drawn to the window, null where the window does not keep them.
+    virtual const Bitmap* Pixels() const;
 };
 
 /// A window of the host.
 class VARNEL_API CWnd {
-   public:
+ public:
     /// A window object without a window; views on it initialise later.
     CWnd();
 
@@ -60,10 +63,14 @@ class VARNEL_API CWnd {
     /// The client area: (0, 0) to its size in pixels; all 0 when there is no window.
     void GetClientRect(RECT* rect) const;
 
-    /// Asks for a redraw of the whole window.
+    /// Asks for a redraw of the whole window. An in-memory window has nobody to ask.
     void InvalidateRect(const RECT* rect, BOOL erase);
 
-   private:
+    /// What was drawn to an in-memory window, valid as long as the window; null for other kinds and
+    /// when there is no window.
+    const Bitmap* GetPixels() const;
+
+ private:
     std::unique_ptr<WindowBackend> m_Backend;
     CDC m_DC;
 };

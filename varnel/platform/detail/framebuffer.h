@@ -1,0 +1,53 @@
+// The framebuffer that a context draws to: a colour and a depth renderbuffer, with or without
+// several samples a pixel, or of several framebuffer pixels a bitmap pixel.
+//
+// Every operation works on the current context. The OpenGL objects die with their context; Delete
+// is for a framebuffer that is replaced while its context lives on.
+#pragma once
+
+#include <optional>
+
+#include "varnel/platform/pixels.h"
+
+namespace varnel::detail {
+
+class Framebuffer {
+ public:
+    /// A framebuffer for a bitmap of width x height pixels with `samples` samples (0: one, not
+    /// multisampled) and `scale` x `scale` framebuffer pixels for each of the bitmap's. Nothing
+    /// when the driver has none that is complete. Leaves the new framebuffer bound, or what was
+    /// bound.
+    static std::optional<Framebuffer> Make(int width, int height, int samples, int scale);
+
+    void Delete();
+    void Bind() const;
+
+    /// Writes every pixel into the bitmap, which has the size given to Make. Leaves OpenGL's state
+    /// as it is. Throws std::bad_alloc.
+    void ReadBack(Bitmap& bitmap) const;
+
+    /// The samples that the driver gave.
+    int Samples() const { return m_Samples; }
+    int Scale() const { return m_Scale; }
+
+ private:
+    /// A framebuffer object with its renderbuffers; 0 is none.
+    struct Target {
+        unsigned framebuffer = 0;
+        unsigned color = 0;
+        unsigned depth = 0;
+    };
+
+    bool Allocate(int samples);
+    static bool Attach(Target& target, int width, int height, int samples, unsigned depthFormat);
+    static void Delete(Target& target);
+
+    Target m_Drawn;
+    Target m_Resolved;  ///< what multisampled pixels are averaged into, without depth
+    int m_Width = 0;    ///< in framebuffer pixels
+    int m_Height = 0;
+    int m_Samples = 0;
+    int m_Scale = 1;
+};
+
+}  // namespace varnel::detail

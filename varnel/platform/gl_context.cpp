@@ -1,0 +1,146 @@
+#include "varnel/platform/gl_context.h"
+
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "varnel/platform/detail/egl_display.h"
+#include "varnel/platform/detail/framebuffer.h"
+
+namespace varnel {
+namespace {
+
+/// Framebuffer pixels per bitmap pixel where drawing larger stands in for multisampling.
+constexpr int kOversampling = 2;
+
+/// Set to 1, VARNEL_OVERSAMPLE makes drawing larger stand in for multisampling on every driver.
+bool OversamplingForced() {
+    const char* setting = std::getenv("VARNEL_OVERSAMPLE");
+    return setting != nullptr && std::strcmp(setting, "1") == 0;
+}
+
+class EglGLContext : public GLContext {
+ public:
+    EglGLContext(const detail::EglContext& egl, const detail::Framebuffer& framebuffer,
+                 HBITMAP bitmap)
+        : m_Egl(egl), m_Framebuffer(framebuffer), m_Bitmap(std::move(bitmap)) {
+        m_Alive = std::make_shared<bool>(true);
+    }
+    ~EglGLContext() override { detail::DestroyEglContext(m_Egl); }
+
+    bool MakeCurrent() override;
+    void ReadBack() override;
+    void SetSamples(int samples) override;
+    int GetSamples() const override;
+    int PixelScale() const override { return m_Framebuffer.Scale(); }
+
+    bool IsCurrent() const { return detail::IsEglCurrent(m_Egl); }
+    void Release() const { detail::MakeEglNonCurrent(m_Egl); }
+    void BecomeThreadsContext();
+
+ private:
+    std::optional<detail::Framebuffer> MakeFramebuffer(int samples) const;
+
+    detail::EglContext m_Egl;
+    detail::Framebuffer m_Framebuffer;
+    HBITMAP m_Bitmap;
+    std::shared_ptr<bool> m_Alive;
+};
+
+/// The context last made current on a thread; another thread may have destroyed it since.
+struct ThreadContext {
+    EglGLContext* context = nullptr;
+    std::weak_ptr<bool> alive;
+};
+thread_local ThreadContext threadContext;
+
+EglGLContext* CurrentContext() {
+    const ThreadContext& last = threadContext;
+    return !last.alive.expired() && last.context->IsCurrent() ? last.context : nullptr;
+}
+
+void EglGLContext::BecomeThreadsContext() {
+    threadContext = {this, m_Alive};
+}
+
+bool EglGLContext::MakeCurrent() {
+    if (IsCurrent()) return true;
+    if (!detail::MakeEglCurrent(m_Egl)) return false;
+    BecomeThreadsContext();
+    m_Framebuffer.Bind();
+    return true;
+}
+
+void EglGLContext::ReadBack() {
+    if (MakeCurrent()) m_Framebuffer.ReadBack(*m_Bitmap);
+}
+
+std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) const {
+    const int width = m_Bitmap->Width();
+    const int height = m_Bitmap->Height();
+    if (samples < 2) return detail::Framebuffer::Make(width, height, 0, 1);
+    GLint most = 0;
+    glGetIntegerv(GL_MAX_SAMPLES, &most);
+    std::optional<detail::Framebuffer> made;
+    if (most >= 2 && !OversamplingForced())
+        made = detail::Framebuffer::Make(width, height, std::min(samples, most), 1);
+    if (!made) made = detail::Framebuffer::Make(width, height, 0, kOversampling);
+    return made ? made : detail::Framebuffer::Make(width, height, 0, 1);
+}
+
+void EglGLContext::SetSamples(int samples) {
+    if (!MakeCurrent()) return;
+    std::optional<detail::Framebuffer> made = MakeFramebuffer(samples);
+    if (!made) return;
+    m_Framebuffer.Delete();
+    m_Framebuffer = *made;
+    m_Framebuffer.Bind();
+}
+
+int EglGLContext::GetSamples() const {
+    const int scale = m_Framebuffer.Scale();
+    return scale > 1 ? scale * scale : m_Framebuffer.Samples();
+}
+
+}  // namespace
+
+GLContext::~GLContext() = default;
+
+std::unique_ptr<GLContext> GLContext::Create(const CDC& target, std::string& why) {
+    why.clear();
+    const HBITMAP bitmap = target.GetBitmap();
+    if (!bitmap) {
+        why = "no bitmap is selected into the device context";
+        return nullptr;
+    }
+    detail::EglContext egl;
+    if (!detail::NewEglContext(egl, why)) return nullptr;
+    const int width = bitmap->Width();
+    const int height = bitmap->Height();
+    const auto framebuffer = detail::Framebuffer::Make(width, height, 0, 1);
+    if (!framebuffer) {
+        why = "no framebuffer of " + std::to_string(width) + " x " + std::to_string(height);
+        detail::DestroyEglContext(egl);
+        return nullptr;
+    }
+    auto context = std::make_unique<EglGLContext>(egl, *framebuffer, bitmap);
+    context->BecomeThreadsContext();
+    // A context that never had a surface starts with an empty viewport.
+    glViewport(0, 0, width, height);
+    glScissor(0, 0, width, height);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    return context;
+}
+
+GLContext* GLContext::Current() {
+    return CurrentContext();
+}
+
+void GLContext::MakeNonCurrent() {
+    if (const EglGLContext* current = CurrentContext()) current->Release();
+}
+
+}  // namespace varnel
