@@ -28,6 +28,7 @@ class CFont3D;
 
 namespace detail {
 class Renderer;
+struct SurfaceStyle;
 }
 
 /// The code of the ambient colour of the whole scene among the light components; the others are
@@ -295,12 +296,12 @@ class VARNEL_API COpenGL {
     void FinishPrimitive();
     bool Ready();
     void DropOpenLine();
+    void FinishRun();
+    void Outline(const point3Dtype* pts, int n, const RGBDType& color, bool closed);
     void MatrixChanged();
     void UseLineWidth();
     void SetupLine();
-    void Fill(const point3Dtype* pts, int n);
-    void DrawBox(double x0, double y0, double z0, double x1, double y1, double z1,
-                 const RGBDType& fill, const RGBDType& frame);
+    detail::SurfaceStyle Style() const;
     void FillLogPalette(const PIXELFORMATDESCRIPTOR& pfd, LOGPALETTE& pal, int n) const;
     void UploadTexture(int size);
 

@@ -1,0 +1,80 @@
+// Primitives on their way to OpenGL: triangles and line segments in normalized device coordinates.
+//
+// The arrays keep their memory between drawings, so that collecting does not allocate once the
+// largest picture has been drawn. Lines are kept by width, which is the only state that differs
+// between the lines of one collection.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "varnel/foundation/colors.h"
+#include "varnel/render/detail/matrix_stack.h"
+
+namespace varnel::detail {
+
+struct FillVertex {
+    float position[3];
+    float normal[3];
+    float color[3];
+    float texture;
+};
+
+struct LineVertex {
+    float position[3];
+    float color[3];
+};
+
+/// The state that all fills of one collection share.
+struct FillState {
+    bool lit = false;
+    bool textured = false;
+    bool framed = false;  ///< pushed back, so that the frame wins
+    bool operator==(const FillState&) const = default;
+};
+
+struct LineRun {
+    float width = 1.0F;  ///< pixels
+    std::vector<LineVertex> vertices;
+    std::vector<std::uint32_t> indices;
+};
+
+class PrimitiveBatch {
+   public:
+    /// Whether fills of this state can join those that are waiting.
+    bool Accepts(const FillState& state) const { return m_Vertices.empty() || state == m_State; }
+
+    /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null.
+    void AddPolygon(const FillState& state, const Vec3* corners, const double* texture, int n,
+                    const Vec3& normal, const RGBDType& color);
+
+    /// The segments of a polyline; fewer than two vertices are none.
+    void AddPolyline(float width, const std::vector<LineVertex>& vertices);
+
+    /// The segments of a polyline of n corners in one colour; `closed` joins its ends.
+    void AddOutline(float width, const Vec3* corners, int n, bool closed, const RGBDType& color);
+
+    const std::vector<FillVertex>& Vertices() const { return m_Vertices; }
+    const std::vector<std::uint32_t>& Indices() const { return m_Indices; }
+    const FillState& State() const { return m_State; }
+    const std::vector<LineRun>& Lines() const { return m_Lines; }
+
+    bool IsEmpty() const { return m_Vertices.empty() && m_LineVertexCount == 0; }
+    /// Whether so much is waiting that it is better drawn now, while it is in the caches.
+    bool IsLarge() const { return m_Vertices.size() + m_LineVertexCount > kLarge; }
+    void Clear();
+
+   private:
+    static constexpr std::size_t kLarge = 1U << 16;
+
+    LineRun& RunOfWidth(float width);
+
+    FillState m_State;
+    std::vector<FillVertex> m_Vertices;
+    std::vector<std::uint32_t> m_Indices;
+    std::vector<LineRun> m_Lines;
+    std::size_t m_LineVertexCount = 0;
+};
+
+}  // namespace varnel::detail

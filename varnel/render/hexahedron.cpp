@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <array>
+
+#include "varnel/render/detail/hexahedron.h"
+
+namespace varnel::detail {
+namespace {
+
+// Each corner with its three neighbours, in an order that makes their triple product positive where
+// normals point outward.
+constexpr int kNeighbours[8][3] = {{3, 1, 4}, {0, 2, 5}, {1, 3, 6}, {2, 0, 7},
+                                   {5, 7, 0}, {6, 4, 1}, {7, 5, 2}, {4, 6, 3}};
+
+/// Twice the area of the triangle a b c on the screen, counter-clockwise positive.
+double ScreenArea(const Vec3& a, const Vec3& b, const Vec3& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+/// Whether a face that runs counter-clockwise around its outward normal looks away from the viewer,
+/// who stands on the side of negative z. A mirroring matrix turns the corners round.
+bool LooksAway(const Vec3 corner[4], int handedness) {
+    const double first = ScreenArea(corner[0], corner[1], corner[2]) * handedness;
+    const double second = ScreenArea(corner[0], corner[2], corner[3]) * handedness;
+    return first >= 0.0 && second >= 0.0 && first + second > 0.0;
+}
+
+bool SamePlace(const Vec3& a, const Vec3& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+
+}  // namespace
+
+int Orientation(const Vec3 corners[8]) {
+    bool outward = false;
+    bool inward = false;
+    for (int i = 0; i < 8; ++i) {
+        const Vec3& c = corners[i];
+        const double volume =
+            Dot(Cross(corners[kNeighbours[i][0]] - c, corners[kNeighbours[i][1]] - c),
+                corners[kNeighbours[i][2]] - c);
+        outward = outward || volume > 0.0;
+        inward = inward || volume < 0.0;
+    }
+    if (outward == inward) return 0;
+    return outward ? 1 : -1;
+}
+
+unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const point3Dtype corners[8],
+                       const int faceFlags[6]) {
+    if (!renderer.ToDevice(corners, 8)) return 0;
+    std::array<Vec3, 8> device{};
+    std::copy_n(renderer.corners.begin(), 8, device.begin());
+    const int handedness = renderer.matrix.Handedness();
+    const int orientation = Orientation(device.data()) * handedness;
+    const bool whole = std::all_of(faceFlags, faceFlags + 6, [](int flag) { return flag != 0; });
+    const bool hideBack = orientation != 0 && whole && !renderer.clipping;
+    unsigned edges = 0;
+    for (const HexahedronFace& face : kHexahedronFaces) {
+        if (faceFlags[face.flag] == 0) continue;
+        point3Dtype pts[4];
+        renderer.corners.resize(4);
+        for (std::size_t i = 0; i < 4; ++i) {
+            const int corner = face.corners[orientation < 0 ? (4 - i) % 4 : i];
+            pts[i] = corners[corner];
+            renderer.corners[i] = device[static_cast<std::size_t>(corner)];
+        }
+        if (hideBack && LooksAway(renderer.corners.data(), handedness)) continue;
+        renderer.AddFill(style, pts, 4, PolygonNormal(pts, 4));
+        edges |= face.edges;
+    }
+    renderer.corners.assign(device.begin(), device.end());
+    return edges;
+}
+
+void AddHexahedronEdges(Renderer& renderer, unsigned edges, const RGBDType& color) {
+    for (unsigned k = 0; k < 12; ++k) {
+        if ((edges >> k & 1U) == 0) continue;
+        const Vec3 ends[2] = {renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][0])],
+                              renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][1])]};
+        if (!SamePlace(ends[0], ends[1]))
+            renderer.batch.AddOutline(renderer.lineWidth, ends, 2, false, color);
+    }
+}
+
+}  // namespace varnel::detail

@@ -1,0 +1,43 @@
+// COpenGL: the font that texts are drawn and measured with.
+#include "varnel/axes/font.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+int COpenGL::NewFont3D() {
+    // Fonts of one context never share display lists with the font before them.
+    constexpr int kFirstList = 1000;
+    constexpr int kListsPerFont = 256;
+    Ready();
+    m_FontList.RemoveAll();
+    const int listBase = m_FontCount * kListsPerFont + kFirstList;
+    m_FontList.Append(detail::NewObject<CFont3D>({ERR3DCLASS_OPENGL, "NewFont3D"}, this,
+                                                 m_pClientDC, listBase));
+    m_FontCount = m_FontList.GetCount();
+    m_CurrentFont = m_FontCount - 1;
+    return m_FontCount;
+}
+
+int COpenGL::RegisterFont(const CString& name, double size, int weight, int italic, int numChars) {
+    return RegisterFont(name, size, weight, italic, 0, numChars);
+}
+
+int COpenGL::RegisterFont(const CString& name, double size, int weight, int italic, int underline,
+                          int numChars) {
+    if (m_FontList.IsEmpty()) NewFont3D();
+    SyncState();
+    CFont3D* const font = GetFont();
+    return font != nullptr ? font->RegisterFont(name, size, weight, italic, underline, numChars) : 0;
+}
+
+void COpenGL::SetFontScaleFactor(double factor) {
+    if (CFont3D* const font = GetFont()) font->SetFontScaleFactor(factor);
+}
+
+double COpenGL::GetFontScaleFactor() const {
+    const CFont3D* const font = GetFont();
+    return font != nullptr ? font->GetFontScaleFactor() : 0.0;
+}
+
+}  // namespace varnel

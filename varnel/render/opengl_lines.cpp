@@ -1,0 +1,108 @@
+// COpenGL: line styles, segments and polylines.
+#include <algorithm>
+#include <cmath>
+
+#include "varnel/render/detail/renderer.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+namespace {
+
+constexpr WORD kSolid = 0xFFFF;
+
+bool IsFinite(const detail::Vec3& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+detail::LineVertex MakeVertex(const detail::Vec3& p, const RGBDType& c) {
+    return {{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)},
+            {static_cast<float>(c.r), static_cast<float>(c.g), static_cast<float>(c.b)}};
+}
+
+}  // namespace
+
+WORD COpenGL::GetLineStipple(int style) const {
+    return style >= 0 && style < 16 ? m_LineStipple[style] : kSolid;
+}
+
+void COpenGL::SetLineStyle3D(int style, double width, const RGBDType& color) {
+    m_LineColor = color;
+    m_LineStyle = style;
+    m_LineWidth = static_cast<float>(width);
+}
+
+void COpenGL::SetLineNormal(const point3Dtype& n, BOOL absolute) {
+    m_LineNormal = n;
+    if (absolute == 0) return;
+    m_LineNormal.x = std::fabs(n.x);
+    m_LineNormal.y = std::fabs(n.y);
+    m_LineNormal.z = std::fabs(n.z);
+}
+
+void COpenGL::UseLineWidth() {
+    if (m_LineWidth > 0.0F && std::isfinite(m_LineWidth)) m_Renderer->lineWidth = m_LineWidth;
+}
+
+void COpenGL::SetupLine() {
+    DropOpenLine();
+    m_SavedColorMode = m_ColorMode;
+    SetColorMode(0);
+    m_CurrentColor = m_LineColor;
+    UseLineWidth();
+}
+
+void COpenGL::DropOpenLine() {
+    detail::OpenLine& line = m_Renderer->line;
+    if (!line.open) return;
+    line.open = false;
+    SetColorMode(m_SavedColorMode);
+}
+
+void COpenGL::LineAbs3D(const point3Dtype& p1, const point3Dtype& p2) {
+    StartLineAbs3D(p1);
+    EndLineAbs3D(p2);
+}
+
+void COpenGL::StartLineAbs3D(const point3Dtype& p) {
+    SetupLine();
+    detail::OpenLine& line = m_Renderer->line;
+    line.open = true;
+    line.stippled = GetLineStipple(m_LineStyle) != kSolid;
+    line.width = m_Renderer->lineWidth;
+    line.vertices.clear();
+    AppendLineAbs3D(p);
+}
+
+void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
+    detail::OpenLine& line = m_Renderer->line;
+    if (!line.open) return;
+    const detail::Vec3 device = m_Renderer->matrix.ToDevice(p);
+    // A vertex that cannot be placed ends the run before it: its two segments are left out.
+    if (!IsFinite(device)) {
+        FinishRun();
+        return;
+    }
+    line.vertices.push_back(MakeVertex(device, m_CurrentColor));
+}
+
+void COpenGL::FinishRun() {
+    detail::OpenLine& line = m_Renderer->line;
+    if (line.stippled)
+        m_Renderer->DrawStippled(line.vertices, line.width, std::clamp(m_LineStyleFactor, 1, 256),
+                                 GetLineStipple(m_LineStyle));
+    else
+        m_Renderer->batch.AddPolyline(line.width, line.vertices);
+    line.vertices.clear();
+}
+
+void COpenGL::EndLineAbs3D(const point3Dtype& p) {
+    detail::OpenLine& line = m_Renderer->line;
+    if (!line.open) return;
+    AppendLineAbs3D(p);
+    FinishRun();
+    line.open = false;
+    SetColorMode(m_SavedColorMode);
+    FinishPrimitive();
+}
+
+}  // namespace varnel

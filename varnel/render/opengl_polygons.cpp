@@ -1,0 +1,66 @@
+// COpenGL: fill styles, filled polygons and outlines.
+#include "varnel/render/detail/renderer.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+namespace {
+
+bool SamePlace(const point3Dtype& a, const point3Dtype& b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+}  // namespace
+
+void COpenGL::SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const RGBDType& frame) {
+    m_FillColor = fill;
+    m_FillColor2 = second;
+    m_FrameColor = frame;
+    if (m_ColorMode == 0 || m_ColorMode == 1) m_CurrentColor = fill;
+}
+
+detail::SurfaceStyle COpenGL::Style() const {
+    return {{m_ColorMode != 0, m_TextureEnabled != 0, m_FrameFilled != 0},
+            m_CurrentColor,
+            m_TextureMode,
+            m_TextureOffset,
+            m_TextureScale};
+}
+
+void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {
+    DropOpenLine();
+    SetFillStyle3D(m_FillColor, m_FillColor2, m_FrameColor);
+    if (pts == nullptr || n < 3) return;
+    const int corners = SamePlace(pts[0], pts[n - 1]) ? n - 1 : n;
+    const bool visible = m_Renderer->ToDevice(pts, n);
+    if (visible && corners >= 3)
+        m_Renderer->AddFill(Style(), pts, corners, detail::PolygonNormal(pts, n));
+    if (m_FrameFilled != 0) {
+        m_CurrentColor = m_FrameColor;
+        UseLineWidth();
+        if (visible)
+            m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n,
+                                         false, m_FrameColor);
+    }
+    FinishPrimitive();
+}
+
+void COpenGL::Outline(const point3Dtype* pts, int n, const RGBDType& color, bool closed) {
+    DropOpenLine();
+    m_SavedColorMode = m_ColorMode;
+    m_CurrentColor = color;
+    UseLineWidth();
+    if (pts == nullptr || n < 2 || !m_Renderer->ToDevice(pts, n)) return;
+    m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n, closed,
+                                 color);
+    FinishPrimitive();
+}
+
+void COpenGL::PolyAbs3D(const point3Dtype* pts, int n) {
+    const bool closes = pts != nullptr && n > 2 && !SamePlace(pts[0], pts[n - 1]);
+    Outline(pts, n, m_LineColor, closes);
+}
+
+void COpenGL::Frame3D(const point3Dtype* pts, int n) { Outline(pts, n, m_FrameColor, false); }
+
+}  // namespace varnel

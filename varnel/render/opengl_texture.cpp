@@ -1,0 +1,93 @@
+// COpenGL: colour by value through a one-dimensional texture.
+#include "varnel/render/detail/gl.h"
+#include "varnel/render/detail/renderer.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+namespace {
+
+constexpr int kTextureEntries = 256;
+
+void StoreTexel(BYTE texel[4], const RGBDType& color) {
+    const RGBBType bytes = RGBDtoRGBB(color);
+    texel[0] = bytes.r;
+    texel[1] = bytes.g;
+    texel[2] = bytes.b;
+    texel[3] = bytes.a;
+}
+
+}  // namespace
+
+void COpenGL::SetTextureMode(int mode) {
+    m_TextureMode = mode;
+    if (mode < 0 || !Ready()) return;
+    m_Renderer->Flush();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    // Values beyond the range wrap around.
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+}
+
+void COpenGL::EnableTexture(BOOL on) {
+    m_TextureEnabled = on;
+    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->Texture(on != 0);
+}
+
+void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double max, int n) {
+    if (colors == nullptr || n < 1 || n > kTextureEntries) return;
+    int size = 2;
+    while (size < n) size *= 2;
+    m_TextureMin = min;
+    // The maximum is stretched, not the range: the last colour ends at max when min is 0.
+    m_TextureMax = max * size / n;
+    m_TextureScale = 1.0 / (m_TextureMax - m_TextureMin);
+    m_TextureOffset = min;
+    for (int i = 0; i < size; ++i) StoreTexel(m_TextureArray[i], colors[i < n ? i : n - 1]);
+    UploadTexture(size);
+}
+
+void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, double min,
+                                       double max, int step) {
+    if (step < 1) return;
+    m_TextureMin = min;
+    m_TextureMax = max;
+    m_TextureScale = 1.0 / (max - min);
+    m_TextureOffset = min;
+    const RGBDType delta = {(c2.r - c1.r) / kTextureEntries, (c2.g - c1.g) / kTextureEntries,
+                            (c2.b - c1.b) / kTextureEntries, 0.0};
+    StoreTexel(m_TextureArray[0], c1);
+    RGBDType running = c1;
+    RGBDType held = c1;
+    for (int i = 1; i < kTextureEntries - 1; ++i) {
+        running = {running.r + delta.r, running.g + delta.g, running.b + delta.b, 1.0};
+        if ((i - 1) % step == 0) held = running;
+        StoreTexel(m_TextureArray[i], held);
+    }
+    StoreTexel(m_TextureArray[kTextureEntries - 1], c2);
+    // The colours become a grey ramp; the run from c1 to c2 shows in the alpha bytes alone.
+    for (int i = 0; i < kTextureEntries; ++i)
+        for (int k = 0; k < 3; ++k) m_TextureArray[i][k] = static_cast<BYTE>(i);
+    UploadTexture(kTextureEntries);
+}
+
+void COpenGL::UploadTexture(int size) {
+    if (!Ready()) return;
+    m_Renderer->Flush();
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, size, 0, GL_RGBA, GL_UNSIGNED_BYTE, m_TextureArray);
+}
+
+void COpenGL::CopyTextureArray(RGBDType* out) const {
+    if (out == nullptr) return;
+    for (const BYTE(&texel)[4] : m_TextureArray)
+        *out++ = RGBBtoRGBD({texel[0], texel[1], texel[2], texel[3]});
+}
+
+void COpenGL::CopyXYorZtoV(point3Dtype* pts, double scale, double offset, int axis, int n) {
+    if (pts == nullptr || axis < 0 || axis > 2) return;
+    for (int i = 0; i < n; ++i) pts[i].w = (GetCoord3D(pts[i], axis) - offset) * scale;
+}
+
+}  // namespace varnel
