@@ -1,0 +1,150 @@
+// CTextObj3D: one string of solid letters at a point of the chart.
+//
+// The location is given in data coordinates (OutText) or in normalized ones, -chart rect .. +chart
+// rect of the transform (OutTextNorm). The text lies in a plane of the chart's box or faces the
+// viewer, and is drawn in the font that the rendering context has at that moment.
+#pragma once
+
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/points.h"
+#include "varnel/foundation/types.h"
+
+namespace varnel {
+
+class CFont3D;
+class COpenGL;
+class CTransform3D;
+
+class VARNEL_API CTextObj3D {
+ public:
+    static constexpr int kSignature = 1515;
+
+    /// How often InitTextObjDefaults ran; the first word of every record.
+    static int nSelfID;
+
+    /// Defaults alone: measures 0 and draws nothing until InitTextObj.
+    CTextObj3D();
+    /// Defaults, InitTextObj, then the text.
+    CTextObj3D(COpenGL* gl, CFont3D* font, CTransform3D* transform, const CString& text);
+
+    int GetSignature() const { return m_nSignature; }
+
+    /// Gives every attribute its default and counts the object.
+    void InitTextObjDefaults();
+    /// Binds the text to a rendering context ("OpenGL Parameter Error"), a font ("Font Parameter
+    /// Error") and a transform ("Transform Parameter Error"), checked in this order; what passed
+    /// before a failure stays bound. None is owned. The font is only checked: whenever the text is
+    /// measured or drawn, the context's current font is used, since NewFont3D frees the old one.
+    void InitTextObj(COpenGL* gl, CFont3D* font, CTransform3D* transform);
+
+    /// The identifier of the transform, by which a chart finds it after loading.
+    int GetTransformID() const { return m_nTransformID; }
+    void SetTransformID(int id) { m_nTransformID = id; }
+    CTransform3D* GetTransform() const { return m_pTransform; }
+
+    // --- Attributes --------------------------------------------------------------------------
+
+    void SetString(const CString& text) { m_String = text; }
+    CString GetString() const { return m_String; }
+    void GetString(CString& text) const { text = m_String; }
+    /// In data coordinates.
+    void SetLocation(const point3Dtype& p) { m_Location = p; }
+    point3Dtype GetLocation() const { return m_Location; }
+    /// In normalized coordinates; OutText overwrites it.
+    void SetNormLocation(const point3Dtype& p) { m_NormLocation = p; }
+    point3Dtype GetNormLocation() const { return m_NormLocation; }
+    /// 0 x-y, 1 x-z, 2 y-z plane of the box, 3 facing the viewer; others are not turned at all.
+    void SetTextPlane(int plane) { m_TextPlane = plane; }
+    int GetTextPlane() const { return m_TextPlane; }
+    /// 0 starts at the location, 1 is centred on it, 2 ends there.
+    void SetXJustify(int justify) { m_XJustify = justify; }
+    int GetXJustify() const { return m_XJustify; }
+    /// 0 stands on the location, 1 is centred on it, 2 hangs from it.
+    void SetYJustify(int justify) { m_YJustify = justify; }
+    int GetYJustify() const { return m_YJustify; }
+    void SetJustify(int x, int y);
+    void GetJustify3D(int& x, int& y) const;
+    /// Whole degrees within the plane.
+    void SetRotation(int degrees) { m_Rotation = degrees; }
+    int GetRotation() const { return m_Rotation; }
+    /// Stored and saved only.
+    void SetClipping(int on) { m_Clipping = on; }
+    int GetClipping() const { return m_Clipping; }
+    /// Turns the text by 180 degrees about its own x axis.
+    void SetFlipX(int flip) { m_FlipX = flip; }
+    int GetFlipX() const { return m_FlipX; }
+    /// Turns the text by 180 degrees about its own y axis.
+    void SetFlipY(int flip) { m_FlipY = flip; }
+    int GetFlipY() const { return m_FlipY; }
+    void SetColor(const RGBDType& color) { m_Color = color; }
+    RGBDType GetColor() const { return m_Color; }
+    /// Factor on the font's size when drawing; the measured sizes leave it out.
+    void SetCharSize(double size) { m_CharSize = size; }
+    double GetCharSize() const { return m_CharSize; }
+    /// 0: neither draws nor changes any state.
+    void EnableTextObj(int on) { m_bTextEnable = on; }
+    int GetTextEnable() const { return m_bTextEnable; }
+    /// Stored and saved only.
+    void EnableTexture(int on) { m_bTextureEnable = on; }
+    int GetTextureEnable() const { return m_bTextureEnable; }
+
+    // --- Measuring and drawing ---------------------------------------------------------------
+
+    /// The width under the transform's font factors; the character size is not in it.
+    double TextWidth() const;
+    /// The height likewise.
+    double TextHeight() const;
+
+    /// Draws at the location in data coordinates; the transform's text matrix is current
+    /// afterwards.
+    void OutText();
+    /// Draws at the normalized location. Leaves the fill colours changed, the matrix and the colour
+    /// mode as they were.
+    void OutTextNorm();
+
+    /// Recomputes the transform's two matrices and makes the one for data current.
+    void Transform();
+    /// Turns the current matrix into the text's plane, given the chart's rotation in degrees.
+    void TransformTextPlane(const point3Dtype& chartRotation);
+    /// The factors on the letters' x, y and z: font aspect and rotation, times the size. For planes
+    /// outside 0..3 `scale` is only multiplied by the size.
+    void CalcComplexAspectRatio(point3Dtype& scale) const;
+    /// The shift that the justification makes of a text of that width and height.
+    void calccharjust(point3Dtype& offset, double width, double height) const;
+    /// Moves the current matrix by p.
+    void repostextstart3D(const point3Dtype& p);
+
+    /// The record. A failing medium raises "Disk I/O Error"; a null file does nothing.
+    void Save(HANDLE file);
+    void Load(HANDLE file);
+
+    template <class Archive>
+    void Record(Archive& record);
+
+ private:
+    const CFont3D* CurrentFont() const;
+    void CallLists(const CFont3D& font) const;
+
+    COpenGL* m_pOpenGL = nullptr;
+    CTransform3D* m_pTransform = nullptr;
+    CString m_String;
+    point3Dtype m_Location;
+    point3Dtype m_NormLocation;
+    int m_XJustify;
+    int m_YJustify;
+    RGBDType m_Color;
+    int m_TextPlane;
+    int m_Rotation;
+    int m_bTextureEnable;
+    int m_Clipping;
+    int m_bTextEnable;
+    int m_FlipX;
+    int m_FlipY;
+    double m_CharSize;
+    int m_nTransformID = 0;
+    int m_nSignature;
+};
+
+}  // namespace varnel

@@ -1,0 +1,92 @@
+// CHeader3D: two titles at the top and a footer at the bottom of a view or of a chart.
+//
+// The texts face the viewer and are centred; they live in the device coordinates of the current
+// viewport, -1..1, under a transform of the header's own. The owner sets the aspect and, for a
+// chart, the font height factor before each drawing.
+#pragma once
+
+#include <memory>
+
+#include "varnel/axes/text_object.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/types.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+
+class COpenGL;
+
+class VARNEL_API CHeader3D {
+ public:
+    static constexpr int kSignature = 1212;
+
+    /// How many headers were made; the first word of every record.
+    static int nSelfID;
+
+    /// Defaults alone: texts can be set, nothing is drawn until InitHeaders. A failing allocation
+    /// raises "Object New Error" ("InitHeaderDefaults").
+    CHeader3D();
+    /// Defaults, then InitHeaders.
+    explicit CHeader3D(COpenGL* gl);
+    ~CHeader3D();
+    CHeader3D(const CHeader3D&) = delete;
+    CHeader3D& operator=(const CHeader3D&) = delete;
+
+    int GetSignature() const { return m_Signature; }
+
+    /// Binds the header to a live rendering context, which is not owned ("OpenGL Parameter Error"),
+    /// with a font, and creates its transform ("Object New Error").
+    void InitHeaders(COpenGL* gl);
+
+    void SetTitle1(const CString& text) { m_pTitle1->SetString(text); }
+    void SetTitle2(const CString& text) { m_pTitle2->SetString(text); }
+    void SetFooter(const CString& text) { m_pFooter->SetString(text); }
+    CString GetTitle1() const { return m_pTitle1->GetString(); }
+    CString GetTitle2() const { return m_pTitle2->GetString(); }
+    CString GetFooter() const { return m_pFooter->GetString(); }
+
+    /// 0: nothing is drawn.
+    void EnableHeader(int on) { m_HeaderEnable = on; }
+    int GetHeaderEnable() const { return m_HeaderEnable; }
+    /// Height over width of the area drawn to: what keeps letters from being stretched.
+    void SetViewAspect(double aspect) { m_ViewAspect = aspect; }
+    /// Factor on the height of the texts.
+    void SetFontHeightSF(double factor) { m_FontHeightSF = factor; }
+    double GetFontHeightSF() const { return m_FontHeightSF; }
+    /// The same factor, by the name that a chart calls it.
+    void SetRelSize(double factor) { m_FontHeightSF = factor; }
+    /// Stored and saved only.
+    void SetFontSize(double size) { m_FontSize = size; }
+    double GetFontSize() const { return m_FontSize; }
+
+    /// Draws the texts that are not empty; without a first title the second one takes its place.
+    void DrawHeader();
+
+    /// The record, texts included. A failing medium raises "Disk I/O Error"; a null file does
+    /// nothing.
+    void Save(HANDLE file);
+    void Load(HANDLE file);
+
+    template <class Archive>
+    void Record(Archive& record);
+
+ private:
+    void InitHeaderDefaults();
+    static void DrawLine(CTextObj3D& text, double y, int yJustify);
+
+    COpenGL* m_pOpenGL = nullptr;
+    double m_HeaderMargin;
+    double m_ViewAspect;
+    double m_FontHeightSF;
+    double m_FontSize;
+    int m_TransformID = 0;
+    int m_Signature;
+    int m_HeaderEnable;
+    std::unique_ptr<CTransform3D> m_pTransform;
+    std::unique_ptr<CTextObj3D> m_pTitle1;
+    std::unique_ptr<CTextObj3D> m_pTitle2;
+    std::unique_ptr<CTextObj3D> m_pFooter;
+};
+
+}  // namespace varnel
