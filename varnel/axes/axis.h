@@ -1,0 +1,183 @@
+// CAxis3D: one coordinate axis of a chart, its line and its tic marks.
+//
+// Limits, intercepts, tic spacing and centre are in data units; tic lengths are fractions of the
+// working range of the axis along which the tics point. Axis numbers are 0 x, 1 y, 2 z; directions
+// are 0 -x, 1 -y, 2 -z, 3 +x, 4 +y, 5 +z, and any other direction moves nothing. CAxes3D owns three
+// axes; labels and titles belong to CAxisLabels3D.
+#pragma once
+
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/points.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+
+class VARNEL_API CAxis3D {
+ public:
+    static constexpr int kSignature = 303;
+
+    /// Defaults alone; draws nothing before InitAxis and a limit setter.
+    CAxis3D();
+    /// An x axis. Context and transform are not owned, here and below.
+    CAxis3D(COpenGL* gl, CTransform3D* transform);
+    CAxis3D(COpenGL* gl, CTransform3D* transform, int axisType);
+    /// An axis with its limits set.
+    CAxis3D(COpenGL* gl, CTransform3D* transform, int axisType, double start, double stop);
+
+    int GetSignature() const { return m_nSignature; }
+
+    /// Gives every member its default and counts the object.
+    void InitAxisDefaults();
+    /// Binds the axis to a context ("OpenGL Parameter Error") and a transform ("Transform Parameter
+    /// Error"), in that order, and makes it the axis of a type 0..2.
+    void InitAxis(COpenGL* gl, CTransform3D* transform, int axisType);
+
+    /// How many axes were initialised in this process, or what the last file said.
+    static int GetSelfIDCounter() { return nSelfID; }
+    static void SetSelfIDCounter(int counter) { nSelfID = counter; }
+    /// The identifier of the transform, for binding again after Load.
+    int GetTransformID() const { return m_nTransformID; }
+
+    // --- Limits, in data units; setting any of them makes the axis drawable --------------------
+
+    /// start and stop as given; minimum and maximum are the smaller and the larger of them.
+    void SetAxisLimits(double start, double stop);
+    /// A value above the maximum becomes the maximum, and the old maximum the minimum.
+    void SetAxisMin(double v);
+    /// A value below the minimum becomes both minimum and maximum.
+    void SetAxisMax(double v);
+    double GetAxisMin() const { return m_Min; }
+    double GetAxisMax() const { return m_Max; }
+    double GetAxisStart() const { return m_Start; }
+    double GetAxisStop() const { return m_Stop; }
+    /// |maximum - minimum|.
+    double GetAxisRange() const;
+    /// 1 for a descending axis (stop below start), else 0.
+    int GetAxisDir() const { return m_Stop < m_Start ? 1 : 0; }
+    int IsAxisSet() const { return m_bAxisSet; }
+    int GetAxisType() const { return m_AxisType; }
+    /// 0 linear, anything else logarithmic; the transform knows. 0 without one.
+    int GetAxisScaleMode() const;
+
+    // --- Tics ------------------------------------------------------------------------------------
+
+    /// All six at once: the value on which a tic falls, the distance between tics, every how many
+    /// tics a major one falls, the lengths and the direction.
+    void SetAxisTics(double centerPoint, double ticSpace, int nthTicMajor, double minorTicLength,
+                     double majorTicLength, int ticDir);
+    void SetAxisCenterPoint(double v) { m_CenterPoint = v; }
+    double GetAxisCenterPoint() const { return m_CenterPoint; }
+    void SetAxisTicSpace(double v) { m_TicSpace = v; }
+    double GetAxisTicSpace() const { return m_TicSpace; }
+    void SetAxisNthTicMajor(int n) { m_NthTicMajor = n; }
+    int GetAxisNthTicMajor() const { return m_NthTicMajor; }
+    void SetAxisMinorTicLength(double v) { m_MinorTicLength = v; }
+    double GetAxisMinorTicLength() const { return m_MinorTicLength; }
+    void SetAxisMajorTicLength(double v) { m_MajorTicLength = v; }
+    double GetAxisMajorTicLength() const { return m_MajorTicLength; }
+    void SetAxisTicDir(int dir) { m_TicDir = dir; }
+    int GetAxisTicDir() const { return m_TicDir; }
+    /// The thickness of the wall behind the axis, a fraction of a working range; labels stand off
+    /// by at least that much.
+    void SetAxisWallThickness(double v) { m_WallThickness = v; }
+    double GetAxisWallThickness() const { return m_WallThickness; }
+
+    // --- Intercepts: where the axis crosses the two others, x before y before z, in data units
+    // ----
+
+    void SetAxisIntercept(double i1, double i2);
+    void SetAxisIntercept1(double v) { m_Intercept1 = v; }
+    void SetAxisIntercept2(double v) { m_Intercept2 = v; }
+    double GetAxisIntercept1() const { return m_Intercept1; }
+    double GetAxisIntercept2() const { return m_Intercept2; }
+    /// 0: the centre point, 1 and 2: the intercepts, anything else 0.
+    double GetAxisIntercept(int which) const;
+    /// The axis on which intercept `which` lies; for 0 the axis itself.
+    int GetAxisInterceptAxis(int which) const;
+
+    // --- Appearance ------------------------------------------------------------------------------
+
+    /// Line and tic colours, line width in pixels and line style 0..15.
+    void SetAxisAttrib(const RGBDType& axisColor, const RGBDType& ticColor, double thickness,
+                       int style);
+    void SetAxisColor(const RGBDType& c) { m_AxisColor = c; }
+    RGBDType GetAxisColor() const { return m_AxisColor; }
+    void SetAxisTicColor(const RGBDType& c) { m_TicColor = c; }
+    RGBDType GetAxisTicColor() const { return m_TicColor; }
+    void SetAxisThickness(double pixels) { m_Thickness = pixels; }
+    double GetAxisThickness() const { return m_Thickness; }
+    void SetAxisStyle(int style) { m_AxisStyle = style; }
+    int GetAxisStyle() const { return m_AxisStyle; }
+    /// The context's colour mode while the axis is drawn; 2 also switches the texture on.
+    void SetColorMode(int mode) { m_ColorMode = mode; }
+    int GetColorMode() const { return m_ColorMode; }
+
+    // --- Geometry --------------------------------------------------------------------------------
+
+    /// The point of the axis at a value, in data units; p.w becomes 0. An axis type outside 0..2
+    /// leaves p alone.
+    void GetAxisPoint(point3Dtype& p, double value) const;
+    /// The points at the minimum and at the maximum.
+    void GetAxisEndPoints(point3Dtype& start, point3Dtype& end) const;
+    /// Moves p, in working coordinates, along a direction by `length` of the working range there.
+    void calcticpoint(point3Dtype& p, double length, int ticDir) const;
+    /// The larger number of characters of a and b with so many decimals.
+    static int calcmaxstrwidth(double a, double b, int decimals);
+
+    // --- Drawing, through the matrix of the transform --------------------------------------------
+
+    /// The line and its tics; the line normal of the context becomes that of the plane of the tics.
+    void DrawAxis();
+    void DrawAxisLine();
+    /// The linear or the logarithmic tics, as the scale of the axis is.
+    void DrawAxisTics();
+    /// Tics at centre + i * tic space, every n-th one major. Nothing for an n or a space of 0, for
+    /// equal or non-finite limits; at most 10,000 tics.
+    void DrawLinAxisTics();
+    /// Major tics at the decades of the centre point, minor ones at their multiples 2..9.
+    void DrawLogAxisTics();
+
+    /// The 192 bytes of the record. A failing medium raises "Disk I/O Error"; a null file does
+    /// nothing.
+    void Save(HANDLE file);
+    /// Reads the record; context and transform stay, bind them again with InitAxis.
+    void Load(HANDLE file);
+
+    template <class Archive>
+    void Record(Archive& record);
+
+ private:
+    void DrawTic(double value, bool major);
+
+    static int nSelfID;
+
+    COpenGL* m_pOpenGL;
+    CTransform3D* m_pTransform;
+    int m_AxisType;
+    int m_TicDir;
+    int m_AxisStyle;
+    int m_NthTicMajor;
+    int m_ColorMode;
+    RGBDType m_AxisColor;
+    RGBDType m_TicColor;
+    double m_Thickness;
+    double m_Min;
+    double m_Max;
+    double m_Start;
+    double m_Stop;
+    double m_MinorTicLength;
+    double m_MajorTicLength;
+    double m_WallThickness;
+    double m_TicSpace;
+    double m_CenterPoint;
+    double m_Intercept1;
+    double m_Intercept2;
+    int m_bAxisSet;
+    int m_nTransformID;
+    int m_nSignature;
+};
+
+}  // namespace varnel

@@ -1,0 +1,239 @@
+// CAxisLabels3D: the labels along one axis and the axis' title.
+//
+// Labels stand at the major tics of their axis, off it in a direction (0 -x .. 5 +z, as for tics)
+// by an offset in units of the tic length; they are text objects, built anew on every drawing. Text
+// planes are 0, 1, 2 (fixed in the chart: x-y, x-z, y-z) and 3 (facing the viewer); rotations are
+// whole degrees in the plane. Justification: x 0 start, 1 centre, 2 end; y 0 bottom, 1 centre, 2
+// top; -1 lets a table choose.
+#pragma once
+
+#include <memory>
+
+#include "varnel/chart/object_list.h"
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/points.h"
+#include "varnel/foundation/types.h"
+
+namespace varnel {
+
+class CAxis3D;
+class COpenGL;
+class CTextObj3D;
+class CTransform3D;
+
+class VARNEL_API CAxisLabels3D {
+ public:
+    static constexpr int kSignature = 404;
+
+    /// Defaults alone. Raises "Object New Error" ("InitAxisLabelsDefaults") without memory for the
+    /// title.
+    CAxisLabels3D();
+    /// Labels of an axis; nothing that is given is owned.
+    CAxisLabels3D(COpenGL* gl, CTransform3D* transform, CAxis3D* axis);
+    ~CAxisLabels3D();
+    CAxisLabels3D(const CAxisLabels3D&) = delete;
+    CAxisLabels3D& operator=(const CAxisLabels3D&) = delete;
+
+    int GetSignature() const { return m_nSignature; }
+
+    /// Gives every member its default, with a new, empty title, and counts the object.
+    void InitAxisLabelsDefaults();
+    /// Binds the labels to a context ("OpenGL Parameter Error"), a transform ("Transform Parameter
+    /// Error") and an axis; the title's plane follows from the axis type.
+    void InitAxisLabels(COpenGL* gl, CTransform3D* transform, CAxis3D* axis);
+
+    /// How many label objects were initialised in this process, or what the last file said.
+    static int GetSelfIDCounter() { return nSelfID; }
+    static void SetSelfIDCounter(int counter) { nSelfID = counter; }
+    int GetTransformID() const { return m_nTransformID; }
+
+    // --- Labels ----------------------------------------------------------------------------------
+
+    /// Text plane, rotation, direction, decimals, end mask, colour and user strings at once, and
+    /// switches the labels on. The strings are copied; null leaves those set before.
+    void SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
+                       const RGBDType& color, const CString* strings = nullptr, int count = 0);
+    void SetAxisLabelsPlane(int plane) { m_LabelsPlane = plane; }
+    int GetAxisLabelsPlane() const { return m_LabelsPlane; }
+    /// Where the labels and the title stand off the axis.
+    void SetAxisLabelsDir(int dir) { m_LabelsDir = dir; }
+    int GetAxisLabelsDir() const { return m_LabelsDir; }
+    void SetAxisLabelsRotation(int degrees) { m_LabelsRotation = degrees; }
+    int GetAxisLabelsRotation() const { return m_LabelsRotation; }
+    /// Digits after the point; significant digits for format 3.
+    void SetAxisLabelsDecimals(int decimals) { m_LabelsDecimals = decimals; }
+    int GetAxisLabelsDecimals() const { return m_LabelsDecimals; }
+    /// 0 fixed, 1 exponential, 2 engineering (1.5K, 3M), 3 general; others as fixed.
+    void SetAxisLabelsFormat(int format) { m_LabelsFormat = format; }
+    int GetAxisLabelsFormat() const { return m_LabelsFormat; }
+    /// Which labels at special places may be shown: 1 at the minimum, 2 at the centre point, 4 at
+    /// the maximum.
+    void SetAxisLabelsEnds(int mask) { m_LabelsEnds = mask; }
+    int GetAxisLabelsEnds() const { return m_LabelsEnds; }
+    void SetAxisLabelsXJust(int just) { m_LabelsXJust = just; }
+    int GetAxisLabelsXJust() const { return m_LabelsXJust; }
+    void SetAxisLabelsYJust(int just) { m_LabelsYJust = just; }
+    int GetAxisLabelsYJust() const { return m_LabelsYJust; }
+    /// Factor on the character size.
+    void SetAxisLabelsSize(double size) { m_LabelsSize = size; }
+    double GetAxisLabelsSize() const { return m_LabelsSize; }
+    /// Distance from the axis, in units of the major tic length or the wall thickness of the axis,
+    /// whichever is larger.
+    void SetAxisLabelsTicOffset(double offset) { m_LabelsTicOffset = offset; }
+    double GetAxisLabelsTicOffset() const { return m_LabelsTicOffset; }
+    void SetAxisLabelsColor(const RGBDType& c) { m_LabelsColor = c; }
+    RGBDType GetAxisLabelsColor() const { return m_LabelsColor; }
+    void SetAxisLabelsFlipX(int flip) { m_LabelsFlipX = flip; }
+    int GetAxisLabelsFlipX() const { return m_LabelsFlipX; }
+    void SetAxisLabelsFlipY(int flip) { m_LabelsFlipY = flip; }
+    int GetAxisLabelsFlipY() const { return m_LabelsFlipY; }
+    /// Kept, but neither used nor saved: labels follow the major tics of the axis.
+    void SetAxisLabelsNthTic(int n) { m_LabelsNthTic = n; }
+    int GetAxisLabelsNthTic() const { return m_LabelsNthTic; }
+    void SetTextureEnable(int on) { m_bTextureEnable = on; }
+    int GetTextureEnable() const { return m_bTextureEnable; }
+
+    // --- User strings instead of numbers: first those from the centre point up, then those down
+    // ----
+
+    /// Copies `count` strings and uses them; null lets go of those set before.
+    void SetAxisLabelsStrings(const CString* strings, int count);
+    /// As above, but null does nothing. Raises "Object New Error" without memory or for a negative
+    /// count.
+    void InitTicStringsStorage(const CString* strings, int count);
+    /// Lets go of the strings; their number and the switch stay.
+    void DeleteTicStringsStorage();
+    void EnableAxisLabelsStrings(int on) { m_bStringsEnable = on; }
+    int GetAxisLabelsStringEnable() const { return m_bStringsEnable; }
+    int GetNumAxisLabelsStrings() const { return m_NumLabelsStrings; }
+    /// The copies, owned here; null when there are none.
+    CString* GetAxisLabelsStrings() const { return m_pLabelsStrings.get(); }
+
+    /// The suffixes of the engineering format: none, thousands, millions, (US) billions, trillions.
+    void SetEngString(const CString& suffixes) { m_EngString = suffixes; }
+    CString GetEngString() const { return m_EngString; }
+
+    // --- Title -----------------------------------------------------------------------------------
+
+    /// All of it at once, without the automatic choice of rotation and justification; the fourth
+    /// number is ignored.
+    void SetAxisTitle(int plane, int rotation, int dir, int ignored, int xJust, int yJust,
+                      const RGBDType& color, const CString& title);
+    void SetAxisTitleString(const CString& title);
+    void GetAxisTitleString(CString& title) const;
+    void SetAxisTitlePlane(int plane) { m_TitlePlane = plane; }
+    int GetAxisTitlePlane() const { return m_TitlePlane; }
+    /// Kept and saved; the title stands off in the direction of the labels.
+    void SetAxisTitleDir(int dir) { m_TitleDir = dir; }
+    int GetAxisTitleDir() const { return m_TitleDir; }
+    void SetAxisTitleRotation(int degrees) { m_TitleRotation = degrees; }
+    int GetAxisTitleRotation() const { return m_TitleRotation; }
+    void SetAxisTitleXJust(int just) { m_TitleXJust = just; }
+    int GetAxisTitleXJust() const { return m_TitleXJust; }
+    void SetAxisTitleYJust(int just) { m_TitleYJust = just; }
+    int GetAxisTitleYJust() const { return m_TitleYJust; }
+    void SetAxisTitleSize(double size) { m_TitleSize = size; }
+    double GetAxisTitleSize() const { return m_TitleSize; }
+    void SetAxisTitleColor(const RGBDType& c) { m_TitleColor = c; }
+    RGBDType GetAxisTitleColor() const { return m_TitleColor; }
+    void SetAxisTitleFlipX(int flip) { m_TitleFlipX = flip; }
+    int GetAxisTitleFlipX() const { return m_TitleFlipX; }
+    void SetAxisTitleFlipY(int flip) { m_TitleFlipY = flip; }
+    int GetAxisTitleFlipY() const { return m_TitleFlipY; }
+
+    // --- Calculation and drawing -----------------------------------------------------------------
+
+    /// Builds the labels anew and draws them and the title.
+    void DrawAxisLabels();
+    /// Builds the label objects and places the title, by the scale of the axis. Nothing while the
+    /// labels are not switched on.
+    void CalcAxisLabels();
+    /// Labels at the major tics: centre + i * n * tic space.
+    void CalcLinAxisLabels();
+    /// Labels at every decade of the centre point when the n-th tic is below 2, else at 1, 2 and 5
+    /// times each decade; none, and no title, when it is 0.
+    void CalcLogAxisLabels();
+    /// The label objects of the last calculation, in the order of their calculation; null outside.
+    CTextObj3D* GetLabelObj(int index) const { return m_LabelObjs.GetAt(index); }
+    int GetNumLabelObjs() const { return m_LabelObjs.GetCount(); }
+    CTextObj3D* GetTitleObj() const { return m_pTitleObj.get(); }
+    /// Appends a label object and returns their number. Raises "Object New Error".
+    int NewLabelObj(const CString& s);
+    void FreeLabelObjs();
+    /// The largest width of the label objects, in device units; 0 without any.
+    double GetMaxLabelLength() const;
+    /// The plane of the title of an axis: x 1, y 2, z 1, others 0.
+    static int CalcTitlePlane(int axisType);
+    /// Turns the context's matrix into the plane of the labels; the chart's rotation is undone for
+    /// plane 3.
+    void TransformTextPlane(const point3Dtype& chartRotation);
+
+    /// The record: fields, user strings and the title's own record. A failing medium raises "Disk
+    /// I/O Error"; a null file does nothing.
+    void Save(HANDLE file);
+    void Load(HANDLE file);
+
+    template <class Archive>
+    void Record(Archive& record);
+
+ private:
+    struct Place;
+
+    CString AxisNumToString(double value, int format) const;
+    int CXJAL3(int axisType, int plane, int rotation) const;
+    int CYJAL3(int axisType, int plane, int rotation) const;
+    void InitLabelJustTable();
+    Place StartLabels() const;
+    void CalcLabel(const Place& place, double value, int index, point3Dtype& location);
+    void calcticpoint(point3Dtype& p, double length, int dir) const;
+    void calctitlepoint(point3Dtype& p, double length, int dir) const;
+    void CalcAxisTitle(const CAxis3D* axis, point3Dtype& location);
+    template <class Archive>
+    void RecordStrings(Archive& record);
+
+    static int nSelfID;
+
+    COpenGL* m_pOpenGL;
+    CAxis3D* m_pAxis;
+    CTransform3D* m_pTransform;
+    ObjectList<CTextObj3D> m_LabelObjs;
+    int m_AxisType;
+    int m_LabelsPlane;
+    int m_LabelsDir;
+    int m_LabelsRotation;
+    int m_LabelsDecimals;
+    int m_LabelsFormat;
+    int m_LabelsEnds;
+    int m_LabelsXJust;
+    int m_LabelsYJust;
+    int m_NumLabelsStrings;
+    int m_TitlePlane;
+    int m_TitleDir;
+    int m_TitleRotation;
+    int m_TitleXJust;
+    int m_TitleYJust;
+    int m_bAutoTitle;
+    int m_LabelsNthTic;
+    double m_LabelsTicOffset;
+    double m_LabelsSize;
+    double m_TitleSize;
+    int m_JustTable[3][4][2][2];
+    int m_bLabelsEnable;
+    int m_bTextureEnable;
+    int m_bStringsEnable;
+    int m_LabelsFlipX;
+    int m_LabelsFlipY;
+    int m_TitleFlipX;
+    int m_TitleFlipY;
+    RGBDType m_LabelsColor;
+    RGBDType m_TitleColor;
+    std::unique_ptr<CTextObj3D> m_pTitleObj;
+    std::unique_ptr<CString[]> m_pLabelsStrings;
+    CString m_EngString;
+    int m_nSignature;
+    int m_nTransformID;
+};
+
+}  // namespace varnel
