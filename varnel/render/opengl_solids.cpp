@@ -1,5 +1,6 @@
 // COpenGL: boxes, prisms, scatter symbols and auxiliary shapes.
 #include <array>
+#include <iterator>
 
 #include "varnel/render/detail/hexahedron.h"
 #include "varnel/render/detail/renderer.h"
@@ -34,6 +35,41 @@ std::array<point3Dtype, 4 * N> Stack(const std::array<Layer, N>& layers) {
     for (const Layer& layer : layers)
         for (const point3Dtype& p : layer) corners[k++] = p;
     return corners;
+}
+
+using Shape1 = void (*)(double);
+using Shape2 = void (*)(double, double);
+using Shape3 = void (*)(double, double, double);
+
+/// An auxiliary shape as wire and as solid; which of the three signatures it has says how many
+/// sizes it takes.
+struct AuxShape {
+    Shape1 one[2] = {};
+    Shape2 two[2] = {};
+    Shape3 three[2] = {};
+};
+
+/// By shape code, from 1.
+constexpr AuxShape kAuxShapes[] = {
+    {.one = {auxWireSphere, auxSolidSphere}},
+    {.one = {auxWireCube, auxSolidCube}},
+    {.three = {auxWireBox, auxSolidBox}},
+    {.two = {auxWireTorus, auxSolidTorus}},
+    {.two = {auxWireCylinder, auxSolidCylinder}},
+    {.one = {auxWireIcosahedron, auxSolidIcosahedron}},
+    {.one = {auxWireOctahedron, auxSolidOctahedron}},
+    {.one = {auxWireTetrahedron, auxSolidTetrahedron}},
+    {.one = {auxWireDodecahedron, auxSolidDodecahedron}},
+    {.two = {auxWireCone, auxSolidCone}},
+};
+
+void DrawShape(int code, bool solid, const point3Dtype& size) {
+    if (code < 1 || code > static_cast<int>(std::size(kAuxShapes))) return;
+    const AuxShape& shape = kAuxShapes[code - 1];
+    const int variant = solid ? 1 : 0;
+    if (shape.one[variant] != nullptr) shape.one[variant](size.x);
+    if (shape.two[variant] != nullptr) shape.two[variant](size.x, size.y);
+    if (shape.three[variant] != nullptr) shape.three[variant](size.x, size.y, size.z);
 }
 
 }  // namespace
@@ -133,7 +169,8 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
         UseLineWidth();
     }
     SyncState();
-    if (Ready()) DrawAuxShape(shape, solid != 0, size.x, size.y, size.z);
+    if (Ready()) DrawShape(shape, solid != 0, size);
+    // The mode that is current now, not the one saved: wire shapes leave lighting off.
     SetColorMode(m_ColorMode);
 }
 
