@@ -1,0 +1,223 @@
+#include "varnel/axes/text_object.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "varnel/axes/font.h"
+#include "varnel/foundation/detail/justify.h"
+#include "varnel/foundation/detail/record.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+
+int CTextObj3D::nSelfID = 0;
+
+CTextObj3D::CTextObj3D() {
+    InitTextObjDefaults();
+}
+
+CTextObj3D::CTextObj3D(COpenGL* gl, CFont3D* font, CTransform3D* transform, const CString& text)
+    : CTextObj3D() {
+    InitTextObj(gl, font, transform);
+    m_String = text;
+}
+
+void CTextObj3D::InitTextObjDefaults() {
+    m_String.clear();
+    m_Location = point3Dtype();
+    m_XJustify = 0;
+    m_YJustify = 0;
+    m_Color = SetRGBD(0.0, 0.0, 0.0, 1.0);
+    m_TextPlane = 3;
+    m_Rotation = 0;
+    m_bTextureEnable = 0;
+    m_Clipping = 0;
+    m_bTextEnable = 1;
+    m_FlipX = 0;
+    m_FlipY = 0;
+    m_CharSize = 1.0;
+    m_nSignature = kSignature;
+    ++nSelfID;
+}
+
+void CTextObj3D::InitTextObj(COpenGL* gl, CFont3D* font, CTransform3D* transform) {
+    constexpr detail::Origin origin = {ERR3DCLASS_TEXTOBJ3D, "InitTextObj"};
+    detail::Require(gl, ERR3D_OPENGL_PARAMETER, origin);
+    m_pOpenGL = gl;
+    detail::Require(font, ERR3D_FONT_PARAMETER, origin);
+    detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
+    m_pTransform = transform;
+    m_nTransformID = transform->GetSelfID();
+}
+
+void CTextObj3D::SetJustify(int x, int y) {
+    m_XJustify = x;
+    m_YJustify = y;
+}
+
+void CTextObj3D::GetJustify3D(int& x, int& y) const {
+    x = m_XJustify;
+    y = m_YJustify;
+}
+
+const CFont3D* CTextObj3D::CurrentFont() const {
+    return m_pOpenGL == nullptr ? nullptr : m_pOpenGL->GetFont();
+}
+
+double CTextObj3D::TextWidth() const {
+    const CFont3D* const font = CurrentFont();
+    if (font == nullptr || m_pTransform == nullptr) return 0.0;
+    return font->TextWidth3D(m_String) * m_pTransform->GetFontHeightSF() *
+           m_pTransform->GetFontAspect();
+}
+
+double CTextObj3D::TextHeight() const {
+    const CFont3D* const font = CurrentFont();
+    if (font == nullptr || m_pTransform == nullptr) return 0.0;
+    return font->TextHeight3D(m_String) * m_pTransform->GetFontHeightSF();
+}
+
+void CTextObj3D::OutText() {
+    if (m_bTextEnable == 0 || m_pTransform == nullptr) return;
+    m_pTransform->TextTransform();
+    m_pTransform->NormalizePoint(m_Location, m_NormLocation);
+    OutTextNorm();
+}
+
+void CTextObj3D::OutTextNorm() {
+    const CFont3D* const font = CurrentFont();
+    if (m_bTextEnable == 0 || font == nullptr || m_pTransform == nullptr) return;
+    // The lists draw in ems, so the justification is needed in ems, too.
+    const double emSize = font->GetFontScaleFactor();
+    if (emSize == 0.0) return;
+    point3Dtype justify;
+    calccharjust(justify, font->TextWidth3D(m_String) / emSize,
+                 font->TextHeight3D(m_String) / emSize);
+    point3Dtype scale;
+    CalcComplexAspectRatio(scale);
+
+    m_pOpenGL->PushMatrix();
+    m_pTransform->TextTransform();
+    repostextstart3D(m_NormLocation);
+    TransformTextPlane(m_pTransform->GetRotation());
+    m_pOpenGL->Scale3D(scale.x, scale.y, scale.z);
+    repostextstart3D(justify);
+
+    const int colorMode = m_pOpenGL->GetColorMode();
+    m_pOpenGL->SetColorMode(0);
+    m_pOpenGL->SetFillStyle3D(m_Color, SetRGBD(0.0, 0.0, 0.0, 1.0), m_Color);
+    CallLists(*font);
+    m_pOpenGL->SetColorMode(colorMode);
+    m_pOpenGL->PopMatrix();
+}
+
+void CTextObj3D::CallLists(const CFont3D& font) const {
+    constexpr std::size_t most = std::numeric_limits<GLsizei>::max();
+    m_pOpenGL->SyncState();
+    glListBase(static_cast<GLuint>(font.GetListBase()));
+    glCullFace(GL_BACK);
+    glEnable(GL_CULL_FACE);
+    // Each letter moves OpenGL's matrix on; the rendering context is to find the one it set.
+    glPushMatrix();
+    glCallLists(static_cast<GLsizei>(std::min(m_String.size(), most)), GL_UNSIGNED_BYTE,
+                m_String.data());
+    glPopMatrix();
+    glDisable(GL_CULL_FACE);
+}
+
+void CTextObj3D::Transform() {
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr) return;
+    double matrix[16];
+    m_pOpenGL->LoadIdentity();
+    m_pOpenGL->PushMatrix();
+    m_pTransform->TransformAll();
+    m_pOpenGL->GetModelView(matrix);
+    m_pTransform->SetGraphTransform(matrix);
+    m_pOpenGL->PopMatrix();
+    m_pOpenGL->PushMatrix();
+    m_pTransform->TransformRotate();
+    m_pOpenGL->GetModelView(matrix);
+    m_pTransform->SetFontTransform(matrix);
+    m_pOpenGL->PopMatrix();
+    m_pOpenGL->LoadMatrixTransform(m_pTransform->GetGraphTransform());
+}
+
+void CTextObj3D::TransformTextPlane(const point3Dtype& chartRotation) {
+    if (m_pOpenGL == nullptr) return;
+    switch (m_TextPlane) {
+        case 0:
+            m_pOpenGL->Rotate3D(180.0, 0);
+            m_pOpenGL->Rotate3D(m_Rotation, 2);
+            break;
+        case 1:
+            m_pOpenGL->Rotate3D(m_Rotation, 1);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            break;
+        case 2:
+            m_pOpenGL->Rotate3D(m_Rotation, 0);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            m_pOpenGL->Rotate3D(-90.0, 1);
+            break;
+        case 3:
+            // Undoes the chart's rotation and its turn of z upward.
+            m_pOpenGL->Rotate3D(-chartRotation.z, 2);
+            m_pOpenGL->Rotate3D(-chartRotation.y, 1);
+            m_pOpenGL->Rotate3D(-chartRotation.x, 0);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            m_pOpenGL->Rotate3D(m_Rotation, 2);
+            break;
+        default:
+            break;
+    }
+    if (m_FlipX != 0) m_pOpenGL->Rotate3D(180.0, 0);
+    if (m_FlipY != 0) m_pOpenGL->Rotate3D(180.0, 1);
+}
+
+void CTextObj3D::CalcComplexAspectRatio(point3Dtype& scale) const {
+    const CFont3D* const font = CurrentFont();
+    if (font == nullptr || m_pTransform == nullptr) return;
+    if (m_TextPlane >= 0 && m_TextPlane <= 3) {
+        // Layouts depend on this rounded constant: at 90 degrees the cosine is 0.0003, not 0.
+        const double theta = m_Rotation * 0.01745;
+        const double c = std::abs(std::cos(theta));
+        const double s = std::abs(std::sin(theta));
+        const double aspect = m_pTransform->GetFontAspect();
+        scale.x = aspect * c + s;
+        scale.y = aspect * s + c;
+        scale.z = scale.x;
+    }
+    const double size = font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * m_CharSize;
+    scale.x *= size;
+    scale.y *= size;
+    scale.z *= size;
+}
+
+void CTextObj3D::calccharjust(point3Dtype& offset, double width, double height) const {
+    offset.x = detail::JustifyOffset(width, m_XJustify);
+    offset.y = detail::JustifyOffset(height, m_YJustify);
+    offset.z = 0.0;
+}
+
+void CTextObj3D::repostextstart3D(const point3Dtype& p) {
+    if (m_pOpenGL != nullptr) m_pOpenGL->Translate3D(p.x, p.y, p.z);
+}
+
+template <class Archive>
+void CTextObj3D::Record(Archive& record) {
+    record(nSelfID, m_nTransformID, m_String, m_Location, m_NormLocation, m_XJustify, m_YJustify);
+    record(m_Color, m_TextPlane, m_FlipX, m_FlipY, m_Rotation, m_bTextureEnable, m_Clipping);
+    record(m_bTextEnable, m_CharSize);
+}
+
+void CTextObj3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_TEXTOBJ3D);
+}
+void CTextObj3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_TEXTOBJ3D);
+}
+
+}  // namespace varnel

@@ -1,0 +1,87 @@
+#include "varnel/chart/header.h"
+
+#include "varnel/foundation/detail/record.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+int CHeader3D::nSelfID = 0;
+
+CHeader3D::CHeader3D() {
+    InitHeaderDefaults();
+}
+
+CHeader3D::CHeader3D(COpenGL* gl) : CHeader3D() {
+    InitHeaders(gl);
+}
+
+CHeader3D::~CHeader3D() = default;
+
+void CHeader3D::InitHeaderDefaults() {
+    constexpr detail::Origin origin = {ERR3DCLASS_HEADER3D, "InitHeaderDefaults"};
+    m_HeaderMargin = 0.05;
+    m_ViewAspect = 1.0;
+    m_FontHeightSF = 1.0;
+    m_FontSize = 0.1;
+    m_HeaderEnable = 1;
+    m_pTitle1 = detail::NewObject<CTextObj3D>(origin);
+    m_pTitle2 = detail::NewObject<CTextObj3D>(origin);
+    m_pFooter = detail::NewObject<CTextObj3D>(origin);
+    ++nSelfID;
+    m_Signature = kSignature;
+}
+
+void CHeader3D::InitHeaders(COpenGL* gl) {
+    constexpr detail::Origin origin = {ERR3DCLASS_HEADER3D, "InitHeaders"};
+    detail::Require(gl, ERR3D_OPENGL_PARAMETER, origin);
+    m_pOpenGL = gl;
+    // The texts may hold the transform of an earlier call: it goes when all of them have the new
+    // one.
+    auto transform = detail::NewObject<CTransform3D>(origin, gl);
+    for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()})
+        text->InitTextObj(gl, gl->GetFont(), transform.get());
+    m_TransformID = transform->GetSelfID();
+    m_pTransform = std::move(transform);
+}
+
+void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) {
+    point3Dtype location;
+    AssignPoint3D(location, 0.0, 0.0, y);
+    text.SetNormLocation(location);
+    text.SetJustify(1, yJustify);
+    text.OutTextNorm();
+}
+
+void CHeader3D::DrawHeader() {
+    if (m_HeaderEnable == 0 || m_pTransform == nullptr) return;
+    m_pTransform->SetFontAspect(m_ViewAspect);
+    m_pTransform->SetFontHeightSF(m_FontHeightSF);
+    double y = 1.0 - m_HeaderMargin;
+    if (m_pTitle1->TextWidth() != 0.0) {
+        DrawLine(*m_pTitle1, y, 2);
+        y -= m_pTitle1->TextHeight() * 5.0 / 3.0;
+    }
+    if (m_pTitle2->TextWidth() != 0.0) DrawLine(*m_pTitle2, y, 2);
+    if (m_pFooter->TextWidth() != 0.0) DrawLine(*m_pFooter, -1.0 + m_HeaderMargin, 0);
+}
+
+template <class Archive>
+void CHeader3D::Record(Archive& record) {
+    record(nSelfID, m_TransformID, m_HeaderMargin, m_ViewAspect, m_FontHeightSF, m_FontSize);
+    record(m_HeaderEnable);
+    for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()}) {
+        if constexpr (Archive::kLoading)
+            text->Load(&record.GetFile());
+        else
+            text->Save(&record.GetFile());
+    }
+}
+
+void CHeader3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_HEADER3D);
+}
+void CHeader3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_HEADER3D);
+}
+
+}  // namespace varnel
