@@ -17,11 +17,13 @@
 namespace varnel {
 
 /// Opens an existing file for reading; null when that is not possible (missing, a folder, no
-/// permission).
+/// permission, a device or pipe that gives more than 256 MiB).
 VARNEL_API std::unique_ptr<File> OpenInputFile(const CString& name);
 
 /// Creates a file, or prepares to replace the one that is there; null when that is not possible
 /// (missing folder, no permission, a read-only target). Nothing is final before File::Commit.
+/// Symbolic links are followed. A replaced file keeps its owner and permissions; one whose owner
+/// cannot be kept is written directly.
 VARNEL_API std::unique_ptr<File> OpenOutputFile(const CString& name);
 
 /// A file that lives in memory: written at its end, read from its start.

@@ -16,13 +16,20 @@ class VARNEL_API GLContext {
  public:
     /// A context for the selected bitmap of `target`, made current. Null when no driver gives a
     /// desktop compatibility context with a complete framebuffer of that size; then `why` says in
-    /// one line what was tried and what each attempt answered.
+    /// one line what was tried and what each attempt answered. The framebuffer starts cleared, the
+    /// viewport covers it. The environment variable VARNEL_EGL names the driver's platform
+    /// (surfaceless, device, device:n, software, default); without it each is tried.
     static std::unique_ptr<GLContext> Create(const CDC& target, std::string& why);
 
+    /// Legal on any thread where no other one uses it; when it is current here, none is afterwards.
     virtual ~GLContext();
 
-    /// Makes this the thread's context, with its framebuffer bound. False when that fails.
+    /// Makes this the thread's context, with its framebuffer bound. False when that fails: it is
+    /// current on another thread, or the host has a GLX context that no HostContextGuard keeps.
     virtual bool MakeCurrent() = 0;
+
+    /// Makes a context of this library that is current on the thread non-current; another one, the
+    /// host's, stays.
     static void MakeNonCurrent();
 
     /// The context of this library that is current on the thread, null when none is (any more).
@@ -32,8 +39,10 @@ class VARNEL_API GLContext {
     /// bitmap's own format and row order.
     virtual void ReadBack() = 0;
 
-    /// Asks for multisampling (0: none). The nearest number that the driver has is used; where it
-    /// has none, everything is drawn larger and averaged. The framebuffer's content is lost.
+    /// Asks for multisampling (0 and 1: none). The nearest number that the driver has is used; where
+    /// it has none, or the environment variable VARNEL_OVERSAMPLE is 1, everything is drawn larger
+    /// and averaged. The framebuffer's content is lost; the viewport stays and has to be set anew
+    /// where PixelScale changes.
     virtual void SetSamples(int samples) = 0;
     virtual int GetSamples() const = 0;
 
@@ -42,8 +51,9 @@ class VARNEL_API GLContext {
     /// it.
     virtual int PixelScale() const = 0;
 
-    /// Keeps the context that the host had current on this thread and gives it back at the end of
-    /// the scope. Without one, what is current at the end stays current.
+    /// Keeps the context that the host had current on this thread (of EGL or GLX) and gives it back
+    /// at the end of the scope, with the interface that EGL calls are bound to. Without one, what is
+    /// current at the end stays current. Guards inside a guard do nothing.
     class HostContextGuard;
 };
 

@@ -1,0 +1,91 @@
+#include "varnel/platform/png_file.h"
+
+#include <png.h>
+
+#include <csetjmp>
+#include <new>
+#include <vector>
+
+#include "varnel/platform/detail/pixel_rows.h"
+
+namespace varnel {
+namespace {
+
+/// Where the bytes go, and whether they arrive.
+struct Sink {
+    File* file;
+    bool failed = false;
+};
+
+// The PNG library leaves these through longjmp, which must not meet an exception or a destructor.
+extern "C" {
+
+void OnPngData(png_structp png, png_bytep bytes, std::size_t size) {
+    auto* sink = static_cast<Sink*>(png_get_io_ptr(png));
+    try {
+        sink->file->Write(bytes, size);
+    } catch (...) {
+        sink->failed = true;
+    }
+    if (sink->failed) png_error(png, "");
+}
+
+void OnPngFlush(png_structp) {
+}
+
+void OnPngError(png_structp png, png_const_charp) {
+    png_longjmp(png, 1);
+}
+
+void OnPngWarning(png_structp, png_const_charp) {
+}
+
+}  // extern "C"
+
+/// Encodes all rows; false when the library gave up. `row` has room for a row of 32-bit pixels.
+/// Nothing in here may have a destructor.
+bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row) {
+    if (setjmp(png_jmpbuf(png))) return false;
+    png_set_user_limits(png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(bitmap.Width()),
+                 static_cast<png_uint_32>(bitmap.Height()), 8, PNG_COLOR_TYPE_RGB,
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_compression_level(png, 1);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+    png_write_info(png, info);
+    png_set_bgr(png);
+    png_set_filler(png, 0, PNG_FILLER_AFTER);
+    for (int y = 0; y < bitmap.Height(); ++y) {
+        detail::UnpackRow(bitmap, 0, y, static_cast<std::size_t>(bitmap.Width()), row);
+        png_write_row(png, row);
+    }
+    png_write_end(png, info);
+    return true;
+}
+
+/// The PNG library's two objects.
+struct Writer {
+    png_structp png =
+        png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, OnPngError, OnPngWarning);
+    png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
+
+    Writer() = default;
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+    ~Writer() { png_destroy_write_struct(&png, &info); }
+};
+
+}  // namespace
+
+void WritePNG(const Bitmap& bitmap, File& file) {
+    std::vector<BYTE> row(static_cast<std::size_t>(bitmap.Width()) * 4);
+    Writer writer;
+    if (writer.info == nullptr) throw std::bad_alloc();
+    Sink sink{&file};
+    png_set_write_fn(writer.png, &sink, OnPngData, OnPngFlush);
+    if (Encode(writer.png, writer.info, bitmap, row.data())) return;
+    if (sink.failed) throw FileException();
+    throw std::bad_alloc();
+}
+
+}  // namespace varnel
