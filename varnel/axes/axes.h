@@ -24,6 +24,9 @@ class VARNEL_API CAxes3D {
  public:
     static constexpr int kSignature = 202;
 
+    /// How often SetAxesDefaults ran; the first word of every record, which Load takes over.
+    static int nSelfID;
+
     /// Defaults alone.
     CAxes3D();
     /// Axes between two corners of the box, in data units. Context and transform are not owned.
@@ -42,16 +45,13 @@ class VARNEL_API CAxes3D {
     /// Parameter Error"), and sets the limits of the axes from the two corners.
     void InitAxes(COpenGL* gl, CTransform3D* transform);
     void SetAxesLimits(const point3Dtype& minPoint, const point3Dtype& maxPoint);
-    /// Deletes axes and labels.
+    /// Deletes axes and labels; what is drawn then is nothing, what is saved are default ones.
     void FreeAxes();
 
     /// The axis or the labels of axis 0..2, owned here; null otherwise.
     CAxis3D* GetAxis(int axis) const;
     CAxisLabels3D* GetAxisLabels(int axis) const;
 
-    /// How many axes objects were initialised in this process, or what the last file said.
-    static int GetSelfIDCounter() { return nSelfID; }
-    static void SetSelfIDCounter(int counter) { nSelfID = counter; }
     /// The identifier of the transform, for binding again after Load.
     int GetTransformID() const { return m_nTransformID; }
 
@@ -237,7 +237,14 @@ class VARNEL_API CAxes3D {
     };
     struct GridDirection;
 
+    static constexpr int kFlatPlane = 0;  ///< values of m_WallMode
+    static constexpr int kWall = 1;
+
+    void ShowPlane(int plane, const RGBDType& fill, const RGBDType& outline, int mode);
+    void MakeMissingAxes();
+    void SetPlaneTable();
     void InitPlaneGridTable(int plane, int first, int second, int normal);
+    bool HasPlaneTable() const;
     void DrawAxesLines();
     void DrawAxesPlanes();
     void DrawAxesLabels();
@@ -246,20 +253,19 @@ class VARNEL_API CAxes3D {
     void DrawPlaneGrid(int plane);
     void DrawLinPlaneGrid(int plane, int dir);
     void DrawLogPlaneGrid(int plane, int dir);
-    bool StartGrid(int plane, int dir, GridDirection& grid);
+    GridDirection StartGrid(int plane, int dir);
     void DrawGridLine(const GridDirection& grid, double value);
     void PlaneGridLine(int plane, const point3Dtype& a, const point3Dtype& b);
     void PlaneGridTic(int plane, const point3Dtype& a, double length);
     point3Dtype CalcPlanePoint(int plane, const point3Dtype& a, double distance) const;
-    void UsePlaneColorMode(int plane);
+    void StartPlane(int plane);
+    void EndPlane();
     void DrawPlaneColor(int plane);
     void DrawWallPlane(int plane);
     double NormalCoordinate(int plane) const;
-    bool IsComplete() const;
+    double OutwardDistance(int plane, double fraction) const;
     template <class Archive>
     void RecordPlanes(Archive& record);
-
-    static int nSelfID;
 
     COpenGL* m_pOpenGL;
     CTransform3D* m_pTransform;

@@ -19,6 +19,9 @@ class VARNEL_API CAxis3D {
  public:
     static constexpr int kSignature = 303;
 
+    /// How often InitAxisDefaults ran; the first word of every record, which Load takes over.
+    static int nSelfID;
+
     /// Defaults alone; draws nothing before InitAxis and a limit setter.
     CAxis3D();
     /// An x axis. Context and transform are not owned, here and below.
@@ -35,9 +38,6 @@ class VARNEL_API CAxis3D {
     /// Error"), in that order, and makes it the axis of a type 0..2.
     void InitAxis(COpenGL* gl, CTransform3D* transform, int axisType);
 
-    /// How many axes were initialised in this process, or what the last file said.
-    static int GetSelfIDCounter() { return nSelfID; }
-    static void SetSelfIDCounter(int counter) { nSelfID = counter; }
     /// The identifier of the transform, for binding again after Load.
     int GetTransformID() const { return m_nTransformID; }
 
@@ -151,8 +151,6 @@ class VARNEL_API CAxis3D {
 
  private:
     void DrawTic(double value, bool major);
-
-    static int nSelfID;
 
     COpenGL* m_pOpenGL;
     CTransform3D* m_pTransform;

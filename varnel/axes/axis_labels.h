@@ -27,6 +27,9 @@ class VARNEL_API CAxisLabels3D {
  public:
     static constexpr int kSignature = 404;
 
+    /// How often InitAxisLabelsDefaults ran; the first word of every record, which Load takes over.
+    static int nSelfID;
+
     /// Defaults alone. Raises "Object New Error" ("InitAxisLabelsDefaults") without memory for the
     /// title.
     CAxisLabels3D();
@@ -44,9 +47,7 @@ class VARNEL_API CAxisLabels3D {
     /// Error") and an axis; the title's plane follows from the axis type.
     void InitAxisLabels(COpenGL* gl, CTransform3D* transform, CAxis3D* axis);
 
-    /// How many label objects were initialised in this process, or what the last file said.
-    static int GetSelfIDCounter() { return nSelfID; }
-    static void SetSelfIDCounter(int counter) { nSelfID = counter; }
+    /// The identifier of the transform, for binding again after Load.
     int GetTransformID() const { return m_nTransformID; }
 
     // --- Labels ----------------------------------------------------------------------------------
@@ -179,21 +180,20 @@ class VARNEL_API CAxisLabels3D {
     void Record(Archive& record);
 
  private:
-    struct Place;
+    struct Run;
 
     CString AxisNumToString(double value, int format) const;
     int CXJAL3(int axisType, int plane, int rotation) const;
     int CYJAL3(int axisType, int plane, int rotation) const;
     void InitLabelJustTable();
-    Place StartLabels() const;
-    void CalcLabel(const Place& place, double value, int index, point3Dtype& location);
+    bool CanCalculate() const;
+    Run StartRun() const;
+    void CalcLabel(Run& run, double value);
     void calcticpoint(point3Dtype& p, double length, int dir) const;
     void calctitlepoint(point3Dtype& p, double length, int dir) const;
-    void CalcAxisTitle(const CAxis3D* axis, point3Dtype& location);
+    void CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLabel);
     template <class Archive>
     void RecordStrings(Archive& record);
-
-    static int nSelfID;
 
     COpenGL* m_pOpenGL;
     CAxis3D* m_pAxis;

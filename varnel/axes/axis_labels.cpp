@@ -1,0 +1,431 @@
+#include "varnel/axes/axis_labels.h"
+
+#include <algorithm>
+
+#include "varnel/axes/axis.h"
+#include "varnel/axes/detail/axis_points.h"
+#include "varnel/axes/detail/axis_walk.h"
+#include "varnel/axes/detail/label_layout.h"
+#include "varnel/axes/detail/label_text.h"
+#include "varnel/axes/text_object.h"
+#include "varnel/foundation/detail/record.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+
+/// Labels of a logarithmic x or y axis stand lower than the axis by this much of a working range.
+constexpr double kLogLabelDrop = 0.02;
+
+/// The opposite of a direction 0..5.
+int Opposite(int dir) {
+    return dir < 0 || dir > 5 ? dir : (dir + 3) % 6;
+}
+
+}  // namespace
+
+int CAxisLabels3D::nSelfID = 0;
+
+/// One calculation of all labels: what is the same for each, and how far it has come.
+struct CAxisLabels3D::Run {
+    double min = 0.0;
+    double max = 0.0;
+    double center = 0.0;
+    double i1 = 0.0;  ///< the two other coordinates of every label
+    double i2 = 0.0;
+    double offset = 0.0;     ///< distance off the axis, a fraction of a working range
+    double tolerance = 0.0;  ///< within which a label counts as an end label
+    detail::Justification just;
+    int index = 0;         ///< of the next label; counts hidden ones, too
+    point3Dtype location;  ///< of the last label, in data units
+};
+
+CAxisLabels3D::CAxisLabels3D() {
+    InitAxisLabelsDefaults();
+}
+
+CAxisLabels3D::CAxisLabels3D(COpenGL* gl, CTransform3D* transform, CAxis3D* axis)
+    : CAxisLabels3D() {
+    InitAxisLabels(gl, transform, axis);
+}
+
+CAxisLabels3D::~CAxisLabels3D() = default;
+
+void CAxisLabels3D::InitAxisLabelsDefaults() {
+    m_pOpenGL = nullptr;
+    m_pAxis = nullptr;
+    m_pTransform = nullptr;
+    m_LabelObjs.RemoveAll();
+    m_AxisType = 0;
+    m_LabelsPlane = 3;
+    m_LabelsDir = 0;
+    m_LabelsRotation = 0;
+    m_LabelsDecimals = 0;
+    m_LabelsFormat = 0;
+    m_LabelsEnds = 7;
+    m_LabelsXJust = -1;
+    m_LabelsYJust = -1;
+    m_NumLabelsStrings = 0;
+    m_TitlePlane = 3;
+    m_TitleDir = 0;
+    m_TitleRotation = 0;
+    m_TitleXJust = 0;
+    m_TitleYJust = 1;
+    m_bAutoTitle = 1;
+    m_LabelsNthTic = 1;
+    m_LabelsTicOffset = 1.5;
+    m_LabelsSize = 1.0;
+    m_TitleSize = 1.0;
+    InitLabelJustTable();
+    m_bLabelsEnable = 0;
+    m_bTextureEnable = 0;
+    m_bStringsEnable = 0;
+    m_LabelsFlipX = 0;
+    m_LabelsFlipY = 0;
+    m_TitleFlipX = 0;
+    m_TitleFlipY = 0;
+    m_LabelsColor = kBlack;
+    m_TitleColor = RGBDType{};
+    m_pLabelsStrings.reset();
+    m_EngString = " KMBT";
+    m_nSignature = kSignature;
+    m_nTransformID = 0;
+    ++nSelfID;
+    m_pTitleObj =
+        detail::NewObject<CTextObj3D>({ERR3DCLASS_AXISLABELS3D, "InitAxisLabelsDefaults"});
+}
+
+void CAxisLabels3D::InitAxisLabels(COpenGL* gl, CTransform3D* transform, CAxis3D* axis) {
+    constexpr detail::Origin origin{ERR3DCLASS_AXISLABELS3D, "InitAxisLabels"};
+    detail::Require(gl, ERR3D_OPENGL_PARAMETER, origin);
+    detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
+    m_pOpenGL = gl;
+    m_pTransform = transform;
+    m_pAxis = axis;
+    if (axis != nullptr) m_AxisType = axis->GetAxisType();
+    m_pTitleObj->InitTextObj(gl, gl->GetFont(), transform);
+    m_TitlePlane = CalcTitlePlane(m_AxisType);
+    m_pTitleObj->SetTextPlane(m_TitlePlane);
+    m_pTitleObj->SetJustify(m_TitleXJust, m_TitleYJust);
+    m_pTitleObj->SetRotation(m_TitleRotation);
+    m_pTitleObj->SetColor(m_LabelsColor);
+    m_nTransformID = transform->GetSelfID();
+}
+
+void CAxisLabels3D::SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
+                                  const RGBDType& color, const CString* strings, int count) {
+    m_LabelsPlane = plane;
+    m_LabelsRotation = rotation;
+    m_LabelsDir = dir;
+    m_LabelsDecimals = decimals;
+    m_LabelsEnds = ends;
+    m_LabelsColor = color;
+    m_bLabelsEnable = 1;
+    InitTicStringsStorage(strings, count);
+}
+
+void CAxisLabels3D::SetAxisLabelsStrings(const CString* strings, int count) {
+    if (strings != nullptr) {
+        InitTicStringsStorage(strings, count);
+    } else {
+        DeleteTicStringsStorage();
+    }
+}
+
+void CAxisLabels3D::InitTicStringsStorage(const CString* strings, int count) {
+    if (strings == nullptr) return;
+    if (count < 0)
+        detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage");
+    // The new copies are made first: `strings` may be the array that is kept here.
+    auto copies = detail::AllocateOrRaise(
+        ERR3D_OBJECT_NEW, {ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage"}, [&] {
+            auto array = std::make_unique<CString[]>(static_cast<std::size_t>(count));
+            std::copy(strings, strings + count, array.get());
+            return array;
+        });
+    m_pLabelsStrings = std::move(copies);
+    m_NumLabelsStrings = count;
+    m_bStringsEnable = 1;
+}
+
+void CAxisLabels3D::DeleteTicStringsStorage() {
+    m_pLabelsStrings.reset();
+}
+
+void CAxisLabels3D::SetAxisTitle(int plane, int rotation, int dir, int /*ignored*/, int xJust,
+                                 int yJust, const RGBDType& color, const CString& title) {
+    m_TitlePlane = plane;
+    m_TitleRotation = rotation;
+    m_TitleDir = dir;
+    m_TitleXJust = xJust;
+    m_TitleYJust = yJust;
+    m_TitleColor = color;
+    SetAxisTitleString(title);
+    m_bAutoTitle = 0;
+}
+
+void CAxisLabels3D::SetAxisTitleString(const CString& title) {
+    m_pTitleObj->SetString(title);
+}
+
+void CAxisLabels3D::GetAxisTitleString(CString& title) const {
+    m_pTitleObj->GetString(title);
+}
+
+void CAxisLabels3D::DrawAxisLabels() {
+    FreeLabelObjs();
+    CalcAxisLabels();
+    for (const auto& label : m_LabelObjs)
+        label->OutText();
+    m_pTitleObj->OutTextNorm();
+}
+
+bool CAxisLabels3D::CanCalculate() const {
+    return m_bLabelsEnable != 0 && m_pOpenGL != nullptr && m_pTransform != nullptr &&
+           m_pAxis != nullptr;
+}
+
+void CAxisLabels3D::CalcAxisLabels() {
+    if (!CanCalculate()) return;
+    if (m_pTransform->GetAxisScaleMode(m_AxisType) != 0) {
+        CalcLogAxisLabels();
+    } else {
+        CalcLinAxisLabels();
+    }
+}
+
+CAxisLabels3D::Run CAxisLabels3D::StartRun() const {
+    Run run;
+    run.min = m_pAxis->GetAxisMin();
+    run.max = m_pAxis->GetAxisMax();
+    run.center = m_pAxis->GetAxisIntercept(0);
+    run.i1 = m_pAxis->GetAxisIntercept(1);
+    run.i2 = m_pAxis->GetAxisIntercept(2);
+    const double unit = std::max(m_pAxis->GetAxisMajorTicLength(), m_pAxis->GetAxisWallThickness());
+    run.offset = m_LabelsTicOffset * unit;
+    run.tolerance = m_pAxis->GetAxisRange() / 1000.0;
+    const bool inverted = m_pTransform->IsScaleInverted(m_LabelsDir) != 0;
+    run.just = detail::LabelJustification(
+        m_JustTable, {m_AxisType, m_LabelsPlane, m_LabelsRotation, m_LabelsDir, m_LabelsXJust,
+                      m_LabelsYJust, inverted, m_LabelsFlipX != 0, m_LabelsFlipY != 0});
+    return run;
+}
+
+void CAxisLabels3D::CalcLinAxisLabels() {
+    if (!CanCalculate()) return;
+    m_pOpenGL->SetFillStyle3D(m_LabelsColor, kBlack, kBlack);
+    Run run = StartRun();
+    detail::PointOnAxis(m_AxisType, run.min, run.i1, run.i2, run.location);
+    const double step = m_pAxis->GetAxisNthTicMajor() * m_pAxis->GetAxisTicSpace();
+    detail::WalkLinear(run.center, step, run.min, run.max,
+                       [&](double value, int) { CalcLabel(run, value); });
+    CalcAxisTitle(m_pAxis, run.location);
+}
+
+void CAxisLabels3D::CalcLogAxisLabels() {
+    if (!CanCalculate()) return;
+    const int nthTic = m_pAxis->GetAxisNthTicMajor();
+    if (nthTic == 0) return;
+    m_pOpenGL->SetFillStyle3D(m_LabelsColor, kBlack, kBlack);
+    Run run = StartRun();
+    run.min = m_pTransform->LogLimits(m_AxisType, run.min);
+    run.max = m_pTransform->LogLimits(m_AxisType, run.max);
+    run.center = m_pTransform->LogLimits(m_AxisType, run.center);
+    run.i1 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(1), run.i1);
+    run.i2 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(2), run.i2);
+    detail::PointOnAxis(m_AxisType, run.min, run.i1, run.i2, run.location);
+    if (m_AxisType == 0 || m_AxisType == 1)
+        run.i2 -= detail::WorkingDistance(*m_pTransform, m_LabelsDir, kLogLabelDrop);
+    detail::WalkLogLabels(run.center, run.min, run.max, nthTic < 2,
+                          [&](double value) { CalcLabel(run, value); });
+    CalcAxisTitle(m_pAxis, run.location);
+}
+
+void CAxisLabels3D::CalcLabel(Run& run, double value) {
+    detail::PointOnAxis(m_AxisType, value, run.i1, run.i2, run.location);
+    calcticpoint(run.location, run.offset, m_LabelsDir);
+    const int index = run.index++;
+    if (!detail::IsLabelShown(value, run.min, run.center, run.max, run.tolerance, m_LabelsEnds))
+        return;
+    CString text;
+    if (m_pLabelsStrings == nullptr || m_bStringsEnable == 0) {
+        text = AxisNumToString(value, m_LabelsFormat);
+    } else if (index < m_NumLabelsStrings) {
+        text = m_pLabelsStrings[static_cast<std::size_t>(index)];
+    }
+    CTextObj3D* const label = m_LabelObjs.GetAt(NewLabelObj(text) - 1);
+    label->SetJustify(run.just.x, run.just.y);
+    label->SetColor(m_LabelsColor);
+    label->SetLocation(run.location);
+    label->SetRotation(m_LabelsRotation);
+    label->SetFlipX(m_LabelsFlipX);
+    label->SetFlipY(m_LabelsFlipY);
+    label->SetTextPlane(m_LabelsPlane);
+    label->SetCharSize(m_LabelsSize);
+}
+
+int CAxisLabels3D::NewLabelObj(const CString& s) {
+    constexpr detail::Origin origin{ERR3DCLASS_AXISLABELS3D, "NewLabelObj"};
+    return detail::AllocateOrRaise(ERR3D_OBJECT_NEW, origin, [&] {
+        CFont3D* const font = m_pOpenGL == nullptr ? nullptr : m_pOpenGL->GetFont();
+        m_LabelObjs.Append(std::make_unique<CTextObj3D>(m_pOpenGL, font, m_pTransform, s));
+        return m_LabelObjs.GetCount();
+    });
+}
+
+void CAxisLabels3D::FreeLabelObjs() {
+    m_LabelObjs.RemoveAll();
+}
+
+double CAxisLabels3D::GetMaxLabelLength() const {
+    double longest = 0.0;
+    for (const auto& label : m_LabelObjs)
+        longest = std::max(longest, label->TextWidth());
+    return longest;
+}
+
+int CAxisLabels3D::CalcTitlePlane(int axisType) {
+    constexpr int kPlanes[3] = {1, 2, 1};
+    return axisType < 0 || axisType > 2 ? 0 : kPlanes[axisType];
+}
+
+CString CAxisLabels3D::AxisNumToString(double value, int format) const {
+    return detail::LabelText(value, format, m_LabelsDecimals, m_EngString);
+}
+
+int CAxisLabels3D::CXJAL3(int axisType, int plane, int rotation) const {
+    return detail::TableJustification(m_JustTable, axisType, plane, rotation).x;
+}
+
+int CAxisLabels3D::CYJAL3(int axisType, int plane, int rotation) const {
+    return detail::TableJustification(m_JustTable, axisType, plane, rotation).y;
+}
+
+void CAxisLabels3D::InitLabelJustTable() {
+    detail::FillJustTable(m_JustTable);
+}
+
+/// Moves a point in data units by a fraction of the working range along a direction.
+void CAxisLabels3D::calcticpoint(point3Dtype& p, double length, int dir) const {
+    point3Dtype working = m_pTransform->CPTWS(p);
+    detail::MoveAlong(working, dir, detail::WorkingDistance(*m_pTransform, dir, length));
+    m_pTransform->CPFWS(p, working);
+}
+
+/// Moves a normalized point. On a scale that runs backwards, towards +x is to the left of the box:
+/// there the title goes where the labels went.
+void CAxisLabels3D::calctitlepoint(point3Dtype& p, double length, int dir) const {
+    const bool inverted = m_pTransform->IsScaleInverted(dir) != 0;
+    detail::MoveAlong(p, inverted ? Opposite(dir) : dir, length);
+}
+
+void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLabel) {
+    point3Dtype middle = lastLabel;
+    const double sum = m_pTransform->CVTWS(m_AxisType, axis->GetAxisMin()) +
+                       m_pTransform->CVTWS(m_AxisType, axis->GetAxisMax());
+    coordassign(middle, m_AxisType, m_pTransform->CVFWS(m_AxisType, sum / 2.0));
+    if (m_bAutoTitle != 0) {
+        const detail::TitleStyle style = detail::AutoTitleStyle(
+            m_AxisType, m_LabelsDir, {m_TitleRotation, {m_TitleXJust, m_TitleYJust}});
+        m_TitleRotation = style.rotation;
+        m_TitleXJust = style.just.x;
+        m_TitleYJust = style.just.y;
+    }
+    point3Dtype place;
+    m_pTransform->NormalizePoint(middle, place);
+    calctitlepoint(
+        place, detail::TitleDistance(m_AxisType, m_pTitleObj->TextHeight(), GetMaxLabelLength()),
+        m_LabelsDir);
+    m_pTitleObj->SetFlipX(m_TitleFlipX);
+    m_pTitleObj->SetFlipY(m_TitleFlipY);
+    m_pTitleObj->SetNormLocation(place);
+    m_pTitleObj->SetCharSize(m_TitleSize);
+    m_pTitleObj->SetColor(m_TitleColor);
+    m_pTitleObj->SetTextPlane(m_TitlePlane);
+    m_pTitleObj->SetRotation(m_TitleRotation);
+    m_pTitleObj->SetJustify(m_TitleFlipY != 0 ? detail::SwapTextJust(m_TitleXJust) : m_TitleXJust,
+                            m_TitleFlipX != 0 ? detail::SwapTextJust(m_TitleYJust) : m_TitleYJust);
+}
+
+void CAxisLabels3D::TransformTextPlane(const point3Dtype& chartRotation) {
+    if (m_pOpenGL == nullptr) return;
+    const double rotation = m_LabelsRotation;
+    switch (m_LabelsPlane) {
+        case 0:
+            m_pOpenGL->Rotate3D(180.0, 0);
+            m_pOpenGL->Rotate3D(rotation, 2);
+            break;
+        case 1:
+            m_pOpenGL->Rotate3D(rotation, 2);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            break;
+        case 2:
+            m_pOpenGL->Rotate3D(rotation, 2);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            m_pOpenGL->Rotate3D(-90.0, 2);
+            break;
+        case 3:
+            m_pOpenGL->Rotate3D(-chartRotation.z, 2);
+            m_pOpenGL->Rotate3D(-chartRotation.y, 1);
+            m_pOpenGL->Rotate3D(-chartRotation.x, 0);
+            m_pOpenGL->Rotate3D(90.0, 0);
+            m_pOpenGL->Rotate3D(rotation, 2);
+            break;
+        default:
+            break;
+    }
+}
+
+template <class Archive>
+void CAxisLabels3D::RecordStrings(Archive& record) {
+    if constexpr (Archive::kLoading) {
+        // Each string takes at least its length; an array that the file cannot hold is not there.
+        const int count = m_NumLabelsStrings;
+        m_NumLabelsStrings = 0;
+        m_pLabelsStrings.reset();
+        if (!record.Has(count, sizeof(std::int32_t)) || count == 0) return;
+        m_pLabelsStrings = detail::AllocateOrRaise(
+            ERR3D_OBJECT_NEW, {ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage"},
+            [count] { return std::make_unique<CString[]>(static_cast<std::size_t>(count)); });
+        m_NumLabelsStrings = count;
+    }
+    record.Array(m_pLabelsStrings.get(), static_cast<std::size_t>(m_NumLabelsStrings));
+}
+
+template <class Archive>
+void CAxisLabels3D::Record(Archive& record) {
+    if constexpr (!Archive::kLoading) {
+        // A transform may have got another identifier since the labels were bound to it, and
+        // strings may have gone without their number.
+        if (m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
+        if (m_pLabelsStrings == nullptr) m_NumLabelsStrings = 0;
+    }
+    record(nSelfID, m_nTransformID);
+    record(m_AxisType, m_LabelsPlane, m_LabelsDir, m_LabelsRotation, m_LabelsDecimals,
+           m_LabelsFormat, m_LabelsEnds, m_LabelsXJust, m_LabelsYJust, m_NumLabelsStrings);
+    record(m_LabelsFlipX, m_LabelsFlipY, m_TitleFlipX, m_TitleFlipY);
+    record(m_TitlePlane, m_TitleDir, m_TitleRotation, m_TitleXJust, m_TitleYJust, m_bAutoTitle);
+    record(m_LabelsTicOffset, m_LabelsSize, m_TitleSize);
+    record.Array(&m_JustTable[0][0][0][0], sizeof m_JustTable / sizeof(int));
+    record(m_bLabelsEnable, m_bTextureEnable, m_bStringsEnable);
+    record(m_LabelsColor, m_TitleColor);
+    RecordStrings(record);
+    if constexpr (Archive::kLoading) {
+        m_pTitleObj->Load(&record.GetFile());
+    } else {
+        m_pTitleObj->Save(&record.GetFile());
+    }
+}
+
+void CAxisLabels3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_AXISLABELS3D);
+}
+
+void CAxisLabels3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_AXISLABELS3D);
+}
+
+}  // namespace varnel
