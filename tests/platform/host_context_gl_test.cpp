@@ -6,6 +6,44 @@
 #include "tests/support/memory_target.h"
 #include "varnel/platform/gl_context.h"
 
+namespace {
+
+/// What the stand-ins for GLX below were told.
+struct GlxState {
+    int context = 0;  ///< its address is the host's context
+    int display = 0;
+    bool isCurrent = false;
+    unsigned long draw = 0, read = 0;
+    bool mixed = false;  ///< whether GLX was made current while EGL was
+};
+GlxState glx;
+
+}  // namespace
+
+// The library looks GLX up in its process, as it would find a host's.
+#define GLX_EXPORT extern "C" __attribute__((visibility("default")))
+
+GLX_EXPORT void* glXGetCurrentContext() {
+    return glx.isCurrent ? &glx.context : nullptr;
+}
+GLX_EXPORT void* glXGetCurrentDisplay() {
+    return &glx.display;
+}
+GLX_EXPORT unsigned long glXGetCurrentDrawable() {
+    return glx.draw;
+}
+GLX_EXPORT unsigned long glXGetCurrentReadDrawable() {
+    return glx.read;
+}
+GLX_EXPORT int glXMakeContextCurrent(void* display, unsigned long draw, unsigned long read,
+                                     void* context) {
+    glx.isCurrent = display == &glx.display && context == &glx.context;
+    glx.draw = draw;
+    glx.read = read;
+    if (glx.isCurrent) glx.mixed = eglGetCurrentContext() != EGL_NO_CONTEXT;
+    return 1;
+}
+
 namespace varnel {
 namespace {
 
@@ -83,6 +121,27 @@ TEST_P(HostContextGuard, GivesBackWhatTheHostHadCurrent) {
 
 INSTANTIATE_TEST_SUITE_P(Interfaces, HostContextGuard,
                          testing::Values(EGL_OPENGL_API, EGL_OPENGL_ES_API));
+
+TEST(HostContextGuardOfGlx, ReleasesBeforeAndGivesBackAfter) {
+    test::MemoryTarget target(4, 4);
+    std::string why;
+    std::unique_ptr<GLContext> context;
+    glx = {};
+    glXMakeContextCurrent(&glx.display, 7, 9, &glx.context);
+    ASSERT_TRUE(glx.isCurrent);
+    {
+        const GLContext::HostContextGuard guard;
+        EXPECT_FALSE(glx.isCurrent) << "EGL refuses while GLX is current";
+        context = GLContext::Create(target.memory, why);
+        ASSERT_TRUE(context) << why;
+    }
+    EXPECT_TRUE(glx.isCurrent);
+    EXPECT_FALSE(glx.mixed);
+    EXPECT_EQ(glx.draw, 7u);
+    EXPECT_EQ(glx.read, 9u);
+    EXPECT_EQ(GLContext::Current(), nullptr);
+    glx = {};
+}
 
 TEST(HostContextGuardWithoutHost, LeavesTheLibrarysContextCurrent) {
     test::MemoryTarget target(4, 4);
