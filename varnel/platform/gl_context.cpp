@@ -54,16 +54,21 @@ class EglGLContext : public GLContext {
 struct ThreadContext {
     EglGLContext* context = nullptr;
     std::weak_ptr<bool> alive;
+
+    EglGLContext* Current() const {
+        return !alive.expired() && context->IsCurrent() ? context : nullptr;
+    }
+
+    // A context stays bound to a thread that has ended, and no other thread could use it.
+    ~ThreadContext() {
+        if (const EglGLContext* current = Current()) current->Release();
+    }
 };
 thread_local ThreadContext threadContext;
 
-EglGLContext* CurrentContext() {
-    const ThreadContext& last = threadContext;
-    return !last.alive.expired() && last.context->IsCurrent() ? last.context : nullptr;
-}
-
 void EglGLContext::BecomeThreadsContext() {
-    threadContext = {this, m_Alive};
+    threadContext.context = this;
+    threadContext.alive = m_Alive;
 }
 
 bool EglGLContext::MakeCurrent() {
@@ -136,11 +141,11 @@ std::unique_ptr<GLContext> GLContext::Create(const CDC& target, std::string& why
 }
 
 GLContext* GLContext::Current() {
-    return CurrentContext();
+    return threadContext.Current();
 }
 
 void GLContext::MakeNonCurrent() {
-    if (const EglGLContext* current = CurrentContext()) current->Release();
+    if (const EglGLContext* current = threadContext.Current()) current->Release();
 }
 
 }  // namespace varnel

@@ -78,8 +78,7 @@ void PackRow(const BYTE* bgra, std::size_t count, int bitsPerPixel, BYTE* out) {
                 std::memcpy(out + 3 * i, bgra + 4 * i, 3);
             break;
         default:
-            for (std::size_t i = 0; i < count; ++i, bgra += 4)
-                PutPixel(out + 4 * i, bgra[0], bgra[1], bgra[2]);
+            std::memcpy(out, bgra, 4 * count);
     }
 }
 

@@ -1,0 +1,53 @@
+#include "varnel/platform/png_file.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include "varnel/platform/files.h"
+
+namespace varnel {
+namespace {
+
+TEST(PNG, HoldsThePictureUpperLeftFirst) {
+    for (const int bits : {8, 24, 32}) {
+        Bitmap bitmap(3, 2, bits);
+        bitmap.ColorTable[1] = {1, 0, 0, 0};
+        bitmap.RowFromTop(0)[0] = 1;  // blue 1 in the upper left corner, at any depth
+        MemoryFile file;
+        WritePNG(bitmap, file);
+
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        ASSERT_TRUE(png_image_begin_read_from_memory(&image, file.GetBytes().data(),
+                                                     file.GetBytes().size()));
+        EXPECT_EQ(image.format, static_cast<png_uint_32>(PNG_FORMAT_RGB)) << "opaque, 8 bits";
+        ASSERT_EQ(PNG_IMAGE_SIZE(image), 18u);
+        std::vector<BYTE> pixels(18);
+        ASSERT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
+        std::vector<BYTE> expected(18);
+        expected[2] = 1;
+        EXPECT_EQ(pixels, expected) << bits;
+    }
+}
+
+TEST(PNG, AFailingMediumIsAFileException) {
+    class Failing : public MemoryFile {
+     public:
+        explicit Failing(std::size_t room) : m_Room(room) {}
+        void Write(const void* bytes, std::size_t size) override {
+            if (GetBytes().size() + size > m_Room) throw FileException();
+            MemoryFile::Write(bytes, size);
+        }
+
+     private:
+        std::size_t m_Room;
+    };
+    const Bitmap bitmap(100, 100, 24);
+    for (const std::size_t room : {0u, 20u, 100u}) {
+        Failing file(room);
+        EXPECT_THROW(WritePNG(bitmap, file), FileException);
+    }
+}
+
+}  // namespace
+}  // namespace varnel

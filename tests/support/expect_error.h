@@ -1,0 +1,29 @@
+// Checks that an operation raises one certain CErr3D.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "varnel/foundation/error.h"
+
+namespace varnel::test {
+
+/// Whether `operation()` throws a CErr3D with exactly these three values. Shows no notice.
+template <class Operation>
+testing::AssertionResult Raises(CErr3DTypes type, CErr3DClass cls, const CString& name,
+                                Operation&& operation) {
+    CErr3D::SetErrorReportMode(0);
+    testing::AssertionResult result = testing::AssertionFailure() << "nothing was raised";
+    try {
+        operation();
+    } catch (const CErr3D& e) {
+        result = e.m_ErrorType == type && e.m_ErrorClass == cls && e.m_FunctionName == name
+                     ? testing::AssertionSuccess()
+                     : testing::AssertionFailure()
+                           << "raised " << CErr3D::GetErrorDescription(e.m_ErrorType) << ", class "
+                           << e.m_ErrorClass << ", " << e.m_FunctionName;
+    }
+    CErr3D::SetErrorReportMode(1);
+    return result;
+}
+
+}  // namespace varnel::test
