@@ -1,0 +1,572 @@
+#include "varnel/render/opengl.h"
+
+#include <cmath>
+#include <limits>
+
+#include "tests/support/gl_fixture.h"
+#include "varnel/axes/font.h"
+
+namespace varnel {
+namespace {
+
+using test::CountLines;
+using test::CountPolygons;
+using test::ExtentOf;
+using test::Feedback;
+
+constexpr RGBDType kRed{1, 0, 0, 1};
+constexpr RGBDType kGreen{0, 1, 0, 1};
+constexpr RGBDType kBlack{0, 0, 0, 1};
+constexpr int kAll[6] = {1, 1, 1, 1, 1, 1};
+
+class OpenGL : public test::GLFixture {
+   protected:
+    void ExpectPixel(int x, int y, int r, int g, int b, int tolerance = 1) {
+        const RGBQUAD p = Pixel(x, y);
+        EXPECT_NEAR(p.rgbRed, r, tolerance) << x << ", " << y;
+        EXPECT_NEAR(p.rgbGreen, g, tolerance) << x << ", " << y;
+        EXPECT_NEAR(p.rgbBlue, b, tolerance) << x << ", " << y;
+    }
+    /// Looks at a box from above and from the side, as charts do.
+    void ViewFromAbove() {
+        GL().LoadIdentity();
+        GL().Rotate3D(-90, 0);
+        GL().Rotate3D(-20, 0);
+        GL().Rotate3D(25, 2);
+    }
+    bool Enabled(GLenum cap) {
+        GL().MakeCurrent();
+        return glIsEnabled(cap) != 0;
+    }
+};
+
+TEST_F(OpenGL, FillsInTheFillColourAndFramesWhenAsked) {
+    const point3Dtype square[5] = {
+        {-0.5, -0.5, 0, 0}, {-0.5, 0.5, 0, 0}, {0.5, 0.5, 0, 0}, {0.5, -0.5, 0, 0}, {-0.5, -0.5, 0, 0}};
+    GL().SetFillStyle3D(kRed, kBlack, kGreen);
+    Draw([&] { GL().PolyFillAbs3D(square, 5); });
+    ExpectPixel(50, 50, 255, 0, 0);
+    ExpectPixel(26, 50, 255, 0, 0);
+    ExpectPixel(20, 50, 255, 255, 255);
+    EXPECT_EQ(Inked(), 50 * 50);
+
+    GL().SetFrameFilled(1);
+    GL().SetLineWidth3D(3);
+    Draw([&] { GL().PolyFillAbs3D(square, 5); });
+    ExpectPixel(25, 50, 0, 255, 0);
+    ExpectPixel(50, 50, 255, 0, 0);
+}
+
+TEST_F(OpenGL, FramesAreSeenWholeOnTiltedFills) {
+    // A fan of tilted quadrilaterals: every frame pixel must win against the fills beside it.
+    const auto draw = [&] {
+        for (int i = 0; i < 12; ++i) {
+            const double x = -0.9 + 0.15 * i;
+            const point3Dtype quad[5] = {{x, -0.8, 0.1 * (i % 3), 0},
+                                         {x, 0.8, 0.5, 0},
+                                         {x + 0.15, 0.8, 0.5, 0},
+                                         {x + 0.15, -0.8, 0.1 * ((i + 1) % 3), 0},
+                                         {x, -0.8, 0.1 * (i % 3), 0}};
+            GL().SetFillStyle3D(kRed, kRed, kBlack);
+            GL().PolyFillAbs3D(quad, 5);
+        }
+    };
+    const auto blackPixels = [&] {
+        int n = 0;
+        for (int y = 0; y < kSize; ++y)
+            for (int x = 0; x < kSize; ++x) n += Pixel(x, y).rgbRed == 0 ? 1 : 0;
+        return n;
+    };
+    GL().SetFrameFilled(1);
+    Draw(draw);
+    const int offset = blackPixels();
+    // Frames alone, nothing to lose against.
+    GL().SetFillStyle3D(kRed, kRed, kBlack);
+    Draw([&] {
+        for (int i = 0; i < 12; ++i) {
+            const double x = -0.9 + 0.15 * i;
+            const point3Dtype quad[5] = {{x, -0.8, 0.1 * (i % 3), 0},
+                                         {x, 0.8, 0.5, 0},
+                                         {x + 0.15, 0.8, 0.5, 0},
+                                         {x + 0.15, -0.8, 0.1 * ((i + 1) % 3), 0},
+                                         {x, -0.8, 0.1 * (i % 3), 0}};
+            GL().Frame3D(quad, 5);
+        }
+    });
+    EXPECT_GE(offset, blackPixels() * 98 / 100);
+    GL().SetFrameOffset(0);
+    Draw(draw);
+    EXPECT_LT(blackPixels(), offset);
+}
+
+TEST_F(OpenGL, CollectingDrawsTheSamePicture) {
+    const auto draw = [&] {
+        ViewFromAbove();
+        GL().SetColorMode(1);
+        GL().SetLineWidth3D(1.0);
+        for (int i = -2; i <= 2; ++i) {
+            GL().SetFrameFilled(1);
+            GL().DrawPrism3D(0.3 * i - 0.1, -0.2, -0.4, 0.2, 0.4, 0.2 + 0.1 * (i + 2), kRed, kBlack);
+            GL().SetLineStyle3D(i & 1 ? 3 : 0, 2.0, kGreen);
+            GL().LineAbs3D({0.3 * i, -0.5, -0.5, 0}, {0.3 * i, 0.5, 0.5, 0});
+            GL().SetFrameFilled(0);
+            GL().PushMatrix();
+            GL().Translate3D(0.3 * i, 0.5, 0.0);
+            GL().Scale3D(0.2, 0.2, 0.2);
+            GL().DrawDiamondSolidObject3D(1, 1, 2, kGreen, kBlack);
+            GL().PopMatrix();
+        }
+        GL().SetColorMode(0);
+    };
+    Draw(draw);
+    const std::vector<BYTE> direct(m_Section->FindDIBBits(),
+                                   m_Section->FindDIBBits() + kSize * kSize * 4);
+    Draw([&] {
+        const CollectScope scope(GL());
+        draw();
+    });
+    int differing = 0;
+    for (std::size_t i = 0; i < direct.size(); i += 4)
+        if (!std::equal(&direct[i], &direct[i] + 4, m_Section->FindDIBBits() + i)) ++differing;
+    EXPECT_EQ(differing, 0);
+}
+
+TEST_F(OpenGL, LinesUseTheStippleOfTheirStyle) {
+    const auto pixels = [&](int style) {
+        GL().SetLineStyle3D(style, 1.0, kBlack);
+        Draw([&] { GL().LineAbs3D({-0.99, 0.01, 0, 0}, {0.99, 0.01, 0, 0}); });
+        return Inked();
+    };
+    const int solid = pixels(0);
+    EXPECT_EQ(solid, 99);
+    EXPECT_NEAR(pixels(3), solid / 2, 1);   // every other pixel
+    EXPECT_NEAR(pixels(1), solid / 8, 1);   // one in eight
+    EXPECT_EQ(pixels(12), solid);
+    EXPECT_EQ(pixels(16), solid);
+    EXPECT_EQ(pixels(-1), solid);
+}
+
+TEST_F(OpenGL, PolylinesTakeTheColourThatIsCurrentAtEachVertex) {
+    GL().SetLineStyle3D(0, 3.0, kRed);
+    GL().SetColorMode(1);
+    Draw([&] {
+        GL().StartLineAbs3D({-0.9, 0, 0, 0});
+        GL().SetFillStyle3D(kGreen, kGreen, kGreen);
+        GL().AppendLineAbs3D({0, 0, 0, 0});
+        GL().EndLineAbs3D({0.9, 0, 0, 0});
+    });
+    ExpectPixel(6, 50, 252, 2, 0, 8);
+    ExpectPixel(50, 50, 0, 255, 0, 6);
+    ExpectPixel(80, 50, 0, 255, 0, 1);
+    EXPECT_EQ(GL().GetColorMode(), 1);
+    EXPECT_TRUE(Enabled(GL_LIGHTING));
+}
+
+TEST_F(OpenGL, AnUnfinishedPolylineIsDroppedAndGivesTheColourModeBack) {
+    GL().SetColorMode(1);
+    const point3Dtype frame[2] = {{-0.5, 0.5, 0, 0}, {0.5, 0.5, 0, 0}};
+    Draw([&] {
+        GL().StartLineAbs3D({-0.9, 0, 0, 0});
+        GL().AppendLineAbs3D({0.9, 0, 0, 0});
+        GL().SetFillStyle3D(kRed, kRed, kRed);
+        GL().Frame3D(frame, 2);
+        GL().EndLineAbs3D({0.9, 0.9, 0, 0});
+    });
+    EXPECT_NEAR(Inked(), 50, 1);
+    EXPECT_EQ(GL().GetColorMode(), 1);
+}
+
+TEST_F(OpenGL, WidthsOfZeroAndLessKeepTheLastWidth) {
+    const auto thickness = [&](double width) {
+        GL().SetLineStyle3D(0, width, kBlack);
+        Draw([&] { GL().LineAbs3D({-0.5, 0, 0, 0}, {0.5, 0, 0, 0}); });
+        int n = 0;
+        for (int y = 0; y < kSize; ++y) n += Pixel(50, y).rgbRed == 0 ? 1 : 0;
+        return n;
+    };
+    EXPECT_EQ(thickness(5), 5);
+    EXPECT_EQ(thickness(0), 5);
+    EXPECT_EQ(thickness(-3), 5);
+    EXPECT_EQ(thickness(std::numeric_limits<double>::quiet_NaN()), 5);
+    EXPECT_EQ(thickness(2), 2);
+}
+
+TEST_F(OpenGL, NonFiniteVerticesAreNeverDrawn) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const point3Dtype bad[4] = {{-0.5, -0.5, 0, 0}, {0.5, nan, 0, 0}, {0.5, 0.5, 0, 0}, {0, 1, 0, 0}};
+    GL().SetFrameFilled(1);
+    const auto drawn = Feedback([&] {
+        GL().PolyFillAbs3D(bad, 4);
+        GL().PolyFillAbs3D(bad, 2);
+        GL().PolyFillAbs3D(nullptr, 4);
+        GL().DrawPrism3D(0, 0, 0, 1, 1, 1.0 / 0.0, kRed, kBlack);
+        GL().LineAbs3D({0, 0, nan, 0}, {1, 1, 1, 0});
+        GL().StartLineAbs3D({-0.5, 0, 0, 0});
+        GL().AppendLineAbs3D({0, 0, 0, 0});
+        GL().AppendLineAbs3D({nan, 0, 0, 0});
+        GL().EndLineAbs3D({0.5, 0, 0, 0});
+    });
+    ASSERT_EQ(drawn.size(), 1U);  // the one segment of the polyline before the gap
+    EXPECT_TRUE(drawn[0].IsLine());
+}
+
+TEST_F(OpenGL, PrismsShowTheFacesTowardsTheViewer) {
+    ViewFromAbove();
+    const auto prism = [&] { GL().DrawPrism3D(-0.2, -0.2, -0.3, 0.4, 0.4, 0.6, kRed, kBlack); };
+    EXPECT_EQ(CountPolygons(Feedback(prism)), 3 * 2);
+    GL().SetFrameFilled(1);
+    EXPECT_EQ(CountLines(Feedback(prism)), 9);  // the outline of three faces of a box
+    // An open or a cut solid shows its inside.
+    int faces[6] = {1, 1, 1, 1, 0, 1};
+    GL().SetFrameFilled(0);
+    EXPECT_EQ(CountPolygons(Feedback([&] {
+                  GL().DrawCubeSolidObject3D(0.4, 0.4, 0.4, kRed, kBlack, faces);
+              })),
+              5 * 2);
+    int none[6] = {};
+    EXPECT_TRUE(
+        Feedback([&] { GL().DrawCubeSolidObject3D(1, 1, 1, kRed, kBlack, none); }).empty());
+    EXPECT_EQ(GL().GetFillColor2().a, 1.0);
+}
+
+TEST_F(OpenGL, SolidsGivenInsideOutAreTheSameSolids) {
+    GL().SetColorMode(1);
+    GL().SetFrameFilled(1);
+    GL().SetLightPosition({0, 1, 1, 0});
+    GL().LoadLight(GL_POSITION);
+    ViewFromAbove();
+    const auto bits = [&] {
+        return std::vector<BYTE>(m_Section->FindDIBBits(),
+                                 m_Section->FindDIBBits() + kSize * kSize * 4);
+    };
+    Draw([&] { GL().DrawPrism3D(-0.3, -0.2, -0.4, 0.6, 0.4, 0.8, kRed, kBlack); });
+    const auto upright = bits();
+    const RGBQUAD top = Pixel(50, 76);
+    EXPECT_GT(top.rgbRed, 150) << "the top is lit";
+    Draw([&] { GL().DrawPrism3D(0.3, -0.2, 0.4, -0.6, 0.4, -0.8, kRed, kBlack); });
+    EXPECT_EQ(bits(), upright);
+    Draw([&] { GL().DrawPrism3D(-0.3, -0.2, 0.4, 0.6, 0.4, -0.8, kRed, kBlack); });
+    EXPECT_EQ(bits(), upright);
+    // In a mirrored box the picture is mirrored, and lit as before.
+    GL().Scale3D(1, 1, -1);
+    Draw([&] { GL().DrawPrism3D(-0.3, -0.2, -0.4, 0.6, 0.4, 0.8, kRed, kBlack); });
+    EXPECT_EQ(bits(), upright);
+    GL().SetColorMode(0);
+}
+
+TEST_F(OpenGL, SymbolsHaveTheirExtents) {
+    struct Symbol {
+        const char* name;
+        void (COpenGL::*draw)(double, double, double, const RGBDType&, const RGBDType&);
+        double bottom, top;  // along z, of a symbol of size 1
+    };
+    const Symbol symbols[] = {
+        {"diamond", &COpenGL::DrawDiamondSolidObject3D, -0.5, 0.5},
+        {"pyramid", &COpenGL::DrawPyramidSolidObject3D, -0.5, 0.5},
+        {"plus", &COpenGL::DrawPlusSolidObject3D, -0.5, 0.5},
+        {"arrow", &COpenGL::DrawArrowSolidObject3D, -0.5, 0.25},
+        {"hourglass", &COpenGL::DrawHourglassSolidObject3D, -0.5, 0.5},
+    };
+    for (const Symbol& symbol : symbols) {
+        SCOPED_TRACE(symbol.name);
+        GL().LoadIdentity();
+        GL().Rotate3D(-90, 0);  // z up on the screen, which shows -1..1 in 100 pixels
+        const auto e = ExtentOf(Feedback([&] { (GL().*symbol.draw)(1, 1, 1, kRed, kBlack); }));
+        EXPECT_NEAR(e.left, 25, 0.01);
+        EXPECT_NEAR(e.right, 75, 0.01);
+        EXPECT_NEAR(e.bottom, 50 + 50 * symbol.bottom, 0.01);
+        EXPECT_NEAR(e.top, 50 + 50 * symbol.top, 0.01);
+    }
+}
+
+TEST_F(OpenGL, PolyAbsOutlinesFromBothSidesWithoutFilling) {
+    const point3Dtype square[4] = {
+        {-0.5, -0.5, 0, 0}, {-0.5, 0.5, 0, 0}, {0.5, 0.5, 0, 0}, {0.5, -0.5, 0, 0}};
+    GL().SetLineStyle3D(3, 1.0, kRed);
+    for (double turn : {0.0, 180.0}) {
+        GL().LoadIdentity();
+        GL().Rotate3D(turn, 1);
+        Draw([&] { GL().PolyAbs3D(square, 4); });
+        ExpectPixel(50, 50, 255, 255, 255);
+        EXPECT_NEAR(Inked(), 4 * 50, 6) << "four solid edges, whatever the line style";
+    }
+}
+
+TEST_F(OpenGL, TextureColoursByValue) {
+    const RGBDType colors[4] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}, {1, 1, 0, 1}};
+    GL().SetTextureMode(0);
+    GL().SetTextureColorArray(colors, 0.0, 1.0, 4);
+    GL().SetColorMode(2);
+    GL().EnableTexture(1);
+    const point3Dtype square[4] = {{0, -0.5, 0, 0}, {0, 0.5, 0, 0}, {0.99, 0.5, 0, 0}, {0.99, -0.5, 0, 0}};
+    Draw([&] { GL().PolyFillAbs3D(square, 4); });
+    ExpectPixel(56, 50, 255, 0, 0);
+    ExpectPixel(68, 50, 0, 255, 0);
+    ExpectPixel(81, 50, 0, 0, 255);
+    ExpectPixel(93, 50, 255, 255, 0);
+    EXPECT_TRUE(Enabled(GL_TEXTURE_1D));
+    GL().EnableTexture(0);
+    GL().SetColorMode(0);
+    EXPECT_FALSE(Enabled(GL_TEXTURE_1D));
+
+    // By the value w, and wrapped beyond the ends: -0.5 looks like 0.5.
+    GL().SetTextureMode(3);
+    GL().EnableTexture(1);
+    point3Dtype byValue[4] = {{-1, -1, 0, -0.45}, {-1, 1, 0, -0.45}, {1, 1, 0, -0.45}, {1, -1, 0, -0.45}};
+    Draw([&] { GL().PolyFillAbs3D(byValue, 4); });
+    ExpectPixel(50, 50, 0, 0, 255);
+    GL().EnableTexture(0);
+}
+
+TEST_F(OpenGL, TextureTablesAreStretchedToPowersOfTwo) {
+    const std::vector<RGBDType> colors(5, SetRGBD(0.2, 0.4, 0.6, 1));
+    RGBDType out[256];
+    GL().SetTextureColorArray(colors.data(), 0, 10, 5);
+    GLint width = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_1D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 8);
+    GL().SetTextureColorArray(colors.data(), 0, 10, 1);
+    glGetTexLevelParameteriv(GL_TEXTURE_1D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 2);
+    GL().SetTextureColorArray(colors.data(), 0, 10, 257);
+    GL().SetTextureColorArray(colors.data(), 0, 10, 0);
+    glGetTexLevelParameteriv(GL_TEXTURE_1D, 0, GL_TEXTURE_WIDTH, &width);
+    EXPECT_EQ(width, 2) << "numbers outside 1..256 change nothing";
+
+    GL().SetTextureEndpointColors(SetRGBD(1, 0, 0, 0), SetRGBD(0, 0, 1, 0), 0, 1, 1);
+    GL().CopyTextureArray(out);
+    for (int i : {0, 1, 100, 255}) {
+        EXPECT_DOUBLE_EQ(out[i].r, i / 255.0);
+        EXPECT_DOUBLE_EQ(out[i].b, i / 255.0);
+        EXPECT_EQ(out[i].a, i == 0 || i == 255 ? 0.0 : 1.0);
+    }
+}
+
+TEST_F(OpenGL, ClipLimitsFollowTheComparisonOfX) {
+    const auto left = [&](const point3Dtype& a, const point3Dtype& b) {
+        GL().LoadIdentity();
+        GL().SetClipLimits(a, b);
+        GL().EnableClipping(1);
+        const point3Dtype big[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
+        const auto e = ExtentOf(Feedback([&] { GL().PolyFillAbs3D(big, 4); }));
+        GL().EnableClipping(0);
+        return e;
+    };
+    auto e = left({-0.5, -0.5, -0.5, 0}, {0.5, 0.5, 0.5, 0});
+    EXPECT_NEAR(e.left, 25 + 50 * 0.00123456, 1e-3) << "a little inside the minimum";
+    EXPECT_NEAR(e.right, 75 + 50 * 0.00123456, 1e-3);
+    EXPECT_NEAR(e.top, 75 + 50 * 0.00123456, 1e-3);
+    // x decides: with p1.x > p2.x the low plane of y lies at p2.y, above the high one.
+    EXPECT_EQ(left({0.5, -0.5, -0.5, 0}, {-0.5, 0.5, 0.5, 0}).right, -1e9F);
+    EXPECT_NEAR(left({0.5, 0.5, 0.5, 0}, {-0.5, -0.5, -0.5, 0}).bottom, 25 - 50 * 0.00123456, 1e-3);
+}
+
+TEST_F(OpenGL, DataFarFromTheOriginKeepsItsShape) {
+    // One year of days as time stamps in seconds: a float would be 128 s off.
+    const double start = 1.7e9;
+    const double range = 3600.0;
+    GL().LoadIdentity();
+    GL().Scale3D(1.0 / range, 1, 1);
+    GL().Translate3D(-(start + range / 2), 0, 0);
+    const auto e = ExtentOf(Feedback([&] {
+        GL().LineAbs3D({start, 0, 0, 0}, {start + range / 2 + 1.0, 0, 0, 0});
+    }));
+    EXPECT_NEAR(e.left, 25.0, 1e-4);
+    EXPECT_NEAR(e.right, 50.0 + 50.0 / range, 1e-4);
+}
+
+TEST_F(OpenGL, MatricesAreThoseOfOpenGL) {
+    GL().LoadIdentity();
+    GL().Translate3D(1, 2, 3);
+    GL().Rotate3D(33, 0);
+    GL().Rotate3D(-71, 1);
+    GL().Rotate3D(12, 2);
+    GL().Rotate3D(45, 3);
+    GL().Scale3D(2, 3, 4);
+    double ours[16];
+    GL().GetModelView(ours);
+    double sent[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, sent);
+    glLoadIdentity();
+    glTranslated(1, 2, 3);
+    glRotated(33, 1, 0, 0);
+    glRotated(-71, 0, 1, 0);
+    glRotated(12, 0, 0, 1);
+    glScaled(2, 3, 4);
+    double theirs[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, theirs);
+    for (int i = 0; i < 16; ++i) {
+        EXPECT_NEAR(ours[i], theirs[i], 2e-6);
+        EXPECT_NEAR(sent[i], theirs[i], 2e-6);
+    }
+    GL().PushMatrix();
+    GL().LoadIdentity();
+    GL().PopMatrix();
+    GL().PopMatrix();  // nothing left to pop
+    double restored[16];
+    GL().GetModelView(restored);
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(restored[i], ours[i]);
+}
+
+TEST_F(OpenGL, StateOperationsReachOpenGL) {
+    GL().SetColorMode(2);
+    EXPECT_TRUE(Enabled(GL_LIGHTING) && Enabled(GL_LIGHT0) && Enabled(GL_COLOR_MATERIAL));
+    GL().SetFillStyle3D(kRed, kRed, kRed);
+    GL().SetColorMode(0);
+    EXPECT_FALSE(Enabled(GL_LIGHTING) || Enabled(GL_LIGHT0) || Enabled(GL_COLOR_MATERIAL));
+    GL().SetClearColor(0.25, 0.5, 0.75, 1.0);
+    float clear[4];
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, clear);
+    EXPECT_EQ(clear[2], 0.75F);
+    EXPECT_EQ(clear[3], 0.0F);
+    GL().LoadIdentity();
+    GL().SetLightPosition({1, 2, 3, 0});
+    GL().LoadLight(GL_POSITION);
+    float light[4];
+    glGetLightfv(GL_LIGHT0, GL_POSITION, light);
+    EXPECT_EQ(light[0], 1);
+    EXPECT_EQ(light[1], 3);
+    EXPECT_EQ(light[2], -2);
+    EXPECT_EQ(light[3], 0);
+    GL().SetViewport({10, 20, 30, 40});
+    GLint scissor[4];
+    glGetIntegerv(GL_SCISSOR_BOX, scissor);
+    EXPECT_EQ(scissor[3], 40);
+    GLViewportType v;
+    GL().GetViewport(v);
+    EXPECT_EQ(v.x, 10);
+    EXPECT_EQ(v.height, 40);
+    GL().SetViewport({0, 0, -5, -5});
+    GL().GetViewport(v);
+    EXPECT_EQ(v.width, 0);
+}
+
+TEST_F(OpenGL, WireShapesLeaveLightingOff) {
+    GL().SetColorMode(1);
+    GL().SetLineStyle3D(0, 1, kBlack);
+    Draw([&] { GL().DrawAuxObject(3, 0, {1, 1, 1, 0}); });
+    EXPECT_GT(Inked(), 0);
+    EXPECT_EQ(GL().GetColorMode(), 0);
+    GL().SetColorMode(1);
+    Draw([&] { GL().DrawAuxObject(1, 1, {0.5, 0, 0, 0}); });
+    EXPECT_NEAR(Inked(), 3.14159 * 25 * 25, 80);
+    EXPECT_EQ(GL().GetColorMode(), 1);
+    Draw([&] { GL().DrawAuxObject(11, 1, {1, 1, 1, 0}); });
+    EXPECT_EQ(Inked(), 0);
+    GL().SetColorMode(0);
+}
+
+TEST_F(OpenGL, TwoContextsInterleaved) {
+    CWnd other(40, 40);
+    CDC memory;
+    memory.CreateCompatibleDC(other.GetDC());
+    CDIBSection section(other.GetDC(), &memory, 40, 40, 0);
+    memory.SelectObject(section.GetBitmap());
+    COpenGL second(other.GetDC(), &section);
+    second.SetViewport({0, 0, 40, 40});
+    second.SetClearColor(0, 0, 1, 0);
+    GL().SetClearColor(1, 0, 0, 0);
+    second.Clear(16640);
+    GL().Clear(16640);
+    second.SetLineStyle3D(0, 1, kGreen);
+    const point3Dtype triangle[3] = {{-1, -1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
+    GL().SetFillStyle3D(kGreen, kGreen, kGreen);
+    GL().PolyFillAbs3D(triangle, 3);
+    second.LineAbs3D({-1, 0.01, 0, 0}, {1, 0.01, 0, 0});
+    GL().ReadBack();
+    second.ReadBack();
+    ExpectPixel(90, 10, 0, 255, 0);
+    ExpectPixel(10, 90, 255, 0, 0);
+    EXPECT_EQ(section.GetBitmap()->PixelFromTop(20, 5).rgbBlue, 255);
+    EXPECT_EQ(section.GetBitmap()->PixelFromTop(20, 19).rgbGreen, 255);
+    second.Close();
+    GL().MakeCurrent();
+    EXPECT_TRUE(glIsEnabled(GL_DEPTH_TEST)) << "the first context goes on";
+}
+
+TEST_F(OpenGL, ClosedContextsDrawNothing) {
+    GL().Close();
+    GL().LineAbs3D({0, 0, 0, 0}, {1, 1, 1, 0});
+    GL().DrawPrism3D(0, 0, 0, 1, 1, 1, kRed, kBlack);
+    GL().SetColorMode(1);
+    GL().Clear(16640);
+    GL().ReadBack();
+    GL().Close();
+    m_GL.reset();
+}
+
+TEST_F(OpenGL, EightBitTargetsHaveAPalette) {
+    Open(8);
+    LOGPALETTE palette;
+    PIXELFORMATDESCRIPTOR format;
+    ASSERT_TRUE(CDC::DescribePixelFormat(GL().GetClientDC()->GetPixelFormat(), &format));
+    EXPECT_TRUE(format.dwFlags & PFD_NEED_PALETTE);
+    GL().CreateLogPalette(&format, &palette, 256);
+    EXPECT_EQ(palette.palNumEntries, 256);
+    EXPECT_EQ(palette.palPalEntry[3].peRed, 128);     // a system colour
+    EXPECT_EQ(palette.palPalEntry[0].peRed, 0);
+    EXPECT_EQ(palette.palPalEntry[5].peRed, 0xB6);    // the ramp of three bits
+    EXPECT_EQ(palette.palPalEntry[128].peBlue, 0xAA);
+    GL().CreateRGBPalette();
+    EXPECT_NE(GL().GetClientDC()->SelectPalette(nullptr, 0), nullptr);
+    EXPECT_EQ(GL().ComponentFromIndex(7, 4, 0), 0);
+    Draw([&] {
+        GL().SetClearColor(1, 0, 0, 0);
+        GL().Clear(16640);
+    });
+    EXPECT_EQ(*m_Section->FindDIBBits(), 7);
+    ExpectPixel(5, 5, 255, 0, 0);
+}
+
+TEST_F(OpenGL, TrueColourTargetsHaveNone) {
+    GL().CreateRGBPalette();
+    EXPECT_EQ(GL().GetClientDC()->SelectPalette(nullptr, 0), nullptr);
+}
+
+TEST_F(OpenGL, OneFontAtATime) {
+    EXPECT_EQ(GL().GetFont()->GetListBase(), 1000);
+    EXPECT_EQ(GL().NewFont3D(), 1);
+    EXPECT_EQ(GL().GetFont()->GetListBase(), 1256);
+    EXPECT_EQ(GL().NewFont3D(), 1);
+    EXPECT_EQ(GL().GetFont()->GetListBase(), 1256);
+    EXPECT_EQ(GL().GetCurrentFont(), 0);
+    GL().SetCurrentFont(5);
+    EXPECT_EQ(GL().GetFont(), nullptr);
+    EXPECT_EQ(GL().GetFontScaleFactor(), 0.0);
+}
+
+TEST_F(OpenGL, AntialiasingSmoothsAndKeepsTheGeometry) {
+    const point3Dtype triangle[3] = {{-0.8, -0.8, 0, 0}, {-0.8, 0.7, 0, 0}, {0.9, -0.8, 0, 0}};
+    GL().SetFillStyle3D(kBlack, kBlack, kBlack);
+    const auto greys = [&] {
+        Draw([&] { GL().PolyFillAbs3D(triangle, 3); });
+        int n = 0;
+        for (int y = 0; y < kSize; ++y)
+            for (int x = 0; x < kSize; ++x) {
+                const int red = Pixel(x, y).rgbRed;
+                n += red > 10 && red < 245 ? 1 : 0;
+            }
+        return n;
+    };
+    EXPECT_EQ(greys(), 0);
+    GL().SetSamples(4);
+    EXPECT_EQ(GL().GetSamples(), 4);
+    EXPECT_GT(greys(), 50);
+    ExpectPixel(20, 30, 0, 0, 0);
+    GL().SetSamples(0);
+    EXPECT_EQ(greys(), 0);
+}
+
+TEST_F(OpenGL, ForeignPointersAndMissingDevices) {
+    using test::ExpectError;
+    ExpectError(ERR3D_CDC_PARAMETER, ERR3DCLASS_OPENGL, "COpenGL",
+                [&] { COpenGL broken(nullptr, m_Section.get()); });
+    ExpectError(ERR3D_DIB_HANDLE, ERR3DCLASS_OPENGL, "COpenGL",
+                [&] { COpenGL broken(m_Window->GetDC(), nullptr); });
+    CDC nothing;
+    ExpectError(ERR3D_PIXEL_FORMAT, ERR3DCLASS_OPENGL, "InitContext",
+                [&] { COpenGL broken(&nothing, m_Section.get()); });
+}
+
+}  // namespace
+}  // namespace varnel
