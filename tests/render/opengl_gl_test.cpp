@@ -20,7 +20,7 @@ constexpr RGBDType kBlack{0, 0, 0, 1};
 constexpr int kAll[6] = {1, 1, 1, 1, 1, 1};
 
 class OpenGL : public test::GLFixture {
-   protected:
+ protected:
     void ExpectPixel(int x, int y, int r, int g, int b, int tolerance = 1) {
         const RGBQUAD p = Pixel(x, y);
         EXPECT_NEAR(p.rgbRed, r, tolerance) << x << ", " << y;
@@ -41,8 +41,11 @@ class OpenGL : public test::GLFixture {
 };
 
 TEST_F(OpenGL, FillsInTheFillColourAndFramesWhenAsked) {
-    const point3Dtype square[5] = {
-        {-0.5, -0.5, 0, 0}, {-0.5, 0.5, 0, 0}, {0.5, 0.5, 0, 0}, {0.5, -0.5, 0, 0}, {-0.5, -0.5, 0, 0}};
+    const point3Dtype square[5] = {{-0.5, -0.5, 0, 0},
+                                   {-0.5, 0.5, 0, 0},
+                                   {0.5, 0.5, 0, 0},
+                                   {0.5, -0.5, 0, 0},
+                                   {-0.5, -0.5, 0, 0}};
     GL().SetFillStyle3D(kRed, kBlack, kGreen);
     Draw([&] { GL().PolyFillAbs3D(square, 5); });
     ExpectPixel(50, 50, 255, 0, 0);
@@ -74,7 +77,8 @@ TEST_F(OpenGL, FramesAreSeenWholeOnTiltedFills) {
     const auto blackPixels = [&] {
         int n = 0;
         for (int y = 0; y < kSize; ++y)
-            for (int x = 0; x < kSize; ++x) n += Pixel(x, y).rgbRed == 0 ? 1 : 0;
+            for (int x = 0; x < kSize; ++x)
+                n += Pixel(x, y).rgbRed == 0 ? 1 : 0;
         return n;
     };
     GL().SetFrameFilled(1);
@@ -106,7 +110,8 @@ TEST_F(OpenGL, CollectingDrawsTheSamePicture) {
         GL().SetLineWidth3D(1.0);
         for (int i = -2; i <= 2; ++i) {
             GL().SetFrameFilled(1);
-            GL().DrawPrism3D(0.3 * i - 0.1, -0.2, -0.4, 0.2, 0.4, 0.2 + 0.1 * (i + 2), kRed, kBlack);
+            GL().DrawPrism3D(0.3 * i - 0.1, -0.2, -0.4, 0.2, 0.4, 0.2 + 0.1 * (i + 2), kRed,
+                             kBlack);
             GL().SetLineStyle3D(i & 1 ? 3 : 0, 2.0, kGreen);
             GL().LineAbs3D({0.3 * i, -0.5, -0.5, 0}, {0.3 * i, 0.5, 0.5, 0});
             GL().SetFrameFilled(0);
@@ -139,8 +144,8 @@ TEST_F(OpenGL, LinesUseTheStippleOfTheirStyle) {
     };
     const int solid = pixels(0);
     EXPECT_EQ(solid, 99);
-    EXPECT_NEAR(pixels(3), solid / 2, 1);   // every other pixel
-    EXPECT_NEAR(pixels(1), solid / 8, 1);   // one in eight
+    EXPECT_NEAR(pixels(3), solid / 2, 1);  // every other pixel
+    EXPECT_NEAR(pixels(1), solid / 8, 1);  // one in eight
     EXPECT_EQ(pixels(12), solid);
     EXPECT_EQ(pixels(16), solid);
     EXPECT_EQ(pixels(-1), solid);
@@ -181,7 +186,8 @@ TEST_F(OpenGL, WidthsOfZeroAndLessKeepTheLastWidth) {
         GL().SetLineStyle3D(0, width, kBlack);
         Draw([&] { GL().LineAbs3D({-0.5, 0, 0, 0}, {0.5, 0, 0, 0}); });
         int n = 0;
-        for (int y = 0; y < kSize; ++y) n += Pixel(50, y).rgbRed == 0 ? 1 : 0;
+        for (int y = 0; y < kSize; ++y)
+            n += Pixel(50, y).rgbRed == 0 ? 1 : 0;
         return n;
     };
     EXPECT_EQ(thickness(5), 5);
@@ -193,7 +199,8 @@ TEST_F(OpenGL, WidthsOfZeroAndLessKeepTheLastWidth) {
 
 TEST_F(OpenGL, NonFiniteVerticesAreNeverDrawn) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    const point3Dtype bad[4] = {{-0.5, -0.5, 0, 0}, {0.5, nan, 0, 0}, {0.5, 0.5, 0, 0}, {0, 1, 0, 0}};
+    const point3Dtype bad[4] = {
+        {-0.5, -0.5, 0, 0}, {0.5, nan, 0, 0}, {0.5, 0.5, 0, 0}, {0, 1, 0, 0}};
     GL().SetFrameFilled(1);
     const auto drawn = Feedback([&] {
         GL().PolyFillAbs3D(bad, 4);
@@ -219,13 +226,11 @@ TEST_F(OpenGL, PrismsShowTheFacesTowardsTheViewer) {
     // An open or a cut solid shows its inside.
     int faces[6] = {1, 1, 1, 1, 0, 1};
     GL().SetFrameFilled(0);
-    EXPECT_EQ(CountPolygons(Feedback([&] {
-                  GL().DrawCubeSolidObject3D(0.4, 0.4, 0.4, kRed, kBlack, faces);
-              })),
+    EXPECT_EQ(CountPolygons(Feedback(
+                  [&] { GL().DrawCubeSolidObject3D(0.4, 0.4, 0.4, kRed, kBlack, faces); })),
               5 * 2);
     int none[6] = {};
-    EXPECT_TRUE(
-        Feedback([&] { GL().DrawCubeSolidObject3D(1, 1, 1, kRed, kBlack, none); }).empty());
+    EXPECT_TRUE(Feedback([&] { GL().DrawCubeSolidObject3D(1, 1, 1, kRed, kBlack, none); }).empty());
     EXPECT_EQ(GL().GetFillColor2().a, 1.0);
 }
 
@@ -298,7 +303,8 @@ TEST_F(OpenGL, TextureColoursByValue) {
     GL().SetTextureColorArray(colors, 0.0, 1.0, 4);
     GL().SetColorMode(2);
     GL().EnableTexture(1);
-    const point3Dtype square[4] = {{0, -0.5, 0, 0}, {0, 0.5, 0, 0}, {0.99, 0.5, 0, 0}, {0.99, -0.5, 0, 0}};
+    const point3Dtype square[4] = {
+        {0, -0.5, 0, 0}, {0, 0.5, 0, 0}, {0.99, 0.5, 0, 0}, {0.99, -0.5, 0, 0}};
     Draw([&] { GL().PolyFillAbs3D(square, 4); });
     ExpectPixel(56, 50, 255, 0, 0);
     ExpectPixel(68, 50, 0, 255, 0);
@@ -312,7 +318,8 @@ TEST_F(OpenGL, TextureColoursByValue) {
     // By the value w, and wrapped beyond the ends: -0.5 looks like 0.5.
     GL().SetTextureMode(3);
     GL().EnableTexture(1);
-    point3Dtype byValue[4] = {{-1, -1, 0, -0.45}, {-1, 1, 0, -0.45}, {1, 1, 0, -0.45}, {1, -1, 0, -0.45}};
+    point3Dtype byValue[4] = {
+        {-1, -1, 0, -0.45}, {-1, 1, 0, -0.45}, {1, 1, 0, -0.45}, {1, -1, 0, -0.45}};
     Draw([&] { GL().PolyFillAbs3D(byValue, 4); });
     ExpectPixel(50, 50, 0, 0, 255);
     GL().EnableTexture(0);
@@ -405,7 +412,8 @@ TEST_F(OpenGL, MatricesAreThoseOfOpenGL) {
     GL().PopMatrix();  // nothing left to pop
     double restored[16];
     GL().GetModelView(restored);
-    for (int i = 0; i < 16; ++i) EXPECT_EQ(restored[i], ours[i]);
+    for (int i = 0; i < 16; ++i)
+        EXPECT_EQ(restored[i], ours[i]);
 }
 
 TEST_F(OpenGL, StateOperationsReachOpenGL) {
@@ -503,9 +511,9 @@ TEST_F(OpenGL, EightBitTargetsHaveAPalette) {
     EXPECT_TRUE(format.dwFlags & PFD_NEED_PALETTE);
     GL().CreateLogPalette(&format, &palette, 256);
     EXPECT_EQ(palette.palNumEntries, 256);
-    EXPECT_EQ(palette.palPalEntry[3].peRed, 128);     // a system colour
+    EXPECT_EQ(palette.palPalEntry[3].peRed, 128);  // a system colour
     EXPECT_EQ(palette.palPalEntry[0].peRed, 0);
-    EXPECT_EQ(palette.palPalEntry[5].peRed, 0xB6);    // the ramp of three bits
+    EXPECT_EQ(palette.palPalEntry[5].peRed, 0xB6);  // the ramp of three bits
     EXPECT_EQ(palette.palPalEntry[128].peBlue, 0xAA);
     GL().CreateRGBPalette();
     EXPECT_NE(GL().GetClientDC()->SelectPalette(nullptr, 0), nullptr);

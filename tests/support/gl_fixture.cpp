@@ -29,12 +29,20 @@ std::vector<FeedbackPrimitive> Feedback(const std::function<void()>& draw) {
         FeedbackPrimitive primitive{static_cast<int>(*at++), {}};
         int count = 0;
         switch (primitive.token) {
-            case GL_POLYGON_TOKEN: count = static_cast<int>(*at++); break;
+            case GL_POLYGON_TOKEN:
+                count = static_cast<int>(*at++);
+                break;
             case GL_LINE_TOKEN:
-            case GL_LINE_RESET_TOKEN: count = 2; break;
+            case GL_LINE_RESET_TOKEN:
+                count = 2;
+                break;
             case GL_POINT_TOKEN:
-            case GL_BITMAP_TOKEN: count = 1; break;
-            default: ++at; continue;
+            case GL_BITMAP_TOKEN:
+                count = 1;
+                break;
+            default:
+                ++at;
+                continue;
         }
         at = ReadVertices(at, count, primitive);
         primitives.push_back(std::move(primitive));
@@ -90,8 +98,9 @@ void GLFixture::TearDown() {
     if (m_GL == nullptr) return;
     m_GL->MakeCurrent();
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
-    for (GLenum cap : {GL_LINE_STIPPLE, GL_TEXTURE_2D, GL_CULL_FACE, GL_BLEND, GL_POLYGON_OFFSET_FILL,
-                       GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
+    for (GLenum cap :
+         {GL_LINE_STIPPLE, GL_TEXTURE_2D, GL_CULL_FACE, GL_BLEND, GL_POLYGON_OFFSET_FILL,
+          GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_NORMAL_ARRAY, GL_TEXTURE_COORD_ARRAY})
         EXPECT_FALSE(glIsEnabled(cap)) << "left enabled: " << std::hex << cap;
     GLint mode[2] = {0, 0};
     glGetIntegerv(GL_POLYGON_MODE, mode);

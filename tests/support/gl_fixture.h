@@ -43,7 +43,7 @@ int CountPolygons(const std::vector<FeedbackPrimitive>& primitives);
 int CountLines(const std::vector<FeedbackPrimitive>& primitives);
 
 class GLFixture : public ::testing::Test {
-   protected:
+ protected:
     static constexpr int kSize = 100;  ///< pixels, both ways
 
     /// An image of kSize x kSize on a device of `bitsPerPixel`.

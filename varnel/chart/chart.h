@@ -2,9 +2,9 @@
 // colour table, and with the transforms, axes, data sets, texts, solids and bitmap planes that it
 // owns, draws in a fixed order, saves and loads.
 //
-// Objects come from the factories below and live until the chart is destroyed; the pointers that the
-// factories return are not the caller's to delete. Positions in the view are fractions of its size
-// from its lower left corner.
+// Objects come from the factories below and live until the chart is destroyed; the pointers that
+// the factories return are not the caller's to delete. Positions in the view are fractions of its
+// size from its lower left corner.
 #pragma once
 
 #include "varnel/chart/object_list.h"
@@ -29,7 +29,7 @@ class CTextObj3D;
 class CTransform3D;
 
 class VARNEL_API CChart3D {
-   public:
+ public:
     static constexpr int kSignature = 505;
     /// Entries of the texture colour table; 256 of them can be used.
     static constexpr int kTextureColors = 258;
@@ -59,8 +59,9 @@ class VARNEL_API CChart3D {
     /// Binds the chart to a view and its rendering context, and sends the light's colours.
     void InitChart3D(CChartView3D* view);
 
-    // --- Factories: the chart owns what they return. A failed allocation raises "Object New Error",
-    // a null or missing transform "Transform Parameter Error", with the operation's name -----------
+    // --- Factories: the chart owns what they return. A failed allocation raises "Object New
+    // Error", a null or missing transform "Transform Parameter Error", with the operation's name
+    // -----------
 
     CTransform3D* NewTransform();
     /// Scale limits in data units.
@@ -209,7 +210,7 @@ class VARNEL_API CChart3D {
     template <class Archive>
     void Record(Archive& record);
 
-   private:
+ private:
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
     void MakeTransformIDsUnique();
     template <class T, class Bind>

@@ -26,7 +26,7 @@ class CTransform3D;
 class CWnd;
 
 class VARNEL_API CChartView3D {
-   public:
+ public:
     static constexpr int kSignature = 707;
 
     // --- Construction ------------------------------------------------------------------------
@@ -45,8 +45,8 @@ class VARNEL_API CChartView3D {
     int GetSignature() const { return m_Signature; }
 
     void InitChartViewDefaults();
-    /// Creates image and context for the window ("CDC Parameter Error" without one); `useScreenSize`
-    /// non-zero makes the image as large as the device's resolution.
+    /// Creates image and context for the window ("CDC Parameter Error" without one);
+    /// `useScreenSize` non-zero makes the image as large as the device's resolution.
     void InitDeviceContext(int useScreenSize);
     /// The same for a device context.
     void InitChartView3D(CDC* dc);
@@ -134,7 +134,8 @@ class VARNEL_API CChartView3D {
     void DrawViewScreen(CDC* dc, int x, int y, int w, int h);
     /// At the size of the window, to the upper left corner of a device context.
     void DrawViewScreen(CDC* dc);
-    /// To the window's own device context ("CDC Parameter Error", "InitDeviceContext", without one).
+    /// To the window's own device context ("CDC Parameter Error", "InitDeviceContext", without
+    /// one).
     void DrawViewScreen();
 
     /// Draws the view at the size of the image and writes a .bmp file.
@@ -155,7 +156,7 @@ class VARNEL_API CChartView3D {
     template <class Archive>
     void Record(Archive& record);
 
-   private:
+ private:
     void ActivateBitmap(int on);
     void CopyBitmap(CDC* dc, int x, int y, int w, int h);
     void DrawBorder();

@@ -13,7 +13,7 @@ namespace varnel {
 
 template <class T>
 class ObjectList {
-   public:
+ public:
     /// Appends an item at the tail, takes ownership and makes it the current one. Returns it.
     T* Append(std::unique_ptr<T> item) {
         m_Items.push_back(std::move(item));
@@ -40,7 +40,8 @@ class ObjectList {
 
     /// Destroys all items, first to last.
     void RemoveAll() {
-        for (auto& item : m_Items) item.reset();
+        for (auto& item : m_Items)
+            item.reset();
         m_Items.clear();
         m_Current = 0;
     }
@@ -52,7 +53,7 @@ class ObjectList {
     auto begin() const { return m_Items.begin(); }
     auto end() const { return m_Items.end(); }
 
-   private:
+ private:
     std::vector<std::unique_ptr<T>> m_Items;
     std::ptrdiff_t m_Current = 0;
 };

@@ -15,9 +15,13 @@ BYTE toByte(double component) {
 
 }  // namespace
 
-RGBDType SetRGBD(double r, double g, double b, double a) { return {r, g, b, a}; }
+RGBDType SetRGBD(double r, double g, double b, double a) {
+    return {r, g, b, a};
+}
 
-RGBFType SetRGBF(float r, float g, float b, float a) { return {r, g, b, a}; }
+RGBFType SetRGBF(float r, float g, float b, float a) {
+    return {r, g, b, a};
+}
 
 RGBFType RGBDtoRGBF(const RGBDType& c) {
     return {static_cast<float>(c.r), static_cast<float>(c.g), static_cast<float>(c.b),
@@ -42,7 +46,9 @@ unsigned int RGBD2INT(const RGBDType& c) {
     return bytes.r + bytes.g * 256U + bytes.b * 65536U;
 }
 
-COLORREF RGBDtoCOLORREF(const RGBDType& c) { return RGBD2INT(c); }
+COLORREF RGBDtoCOLORREF(const RGBDType& c) {
+    return RGBD2INT(c);
+}
 
 RGBDType COLORREFtoRGDB(const COLORREF& c) {
     return {(c & 0xFFU) / kByteMax, ((c >> 8) & 0xFFU) / kByteMax, ((c >> 16) & 0xFFU) / kByteMax,

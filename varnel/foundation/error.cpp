@@ -36,7 +36,9 @@ static_assert(kDescriptions.size() == ERR3D_BAD_POLYSURFACE + 1);
 
 int CErr3D::nErrorReportMode = 1;
 
-CErr3D::CErr3D() { InitErr3DDefaults(); }
+CErr3D::CErr3D() {
+    InitErr3DDefaults();
+}
 
 CErr3D::CErr3D(CErr3DTypes type, CErr3DClass cls, const CString& functionName)
     : m_ErrorClass(cls), m_ErrorType(type), m_FunctionName(functionName) {
@@ -54,6 +56,8 @@ CString CErr3D::GetErrorDescription(CErr3DTypes type) {
     return index < kDescriptions.size() ? kDescriptions[index] : "Unknown Error";
 }
 
-void CErr3D::SetErrorReportMode(int mode) { nErrorReportMode = mode; }
+void CErr3D::SetErrorReportMode(int mode) {
+    nErrorReportMode = mode;
+}
 
 }  // namespace varnel

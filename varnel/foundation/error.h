@@ -61,7 +61,7 @@ enum CErr3DClass : std::int32_t {
 
 /// One failure. An immutable value once thrown; copying it never shows a notice.
 class VARNEL_API CErr3D {
-   public:
+ public:
     /// Not an error: type ERR3D_NONE, class ERR3DCLASS_GENERAL, no operation. Shows nothing.
     CErr3D();
 
@@ -83,7 +83,7 @@ class VARNEL_API CErr3D {
     CErr3DTypes m_ErrorType;
     CString m_FunctionName;
 
-   private:
+ private:
     static int nErrorReportMode;
 };
 

@@ -2,7 +2,9 @@
 
 namespace varnel {
 
-const char* FileException::what() const noexcept { return "the file's medium failed"; }
+const char* FileException::what() const noexcept {
+    return "the file's medium failed";
+}
 
 File::~File() = default;
 

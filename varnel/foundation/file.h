@@ -15,13 +15,13 @@ namespace varnel {
 /// Raised by a File whose medium fails (full disk, broken pipe). Save and Load turn it into a
 /// CErr3D of type ERR3D_DISK_IO.
 class VARNEL_API FileException : public std::exception {
-   public:
+ public:
     const char* what() const noexcept override;
 };
 
 /// A sequence of bytes that is read or written from its start to its end.
 class VARNEL_API File {
-   public:
+ public:
     File() = default;
     File(const File&) = delete;
     File& operator=(const File&) = delete;
@@ -48,10 +48,10 @@ class VARNEL_API File {
     /// Records that bytes were missing which a reader, knowing Remaining(), did not ask for.
     void MarkDry() { m_RanDry = true; }
 
-   protected:
+ protected:
     virtual std::size_t ReadSome(void* bytes, std::size_t size) = 0;
 
-   private:
+ private:
     bool m_RanDry = false;
 };
 

@@ -18,15 +18,25 @@ double log10Ex(double v) {
     return std::log10(v);
 }
 
-double Antilog10Ex(double v) { return std::pow(10.0, v); }
+double Antilog10Ex(double v) {
+    return std::pow(10.0, v);
+}
 
-double AntilogLog10Ex(double v) { return Antilog10Ex(log10Ex(v)); }
+double AntilogLog10Ex(double v) {
+    return Antilog10Ex(log10Ex(v));
+}
 
-int NearTest(double a, double b, double tol) { return std::fabs(b - a) <= tol ? 1 : 0; }
+int NearTest(double a, double b, double tol) {
+    return std::fabs(b - a) <= tol ? 1 : 0;
+}
 
-void swapints(int& a, int& b) { std::swap(a, b); }
+void swapints(int& a, int& b) {
+    std::swap(a, b);
+}
 
-void swapreals(double& a, double& b) { std::swap(a, b); }
+void swapreals(double& a, double& b) {
+    std::swap(a, b);
+}
 
 double GetMinimum(const double* a, int n) {
     if (a == nullptr || n < 0) return 0.0;

@@ -6,7 +6,9 @@ namespace {
 /// For plane k and k + 3: the axes on which a, b and c land.
 constexpr int kPlaneAxes[3][3] = {{0, 1, 2}, {0, 2, 1}, {1, 2, 0}};
 
-bool isPlane(int plane) { return plane >= 0 && plane <= 5; }
+bool isPlane(int plane) {
+    return plane >= 0 && plane <= 5;
+}
 
 }  // namespace
 
@@ -31,6 +33,8 @@ int GetSwapCoordAxis(int plane, int axis) {
     return kPlaneAxes[plane % 3][axis];
 }
 
-int GetNormalAxis(int plane) { return isPlane(plane) ? kPlaneAxes[plane % 3][2] : 2; }
+int GetNormalAxis(int plane) {
+    return isPlane(plane) ? kPlaneAxes[plane % 3][2] : 2;
+}
 
 }  // namespace varnel

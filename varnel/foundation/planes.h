@@ -11,8 +11,8 @@
 
 namespace varnel {
 
-/// Writes the in-plane values a, b and the out-of-plane value c to the coordinates they land on; any
-/// plane number outside 0..5 writes nothing.
+/// Writes the in-plane values a, b and the out-of-plane value c to the coordinates they land on;
+/// any plane number outside 0..5 writes nothing.
 VARNEL_API void swapcoords(int plane, double a, double b, double c, double& x, double& y,
                            double& z);
 

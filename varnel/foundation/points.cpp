@@ -5,7 +5,9 @@
 
 namespace varnel {
 
-void AssignPoint3D(point3Dtype& p, double x, double y, double z) { p = {x, y, z, 0.0}; }
+void AssignPoint3D(point3Dtype& p, double x, double y, double z) {
+    p = {x, y, z, 0.0};
+}
 
 void getpoint3D(const point3Dtype& p, double* x, double* y, double* z) {
     *x = p.x;
@@ -15,19 +17,30 @@ void getpoint3D(const point3Dtype& p, double* x, double* y, double* z) {
 
 void coordassign(point3Dtype& p, int axis, double v) {
     switch (axis) {
-        case 0: p.x = v; break;
-        case 1: p.y = v; break;
-        case 2: p.z = v; break;
-        default: break;
+        case 0:
+            p.x = v;
+            break;
+        case 1:
+            p.y = v;
+            break;
+        case 2:
+            p.z = v;
+            break;
+        default:
+            break;
     }
 }
 
 double GetCoord3D(const point3Dtype& p, int axis) {
     switch (axis) {
-        case 0: return p.x;
-        case 1: return p.y;
-        case 2: return p.z;
-        default: return 0.0;
+        case 0:
+            return p.x;
+        case 1:
+            return p.y;
+        case 2:
+            return p.z;
+        default:
+            return 0.0;
     }
 }
 
@@ -43,7 +56,9 @@ void NegPoint(point3Dtype& r, const point3Dtype& a) {
     r.z = -a.z;
 }
 
-void swap3Dpoints(point3Dtype& a, point3Dtype& b) { std::swap(a, b); }
+void swap3Dpoints(point3Dtype& a, point3Dtype& b) {
+    std::swap(a, b);
+}
 
 double NearPointText(const point3Dtype& a, const point3Dtype& b) {
     return std::hypot(b.x - a.x, b.y - a.y, b.z - a.z);
@@ -64,13 +79,14 @@ namespace {
 
 using Member = double point3Dtype::*;
 
-/// Fills the members a, b and w of q at q's coordinate along `normal`. Each product is formed before
-/// the division, which fixes the rounding.
+/// Fills the members a, b and w of q at q's coordinate along `normal`. Each product is formed
+/// before the division, which fixes the rounding.
 void interpolateAlong(const point3Dtype& p1, const point3Dtype& p2, point3Dtype& q, Member normal,
                       Member a, Member b) {
     const double along = q.*normal - p1.*normal;
     const double span = p2.*normal - p1.*normal;
-    for (Member m : {a, b, &point3Dtype::w}) q.*m = p1.*m + along * (p2.*m - p1.*m) / span;
+    for (Member m : {a, b, &point3Dtype::w})
+        q.*m = p1.*m + along * (p2.*m - p1.*m) / span;
 }
 
 }  // namespace
@@ -78,12 +94,19 @@ void interpolateAlong(const point3Dtype& p1, const point3Dtype& p2, point3Dtype&
 void interpolatepoint3D(const point3Dtype& p1, const point3Dtype& p2, point3Dtype& q, int plane) {
     switch (plane) {
         case 0:
-        case 3: interpolateAlong(p1, p2, q, &point3Dtype::z, &point3Dtype::x, &point3Dtype::y); break;
+        case 3:
+            interpolateAlong(p1, p2, q, &point3Dtype::z, &point3Dtype::x, &point3Dtype::y);
+            break;
         case 1:
-        case 4: interpolateAlong(p1, p2, q, &point3Dtype::y, &point3Dtype::x, &point3Dtype::z); break;
+        case 4:
+            interpolateAlong(p1, p2, q, &point3Dtype::y, &point3Dtype::x, &point3Dtype::z);
+            break;
         case 2:
-        case 5: interpolateAlong(p1, p2, q, &point3Dtype::x, &point3Dtype::y, &point3Dtype::z); break;
-        default: break;
+        case 5:
+            interpolateAlong(p1, p2, q, &point3Dtype::x, &point3Dtype::y, &point3Dtype::z);
+            break;
+        default:
+            break;
     }
 }
 

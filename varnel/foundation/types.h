@@ -9,11 +9,11 @@
 
 namespace varnel {
 
-using BOOL = int;            ///< 0 = false, anything else = true
-using BYTE = std::uint8_t;   ///< unsigned 8 bits
-using WORD = std::uint16_t;  ///< unsigned 16 bits
-using DWORD = std::uint32_t; ///< unsigned 32 bits
-using LONG = std::int32_t;   ///< signed 32 bits
+using BOOL = int;             ///< 0 = false, anything else = true
+using BYTE = std::uint8_t;    ///< unsigned 8 bits
+using WORD = std::uint16_t;   ///< unsigned 16 bits
+using DWORD = std::uint32_t;  ///< unsigned 32 bits
+using LONG = std::int32_t;    ///< signed 32 bits
 
 /// A colour packed as red + green * 256 + blue * 65536.
 using COLORREF = std::uint32_t;

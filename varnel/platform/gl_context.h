@@ -39,10 +39,10 @@ class VARNEL_API GLContext {
     /// bitmap's own format and row order.
     virtual void ReadBack() = 0;
 
-    /// Asks for multisampling (0 and 1: none). The nearest number that the driver has is used; where
-    /// it has none, or the environment variable VARNEL_OVERSAMPLE is 1, everything is drawn larger
-    /// and averaged. The framebuffer's content is lost; the viewport stays and has to be set anew
-    /// where PixelScale changes.
+    /// Asks for multisampling (0 and 1: none). The nearest number that the driver has is used;
+    /// where it has none, or the environment variable VARNEL_OVERSAMPLE is 1, everything is drawn
+    /// larger and averaged. The framebuffer's content is lost; the viewport stays and has to be set
+    /// anew where PixelScale changes.
     virtual void SetSamples(int samples) = 0;
     virtual int GetSamples() const = 0;
 
@@ -52,8 +52,8 @@ class VARNEL_API GLContext {
     virtual int PixelScale() const = 0;
 
     /// Keeps the context that the host had current on this thread (of EGL or GLX) and gives it back
-    /// at the end of the scope, with the interface that EGL calls are bound to. Without one, what is
-    /// current at the end stays current. Guards inside a guard do nothing.
+    /// at the end of the scope, with the interface that EGL calls are bound to. Without one, what
+    /// is current at the end stays current. Guards inside a guard do nothing.
     class HostContextGuard;
 };
 

@@ -24,7 +24,9 @@ bool LooksAway(const Vec3 corner[4], int handedness) {
     return first >= 0.0 && second >= 0.0 && first + second > 0.0;
 }
 
-bool SamePlace(const Vec3& a, const Vec3& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+bool SamePlace(const Vec3& a, const Vec3& b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
 
 }  // namespace
 

@@ -20,7 +20,8 @@ Matrix4 operator*(const Matrix4& a, const Matrix4& b) {
     for (int column = 0; column < 4; ++column)
         for (int row = 0; row < 4; ++row) {
             double sum = 0.0;
-            for (int k = 0; k < 4; ++k) sum += a.At(row, k) * b.At(k, column);
+            for (int k = 0; k < 4; ++k)
+                sum += a.At(row, k) * b.At(k, column);
             out.m[static_cast<std::size_t>(column * 4 + row)] = sum;
         }
     return out;
@@ -51,14 +52,20 @@ Matrix4 Rotation(double degrees, int axis) {
     double c = 1.0;
     SineCosine(degrees, s, c);
     switch (axis) {
-        case 0: return {{1, 0, 0, 0, 0, c, s, 0, 0, -s, c, 0, 0, 0, 0, 1}};
-        case 1: return {{c, 0, -s, 0, 0, 1, 0, 0, s, 0, c, 0, 0, 0, 0, 1}};
-        case 2: return {{c, s, 0, 0, -s, c, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
-        default: return Matrix4::Identity();
+        case 0:
+            return {{1, 0, 0, 0, 0, c, s, 0, 0, -s, c, 0, 0, 0, 0, 1}};
+        case 1:
+            return {{c, 0, -s, 0, 0, 1, 0, 0, s, 0, c, 0, 0, 0, 0, 1}};
+        case 2:
+            return {{c, s, 0, 0, -s, c, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
+        default:
+            return Matrix4::Identity();
     }
 }
 
-MatrixStack::MatrixStack() : m_Stack{Matrix4::Identity()} { Derive(); }
+MatrixStack::MatrixStack() : m_Stack{Matrix4::Identity()} {
+    Derive();
+}
 
 void MatrixStack::Load(const Matrix4& matrix) {
     m_Stack.back() = matrix;
@@ -84,8 +91,8 @@ void MatrixStack::Derive() {
     const Vec3 x{m[0], m[1], m[2]};
     const Vec3 y{m[4], m[5], m[6]};
     const Vec3 z{m[8], m[9], m[10]};
-    // The inverse transpose of the upper 3 x 3 part is its cofactor matrix over the determinant; the
-    // columns of the cofactor matrix are cross products of the columns.
+    // The inverse transpose of the upper 3 x 3 part is its cofactor matrix over the determinant;
+    // the columns of the cofactor matrix are cross products of the columns.
     const Vec3 cx = Cross(y, z);
     const Vec3 cy = Cross(z, x);
     const Vec3 cz = Cross(x, y);

@@ -29,14 +29,14 @@ class CFont3D;
 namespace detail {
 class Renderer;
 struct SurfaceStyle;
-}
+}  // namespace detail
 
 /// The code of the ambient colour of the whole scene among the light components; the others are
 /// OpenGL's own: 4608 ambient, 4609 diffuse, 4610 specular, 4611 position.
 inline constexpr int LIGHT_MODEL_AMBIENT = 12345;
 
 class VARNEL_API COpenGL {
-   public:
+ public:
     static constexpr int kSignature = 1717;
 
     // --- Construction and lifetime -----------------------------------------------------------
@@ -95,10 +95,10 @@ class VARNEL_API COpenGL {
     void SetOutputViewport(const GLViewportType& viewport) { m_OutputViewport = viewport; }
     void GetOutputViewport(GLViewportType& viewport) const { viewport = m_OutputViewport; }
 
-    /// Sets the six planes of the clip box in the coordinates of the current matrix. p1 is the lower
-    /// corner when p1.x <= p2.x, else the upper one: x alone decides for all three axes. Each plane
-    /// is moved by 0.00123456 of the box's extent: a little inward at the low side, so that what lies
-    /// exactly on the minimum is cut, and outward at the high side.
+    /// Sets the six planes of the clip box in the coordinates of the current matrix. p1 is the
+    /// lower corner when p1.x <= p2.x, else the upper one: x alone decides for all three axes. Each
+    /// plane is moved by 0.00123456 of the box's extent: a little inward at the low side, so that
+    /// what lies exactly on the minimum is cut, and outward at the high side.
     void SetClipLimits(const point3Dtype& p1, const point3Dtype& p2);
     void EnableClipping(BOOL on);
 
@@ -246,8 +246,8 @@ class VARNEL_API COpenGL {
     void Frame3D(const point3Dtype* pts, int n);
 
     // --- Solids ------------------------------------------------------------------------------
-    // A hexahedron has corners 0..3 at the bottom and 4..7 above them. A hexahedron given inside out
-    // is drawn with its faces turned outward.
+    // A hexahedron has corners 0..3 at the bottom and 4..7 above them. A hexahedron given inside
+    // out is drawn with its faces turned outward.
 
     /// Draws the faces whose flags are set, in the order of the faces' table: flag 0 (0 3 7 4),
     /// 5 (1 5 6 2), 1 (0 4 5 1), 2 (3 2 6 7), 3 (0 1 2 3), 4 (4 7 6 5).
@@ -288,7 +288,7 @@ class VARNEL_API COpenGL {
     /// The stipple pattern of a style; solid outside 0..15.
     WORD GetLineStipple(int style) const;
 
-   private:
+ private:
     friend class CollectScope;
 
     void BeginCollect();
@@ -355,13 +355,13 @@ class VARNEL_API COpenGL {
 
 /// Collects the primitives drawn during its life and draws them at its end.
 class VARNEL_API CollectScope {
-   public:
+ public:
     explicit CollectScope(COpenGL& gl) : m_GL(gl) { gl.BeginCollect(); }
     ~CollectScope() { m_GL.EndCollect(); }
     CollectScope(const CollectScope&) = delete;
     CollectScope& operator=(const CollectScope&) = delete;
 
-   private:
+ private:
     COpenGL& m_GL;
 };
 

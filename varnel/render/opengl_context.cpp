@@ -103,9 +103,13 @@ void COpenGL::Close() {
     if (m_pClientDC != nullptr) m_pClientDC->SelectPalette(nullptr, 0);
 }
 
-void COpenGL::MakeCurrent() { Ready(); }
+void COpenGL::MakeCurrent() {
+    Ready();
+}
 
-void COpenGL::MakeNonCurrent() { GLContext::MakeNonCurrent(); }
+void COpenGL::MakeNonCurrent() {
+    GLContext::MakeNonCurrent();
+}
 
 void COpenGL::ExchangeBuffers() {
     SyncState();
@@ -117,7 +121,9 @@ void COpenGL::ReadBack() {
     if (Ready()) m_Renderer->context->ReadBack();
 }
 
-bool COpenGL::Ready() { return m_Renderer->MakeCurrent(); }
+bool COpenGL::Ready() {
+    return m_Renderer->MakeCurrent();
+}
 
 void COpenGL::SetClearColor(double r, double g, double b, double /*a*/) {
     if (!Ready()) return;
@@ -207,7 +213,9 @@ void COpenGL::SetFrameOffset(BOOL on) {
     m_Renderer->frameOffset = on != 0;
 }
 
-BOOL COpenGL::GetFrameOffset() const { return m_Renderer->frameOffset ? 1 : 0; }
+BOOL COpenGL::GetFrameOffset() const {
+    return m_Renderer->frameOffset ? 1 : 0;
+}
 
 void COpenGL::SyncState() {
     if (!Ready()) return;
@@ -221,7 +229,9 @@ void COpenGL::SyncState() {
     glColor3d(m_CurrentColor.r, m_CurrentColor.g, m_CurrentColor.b);
 }
 
-void COpenGL::BeginCollect() { ++m_Renderer->collecting; }
+void COpenGL::BeginCollect() {
+    ++m_Renderer->collecting;
+}
 
 void COpenGL::EndCollect() {
     if (--m_Renderer->collecting == 0) SyncState();
@@ -244,7 +254,9 @@ void COpenGL::LoadIdentity() {
     MatrixChanged();
 }
 
-void COpenGL::PushMatrix() { m_Renderer->matrix.Push(); }
+void COpenGL::PushMatrix() {
+    m_Renderer->matrix.Push();
+}
 
 void COpenGL::PopMatrix() {
     m_Renderer->matrix.Pop();

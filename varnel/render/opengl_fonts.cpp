@@ -12,8 +12,8 @@ int COpenGL::NewFont3D() {
     Ready();
     m_FontList.RemoveAll();
     const int listBase = m_FontCount * kListsPerFont + kFirstList;
-    m_FontList.Append(detail::NewObject<CFont3D>({ERR3DCLASS_OPENGL, "NewFont3D"}, this,
-                                                 m_pClientDC, listBase));
+    m_FontList.Append(
+        detail::NewObject<CFont3D>({ERR3DCLASS_OPENGL, "NewFont3D"}, this, m_pClientDC, listBase));
     m_FontCount = m_FontList.GetCount();
     m_CurrentFont = m_FontCount - 1;
     return m_FontCount;
@@ -28,7 +28,8 @@ int COpenGL::RegisterFont(const CString& name, double size, int weight, int ital
     if (m_FontList.IsEmpty()) NewFont3D();
     SyncState();
     CFont3D* const font = GetFont();
-    return font != nullptr ? font->RegisterFont(name, size, weight, italic, underline, numChars) : 0;
+    return font != nullptr ? font->RegisterFont(name, size, weight, italic, underline, numChars)
+                           : 0;
 }
 
 void COpenGL::SetFontScaleFactor(double factor) {

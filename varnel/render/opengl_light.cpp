@@ -8,21 +8,35 @@ namespace varnel {
 void COpenGL::SetLightComponent(int which, const RGBDType& c) {
     const RGBFType color = RGBDtoRGBF(c);
     switch (which) {
-        case GL_AMBIENT: m_LightAmbient = color; break;
-        case GL_DIFFUSE: m_LightDiffuse = color; break;
-        case GL_SPECULAR: m_LightSpecular = color; break;
-        case LIGHT_MODEL_AMBIENT: m_LightModelAmbient = color; break;
-        default: break;
+        case GL_AMBIENT:
+            m_LightAmbient = color;
+            break;
+        case GL_DIFFUSE:
+            m_LightDiffuse = color;
+            break;
+        case GL_SPECULAR:
+            m_LightSpecular = color;
+            break;
+        case LIGHT_MODEL_AMBIENT:
+            m_LightModelAmbient = color;
+            break;
+        default:
+            break;
     }
 }
 
 RGBDType COpenGL::GetLightComponent(int which) const {
     switch (which) {
-        case GL_AMBIENT: return RGBFtoRGBD(m_LightAmbient);
-        case GL_DIFFUSE: return RGBFtoRGBD(m_LightDiffuse);
-        case GL_SPECULAR: return RGBFtoRGBD(m_LightSpecular);
-        case LIGHT_MODEL_AMBIENT: return RGBFtoRGBD(m_LightModelAmbient);
-        default: return {};
+        case GL_AMBIENT:
+            return RGBFtoRGBD(m_LightAmbient);
+        case GL_DIFFUSE:
+            return RGBFtoRGBD(m_LightDiffuse);
+        case GL_SPECULAR:
+            return RGBFtoRGBD(m_LightSpecular);
+        case LIGHT_MODEL_AMBIENT:
+            return RGBFtoRGBD(m_LightModelAmbient);
+        default:
+            return {};
     }
 }
 
@@ -43,13 +57,18 @@ void COpenGL::LoadLight(int which) {
             glLightfv(GL_LIGHT0, GL_AMBIENT, &m_LightAmbient.r);
             glLightModelfv(GL_LIGHT_MODEL_AMBIENT, &m_LightModelAmbient.r);
             break;
-        case GL_DIFFUSE: glLightfv(GL_LIGHT0, GL_DIFFUSE, &m_LightDiffuse.r); break;
-        case GL_SPECULAR: glLightfv(GL_LIGHT0, GL_SPECULAR, &m_LightSpecular.r); break;
+        case GL_DIFFUSE:
+            glLightfv(GL_LIGHT0, GL_DIFFUSE, &m_LightDiffuse.r);
+            break;
+        case GL_SPECULAR:
+            glLightfv(GL_LIGHT0, GL_SPECULAR, &m_LightSpecular.r);
+            break;
         case GL_POSITION:
             m_Renderer->SendMatrix();
             glLightfv(GL_LIGHT0, GL_POSITION, m_LightPosition);
             break;
-        default: break;
+        default:
+            break;
     }
 }
 

@@ -40,10 +40,14 @@ BYTE COpenGL::ComponentFromIndex(int index, unsigned bits, unsigned shift) const
     if (shift > 31) return 0;
     const unsigned value = static_cast<unsigned>(index) >> shift;
     switch (bits) {
-        case 1: return m_OneBitRamp[value & 1U];
-        case 2: return m_TwoBitRamp[value & 3U];
-        case 3: return m_ThreeBitRamp[value & 7U];
-        default: return 0;
+        case 1:
+            return m_OneBitRamp[value & 1U];
+        case 2:
+            return m_TwoBitRamp[value & 3U];
+        case 3:
+            return m_ThreeBitRamp[value & 7U];
+        default:
+            return 0;
     }
 }
 

@@ -61,6 +61,8 @@ void COpenGL::PolyAbs3D(const point3Dtype* pts, int n) {
     Outline(pts, n, m_LineColor, closes);
 }
 
-void COpenGL::Frame3D(const point3Dtype* pts, int n) { Outline(pts, n, m_FrameColor, false); }
+void COpenGL::Frame3D(const point3Dtype* pts, int n) {
+    Outline(pts, n, m_FrameColor, false);
+}
 
 }  // namespace varnel

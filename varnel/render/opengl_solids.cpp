@@ -26,14 +26,17 @@ Layer Centred(double w, double h, double z) {
     return Rectangle(-w / 2, -h / 2, w / 2, h / 2, z);
 }
 
-Layer Apex(double z) { return Centred(0.0, 0.0, z); }
+Layer Apex(double z) {
+    return Centred(0.0, 0.0, z);
+}
 
 template <std::size_t N>
 std::array<point3Dtype, 4 * N> Stack(const std::array<Layer, N>& layers) {
     std::array<point3Dtype, 4 * N> corners;
     std::size_t k = 0;
     for (const Layer& layer : layers)
-        for (const point3Dtype& p : layer) corners[k++] = p;
+        for (const point3Dtype& p : layer)
+            corners[k++] = p;
     return corners;
 }
 
@@ -107,8 +110,8 @@ void COpenGL::DrawCube(double size, const RGBDType& fill, const RGBDType& frame)
 
 void COpenGL::DrawPrism3D(double x, double y, double z, double dx, double dy, double dz,
                           const RGBDType& fill, const RGBDType& frame) {
-    const auto prism = Stack<2>(
-        {Rectangle(x, y, x + dx, y + dy, z), Rectangle(x, y, x + dx, y + dy, z + dz)});
+    const auto prism =
+        Stack<2>({Rectangle(x, y, x + dx, y + dy, z), Rectangle(x, y, x + dx, y + dy, z + dz)});
     DrawSolidObject3D(prism.data(), fill, frame, kAllFaces);
 }
 
@@ -146,16 +149,15 @@ void COpenGL::DrawArrowSolidObject3D(double w, double h, double d, const RGBDTyp
                                      const RGBDType& frame) {
     const double ridge = h / 4;  // half the length of the head's top edge, which runs along y
     const auto shaft = Stack<2>({Centred(w / 2, h / 2, -d / 2), Centred(w / 2, h / 2, 0.0)});
-    const auto head =
-        Stack<2>({Centred(w, h, 0.0), Rectangle(0.0, -ridge, 0.0, ridge, d / 4)});
+    const auto head = Stack<2>({Centred(w, h, 0.0), Rectangle(0.0, -ridge, 0.0, ridge, d / 4)});
     DrawComplexObject3D(shaft.data(), 1, fill, frame);
     DrawComplexObject3D(head.data(), 1, fill, frame);
 }
 
 void COpenGL::DrawHourglassSolidObject3D(double w, double h, double d, const RGBDType& fill,
                                          const RGBDType& frame) {
-    const auto glass = Stack<3>(
-        {Centred(w, h, -d / 2), Centred(w / 2, h / 2, 0.0), Centred(w, h, d / 2)});
+    const auto glass =
+        Stack<3>({Centred(w, h, -d / 2), Centred(w / 2, h / 2, 0.0), Centred(w, h, d / 2)});
     DrawComplexObject3D(glass.data(), 2, fill, frame);
 }
 
@@ -177,10 +179,17 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
 void COpenGL::GetAxesPlaneNormal(int plane, point3Dtype& normal) const {
     normal.x = normal.y = normal.z = 0.0;
     switch (plane % 3) {
-        case 0: normal.z = 1.0; break;
-        case 1: normal.y = 1.0; break;
-        case 2: normal.x = 1.0; break;
-        default: break;
+        case 0:
+            normal.z = 1.0;
+            break;
+        case 1:
+            normal.y = 1.0;
+            break;
+        case 2:
+            normal.x = 1.0;
+            break;
+        default:
+            break;
     }
 }
 

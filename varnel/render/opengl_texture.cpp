@@ -38,13 +38,15 @@ void COpenGL::EnableTexture(BOOL on) {
 void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double max, int n) {
     if (colors == nullptr || n < 1 || n > kTextureEntries) return;
     int size = 2;
-    while (size < n) size *= 2;
+    while (size < n)
+        size *= 2;
     m_TextureMin = min;
     // The maximum is stretched, not the range: the last colour ends at max when min is 0.
     m_TextureMax = max * size / n;
     m_TextureScale = 1.0 / (m_TextureMax - m_TextureMin);
     m_TextureOffset = min;
-    for (int i = 0; i < size; ++i) StoreTexel(m_TextureArray[i], colors[i < n ? i : n - 1]);
+    for (int i = 0; i < size; ++i)
+        StoreTexel(m_TextureArray[i], colors[i < n ? i : n - 1]);
     UploadTexture(size);
 }
 
@@ -68,7 +70,8 @@ void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, d
     StoreTexel(m_TextureArray[kTextureEntries - 1], c2);
     // The colours become a grey ramp; the run from c1 to c2 shows in the alpha bytes alone.
     for (int i = 0; i < kTextureEntries; ++i)
-        for (int k = 0; k < 3; ++k) m_TextureArray[i][k] = static_cast<BYTE>(i);
+        for (int k = 0; k < 3; ++k)
+            m_TextureArray[i][k] = static_cast<BYTE>(i);
     UploadTexture(kTextureEntries);
 }
 
@@ -87,7 +90,8 @@ void COpenGL::CopyTextureArray(RGBDType* out) const {
 
 void COpenGL::CopyXYorZtoV(point3Dtype* pts, double scale, double offset, int axis, int n) {
     if (pts == nullptr || axis < 0 || axis > 2) return;
-    for (int i = 0; i < n; ++i) pts[i].w = (GetCoord3D(pts[i], axis) - offset) * scale;
+    for (int i = 0; i < n; ++i)
+        pts[i].w = (GetCoord3D(pts[i], axis) - offset) * scale;
 }
 
 }  // namespace varnel

@@ -10,14 +10,20 @@ constexpr double kTexelNudge = 0.004;
 
 double TextureSource(const point3Dtype& p, int mode) {
     switch (mode) {
-        case 0: return p.x;
-        case 1: return p.y;
-        case 3: return p.w;
-        default: return p.z;
+        case 0:
+            return p.x;
+        case 1:
+            return p.y;
+        case 3:
+            return p.w;
+        default:
+            return p.z;
     }
 }
 
-Vec3 AsVector(const point3Dtype& p) { return {p.x, p.y, p.z}; }
+Vec3 AsVector(const point3Dtype& p) {
+    return {p.x, p.y, p.z};
+}
 
 }  // namespace
 
@@ -160,10 +166,13 @@ void Renderer::LineWidth(float width) {
 }
 
 void Renderer::SendLighting(bool on) {
-    for (GLenum cap : {GL_LIGHTING, GL_LIGHT0, GL_COLOR_MATERIAL}) on ? glEnable(cap) : glDisable(cap);
+    for (GLenum cap : {GL_LIGHTING, GL_LIGHT0, GL_COLOR_MATERIAL})
+        on ? glEnable(cap) : glDisable(cap);
 }
 
-void Renderer::SendTexture(bool on) { on ? glEnable(GL_TEXTURE_1D) : glDisable(GL_TEXTURE_1D); }
+void Renderer::SendTexture(bool on) {
+    on ? glEnable(GL_TEXTURE_1D) : glDisable(GL_TEXTURE_1D);
+}
 
 void Renderer::SendOffset(bool on) {
     on ? glEnable(GL_POLYGON_OFFSET_FILL) : glDisable(GL_POLYGON_OFFSET_FILL);

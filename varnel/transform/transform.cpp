@@ -14,8 +14,8 @@ point3Dtype Difference(const point3Dtype& a, const point3Dtype& b) {
     return {a.x - b.x, a.y - b.y, a.z - b.z, 0.0};
 }
 
-/// One coordinate's place between lo and hi as a place in -half .. +half; the order of the operations
-/// fixes the rounding.
+/// One coordinate's place between lo and hi as a place in -half .. +half; the order of the
+/// operations fixes the rounding.
 double ToBox(double q, double lo, double hi, double half) {
     return ((q - lo) * 2.0 / (hi - lo) + (-1.0)) * half;
 }
@@ -26,13 +26,17 @@ double FromBox(double p, double lo, double hi, double half) {
 }
 
 /// Axis numbers repeat every three; negative ones have no axis.
-bool IsAxis(int axis) { return axis >= 0; }
+bool IsAxis(int axis) {
+    return axis >= 0;
+}
 
 }  // namespace
 
 int CTransform3D::nSelfIDCntr = 0;
 
-CTransform3D::CTransform3D() { SetTransformDefaults(); }
+CTransform3D::CTransform3D() {
+    SetTransformDefaults();
+}
 
 CTransform3D::CTransform3D(COpenGL* gl) {
     SetTransformDefaults();
@@ -122,9 +126,13 @@ void CTransform3D::GetWorkingScale(point3Dtype& min, point3Dtype& max) const {
     max = m_WorkingScaleMax;
 }
 
-point3Dtype CTransform3D::GetRange() const { return Difference(m_ScaleMax, m_ScaleMin); }
+point3Dtype CTransform3D::GetRange() const {
+    return Difference(m_ScaleMax, m_ScaleMin);
+}
 
-double CTransform3D::GetAxisRange(int axis) const { return GetCoord3D(GetRange(), axis); }
+double CTransform3D::GetAxisRange(int axis) const {
+    return GetCoord3D(GetRange(), axis);
+}
 
 point3Dtype CTransform3D::GetWorkingRange() const {
     return Difference(m_WorkingScaleMax, m_WorkingScaleMin);
@@ -136,14 +144,17 @@ double CTransform3D::GetAxisWorkingRange(int axis) const {
 
 int CTransform3D::IsScaleInverted(int axis) const {
     if (!IsAxis(axis)) return 0;
-    return GetCoord3D(m_WorkingScaleMax, axis % 3) < GetCoord3D(m_WorkingScaleMin, axis % 3) ? 1 : 0;
+    return GetCoord3D(m_WorkingScaleMax, axis % 3) < GetCoord3D(m_WorkingScaleMin, axis % 3) ? 1
+                                                                                             : 0;
 }
 
 double CTransform3D::LogLimits(int axis, double v) const {
     return GetAxisScaleMode(axis) != 0 ? AntilogLog10Ex(v) : v;
 }
 
-double CTransform3D::CVTWS(int axis, double v) const { return IsLogarithmic(axis) ? log10Ex(v) : v; }
+double CTransform3D::CVTWS(int axis, double v) const {
+    return IsLogarithmic(axis) ? log10Ex(v) : v;
+}
 
 double CTransform3D::CVFWS(int axis, double v) const {
     return IsLogarithmic(axis) ? Antilog10Ex(v) : v;
@@ -161,7 +172,8 @@ void CTransform3D::CPFWS(point3Dtype& out, const point3Dtype& in) const {
 
 void CTransform3D::C3DATWS(point3Dtype* pts, int n) const {
     if (pts == nullptr) return;
-    for (int i = 0; i < n; ++i) pts[i] = CPTWS(pts[i]);
+    for (int i = 0; i < n; ++i)
+        pts[i] = CPTWS(pts[i]);
 }
 
 void CTransform3D::NormalizePoint(const point3Dtype& p, point3Dtype& out) const {
@@ -248,11 +260,17 @@ void CTransform3D::SetGraphTransform(const double m[16]) {
     std::copy(m, m + 16, m_GraphTransform);
 }
 
-void CTransform3D::SetFontTransform(const double m[16]) { std::copy(m, m + 16, m_FontTransform); }
+void CTransform3D::SetFontTransform(const double m[16]) {
+    std::copy(m, m + 16, m_FontTransform);
+}
 
-void CTransform3D::MakeGraphTransformCurrent() { m_pOpenGL->LoadMatrixTransform(m_GraphTransform); }
+void CTransform3D::MakeGraphTransformCurrent() {
+    m_pOpenGL->LoadMatrixTransform(m_GraphTransform);
+}
 
-void CTransform3D::MakeTextTransformCurrent() { m_pOpenGL->LoadMatrixTransform(m_FontTransform); }
+void CTransform3D::MakeTextTransformCurrent() {
+    m_pOpenGL->LoadMatrixTransform(m_FontTransform);
+}
 
 void CTransform3D::SetClipping(int on) {
     m_Clipping = on;
@@ -270,8 +288,12 @@ void CTransform3D::Record(Archive& record) {
     record(m_AxisScaleMode, m_Clipping, m_Reserved, m_FontAspect, m_FontHeightSF);
 }
 
-void CTransform3D::Save(HANDLE file) { detail::SaveRecord(*this, file, ERR3DCLASS_TRANSFORM3D); }
+void CTransform3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_TRANSFORM3D);
+}
 
-void CTransform3D::Load(HANDLE file) { detail::LoadRecord(*this, file, ERR3DCLASS_TRANSFORM3D); }
+void CTransform3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_TRANSFORM3D);
+}
 
 }  // namespace varnel

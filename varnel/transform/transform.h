@@ -17,7 +17,7 @@
 namespace varnel {
 
 class VARNEL_API CTransform3D {
-   public:
+ public:
     static constexpr int kSignature = 1616;
 
     /// Defaults alone, no context: limits 0..1 on every axis.
@@ -150,7 +150,7 @@ class VARNEL_API CTransform3D {
     template <class Archive>
     void Record(Archive& record);
 
-   private:
+ private:
     void CalcWorkingScale(const point3Dtype& min, const point3Dtype& max);
     static double PositiveRotate(double angle);
     void MakeGraphTransformCurrent();

@@ -5,8 +5,8 @@
 
 namespace varnel::detail {
 
-/// Draws a frame just inside a viewport of width x height pixels, behind everything else. The matrix
-/// must be the identity.
+/// Draws a frame just inside a viewport of width x height pixels, behind everything else. The
+/// matrix must be the identity.
 inline void DrawViewportBorder(COpenGL& gl, int width, int height, double thickness,
                                const RGBDType& color) {
     constexpr double kInset = 0.999;  // a line on -1 itself would be cut away

@@ -35,7 +35,8 @@ auto AllocateOrRaise(CErr3DTypes type, Origin origin, Allocate&& allocate) {
 /// allocation raise "Array New Error". A count of 0 gives an empty array.
 template <class T>
 std::unique_ptr<T[]> NewArray(long long count, Origin origin) {
-    constexpr auto most = std::numeric_limits<std::ptrdiff_t>::max() / static_cast<long long>(sizeof(T));
+    constexpr auto most =
+        std::numeric_limits<std::ptrdiff_t>::max() / static_cast<long long>(sizeof(T));
     if (count < 0 || count > most) Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation);
     return AllocateOrRaise(ERR3D_ARRAY_NEW, origin, [count] {
         return std::make_unique<T[]>(static_cast<std::size_t>(count));

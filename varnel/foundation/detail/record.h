@@ -35,12 +35,15 @@ inline constexpr bool kIsInts = std::is_same_v<T, GLViewportType>;
 /// The width of the scalars that a field consists of, 0 when it is no field.
 template <class T>
 constexpr std::size_t ScalarWidth() {
-    if constexpr (std::is_array_v<T>) return ScalarWidth<std::remove_extent_t<T>>();
-    else if constexpr (kIsDoubles<T> || std::is_same_v<T, double>) return 8;
+    if constexpr (std::is_array_v<T>)
+        return ScalarWidth<std::remove_extent_t<T>>();
+    else if constexpr (kIsDoubles<T> || std::is_same_v<T, double>)
+        return 8;
     else if constexpr (kIsInts<T> || std::is_same_v<T, std::int32_t> ||
                        std::is_same_v<T, std::uint32_t> || std::is_enum_v<T>)
         return 4;
-    else return std::is_same_v<T, BYTE> ? 1 : 0;
+    else
+        return std::is_same_v<T, BYTE> ? 1 : 0;
 }
 
 /// Turns `size` bytes made of scalars of `width` bytes from the machine's order into the file's, or
@@ -49,12 +52,13 @@ inline void SwapScalars(void* bytes, std::size_t size, std::size_t width) {
     if constexpr (std::endian::native == std::endian::little) return;
     auto* at = static_cast<BYTE*>(bytes);
     for (std::size_t i = 0; i + width <= size; i += width)
-        for (std::size_t k = 0; k < width / 2; ++k) std::swap(at[i + k], at[i + width - 1 - k]);
+        for (std::size_t k = 0; k < width / 2; ++k)
+            std::swap(at[i + k], at[i + width - 1 - k]);
 }
 
 /// Writes fields to a file.
 class VARNEL_API RecordWriter {
-   public:
+ public:
     static constexpr bool kLoading = false;
 
     explicit RecordWriter(File& file) : m_File(file) {}
@@ -67,12 +71,13 @@ class VARNEL_API RecordWriter {
     /// `count` elements of an array.
     template <class T>
     void Array(const T* elements, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) Field(elements[i]);
+        for (std::size_t i = 0; i < count; ++i)
+            Field(elements[i]);
     }
 
     File& GetFile() { return m_File; }
 
-   private:
+ private:
     template <class T>
     void Field(const T& field) {
         static_assert(ScalarWidth<T>() != 0, "not a type of the chart file");
@@ -88,7 +93,7 @@ class VARNEL_API RecordWriter {
 
 /// Reads fields from a file.
 class VARNEL_API RecordReader {
-   public:
+ public:
     static constexpr bool kLoading = true;
 
     explicit RecordReader(File& file) : m_File(file) {}
@@ -101,16 +106,17 @@ class VARNEL_API RecordReader {
     /// `count` elements into an array that has room for them.
     template <class T>
     void Array(T* elements, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) Field(elements[i]);
+        for (std::size_t i = 0; i < count; ++i)
+            Field(elements[i]);
     }
 
-    /// Whether `count` elements of `size` bytes each can still be in the file; when not, the file is
-    /// marked as having run dry. Negative counts never can.
+    /// Whether `count` elements of `size` bytes each can still be in the file; when not, the file
+    /// is marked as having run dry. Negative counts never can.
     bool Has(long long count, std::size_t size);
 
     File& GetFile() { return m_File; }
 
-   private:
+ private:
     template <class T>
     void Field(T& field) {
         static_assert(ScalarWidth<T>() != 0, "not a type of the chart file");

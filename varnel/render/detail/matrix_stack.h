@@ -1,7 +1,7 @@
 // The model-view matrix in double precision.
 //
-// OpenGL keeps matrices as floats, whose 24 bits are too few for data such as time stamps; vertices,
-// normals and clip planes are therefore taken to device coordinates with these matrices.
+// OpenGL keeps matrices as floats, whose 24 bits are too few for data such as time stamps;
+// vertices, normals and clip planes are therefore taken to device coordinates with these matrices.
 #pragma once
 
 #include <array>
@@ -15,11 +15,15 @@ struct Vec3 {
     double x, y, z;
 };
 
-inline Vec3 operator-(const Vec3& a, const Vec3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+inline Vec3 operator-(const Vec3& a, const Vec3& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
 inline Vec3 Cross(const Vec3& a, const Vec3& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
-inline double Dot(const Vec3& a, const Vec3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+inline double Dot(const Vec3& a, const Vec3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 /// v at length 1; a vector without a finite direction gives (0, 0, 0).
 Vec3 Normalized(const Vec3& v);
 
@@ -37,7 +41,7 @@ Matrix4 operator*(const Matrix4& a, const Matrix4& b);
 Matrix4 Rotation(double degrees, int axis);
 
 class MatrixStack {
-   public:
+ public:
     MatrixStack();
 
     const Matrix4& Top() const { return m_Stack.back(); }
@@ -57,7 +61,7 @@ class MatrixStack {
     /// The plane (a, b, c, d) in device coordinates; false when the matrix has no inverse.
     bool PlaneToDevice(const std::array<double, 4>& plane, std::array<double, 4>& out) const;
 
-   private:
+ private:
     void Derive();
 
     std::vector<Matrix4> m_Stack;

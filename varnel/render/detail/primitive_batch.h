@@ -41,7 +41,7 @@ struct LineRun {
 };
 
 class PrimitiveBatch {
-   public:
+ public:
     /// Whether fills of this state can join those that are waiting.
     bool Accepts(const FillState& state) const { return m_Vertices.empty() || state == m_State; }
 
@@ -65,7 +65,7 @@ class PrimitiveBatch {
     bool IsLarge() const { return m_Vertices.size() + m_LineVertexCount > kLarge; }
     void Clear();
 
-   private:
+ private:
     static constexpr std::size_t kLarge = 1U << 16;
 
     LineRun& RunOfWidth(float width);

@@ -1,5 +1,5 @@
-// The part of COpenGL that talks to OpenGL: the context, the matrix, what is collected, and the state
-// that OpenGL has, so that no call is made to set what is set.
+// The part of COpenGL that talks to OpenGL: the context, the matrix, what is collected, and the
+// state that OpenGL has, so that no call is made to set what is set.
 #pragma once
 
 #include <memory>
@@ -11,8 +11,8 @@
 
 namespace varnel::detail {
 
-/// A polyline between its Start and its End. Solid ones join the batch; stippled ones, whose pattern
-/// runs on from vertex to vertex, are drawn as one strip.
+/// A polyline between its Start and its End. Solid ones join the batch; stippled ones, whose
+/// pattern runs on from vertex to vertex, are drawn as one strip.
 struct OpenLine {
     bool open = false;
     bool stippled = false;
@@ -30,7 +30,7 @@ struct SurfaceStyle {
 };
 
 class Renderer {
-   public:
+ public:
     std::unique_ptr<GLContext> context;
     MatrixStack matrix;
     PrimitiveBatch batch;
@@ -67,7 +67,7 @@ class Renderer {
     /// In image pixels.
     void LineWidth(float width);
 
-   private:
+ private:
     void DrawFills();
     void DrawLines();
     void SendLighting(bool on);
@@ -85,8 +85,8 @@ class Renderer {
     float m_SentWidth = 1.0F;
 };
 
-/// The normal of a polygon's first three points; of its whole outline when they lie on one line. Its
-/// length is not 1.
+/// The normal of a polygon's first three points; of its whole outline when they lie on one line.
+/// Its length is not 1.
 Vec3 PolygonNormal(const point3Dtype* pts, int n);
 
 }  // namespace varnel::detail
