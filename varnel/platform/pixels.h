@@ -59,6 +59,12 @@ static_assert(sizeof(BITMAPINFOHEADER) == 40);
 inline constexpr DWORD BI_RGB = 0;
 inline constexpr int kColorTableSize = 256;
 
+/// A bitmap's description: its header and its colour table, of which biClrUsed entries count.
+struct BITMAPINFO {
+    BITMAPINFOHEADER bmiHeader;
+    std::array<RGBQUAD, kColorTableSize> bmiColors{};
+};
+
 /// Bytes of one row of `width` pixels of `bitsPerPixel`, padded to a multiple of 4.
 constexpr std::size_t RowStride(int width, int bitsPerPixel) {
     return (static_cast<std::size_t>(width) * static_cast<std::size_t>(bitsPerPixel) + 31) / 32 * 4;

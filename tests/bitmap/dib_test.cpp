@@ -1,0 +1,434 @@
+#include "varnel/bitmap/dib.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <random>
+
+#include "tests/bitmap/bmp_files.h"
+#include "tests/fuzz/dib_entry.h"
+#include "varnel/foundation/error.h"
+#include "varnel/platform/window.h"
+
+namespace varnel::test {
+namespace {
+
+struct Size {
+    int width;
+    int height;
+};
+constexpr Size kSizes[] = {{1, 1}, {3, 2}, {7, 5}, {8, 9}, {301, 4}};
+
+RGB PixelOf(const Bitmap& bitmap, int x, int y) {
+    const RGBQUAD color = bitmap.PixelFromTop(x, y);
+    return {color.rgbRed, color.rgbGreen, color.rgbBlue};
+}
+
+std::vector<RGB> PixelsOf(const CDib& dib) {
+    std::vector<RGB> pixels;
+    if (dib.GetBitmap() == nullptr) return pixels;
+    for (int y = 0; y < dib.GetBitmap()->Height(); ++y)
+        for (int x = 0; x < dib.GetBitmap()->Width(); ++x)
+            pixels.push_back(PixelOf(*dib.GetBitmap(), x, y));
+    return pixels;
+}
+
+void Poke(std::vector<BYTE>& bytes, std::size_t at, DWORD value, std::size_t size) {
+    for (std::size_t i = 0; i < size; ++i)
+        bytes[at + i] = static_cast<BYTE>(value >> 8 * i);
+}
+
+/// Places of fields in a file with a 40-byte header.
+constexpr std::size_t kHeaderSizeAt = 14, kWidthAt = 18, kHeightAt = 22, kBitsAt = 28,
+                      kCompressionAt = 30, kColorsUsedAt = 46, kTableAt = 54;
+
+/// Expects an empty picture and one notice.
+void ExpectRefused(const std::vector<BYTE>& bytes) {
+    const TempFile file(bytes);
+    const NoticeLog notices;
+    const CDib dib(file.Path().c_str());
+    EXPECT_EQ(dib.GetDibInfoPtr(), nullptr);
+    EXPECT_EQ(dib.GetBitmap(), nullptr);
+    EXPECT_EQ(dib.GetDibWidth(), 0);
+    EXPECT_EQ(dib.GetDibNumColors(), 0U);
+    EXPECT_EQ(notices.texts, std::vector<std::string>{"Not a bitmap file"});
+}
+
+CErr3DTypes ErrorOf(const std::function<void()>& action) {
+    CErr3D::SetErrorReportMode(0);
+    CErr3DTypes type = ERR3D_NONE;
+    try {
+        action();
+    } catch (const CErr3D& error) {
+        type = error.m_ErrorType;
+        EXPECT_EQ(error.m_ErrorClass, ERR3DCLASS_DIB);
+        EXPECT_EQ(error.m_FunctionName, "LoadBitmapFile");
+    }
+    CErr3D::SetErrorReportMode(1);
+    return type;
+}
+
+/// A bottom-up file of 8 bits with five of its own colours, 3 x 2.
+std::vector<BYTE> SmallFile() {
+    return MakeBmp({"8", 8}, 3, 2).bytes;
+}
+
+TEST(Dib, DecodesEveryVariant) {
+    for (const BmpVariant& variant : BmpVariants()) {
+        for (const Size size : kSizes) {
+            SCOPED_TRACE(std::string(variant.name) + " " + std::to_string(size.width));
+            const BmpSample sample = MakeBmp(variant, size.width, size.height);
+            const TempFile file(sample.bytes);
+            const NoticeLog notices;
+            const CDib dib(file.Path().c_str());
+            EXPECT_TRUE(notices.texts.empty());
+            EXPECT_EQ(dib.GetDibWidth(), size.width);
+            EXPECT_EQ(dib.GetDibHeight(), variant.topDown ? -size.height : size.height);
+            EXPECT_EQ(dib.GetDibNumColors(), bmp::ColorCount(variant));
+            ASSERT_EQ(PixelsOf(dib), sample.pixels);
+        }
+    }
+}
+
+/// The pixels of a file as another program sees them; empty when it cannot.
+std::vector<RGB> PixelsByConvert(const std::string& path, const BmpSample& sample) {
+    const TempFile out({});
+    const std::string command =
+        "convert 'bmp:" + path + "' -alpha off -depth 8 'ppm:" + out.Path() + "' 2>/dev/null";
+    if (std::system(command.c_str()) != 0) return {};
+    std::ifstream file(out.Path(), std::ios::binary);
+    std::string kind;
+    int width = 0, height = 0, most = 0;
+    file >> kind >> width >> height >> most;
+    if (kind != "P6" || width != sample.width || height != sample.height || most != 255) return {};
+    file.get();
+    const std::string data{std::istreambuf_iterator<char>(file), {}};
+    std::vector<RGB> pixels(data.size() / 3);
+    for (std::size_t i = 0; i < 3 * pixels.size(); ++i)
+        pixels[i / 3][i % 3] = static_cast<unsigned char>(data[i]);
+    return pixels;
+}
+
+bool NearlySame(const std::vector<RGB>& a, const std::vector<RGB>& b, int tolerance) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            if (std::abs(a[i][c] - b[i][c]) > tolerance) return false;
+    return true;
+}
+
+TEST(Dib, AgreesWithAnotherDecoder) {
+    if (std::system("convert -list format 2>/dev/null | grep -q ' BMP'") != 0)
+        GTEST_SKIP() << "ImageMagick's convert is not installed: NOTHING WAS COMPARED";
+    for (const BmpVariant& variant : BmpVariants()) {
+        // It takes OS/2's second colour table for one of 3-byte entries, and knows no fourth mask.
+        if (variant.headerSize == 64 || variant.compression == 6) continue;
+        SCOPED_TRACE(variant.name);
+        const BmpSample sample = MakeBmp(variant, 37, 22);
+        const TempFile file(sample.bytes);
+        const CDib dib(file.Path().c_str());
+        // Programs differ in how they round components of other than 8 bits.
+        const int tolerance = variant.bits == 16 || variant.headerSize == 56 ? 1 : 0;
+        EXPECT_TRUE(NearlySame(PixelsByConvert(file.Path(), sample), PixelsOf(dib), tolerance));
+    }
+}
+
+TEST(Dib, PixelsStartAfterTheColorTableWhateverTheFileHeaderSays) {
+    std::vector<BYTE> bytes = MakeBmp({"24", 24}, 2, 2).bytes;
+    Poke(bytes, 10, 0x7FFFFFFF, 4);
+    const TempFile file(bytes);
+    const CDib dib(file.Path().c_str());
+    EXPECT_EQ(PixelsOf(dib), MakeBmp({"24", 24}, 2, 2).pixels);
+    EXPECT_EQ(dib.GetDibNumColors(), 0U);
+}
+
+TEST(Dib, CompletesTheHeader) {
+    const TempFile indexed(SmallFile());
+    const CDib dib(indexed.Path().c_str());
+    EXPECT_EQ(dib.GetDibInfoPtr()->bmiHeader.biClrUsed, 256U);
+    EXPECT_EQ(dib.GetDibInfoPtr()->bmiHeader.biSizeImage, 6U) << "pixels, not bytes";
+    EXPECT_EQ(dib.GetDibInfoPtr()->bmiColors[1].rgbRed, bmp::TableColor(1)[0]);
+
+    std::vector<BYTE> stated = SmallFile();
+    Poke(stated, 34, 77, 4);
+    const TempFile statedFile(stated);
+    EXPECT_EQ(CDib(statedFile.Path().c_str()).GetDibSizeImage(), 77U);
+}
+
+TEST(Dib, RunsAlternateAndStopAtTheEndsOfRowAndPicture) {
+    BmpVariant variant{"rle4", 4, 40, false, 2};
+    std::vector<BYTE> bytes = MakeBmp(variant, 5, 2).bytes;
+    bytes.resize(kTableAt + 16 * 4);
+    // A run longer than the row, a new row, a move right by two, two pixels, and rows beyond the
+    // end.
+    for (const int byte : {9, 0x12, 0, 0, 0, 2, 2, 0, 2, 0x34, 0, 0, 0, 0, 5, 0x77})
+        bytes.push_back(static_cast<BYTE>(byte));
+    const TempFile file(bytes);
+    const CDib dib(file.Path().c_str());
+    const int expected[2][5] = {{0, 0, 3, 4, 0}, {1, 2, 1, 2, 1}};
+    ASSERT_NE(dib.GetBitmap(), nullptr);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 5; ++x)
+            EXPECT_EQ(PixelOf(*dib.GetBitmap(), x, y), bmp::TableColor(expected[y][x])) << x << y;
+}
+
+TEST(Dib, IndicesBeyondTheTableAreBlack) {
+    BmpVariant variant{"4", 4};
+    variant.colorsUsed = 2;
+    std::vector<BYTE> bytes = MakeBmp(variant, 2, 1).bytes;
+    bytes[kTableAt + 2 * 4] = 0x1F;
+    const TempFile file(bytes);
+    const CDib dib(file.Path().c_str());
+    EXPECT_EQ(PixelsOf(dib), (std::vector<RGB>{bmp::TableColor(1), {0, 0, 0}}));
+}
+
+TEST(Dib, RefusesWhatIsNoBitmapFile) {
+    std::vector<BYTE> swapped = SmallFile();
+    std::swap(swapped[0], swapped[1]);
+    ExpectRefused(swapped);
+    ExpectRefused({});
+    ExpectRefused({'B', 'M'});
+}
+
+TEST(Dib, RefusesEveryTruncation) {
+    for (const BmpVariant& variant : BmpVariants()) {
+        const BmpSample sample = MakeBmp(variant, 5, 4);
+        // Run-length data may leave out its last two codes and the padding before them, rows
+        // theirs.
+        const bool runs = variant.compression == 1 || variant.compression == 2;
+        const std::size_t slack = runs ? 5 : 3;
+        for (std::size_t size = 0; size + slack < sample.bytes.size(); ++size) {
+            SCOPED_TRACE(std::string(variant.name) + " " + std::to_string(size));
+            ExpectRefused(
+                {sample.bytes.begin(), sample.bytes.begin() + static_cast<std::ptrdiff_t>(size)});
+        }
+    }
+}
+
+TEST(Dib, RefusesForgedHeaders) {
+    struct Forgery {
+        std::size_t at;
+        DWORD value;
+        std::size_t size;
+    };
+    const Forgery forgeries[] = {
+        {kHeaderSizeAt, 0, 4},
+        {kHeaderSizeAt, 13, 4},
+        {kHeaderSizeAt, 0xFFFFFFFF, 4},
+        {kWidthAt, 0, 4},
+        {kWidthAt, 0xFFFFFFFF, 4},
+        {kWidthAt, 0x7FFFFFFF, 4},
+        {kWidthAt, 0x40000000, 4},
+        {kHeightAt, 0, 4},
+        {kHeightAt, 0x80000000, 4},
+        {kHeightAt, 0x7FFFFFFF, 4},
+        {kHeightAt, 0x80000001, 4},
+        {kBitsAt, 0, 2},
+        {kBitsAt, 2, 2},
+        {kBitsAt, 48, 2},
+        {kBitsAt, 0xFFFF, 2},
+        {kCompressionAt, 2, 4},
+        {kCompressionAt, 3, 4},
+        {kCompressionAt, 5, 4},
+        {kColorsUsedAt, 0x3FFFFFFF, 4},
+        {kColorsUsedAt, 0x40000001, 4},
+        {kColorsUsedAt, 0xFFFFFFFF, 4},
+    };
+    for (const Forgery& forgery : forgeries) {
+        SCOPED_TRACE(std::to_string(forgery.at) + " " + std::to_string(forgery.value));
+        std::vector<BYTE> bytes = SmallFile();
+        Poke(bytes, forgery.at, forgery.value, forgery.size);
+        ExpectRefused(bytes);
+    }
+    std::vector<BYTE> runs = MakeBmp({"rle8", 8, 40, false, 1}, 3, 2).bytes;
+    Poke(runs, kWidthAt, 60000, 4);
+    Poke(runs, kHeightAt, 60000, 4);
+    ExpectRefused(runs);
+}
+
+TEST(Dib, FilesThatCannotBeLoadedRaise) {
+    EXPECT_EQ(ErrorOf([] { CDib("no such folder/picture.bmp"); }), ERR3D_FILE_OPEN_INPUT);
+    EXPECT_EQ(ErrorOf([] { CDib(nullptr); }), ERR3D_FILE_OPEN_INPUT);
+
+    // As large as it says it is: 4.8 GB, none of which is stored.
+    std::vector<BYTE> bytes = MakeBmp({"24", 24}, 1, 1).bytes;
+    Poke(bytes, kWidthAt, 40000, 4);
+    Poke(bytes, kHeightAt, 40000, 4);
+    const TempFile giant(bytes);
+    std::filesystem::resize_file(giant.Path(), kTableAt + 40000ULL * 40000 * 3);
+    EXPECT_EQ(ErrorOf([&] { CDib(giant.Path().c_str()); }), ERR3D_MEM_ALLOC);
+}
+
+TEST(Dib, PaletteHasTheTablesColors) {
+    BmpVariant variant{"4", 4};
+    variant.colorsUsed = 5;
+    const TempFile file(MakeBmp(variant, 2, 2).bytes);
+    CDib dib(file.Path().c_str());
+    EXPECT_EQ(dib.GetDibPalette(), nullptr);
+    const HPALETTE palette = dib.CreateDibPalette();
+    ASSERT_NE(palette, nullptr);
+    EXPECT_EQ(palette, dib.GetDibPalette());
+    EXPECT_EQ(palette->palVersion, 0x300);
+    ASSERT_EQ(palette->palNumEntries, 5);
+    for (int i = 0; i < 5; ++i) {
+        const PALETTEENTRY& entry = palette->palPalEntry[static_cast<std::size_t>(i)];
+        EXPECT_EQ((RGB{entry.peRed, entry.peGreen, entry.peBlue}), bmp::TableColor(i));
+        EXPECT_EQ(entry.peFlags, 0);
+    }
+    const TempFile plain(MakeBmp({"24", 24}, 2, 2).bytes);
+    EXPECT_EQ(CDib(plain.Path().c_str()).CreateDibPalette(), nullptr);
+}
+
+struct RoundingDib : CDib {
+    using CDib::RoundSizeUp;
+};
+
+TEST(Dib, SizesAreRoundedUpToPowersOfTwo) {
+    const int expected[][2] = {{-5, 2},   {0, 2},       {1, 2},
+                               {2, 2},    {3, 4},       {64, 64},
+                               {65, 128}, {5000, 8192}, {INT32_MAX, 1 << 30}};
+    for (const auto& [n, rounded] : expected)
+        EXPECT_EQ(RoundingDib::RoundSizeUp(n), rounded) << n;
+}
+
+/// Expects each texel to have the colour of the pixel under its centre, the lowest row first.
+void ExpectStretched(const CDib& dib, const BmpSample& sample) {
+    const auto width = static_cast<int>(dib.GetTextureWidth());
+    const auto height = static_cast<int>(dib.GetTextureHeight());
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column) {
+            const int x = static_cast<int>((column + 0.5) / width * sample.width);
+            const int y = static_cast<int>((height - 1 - row + 0.5) / height * sample.height);
+            const RGB& color = sample.pixels[static_cast<std::size_t>(y * sample.width + x)];
+            const BYTE* const texel = dib.GetTextureBits() + 4 * (row * width + column);
+            ASSERT_EQ((RGB{texel[0], texel[1], texel[2]}), color) << column << " " << row;
+            ASSERT_EQ(texel[3], 255);
+        }
+    }
+}
+
+TEST(Dib, TextureIsTheStretchedPicture) {
+    for (const Size size : {Size{100, 50}, Size{1, 1}, Size{64, 3}}) {
+        const BmpSample sample = MakeBmp({"24", 24}, size.width, size.height);
+        const TempFile file(sample.bytes);
+        CDib dib(file.Path().c_str());
+        const BYTE* const texels = dib.TranslateDIBToOGL(nullptr);
+        EXPECT_EQ(texels, dib.GetTextureBits());
+        EXPECT_GE(dib.GetTextureWidth(), 2U);
+        ExpectStretched(dib, sample);
+        if (size.width == 100) {
+            EXPECT_EQ(dib.GetTextureWidth(), 128U);
+            EXPECT_EQ(dib.GetTextureHeight(), 64U);
+            dib.TranslateDIBToOGL(nullptr, 16);
+            EXPECT_EQ(dib.GetTextureWidth(), 16U);
+            EXPECT_EQ(dib.GetTextureHeight(), 16U);
+            ExpectStretched(dib, sample);
+        }
+    }
+}
+
+TEST(Dib, EmptyPictureHasABlackTexture) {
+    CDib dib;
+    const BYTE* const texels = dib.TranslateDIBToOGL(nullptr);
+    EXPECT_EQ(dib.GetTextureWidth(), 2U);
+    EXPECT_EQ(dib.GetTextureHeight(), 2U);
+    for (int i = 0; i < 16; ++i)
+        EXPECT_EQ(texels[i], i % 4 == 3 ? 255 : 0);
+}
+
+/// A memory device with a bitmap of 32 bits to paint on.
+struct Canvas {
+    Canvas(int width, int height) : bitmap(std::make_shared<Bitmap>(width, height, 32)) {
+        CWnd window(width, height);
+        dc.CreateCompatibleDC(window.GetDC());
+        dc.SelectObject(bitmap);
+    }
+    HBITMAP bitmap;
+    CDC dc;
+};
+
+TEST(Dib, PaintsPartsOfThePictureFromItsUpperLeftCorner) {
+    const BmpSample sample = MakeBmp({"8", 8}, 7, 5);
+    const TempFile file(sample.bytes);
+    CDib dib(file.Path().c_str());
+    Canvas canvas(10, 8);
+    const RECT part{1, 2, 4, 4};
+    const RECT same{2, 1, 5, 3};
+    EXPECT_EQ(dib.PaintDIB(&canvas.dc, &same, &part, dib.CreateDibPalette()), 5);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x)
+            EXPECT_EQ(PixelOf(*canvas.bitmap, 2 + x, 1 + y),
+                      sample.pixels[static_cast<std::size_t>((2 + y) * 7 + 1 + x)]);
+    EXPECT_EQ(PixelOf(*canvas.bitmap, 5, 1), (RGB{0, 0, 0}));
+
+    const RECT doubled{0, 0, 6, 4};
+    dib.PaintDIB(&canvas.dc, &doubled, &part, nullptr);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 6; ++x)
+            EXPECT_EQ(PixelOf(*canvas.bitmap, x, y),
+                      sample.pixels[static_cast<std::size_t>((2 + y / 2) * 7 + 1 + x / 2)]);
+
+    EXPECT_EQ(dib.PaintDIB(nullptr, &same, &part, nullptr), 0);
+    EXPECT_EQ(CDib().PaintDIB(&canvas.dc, &same, &part, nullptr), 0);
+}
+
+TEST(Dib, PaintingAndTextureSampleAlike) {
+    const BmpSample sample = MakeBmp({"24", 24}, 45, 21);
+    const TempFile file(sample.bytes);
+    CDib dib(file.Path().c_str());
+    const BYTE* const texels = dib.TranslateDIBToOGL(nullptr);
+    Canvas canvas(64, 32);
+    const RECT target{0, 0, 64, 32};
+    const RECT source{0, 0, 45, 21};
+    dib.PaintDIB(&canvas.dc, &target, &source, nullptr);
+    for (int y = 0; y < 32; ++y) {
+        for (int x = 0; x < 64; ++x) {
+            const BYTE* const texel = texels + 4 * ((31 - y) * 64 + x);
+            ASSERT_EQ(PixelOf(*canvas.bitmap, x, y), (RGB{texel[0], texel[1], texel[2]}));
+        }
+    }
+}
+
+/// Damages a file in one to four places: bytes, header fields of telling values, its length.
+std::vector<BYTE> Damage(std::vector<BYTE> bytes, std::mt19937& random) {
+    constexpr DWORD kValues[] = {0,  1,  2,  3,   4,          8,          12,
+                                 24, 32, 64, 124, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
+    const auto below = [&random](std::size_t n) { return random() % n; };
+    for (std::size_t times = 1 + below(4); times > 0; --times) {
+        switch (below(3)) {
+            case 0:
+                bytes[below(bytes.size())] = static_cast<BYTE>(random());
+                break;
+            case 1:
+                Poke(bytes, std::min(kHeaderSizeAt + 2 * below(20), bytes.size() - 4),
+                     kValues[below(std::size(kValues))], 4);
+                break;
+            default:
+                bytes.resize(std::max<std::size_t>(below(bytes.size()), 20));
+        }
+    }
+    return bytes;
+}
+
+TEST(Dib, SurvivesDamagedFiles) {
+    constexpr int kRounds = 600;
+    const NoticeLog quiet;
+    CErr3D::SetErrorReportMode(0);
+    std::mt19937 random(20240611);
+    for (const BmpVariant& variant : BmpVariants()) {
+        const BmpSample sample = MakeBmp(variant, 19, 11);
+        ASSERT_TRUE(UseDib(sample.bytes.data(), sample.bytes.size()));
+        for (int round = 0; round < kRounds; ++round) {
+            const std::vector<BYTE> bytes = Damage(sample.bytes, random);
+            ASSERT_TRUE(UseDib(bytes.data(), bytes.size())) << variant.name << " " << round;
+        }
+    }
+    CErr3D::SetErrorReportMode(1);
+}
+
+}  // namespace
+}  // namespace varnel::test

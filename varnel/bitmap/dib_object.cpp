@@ -1,0 +1,211 @@
+#include "varnel/bitmap/dib_object.h"
+
+#include <GL/gl.h>
+
+#include <array>
+#include <cmath>
+
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/foundation/detail/record.h"
+#include "varnel/foundation/notice.h"
+#include "varnel/platform/files.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+
+namespace {
+
+bool IsFinite(const point3Dtype& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
+/// OpenGL state for one picture; what was set before comes back at the end.
+class TextureScope {
+ public:
+    TextureScope() {
+        glPushAttrib(GL_TEXTURE_BIT | GL_ENABLE_BIT | GL_CURRENT_BIT);
+        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+        glEnable(GL_TEXTURE_2D);
+    }
+    ~TextureScope() {
+        glPopClientAttrib();
+        glPopAttrib();
+    }
+    TextureScope(const TextureScope&) = delete;
+    TextureScope& operator=(const TextureScope&) = delete;
+};
+
+void UploadTexture(CDib& dib) {
+    GLint most = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
+    const auto side = static_cast<unsigned int>(most);
+    if (dib.GetTextureBits() == nullptr || dib.GetTextureWidth() > side ||
+        dib.GetTextureHeight() > side)
+        dib.TranslateDIBToOGL(nullptr, side);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage2D(GL_TEXTURE_2D, 0, 4, static_cast<GLsizei>(dib.GetTextureWidth()),
+                 static_cast<GLsizei>(dib.GetTextureHeight()), 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 dib.GetTextureBits());
+}
+
+}  // namespace
+
+int CDIBObj3D::nSelfID = 0;
+
+CDIBObj3D::CDIBObj3D() {
+    InitDIBObjDefaults();
+}
+
+CDIBObj3D::CDIBObj3D(COpenGL* gl, CTransform3D* transform, const CString& file)
+    : m_pOpenGL(gl), m_pTransform(transform) {
+    InitDIBObjDefaults();
+    if (m_pTransform != nullptr) m_TransformID = m_pTransform->GetSelfID();
+    m_DIBFilename = file;
+    LoadPicture("CDIBObj3D");
+}
+
+void CDIBObj3D::InitDIBObjDefaults() {
+    m_pDib = nullptr;
+    AssignPoint3D(m_PlanePoint1, 0.0, 0.0, 0.0);
+    AssignPoint3D(m_PlanePoint2, 0.0, 0.0, 1.0);
+    AssignPoint3D(m_PlanePoint3, 1.0, 0.0, 1.0);
+    m_NormPlanePoint1 = m_PlanePoint1;
+    m_NormPlanePoint2 = m_PlanePoint2;
+    m_NormPlanePoint3 = m_PlanePoint3;
+    m_DIBFilename.clear();
+    m_RepeatX = 1;
+    m_RepeatY = 1;
+    m_NormFlag = 0;
+    m_TransformID = 0;
+    m_FromFile = false;
+    m_Magic = kSignature;
+}
+
+void CDIBObj3D::InitDIBObj(COpenGL* gl, CTransform3D* transform) {
+    constexpr detail::Origin origin{ERR3DCLASS_DIBOBJ3D, "InitDIBObj"};
+    detail::Require(gl, ERR3D_OPENGL_PARAMETER, origin);
+    detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
+    m_pOpenGL = gl;
+    m_pTransform = transform;
+    m_TransformID = transform->GetSelfID();
+    LoadPicture(origin.operation);
+    ++nSelfID;
+}
+
+void CDIBObj3D::SetDIBFilename(const CString& file) {
+    m_DIBFilename = file;
+    m_FromFile = false;
+    LoadPicture("SetDIBFilename");
+}
+
+/// Replaces the picture by that of the file that is named.
+void CDIBObj3D::LoadPicture(const char* operation) {
+    const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
+    m_pDib = nullptr;
+    if (m_FromFile && m_DIBFilename.empty()) return;  // saved before it had a picture
+    const bool missing = m_FromFile && OpenInputFile(m_DIBFilename) == nullptr;
+    if (missing)
+        ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " + m_DIBFilename);
+
+    std::shared_ptr<CDib> dib = missing ? detail::NewObject<CDib>(origin)
+                                        : detail::NewObject<CDib>(origin, m_DIBFilename.c_str());
+    dib->TranslateDIBToOGL(dib->CreateDibPalette());
+    m_pDib = std::move(dib);
+    m_FromFile = false;
+}
+
+void CDIBObj3D::SetPlanePoints(const point3Dtype& p1, const point3Dtype& p2,
+                               const point3Dtype& p3) {
+    m_PlanePoint1 = p1;
+    m_PlanePoint2 = p2;
+    m_PlanePoint3 = p3;
+    m_NormFlag = 0;
+}
+
+void CDIBObj3D::GetPlanePoints(point3Dtype& p1, point3Dtype& p2, point3Dtype& p3) const {
+    p1 = m_PlanePoint1;
+    p2 = m_PlanePoint2;
+    p3 = m_PlanePoint3;
+}
+
+void CDIBObj3D::SetNormPlanePoints(const point3Dtype& p1, const point3Dtype& p2,
+                                   const point3Dtype& p3) {
+    m_NormPlanePoint1 = p1;
+    m_NormPlanePoint2 = p2;
+    m_NormPlanePoint3 = p3;
+    m_NormFlag = 1;
+}
+
+void CDIBObj3D::GetNormPlanePoints(point3Dtype& p1, point3Dtype& p2, point3Dtype& p3) const {
+    p1 = m_NormPlanePoint1;
+    p2 = m_NormPlanePoint2;
+    p3 = m_NormPlanePoint3;
+}
+
+void CDIBObj3D::SetRepeatFactors(int x, int) {
+    m_RepeatX = x;
+    m_RepeatY = x;
+}
+
+void CDIBObj3D::GetRepeatFactors(int& x, int& y) const {
+    x = m_RepeatX;
+    y = m_RepeatY;
+}
+
+void CDIBObj3D::DrawDIBObj() {
+    if (m_pDib == nullptr || m_pOpenGL == nullptr || m_pTransform == nullptr) return;
+    if (m_NormFlag == 0) {
+        m_pTransform->NormalizePoint(m_PlanePoint1, m_NormPlanePoint1);
+        m_pTransform->NormalizePoint(m_PlanePoint2, m_NormPlanePoint2);
+        m_pTransform->NormalizePoint(m_PlanePoint3, m_NormPlanePoint3);
+    }
+    const point3Dtype& c1 = m_NormPlanePoint1;
+    const point3Dtype& c2 = m_NormPlanePoint2;
+    const point3Dtype& c3 = m_NormPlanePoint3;
+    if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3)) return;
+
+    m_pOpenGL->MakeCurrent();
+    m_pOpenGL->PushMatrix();
+    m_pTransform->TextTransform();
+    m_pOpenGL->SyncState();
+    {
+        const TextureScope texture;
+        UploadTexture(*m_pDib);
+        glBegin(GL_QUADS);
+        glNormal3d(0.0, 1.0, 0.0);
+        glTexCoord2i(0, 0);
+        glVertex3d(c1.x, c1.y, c1.z);
+        glTexCoord2i(0, m_RepeatY);
+        glVertex3d(c2.x, c2.y, c2.z);
+        glTexCoord2i(m_RepeatX, m_RepeatY);
+        glVertex3d(c3.x, c3.y, c3.z);
+        glTexCoord2i(m_RepeatX, 0);
+        glVertex3d(c3.x, c3.y, c1.z);
+        glEnd();
+    }
+    m_pOpenGL->PopMatrix();
+    m_pOpenGL->SyncState();
+}
+
+template <class Archive>
+void CDIBObj3D::Record(Archive& record) {
+    record(nSelfID, m_TransformID, m_PlanePoint1, m_PlanePoint2, m_PlanePoint3, m_NormPlanePoint1,
+           m_NormPlanePoint2, m_NormPlanePoint3, m_RepeatX, m_RepeatY, m_NormFlag, m_DIBFilename);
+}
+
+void CDIBObj3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_DIBOBJ3D);
+}
+
+void CDIBObj3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_DIBOBJ3D);
+    if (file != nullptr) m_FromFile = true;
+}
+
+}  // namespace varnel
