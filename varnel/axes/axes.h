@@ -54,6 +54,8 @@ class VARNEL_API CAxes3D {
 
     /// The identifier of the transform, for binding again after Load.
     int GetTransformID() const { return m_nTransformID; }
+    void SetTransformID(int id) { m_nTransformID = id; }
+    CTransform3D* GetTransform() const { return m_pTransform; }
 
     /// Draws lines and tics, then planes and grids, then labels and titles.
     void DrawAxes();

@@ -213,8 +213,6 @@ class VARNEL_API CChart3D {
  private:
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
     void MakeTransformIDsUnique();
-    template <class T, class Bind>
-    void LoadList(File& file, T* (CChart3D::*make)(), Bind bind);
 
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;

@@ -82,6 +82,8 @@ class VARNEL_API CChartObj3D {
 
     /// The identifier of the transform: the bound one's, or after Load the saved one's.
     int GetTransformID() const { return m_TransformID; }
+    void SetTransformID(int id) { m_TransformID = id; }
+    CTransform3D* GetTransform() const { return m_pTransform; }
 
     /// How many chart objects were constructed in this process; written to and read from files.
     static int GetChartObjCounter() { return nSelfID; }

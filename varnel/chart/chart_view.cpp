@@ -1,0 +1,205 @@
+// CChartView3D: construction, owned objects, sizes and attributes.
+#include "varnel/chart/chart_view.h"
+
+#include "varnel/axes/axes.h"
+#include "varnel/bitmap/dib_section.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/header.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/gl_context.h"
+#include "varnel/platform/window.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+detail::Origin At(const char* operation) { return {ERR3DCLASS_CHARTVIEW3D, operation}; }
+
+}  // namespace
+
+CChartView3D::CChartView3D() { InitChartViewDefaults(); }
+
+CChartView3D::CChartView3D(CWnd* wnd) {
+    InitChartViewDefaults();
+    if (wnd == nullptr) detail::Raise(ERR3D_CWND_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CChartView3D");
+    m_pWnd = wnd;
+    if (wnd->GetSafeHwnd() != nullptr) InitDeviceContext(1);
+}
+
+CChartView3D::CChartView3D(CWnd* wnd, int width, int height) {
+    InitChartViewDefaults();
+    if (wnd == nullptr) detail::Raise(ERR3D_CWND_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CChartView3D");
+    m_pWnd = wnd;
+    m_RequestedWidth = width;
+    m_RequestedHeight = height;
+    if (wnd->GetSafeHwnd() != nullptr) InitDeviceContext(0);
+}
+
+CChartView3D::~CChartView3D() {
+    const GLContext::HostContextGuard host;
+    DeleteChartViewObjects();
+    m_pHeader.reset();
+    if (m_pOpenGL != nullptr) m_pOpenGL->Close();
+    m_pOpenGL.reset();
+    DeleteBitmap();
+    m_Signature = 0;
+}
+
+void CChartView3D::InitChartViewDefaults() {
+    m_ViewBkColor = SetRGBD(1, 1, 1, 1);
+    m_ViewBorderColor = SetRGBD(0, 0, 0, 1);
+    m_FontName = "Arial";
+    m_pHeader = detail::NewObject<CHeader3D>(At("InitChartViewDefaults"));
+}
+
+void CChartView3D::InitDeviceContext(int useScreenSize) {
+    CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
+    if (dc == nullptr)
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "InitDeviceContext");
+    if (useScreenSize != 0) {
+        m_RequestedWidth = dc->GetDeviceCaps(HORZRES);
+        m_RequestedHeight = dc->GetDeviceCaps(VERTRES);
+    }
+    InitChartView3D(dc);
+    m_pWnd->ReleaseDC(dc);
+    m_Initialized = 1;
+}
+
+void CChartView3D::InitChartView3D(CDC* dc) {
+    const GLContext::HostContextGuard host;
+    MakeCompatibleDC(dc);
+    MakeCompatibleBitmap(m_RequestedWidth, m_RequestedHeight);
+    MakeCompatibleOpenGL();
+    m_pOpenGL->SetSamples(m_Samples);
+    m_pOpenGL->SetFrameOffset(m_FrameOffset);
+    m_pHeader->InitHeaders(m_pOpenGL.get());
+    m_Initialized = 1;
+}
+
+void CChartView3D::MakeCompatibleDC(CDC* dc) {
+    if (dc == nullptr || dc->GetSafeHdc() == nullptr)
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "MakeCompatibleDC");
+    // A copy of the handle: the device then lives as long as the view, whatever the window does.
+    m_WindowDC = *dc;
+    m_pDC = &m_WindowDC;
+    m_hWindowDC = m_WindowDC.GetSafeHdc();
+    m_MemDC.CreateCompatibleDC(m_pDC);
+}
+
+void CChartView3D::MakeCompatibleBitmap(int width, int height) {
+    m_pDIBSection =
+        detail::NewObject<CDIBSection>(At("MakeCompatibleBitmap"), m_pDC, &m_MemDC, width, height,
+                                       m_pDC->GetDeviceCaps(BITSPIXEL));
+    if (m_pDIBSection->GetBitmap() == nullptr)
+        detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_CHARTVIEW3D, "MakeCompatibleBitmap");
+    m_BitmapWidth = width;
+    m_BitmapHeight = height;
+    ActivateBitmap(1);
+}
+
+void CChartView3D::MakeCompatibleOpenGL() {
+    m_pOpenGL = detail::NewObject<COpenGL>(At("MakeCompatibleOpenGL"), m_pDC, m_pDIBSection.get());
+}
+
+void CChartView3D::ActivateBitmap(int on) {
+    if (on != 0) {
+        HBITMAP previous = m_MemDC.SelectObject(m_pDIBSection->GetBitmap());
+        if (!m_BitmapActive) m_hOldBitmap = std::move(previous);
+        m_BitmapActive = true;
+    } else if (m_BitmapActive) {
+        m_MemDC.SelectObject(m_hOldBitmap);
+        m_hOldBitmap = nullptr;
+        m_BitmapActive = false;
+    }
+}
+
+void CChartView3D::DeleteBitmap() {
+    ActivateBitmap(0);
+    m_pDIBSection.reset();
+}
+
+void CChartView3D::RequireContext(const char* operation) {
+    if (m_Initialized == 0 && m_pWnd != nullptr && m_pWnd->GetSafeHwnd() != nullptr)
+        InitDeviceContext(m_RequestedWidth == -1 && m_RequestedHeight == -1 ? 1 : 0);
+    if (m_pOpenGL == nullptr)
+        detail::Raise(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_CHARTVIEW3D, operation);
+}
+
+template <class... Args>
+CChart3D* CChartView3D::AppendChart(Args... args) {
+    const GLContext::HostContextGuard host;
+    RequireContext("NewChart3D");
+    return m_ChartList.Append(detail::NewObject<CChart3D>(At("NewChart3D"), this, args...));
+}
+
+CChart3D* CChartView3D::NewChart3D() { return AppendChart(); }
+
+CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max) {
+    return AppendChart(min, max);
+}
+
+CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max,
+                                   CTransform3D** t) {
+    return AppendChart(min, max, t);
+}
+
+CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max,
+                                   CTransform3D** t, CAxes3D** a) {
+    return AppendChart(min, max, t, a);
+}
+
+void CChartView3D::DeleteCharts() { m_ChartList.RemoveAll(); }
+
+void CChartView3D::DeleteChartViewObjects() { DeleteCharts(); }
+
+void CChartView3D::SetViewSizeWindow() {
+    RECT client;
+    if (m_pWnd != nullptr) m_pWnd->GetClientRect(&client);
+    SetViewSizeSubWindow(client.right, client.bottom);
+}
+
+void CChartView3D::SetViewSizePrinter() { SetViewSizeSubWindow(m_BitmapWidth, m_BitmapHeight); }
+
+void CChartView3D::SetViewSizeSubWindow(int width, int height) {
+    m_ViewWidth = width;
+    m_ViewHeight = height;
+}
+
+void CChartView3D::GetViewSize(int* width, int* height) const {
+    if (width != nullptr) *width = m_ViewWidth;
+    if (height != nullptr) *height = m_ViewHeight;
+}
+
+void CChartView3D::SetFont(const CString& name, int weight, int option) {
+    m_FontName = name;
+    m_FontWeight = weight;
+    m_FontOption = option;
+    m_FontChanged = 1;
+}
+
+void CChartView3D::SetFontItalics(int on) {
+    m_FontItalics = on;
+    m_FontChanged = 1;
+}
+
+void CChartView3D::SetFontUnderline(int on) {
+    m_FontUnderline = on;
+    m_FontChanged = 1;
+}
+
+void CChartView3D::SetAntialiasing(int samples) {
+    m_Samples = samples;
+    if (m_pOpenGL == nullptr) return;
+    const GLContext::HostContextGuard host;
+    m_pOpenGL->SetSamples(samples);
+}
+
+void CChartView3D::SetFrameOffset(int on) {
+    m_FrameOffset = on;
+    if (m_pOpenGL == nullptr) return;
+    const GLContext::HostContextGuard host;
+    m_pOpenGL->SetFrameOffset(on);
+}
+
+}  // namespace varnel

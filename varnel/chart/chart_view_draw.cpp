@@ -1,0 +1,124 @@
+// CChartView3D: drawing the view and handing the picture over.
+#include "varnel/bitmap/dib_section.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/border.h"
+#include "varnel/chart/header.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/files.h"
+#include "varnel/platform/gl_context.h"
+#include "varnel/platform/png_file.h"
+#include "varnel/platform/window.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+namespace {
+
+/// Height of an em of the view's own text, in device units (the view is 2 high).
+constexpr double kViewFontSize = 0.2;
+constexpr int kColorAndDepth = 16640;
+
+}  // namespace
+
+void CChartView3D::DrawView() {
+    RequireContext("DrawView");
+    const GLContext::HostContextGuard host;
+    m_DrawWidth = m_ViewWidth;
+    m_DrawHeight = m_ViewHeight;
+    m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
+    m_ViewAspect = static_cast<double>(m_DrawHeight) / static_cast<double>(m_DrawWidth);
+    m_pOpenGL->MakeCurrent();
+    m_pOpenGL->SetClearColor(m_ViewBkColor.r, m_ViewBkColor.g, m_ViewBkColor.b, 1.0);
+    m_pOpenGL->Clear(kColorAndDepth);
+    m_pOpenGL->LoadIdentity();
+    if (m_BorderEnable != 0) DrawBorder();
+    if (m_FontChanged != 0) {
+        m_pOpenGL->RegisterFont(m_FontName, kViewFontSize, m_FontWeight, m_FontItalics,
+                                m_FontUnderline, m_FontOption);
+        m_FontChanged = 0;
+    }
+    DrawHeader();
+    DrawCharts();
+    m_pOpenGL->ReadBack();
+}
+
+void CChartView3D::DrawBorder() {
+    detail::DrawViewportBorder(*m_pOpenGL, m_DrawWidth, m_DrawHeight, m_ViewBorderThickness,
+                               m_ViewBorderColor);
+}
+
+void CChartView3D::DrawHeader() {
+    // The charts scale the same font for their own texts.
+    m_pOpenGL->SetFontScaleFactor(kViewFontSize);
+    m_pHeader->SetViewAspect(m_ViewAspect);
+    m_pHeader->DrawHeader();
+}
+
+void CChartView3D::DrawCharts() {
+    for (const auto& chart : m_ChartList) chart->DrawChart();
+    m_pOpenGL->ExchangeBuffers();
+}
+
+void CChartView3D::InitAndDraw(CDC* dc, int x, int y) {
+    DrawView();
+    const HPALETTE palette = m_pDIBSection != nullptr ? m_pDIBSection->GetDIBPalette() : nullptr;
+    const HPALETTE previous = dc->SelectPalette(palette, 0);
+    dc->RealizePalette();
+    CopyBitmap(dc, x, y, m_DrawWidth, m_DrawHeight);
+    dc->SelectPalette(previous, 0);
+}
+
+void CChartView3D::DrawViewScreen(CDC* dc, int x, int y, int w, int h) {
+    if (m_PrintingState != 0) return;
+    if (dc == nullptr) detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
+    if (m_Initialized == 0) InitDeviceContext(1);
+    SetViewSizeSubWindow(w, h);
+    InitAndDraw(dc, x, y);
+}
+
+void CChartView3D::DrawViewScreen(CDC* dc) {
+    if (m_PrintingState != 0) return;
+    if (dc == nullptr) detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
+    if (m_Initialized == 0) InitDeviceContext(1);
+    SetViewSizeWindow();
+    InitAndDraw(dc, 0, 0);
+}
+
+void CChartView3D::DrawViewScreen() {
+    if (m_PrintingState != 0) return;
+    CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
+    if (dc == nullptr)
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "InitDeviceContext");
+    DrawViewScreen(dc);
+    m_pWnd->ReleaseDC(dc);
+}
+
+void CChartView3D::CopyBitmap(CDC* dc, int x, int y, int w, int h) {
+    // OpenGL's origin is the lower left corner of the image.
+    dc->BitBlt(x, y, w, h, m_MemDC, 0, m_BitmapHeight - h);
+}
+
+void CChartView3D::SaveToFile(const CString& fileName) {
+    RequireContext("SaveToFile");
+    if (m_pDIBSection == nullptr)
+        detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_CHARTVIEW3D, "SaveToFile");
+    SetViewSizePrinter();
+    DrawView();
+    m_pDIBSection->SaveDIB(fileName);
+}
+
+void CChartView3D::SaveToPNG(const CString& fileName) {
+    constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToPNG"};
+    RequireContext(here.operation);
+    if (m_pDIBSection == nullptr) detail::Raise(ERR3D_DIB_HANDLE, here.cls, here.operation);
+    SetViewSizePrinter();
+    DrawView();
+    const auto file = OpenOutputFile(fileName);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation);
+    detail::WithFile(file.get(), here, [this](File& f) {
+        WritePNG(*m_pDIBSection->GetBitmap(), f);
+        f.Commit();
+    });
+}
+
+}  // namespace varnel
