@@ -1,0 +1,234 @@
+// CChart3D: automatic scaling.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "varnel/axes/axes.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/detail/scale_numbers.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/polysurface.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+
+constexpr double kMajorTicLength = 0.04;
+constexpr double kMinorTicLength = 0.02;
+/// Where labels and tics of the x, y and z axis stand off: down, right and left.
+constexpr int kOffDirection[3] = {2, 3, 0};
+constexpr int kFacingViewer = 3;
+constexpr int kAllEnds = 7;
+
+/// Labels are a little smaller than titles, whose distance is measured on labels of full size.
+constexpr double kLabelSize = 0.8;
+
+/// A logarithmic axis is labelled at 1, 2 and 5 of each decade, with as many digits as a number
+/// needs: a fixed number of decimals would suit one decade only.
+constexpr int kLogNthTic = 10;
+constexpr int kGeneralFormat = 3;
+constexpr int kLogDigits = 6;
+
+/// The corners of what several sets cover.
+struct Union {
+    point3Dtype min{1e100, 1e100, 1e100, 0.0};
+    point3Dtype max{1e-100, 1e-100, 1e-100, 0.0};
+
+    void Add(const point3Dtype& low, const point3Dtype& high) {
+        for (int axis = 0; axis < 3; ++axis) {
+            if (GetCoord3D(low, axis) < GetCoord3D(min, axis))
+                coordassign(min, axis, GetCoord3D(low, axis));
+            if (GetCoord3D(high, axis) > GetCoord3D(max, axis))
+                coordassign(max, axis, GetCoord3D(high, axis));
+        }
+    }
+};
+
+/// One corner of the bounding box of n points, without coordinates that are NaN (which `pick`, an
+/// fmin or fmax, passes over); 0 where there are no others.
+template <class Pick>
+point3Dtype CornerOfData(const point3Dtype* pts, int n, Pick pick) {
+    point3Dtype corner;
+    if (pts == nullptr || n < 1) return corner;
+    corner = pts[0];
+    for (int i = 1; i < n; ++i) {
+        corner.x = pick(corner.x, pts[i].x);
+        corner.y = pick(corner.y, pts[i].y);
+        corner.z = pick(corner.z, pts[i].z);
+    }
+    for (int axis = 0; axis < 3; ++axis)
+        if (std::isnan(GetCoord3D(corner, axis))) coordassign(corner, axis, 0.0);
+    return corner;
+}
+
+/// The sums over nGroups rows of n values, without NaN; NaN where there is nothing else.
+void SumGroups(const double* y, int n, int nGroups, double* sums) {
+    for (int i = 0; i < n; ++i) {
+        bool any = false;
+        double sum = 0.0;
+        for (int g = 0; g < nGroups; ++g) {
+            const double value = y[static_cast<std::size_t>(g) * static_cast<std::size_t>(n) +
+                                   static_cast<std::size_t>(i)];
+            if (std::isnan(value)) continue;
+            sum += value;
+            any = true;
+        }
+        sums[i] = any ? sum : std::numeric_limits<double>::quiet_NaN();
+    }
+}
+
+bool IsInverted(const CTransform3D& t, int axis) {
+    return t.LogLimits(axis, GetCoord3D(t.GetScaleMax(), axis)) <
+           t.LogLimits(axis, GetCoord3D(t.GetScaleMin(), axis));
+}
+
+/// Each axis runs along the edge of the box where its labels hide nothing when one looks from above
+/// and a little from the left: x in front below, y on the right below, z in front on the left.
+void PlaceAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
+    const point3Dtype min = t.GetScaleMin();
+    const point3Dtype max = t.GetScaleMax();
+    if (axis == 0) axes.SetAxisIntercept(axis, max.y, min.z);
+    if (axis == 1) axes.SetAxisIntercept(axis, max.x, min.z);
+    if (axis == 2) axes.SetAxisIntercept(axis, min.x, max.y);
+}
+
+/// The direction that leads away from the box; on a scale that runs backwards the opposite one
+/// does.
+int OffDirection(const CTransform3D& t, int axis) {
+    const int dir = kOffDirection[axis];
+    return IsInverted(t, dir % 3) ? (dir + 3) % 6 : dir;
+}
+
+void ScaleAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
+    const double start = GetCoord3D(t.GetScaleMin(), axis);
+    const double stop = GetCoord3D(t.GetScaleMax(), axis);
+    const detail::TicMarks tics = detail::CalcAxisTicMarks(start, stop);
+    const bool logarithmic = t.GetAxisScaleMode(axis) != 0;
+    double center = 0.0;
+    if (logarithmic) {
+        const double low = t.LogLimits(axis, std::min(start, stop));
+        center = detail::LowestDecade(low, t.LogLimits(axis, std::max(start, stop)));
+    } else {
+        center = detail::CenterInside(std::min(start, stop), std::max(start, stop), tics.origin,
+                                      tics.perMajor * tics.space);
+    }
+    const int dir = OffDirection(t, axis);
+    axes.SetAxisTics(axis, center, tics.space, tics.perMajor, kMinorTicLength, kMajorTicLength,
+                     dir);
+    axes.SetAxisLabels(axis, kFacingViewer, 0, dir, tics.decimals, kAllEnds, kBlack);
+    if (!logarithmic) return;
+    axes.SetAxisNthTicMajor(axis, kLogNthTic);
+    axes.SetAxisLabelsFormat(axis, kGeneralFormat);
+    axes.SetAxisLabelsDecimals(axis, kLogDigits);
+}
+
+}  // namespace
+
+void CChart3D::RoundAxis(double& min, double& max, int minorOnly) {
+    detail::RoundAxis(min, max, minorOnly);
+}
+
+void CChart3D::CalcAxisTicMarks(double min, double max, double& ticOrigin, double& ticSpace,
+                                int& ticsPerMajor, int& decimals) {
+    const detail::TicMarks tics = detail::CalcAxisTicMarks(min, max);
+    ticOrigin = tics.origin;
+    ticSpace = tics.space;
+    ticsPerMajor = tics.perMajor;
+    decimals = tics.decimals;
+}
+
+CTransform3D* CChart3D::AutoTransform3D(const point3Dtype* pts, int n, int minorOnly) {
+    point3Dtype min = CornerOfData(pts, n, [](double a, double b) { return std::fmin(a, b); });
+    point3Dtype max = CornerOfData(pts, n, [](double a, double b) { return std::fmax(a, b); });
+    RoundAxis(min.x, max.x, minorOnly);
+    RoundAxis(min.y, max.y, minorOnly);
+    RoundAxis(min.z, max.z, minorOnly);
+    return NewTransform(min, max);
+}
+
+CTransform3D* CChart3D::AutoTransformPolysurface(CPolysurface* ps, int minorOnly) {
+    if (ps == nullptr) return AutoTransform3D(nullptr, 0, minorOnly);
+    return AutoTransform3D(ps->GetPSPoints(), ps->GetPSNumPoints(), minorOnly);
+}
+
+void CChart3D::MinMaxValues25D(const double* x, const double* y, int n, double depth,
+                               int orientation, int minorOnly, point3Dtype& min, point3Dtype& max) {
+    min = point3Dtype{};
+    max = point3Dtype{};
+    const bool alongY = orientation == 1;
+    double& low = alongY ? min.y : min.x;
+    double& high = alongY ? max.y : max.x;
+    low = detail::MinimumOfData(x, n);
+    high = detail::MaximumOfData(x, n);
+    RoundAxis(low, high, minorOnly);
+    (alongY ? max.x : max.y) = depth;
+    min.z = detail::MinimumOfData(y, n);
+    max.z = detail::MaximumOfData(y, n);
+    RoundAxis(min.z, max.z, minorOnly);
+}
+
+CTransform3D* CChart3D::AutoTransform25D(const double* x, const double* y, int n, double depth,
+                                         int orientation, int minorOnly) {
+    point3Dtype min;
+    point3Dtype max;
+    MinMaxValues25D(x, y, n, depth, orientation, minorOnly, min, max);
+    return NewTransform(min, max);
+}
+
+CTransform3D* CChart3D::AutoTransformN25D(double** x, double** y, const int* counts, int nSets,
+                                          double depth, int orientation, int minorOnly) {
+    Union all;
+    if (x == nullptr || y == nullptr || counts == nullptr) nSets = 0;
+    for (int i = 0; i < nSets; ++i) {
+        point3Dtype min;
+        point3Dtype max;
+        MinMaxValues25D(x[i], y[i], counts[i], depth, orientation, minorOnly, min, max);
+        all.Add(min, max);
+    }
+    return NewTransform(all.min, all.max);
+}
+
+CTransform3D* CChart3D::AutoTransformGroup25D(const double* x, const double* y, double base, int n,
+                                              int nGroups, double depth, int orientation,
+                                              int stacked, int minorOnly) {
+    if (stacked != 0) {
+        const auto sums =
+            detail::NewArray<double>(n, {ERR3DCLASS_CHART3D, "AutoTransformGroup25D"});
+        if (y != nullptr) SumGroups(y, n, nGroups, sums.get());
+        CTransform3D* const t = AutoTransform25D(x, sums.get(), n, depth, orientation, minorOnly);
+        point3Dtype min = t->GetScaleMin();
+        if (min.z > base) {
+            min.z = base;
+            t->SetScaleMin(min);
+        }
+        return t;
+    }
+    Union all;
+    for (int g = 0; g < nGroups; ++g) {
+        const double* row = y == nullptr ? nullptr : y + static_cast<std::ptrdiff_t>(g) * n;
+        point3Dtype min;
+        point3Dtype max;
+        MinMaxValues25D(x, row, n, depth, orientation, minorOnly, min, max);
+        all.Add(min, max);
+    }
+    if (all.min.z > base) all.min.z = base;
+    return NewTransform(all.min, all.max);
+}
+
+CAxes3D* CChart3D::AutoAxes(CTransform3D* t) {
+    CAxes3D* const axes = NewAxes(t);
+    for (int axis = 0; axis < 3; ++axis) {
+        PlaceAxis(*axes, *t, axis);
+        ScaleAxis(*axes, *t, axis);
+        axes->SetAxisColor(axis, kBlack);
+        axes->SetAxisTicColor(axis, kBlack);
+        axes->SetAxisLabelsSize(axis, kLabelSize);
+        axes->EnableAxis(axis, 1);
+        axes->EnableAxisLabels(axis, 1);
+    }
+    return axes;
+}
+
+}  // namespace varnel
