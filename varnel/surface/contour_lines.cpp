@@ -1,0 +1,297 @@
+#include "varnel/surface/contour_lines.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/polysurface.h"
+
+namespace varnel {
+
+namespace {
+
+/// The two points of a polygon's edge, the lower number first, so that both polygons at the edge
+/// mean the same.
+using Edge = std::uint64_t;
+
+Edge MakeEdge(int a, int b) {
+    const auto low = static_cast<std::uint32_t>(std::min(a, b));
+    const auto high = static_cast<std::uint32_t>(std::max(a, b));
+    return static_cast<Edge>(low) << 32 | high;
+}
+
+/// A piece of a line inside one polygon: it comes in across an edge that goes down in the polygon's
+/// own sense of rotation, and leaves across one that goes up.
+struct Segment {
+    Edge from;
+    Edge to;
+};
+
+/// For points with coordinates that cannot be used.
+constexpr int kNoBand = -1;
+
+/// Finds the segments of all levels in one pass over the polygons.
+class SegmentFinder {
+ public:
+    SegmentFinder(const CPolysurface& surface, const std::vector<double>& levels)
+        : m_Surface(surface), m_Levels(levels), m_Segments(levels.size()) {
+        SetBands();
+        const int numPolygons = surface.GetPSNumPolygons();
+        for (int i = 0; i < numPolygons; ++i) {
+            int n = 0;
+            const int* const polygon = surface.FindPSPolygon(i, n);
+            if (n >= 3) CrossPolygon(polygon, n);
+        }
+    }
+
+    const std::vector<Segment>& GetSegments(std::size_t level) const { return m_Segments[level]; }
+
+ private:
+    /// A point's band is the number of levels that are not above it.
+    void SetBands() {
+        const point3Dtype* const points = m_Surface.GetPSPoints();
+        const auto count = static_cast<std::size_t>(m_Surface.GetPSNumPoints() + 4);
+        const auto numLevels = static_cast<int>(m_Levels.size());
+        m_Bands.resize(count);
+        int band = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const point3Dtype& p = points[i];
+            if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) {
+                m_Bands[i] = kNoBand;
+                continue;
+            }
+            // Points that follow each other are mostly in the same band.
+            const bool same =
+                (band == 0 || Level(band - 1) <= p.z) && (band == numLevels || Level(band) > p.z);
+            if (!same)
+                band = static_cast<int>(std::upper_bound(m_Levels.begin(), m_Levels.end(), p.z) -
+                                        m_Levels.begin());
+            m_Bands[i] = band;
+        }
+    }
+
+    void CrossPolygon(const int* polygon, int n) {
+        int low = Band(polygon[0]);
+        int high = low;
+        for (int k = 1; k < n; ++k) {
+            low = std::min(low, Band(polygon[k]));
+            high = std::max(high, Band(polygon[k]));
+        }
+        if (low == kNoBand) return;
+        for (int level = low; level < high; ++level)
+            CrossLevel(polygon, n, level);
+    }
+
+    void CrossLevel(const int* polygon, int n, int level) {
+        const auto isHigh = [&](int k) { return Band(polygon[k]) > level; };
+        int firstDown = -1, firstUp = -1, ups = 0;
+        for (int k = 0; k < n; ++k) {
+            const bool here = isHigh(k);
+            const bool next = isHigh(k + 1 == n ? 0 : k + 1);
+            if (here && !next && firstDown < 0) firstDown = k;
+            if (!here && next && ups++ == 0) firstUp = k;
+        }
+        if (ups == 1) {
+            AddSegment(polygon, n, level, firstDown, firstUp);
+            return;
+        }
+        // Ups and downs alternate. Where the high parts hang together, each line cuts a low part
+        // off: from a down to the up that ends that low part; else it ends a high part.
+        const bool together = IsHighInside(polygon, n, level);
+        for (int k = 0; k < n; ++k) {
+            const int next = k + 1 == n ? 0 : k + 1;
+            if (!isHigh(k) || isHigh(next)) continue;
+            int up = k;
+            do
+                up = together ? (up + 1) % n : (up + n - 1) % n;
+            while (isHigh(up) || !isHigh((up + 1) % n));
+            AddSegment(polygon, n, level, k, up);
+        }
+    }
+
+    /// Whether the middle of a polygon with several high parts belongs to them. For quadrilaterals
+    /// the sign at the saddle of the bilinear surface (G. M. Nielson and B. Hamann, "The asymptotic
+    /// decider", 1991), for others the mean of the points.
+    bool IsHighInside(const int* polygon, int n, int level) const {
+        const point3Dtype* const points = m_Surface.GetPSPoints();
+        const double z = Level(level);
+        if (n == 4) {
+            const auto above = [&](int k) { return points[polygon[k]].z / 2 - z / 2; };
+            const double even = above(0) * above(2);
+            const double odd = above(1) * above(3);
+            return Band(polygon[0]) > level ? even >= odd : odd >= even;
+        }
+        double mean = 0.0;
+        for (int k = 0; k < n; ++k)
+            mean += points[polygon[k]].z / n;
+        return mean >= z;
+    }
+
+    void AddSegment(const int* polygon, int n, int level, int down, int up) {
+        const auto edge = [&](int k) {
+            return MakeEdge(polygon[k], polygon[k + 1 == n ? 0 : k + 1]);
+        };
+        m_Segments[static_cast<std::size_t>(level)].push_back({edge(down), edge(up)});
+    }
+
+    int Band(int point) const { return m_Bands[static_cast<std::size_t>(point)]; }
+    double Level(int i) const { return m_Levels[static_cast<std::size_t>(i)]; }
+
+    const CPolysurface& m_Surface;
+    const std::vector<double>& m_Levels;
+    std::vector<int> m_Bands;
+    std::vector<std::vector<Segment>> m_Segments;
+};
+
+/// Joins the segments of one level to lines.
+class LineJoiner {
+ public:
+    LineJoiner(const CPolysurface& surface, ContourLines& out)
+        : m_Points(surface.GetPSPoints()), m_Out(out) {}
+
+    void Join(const std::vector<Segment>& segments, double z, int level) {
+        m_Level = level;
+        Connect(segments, z);
+        // From the ends of open lines first, in the segments' own direction where they agree on
+        // one; what is left then are closed lines.
+        for (const Link& link : m_Links)
+            if (!link.done && IsEnd(link.nodes[0])) Follow(link, 0);
+        for (const Link& link : m_Links)
+            if (!link.done && IsEnd(link.nodes[1])) Follow(link, 1);
+        for (const Link& link : m_Links)
+            if (!link.done) Follow(link, 0);
+    }
+
+ private:
+    static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
+
+    /// Where a line crosses an edge, and the segments that meet there.
+    struct Node {
+        point3Dtype point;
+        std::uint32_t links[2];
+    };
+    struct Link {
+        std::uint32_t nodes[2];
+        bool done;
+    };
+    struct Slot {
+        Edge edge;
+        std::uint32_t node;
+    };
+
+    void Connect(const std::vector<Segment>& segments, double z) {
+        m_Nodes.clear();
+        m_Links.clear();
+        // At most half full, with two crossings a segment.
+        m_Slots.assign(std::bit_ceil(4 * segments.size() + 1), Slot{0, kNone});
+        m_Shift = 64 - std::countr_zero(m_Slots.size());
+        for (const Segment& segment : segments) {
+            const auto link = static_cast<std::uint32_t>(m_Links.size());
+            const std::uint32_t from = Attach(segment.from, link, z);
+            const std::uint32_t to = Attach(segment.to, link, z);
+            m_Links.push_back({{from, to}, false});
+        }
+    }
+
+    /// The node of an edge, with one more segment at it.
+    std::uint32_t Attach(Edge edge, std::uint32_t link, double z) {
+        const std::size_t mask = m_Slots.size() - 1;
+        // Multiplicative hashing: the upper bits of the product depend on all bits of the edge.
+        std::size_t place = static_cast<std::size_t>(edge * 0x9E3779B97F4A7C15U >> m_Shift);
+        while (m_Slots[place].node != kNone && m_Slots[place].edge != edge)
+            place = (place + 1) & mask;
+        Slot& slot = m_Slots[place];
+        if (slot.node != kNone && m_Nodes[slot.node].links[1] == kNone) {
+            m_Nodes[slot.node].links[1] = link;
+            return slot.node;
+        }
+        // A new edge, or one with more than two polygons, where lines meet only two by two.
+        slot = {edge, static_cast<std::uint32_t>(m_Nodes.size())};
+        m_Nodes.push_back({Cross(edge, z), {link, kNone}});
+        return slot.node;
+    }
+
+    point3Dtype Cross(Edge edge, double z) const {
+        const point3Dtype& a = m_Points[edge >> 32];
+        const point3Dtype& b = m_Points[edge & 0xFFFFFFFFU];
+        // Halves, because the difference of two finite numbers can be infinite.
+        const double t = (z / 2 - a.z / 2) / (b.z / 2 - a.z / 2);
+        const double s = 1.0 - t;
+        return {a.x * s + b.x * t, a.y * s + b.y * t, z, a.w * s + b.w * t};
+    }
+
+    bool IsEnd(std::uint32_t node) const { return m_Nodes[node].links[1] == kNone; }
+
+    /// Writes the line through a segment, starting at its node `side`.
+    void Follow(const Link& start, int side) {
+        ContourLine line;
+        line.first = m_Out.points.size();
+        line.level = m_Level;
+        std::uint32_t node = start.nodes[side];
+        auto link = static_cast<std::uint32_t>(&start - m_Links.data());
+        AddPoint(line, m_Nodes[node].point);
+        while (link != kNone && !m_Links[link].done) {
+            Link& current = m_Links[link];
+            current.done = true;
+            node = current.nodes[0] == node ? current.nodes[1] : current.nodes[0];
+            AddPoint(line, m_Nodes[node].point);
+            const auto& links = m_Nodes[node].links;
+            link = links[0] == link ? links[1] : links[0];
+        }
+        line.closed = node == start.nodes[side];
+        if (line.closed && line.count > 1) {
+            // The first point was written again as the last one.
+            m_Out.points.pop_back();
+            --line.count;
+        }
+        if (line.count >= 2)
+            m_Out.lines.push_back(line);
+        else
+            m_Out.points.resize(line.first);
+    }
+
+    void AddPoint(ContourLine& line, const point3Dtype& p) {
+        if (line.count > 0 && m_Out.points.back().x == p.x && m_Out.points.back().y == p.y) return;
+        m_Out.points.push_back(p);
+        ++line.count;
+    }
+
+    const point3Dtype* m_Points;
+    ContourLines& m_Out;
+    int m_Level = 0;
+    std::vector<Node> m_Nodes;
+    std::vector<Link> m_Links;
+    std::vector<Slot> m_Slots;
+    int m_Shift = 0;
+};
+
+ContourLines Trace(const CPolysurface& surface, const double* levels, int numLevels) {
+    ContourLines out;
+    if (surface.GetPSNumPoints() == 0 || levels == nullptr) return out;
+    std::vector<int> order;
+    for (int i = 0; i < numLevels; ++i)
+        if (!std::isnan(levels[i])) order.push_back(i);
+    std::stable_sort(order.begin(), order.end(),
+                     [levels](int a, int b) { return levels[a] < levels[b]; });
+    std::vector<double> sorted;
+    for (const int i : order)
+        sorted.push_back(levels[i]);
+
+    const SegmentFinder finder(surface, sorted);
+    LineJoiner joiner(surface, out);
+    for (std::size_t k = 0; k < order.size(); ++k)
+        joiner.Join(finder.GetSegments(k), sorted[k], order[k]);
+    return out;
+}
+
+}  // namespace
+
+ContourLines TraceContourLines(const CPolysurface& surface, const double* levels, int numLevels) {
+    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {ERR3DCLASS_CONTOUR3D, "TraceContourLines"},
+                                   [&] { return Trace(surface, levels, numLevels); });
+}
+
+}  // namespace varnel

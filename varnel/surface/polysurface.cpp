@@ -1,0 +1,349 @@
+#include "varnel/surface/polysurface.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/detail/delaunay.h"
+
+namespace varnel {
+
+namespace {
+
+constexpr int kSparePoints = 4;
+constexpr long long kMostInt = std::numeric_limits<std::int32_t>::max();
+constexpr detail::Origin kOpen{ERR3DCLASS_POLYSURFACE, "OpenPolysurface"};
+
+constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
+constexpr RGBDType kWhite{1.0, 1.0, 1.0, 1.0};
+
+bool IsSame(const RGBDType& a, const RGBDType& b) {
+    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
+}
+
+/// A table of the surface, whose numbers are 32-bit integers.
+template <class T>
+std::unique_ptr<T[]> NewTable(long long count, detail::Origin origin = kOpen) {
+    if (count > kMostInt) detail::Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation);
+    return detail::NewArray<T>(count, origin);
+}
+
+template <class T>
+std::unique_ptr<T[]> CopyTable(const std::unique_ptr<T[]>& src, long long count) {
+    if (src == nullptr) return nullptr;
+    auto copy = NewTable<T>(count);
+    std::copy_n(src.get(), count, copy.get());
+    return copy;
+}
+
+}  // namespace
+
+// --- Construction ----------------------------------------------------------------------------
+
+CPolysurface::CPolysurface(const CString& file) {
+    Load(file);
+}
+
+CPolysurface::CPolysurface(HANDLE file) {
+    Load(file);
+}
+
+CPolysurface::CPolysurface(const point3Dtype* pts, int start, int n) {
+    OpenPolysurface(n, 2LL * n + 2, 3);
+    SetPolysurfacePoints(pts, start, n);
+}
+
+CPolysurface::CPolysurface(int numPoints, int maxPolygons, int pointsPerPolygon) {
+    OpenPolysurface(numPoints, maxPolygons, pointsPerPolygon);
+}
+
+CPolysurface::CPolysurface(const point3Dtype* pts, int rows, int cols, int gridType) {
+    ConvertRG2PS(pts, rows, cols, gridType);
+}
+
+CPolysurface::CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
+                           double (*f)(double, double)) {
+    CreatePolysurfaceFunction(rows, cols, x0, y0, x1, y1, f);
+}
+
+CPolysurface::CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
+                           const double* z, int gridType) {
+    CreatePolysurfaceEvenGrid(rows, cols, x0, y0, x1, y1, z, gridType);
+}
+
+CPolysurface::CPolysurface(const CPolysurface* src) {
+    CopyPolysurface(src);
+}
+
+CPolysurface::CPolysurface(const CPolysurface* src, int factor) {
+    ReducePolysurface(src, factor, src == nullptr ? 0 : src->GetGridType());
+}
+
+CPolysurface::CPolysurface(const CPolysurface& src) {
+    CopyPolysurface(&src);
+}
+
+CPolysurface& CPolysurface::operator=(const CPolysurface& src) {
+    CopyPolysurface(&src);
+    return *this;
+}
+
+CPolysurface::~CPolysurface() = default;
+
+void CPolysurface::OpenPolysurface(long long numPoints, long long maxPolygons,
+                                   int pointsPerPolygon) {
+    ClosePolysurface();
+    if (numPoints == 0) return;
+    if (numPoints < 0) detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation);
+    auto points = NewTable<point3Dtype>(numPoints + kSparePoints);
+    OpenPolygons(maxPolygons, pointsPerPolygon);
+    m_pPoints = std::move(points);
+    m_NumPoints = static_cast<std::int32_t>(numPoints) + kSparePoints;
+}
+
+/// Replaces the polygon table and the index array by empty ones.
+void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon) {
+    // A tenth more indices than nominal.
+    const double capacity = static_cast<double>(maxPolygons) * 1.1 * pointsPerPolygon;
+    if (capacity > static_cast<double>(kMostInt) || capacity < 0.0)
+        detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation);
+    auto polygons = NewTable<Polygon>(maxPolygons);
+    m_pIndices = NewTable<std::int32_t>(static_cast<long long>(capacity));
+    m_pPolygons = std::move(polygons);
+    m_MaxPolygons = static_cast<std::int32_t>(maxPolygons);
+    m_IndexCapacity = static_cast<std::int32_t>(capacity);
+    m_PointsPerPolygon = pointsPerPolygon;
+    ResetPolysurfacePolygons();
+}
+
+void CPolysurface::ClosePolysurface() {
+    m_NumPoints = m_MaxPolygons = m_IndexCapacity = m_PointsPerPolygon = 0;
+    m_pPoints.reset();
+    m_pPolygons.reset();
+    m_pIndices.reset();
+    ResetPolysurfacePolygons();
+    FreeAdjacentPolygonList();
+    m_EvenGridFlag = 0;
+    m_GridType = 1;
+    m_RGRows = m_RGColumns = 0;
+    m_RGMinX = m_RGMaxX = m_RGMinY = m_RGMaxY = m_RGMinZ = m_RGMaxZ = 0.0;
+    m_RGStepX = m_RGStepY = m_RGRangeX = m_RGRangeY = m_RGRangeZ = 0.0;
+    m_WireFrame = 0;
+}
+
+void CPolysurface::CopyPolysurface(const CPolysurface* src) {
+    if (src == nullptr || src == this) return;
+    auto points = CopyTable(src->m_pPoints, src->m_NumPoints);
+    auto polygons = CopyTable(src->m_pPolygons, src->m_MaxPolygons);
+    auto indices = CopyTable(src->m_pIndices, src->m_IndexCapacity);
+    auto colors = CopyTable(src->m_pColors, src->m_MaxPolygons);
+    auto neighbours = CopyTable(src->m_pAdjacentPolyList, 3LL * src->m_MaxPolygons);
+
+    m_NumPoints = src->m_NumPoints;
+    m_pPoints = std::move(points);
+    m_MaxPolygons = src->m_MaxPolygons;
+    m_NumPolygons = src->m_NumPolygons;
+    m_IndexCapacity = src->m_IndexCapacity;
+    m_PointsPerPolygon = src->m_PointsPerPolygon;
+    m_IndexCount = src->m_IndexCount;
+    m_LargestPolygon = src->m_LargestPolygon;
+    m_pPolygons = std::move(polygons);
+    m_pIndices = std::move(indices);
+    m_CommonColors = src->m_CommonColors;
+    m_HasCommonColors = src->m_HasCommonColors;
+    m_pColors = std::move(colors);
+    m_pAdjacentPolyList = std::move(neighbours);
+    m_AdjacentPolyListValid = src->m_AdjacentPolyListValid;
+    m_EvenGridFlag = src->m_EvenGridFlag;
+    m_GridType = src->m_GridType;
+    m_RGRows = src->m_RGRows;
+    m_RGColumns = src->m_RGColumns;
+    m_RGMinX = src->m_RGMinX;
+    m_RGMaxX = src->m_RGMaxX;
+    m_RGMinY = src->m_RGMinY;
+    m_RGMaxY = src->m_RGMaxY;
+    m_RGStepX = src->m_RGStepX;
+    m_RGStepY = src->m_RGStepY;
+    m_RGRangeX = src->m_RGRangeX;
+    m_RGRangeY = src->m_RGRangeY;
+    m_RGMinZ = src->m_RGMinZ;
+    m_RGMaxZ = src->m_RGMaxZ;
+    m_RGRangeZ = src->m_RGRangeZ;
+    m_WireFrame = src->m_WireFrame;
+}
+
+// --- Points --------------------------------------------------------------------------------------
+
+void CPolysurface::SetPolysurfacePoints(const point3Dtype* pts, int start, int n) {
+    if (pts == nullptr || start < 0 || start >= m_NumPoints || n <= 0) return;
+    std::copy_n(pts, std::min(n, m_NumPoints - start), m_pPoints.get() + start);
+}
+
+void CPolysurface::SetOnePolysurfacePoint(int i, const point3Dtype& p) {
+    if (i >= 0 && i < m_NumPoints) m_pPoints[i] = p;
+}
+
+void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
+    p = i >= 0 && i < m_NumPoints ? m_pPoints[i] : point3Dtype{};
+}
+
+void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {
+    if (axis < 0 || axis > 2) return;
+    for (int i = 0; i < m_NumPoints; ++i) {
+        point3Dtype& p = m_pPoints[i];
+        p.w = (GetCoord3D(p, axis) - offset) * scale;
+    }
+}
+
+// --- Polygons ------------------------------------------------------------------------------------
+
+void CPolysurface::RequirePolygons(const char* operation) const {
+    if (m_pPolygons == nullptr || m_pIndices == nullptr)
+        detail::Raise(ERR3D_BAD_POLYSURFACE, ERR3DCLASS_POLYSURFACE, operation);
+}
+
+void CPolysurface::AddPolysurfacePolygon(int i, const int* indices, int n, const RGBDType& first,
+                                         const RGBDType& second) {
+    if (m_NumPoints == 0) return;
+    RequirePolygons("AddPolysurfacePolygon");
+    if (!IsPolygon(i) || m_NumPolygons == m_MaxPolygons) return;
+    if (n < 0 || n > m_IndexCapacity - m_IndexCount || (n > 0 && indices == nullptr)) return;
+    for (int j = 0; j < n; ++j)
+        if (indices[j] < 0 || indices[j] >= m_NumPoints) return;
+
+    SetColors(i, {first, second}, "AddPolysurfacePolygon");
+    m_pPolygons[i] = {n, m_IndexCount};
+    std::copy_n(indices, n, m_pIndices.get() + m_IndexCount);
+    m_IndexCount += n;
+    m_NumPolygons += 1;
+    m_LargestPolygon = std::max(m_LargestPolygon, n);
+}
+
+void CPolysurface::SetPolysurfaceColors(int i, const RGBDType& first, const RGBDType& second) {
+    if (IsPolygon(i)) SetColors(i, {first, second}, "SetPolysurfaceColors");
+}
+
+void CPolysurface::SetColors(int i, const PolygonColors& colors, const char* operation) {
+    if (m_pColors == nullptr) {
+        if (!m_HasCommonColors) m_CommonColors = colors;
+        m_HasCommonColors = true;
+        if (IsSame(m_CommonColors.first, colors.first) &&
+            IsSame(m_CommonColors.second, colors.second))
+            return;
+        m_pColors = NewTable<PolygonColors>(m_MaxPolygons, {ERR3DCLASS_POLYSURFACE, operation});
+        std::fill_n(m_pColors.get(), m_MaxPolygons, m_CommonColors);
+    }
+    m_pColors[i] = colors;
+}
+
+const CPolysurface::PolygonColors& CPolysurface::GetColors(int i) const {
+    return m_pColors == nullptr ? m_CommonColors : m_pColors[i];
+}
+
+void CPolysurface::GetPolysurfacePolygon(int i, point3Dtype* pts, int& n, RGBDType& first,
+                                         RGBDType& second) const {
+    n = 0;
+    if (m_NumPoints == 0) return;
+    RequirePolygons("GetPolysurfacePolygon");
+    GPSPolygon(i, pts, n);
+    if (!IsPolygon(i)) return;
+    first = GetColors(i).first;
+    second = GetColors(i).second;
+}
+
+void CPolysurface::GPSPolygon(int i, point3Dtype* pts, int& n) const {
+    n = 0;
+    if (m_NumPoints == 0) return;
+    RequirePolygons("GPSPolygon");
+    const int* const indices = FindPSPolygon(i, n);
+    if (n == 0) return;
+    for (int j = 0; j < n; ++j)
+        pts[j] = m_pPoints[indices[j]];
+    pts[n] = pts[0];
+}
+
+void CPolysurface::GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& first,
+                                       RGBDType& second) const {
+    n = 0;
+    if (m_NumPoints == 0) return;
+    RequirePolygons("GetPSPolygonIndices");
+    const int* const own = FindPSPolygon(i, n);
+    if (!IsPolygon(i)) return;
+    std::copy_n(own, n, indices);
+    first = GetColors(i).first;
+    second = GetColors(i).second;
+}
+
+double CPolysurface::GetPSPMean(int i, int axis) const {
+    int n = 0;
+    const int* const indices = FindPSPolygon(i, n);
+    if (n == 0) return 0.0;
+    double sum = 0.0;
+    for (int j = 0; j < n; ++j)
+        sum += GetCoord3D(m_pPoints[indices[j]], axis);
+    return sum / n;
+}
+
+void CPolysurface::ResetPolysurfacePolygons() {
+    m_NumPolygons = 0;
+    m_IndexCount = 0;
+    m_LargestPolygon = 0;
+    std::fill_n(m_pPolygons.get(), m_MaxPolygons, Polygon{});
+    m_HasCommonColors = false;
+    m_CommonColors = {};
+    m_pColors.reset();
+}
+
+// --- Neighbours ----------------------------------------------------------------------------------
+
+void CPolysurface::AllocAdjacentPolygonList() {
+    FreeAdjacentPolygonList();
+    const long long count = 3LL * m_MaxPolygons;
+    m_pAdjacentPolyList =
+        NewTable<std::int32_t>(count, {ERR3DCLASS_POLYSURFACE, "AllocAdjacentPolygonList"});
+    std::fill_n(m_pAdjacentPolyList.get(), count, -1);
+    m_AdjacentPolyListValid = 1;
+}
+
+void CPolysurface::FreeAdjacentPolygonList() {
+    m_pAdjacentPolyList.reset();
+    m_AdjacentPolyListValid = 0;
+}
+
+void CPolysurface::AddAdjacentPolyList(int i, const int* three) {
+    if (IsPolygon(i)) std::copy_n(three, 3, m_pAdjacentPolyList.get() + 3LL * i);
+}
+
+void CPolysurface::GetAdjacentPolyList(int i, int* three) const {
+    if (m_pAdjacentPolyList != nullptr && IsPolygon(i))
+        std::copy_n(m_pAdjacentPolyList.get() + 3LL * i, 3, three);
+    else
+        std::fill_n(three, 3, -1);
+}
+
+// --- Triangulation -------------------------------------------------------------------------------
+
+void CPolysurface::DelaunaySurface(BOOL adjacency) {
+    const int n = GetPSNumPoints();
+    if (n == 0) return;
+    detail::Delaunay triangulation(m_pPoints.get(), n);
+    triangulation.deltri();
+    for (int k = 0; k < 3; ++k) {
+        m_pPoints[n + k].x = detail::kOuterTriangle[k].x;
+        m_pPoints[n + k].y = detail::kOuterTriangle[k].y;
+    }
+
+    // Surfaces that were opened for other polygons can lack the room.
+    FreeAdjacentPolygonList();
+    const long long triangles = triangulation.GetNumTriangles();
+    if (triangles > m_MaxPolygons || 3 * triangles > m_IndexCapacity) OpenPolygons(2LL * n + 2, 3);
+    if (adjacency != 0) AllocAdjacentPolygonList();
+    ResetPolysurfacePolygons();
+    triangulation.ForEachTriangle([&](int t, const int* vertices, const int* neighbours) {
+        AddPolysurfacePolygon(t, vertices, 3, kBlue, kWhite);
+        if (adjacency != 0) AddAdjacentPolyList(t, neighbours);
+    });
+}
+
+}  // namespace varnel
