@@ -7,7 +7,7 @@
 
 namespace varnel::test {
 
-/// Whether `operation()` throws a CErr3D with exactly these three values. Shows no notice.
+/// Whether `operation()` throws a CErr3D with exactly these three values. Leaves error reports off.
 template <class Operation>
 testing::AssertionResult Raises(CErr3DTypes type, CErr3DClass cls, const CString& name,
                                 Operation&& operation) {
@@ -22,8 +22,13 @@ testing::AssertionResult Raises(CErr3DTypes type, CErr3DClass cls, const CString
                            << "raised " << CErr3D::GetErrorDescription(e.m_ErrorType) << ", class "
                            << e.m_ErrorClass << ", " << e.m_FunctionName;
     }
-    CErr3D::SetErrorReportMode(1);
     return result;
+}
+
+/// Fails the test unless `operation()` throws a CErr3D with exactly these three values.
+template <class Operation>
+void ExpectError(CErr3DTypes type, CErr3DClass cls, const CString& name, Operation&& operation) {
+    EXPECT_TRUE(Raises(type, cls, name, operation));
 }
 
 }  // namespace varnel::test

@@ -130,17 +130,4 @@ int GLFixture::Inked() const {
     return count;
 }
 
-void ExpectError(CErr3DTypes type, CErr3DClass cls, const CString& operation,
-                 const std::function<void()>& call) {
-    CErr3D::SetErrorReportMode(0);
-    try {
-        call();
-        ADD_FAILURE() << "raised nothing instead of " << CErr3D::GetErrorDescription(type);
-    } catch (const CErr3D& e) {
-        EXPECT_EQ(CErr3D::GetErrorDescription(e.m_ErrorType), CErr3D::GetErrorDescription(type));
-        EXPECT_EQ(e.m_ErrorClass, cls);
-        EXPECT_EQ(e.m_FunctionName, operation);
-    }
-}
-
 }  // namespace varnel::test

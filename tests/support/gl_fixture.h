@@ -11,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+#include "tests/support/expect_error.h"
 #include "varnel/bitmap/dib_section.h"
 #include "varnel/foundation/error.h"
 #include "varnel/platform/window.h"
@@ -67,9 +68,5 @@ class GLFixture : public ::testing::Test {
     std::unique_ptr<CDIBSection> m_Section;
     std::unique_ptr<COpenGL> m_GL;
 };
-
-/// Expects `call` to raise a CErr3D with these three values.
-void ExpectError(CErr3DTypes type, CErr3DClass cls, const CString& operation,
-                 const std::function<void()>& call);
 
 }  // namespace varnel::test

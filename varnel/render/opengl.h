@@ -336,8 +336,6 @@ class VARNEL_API COpenGL {
     BYTE m_ThreeBitRamp[8];
     BYTE m_TwoBitRamp[4];
     BYTE m_OneBitRamp[2];
-    int m_DefaultOverride[13];
-    PALETTEENTRY m_DefaultPalEntry[20];
     HPALETTE m_Palette;
     GLViewportType m_Viewport;
     GLViewportType m_OutputViewport;

@@ -3,37 +3,18 @@
 #include <iterator>
 
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/detail/system_colors.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
-namespace {
-
-/// Three bits of red and green and two of blue, red lowest: the layout in which some palette slots
-/// are the system's fixed colours.
-bool Is332(const PIXELFORMATDESCRIPTOR& f) {
-    return f.cColorBits == 8 && f.cRedBits == 3 && f.cRedShift == 0 && f.cGreenBits == 3 &&
-           f.cGreenShift == 3 && f.cBlueBits == 2 && f.cBlueShift == 6;
-}
-
-}  // namespace
 
 void COpenGL::InitPaletteConstants() {
     constexpr BYTE three[8] = {0x00, 0x24, 0x49, 0x6D, 0x92, 0xB6, 0xDB, 0xFF};
     constexpr BYTE two[4] = {0x00, 0x55, 0xAA, 0xFF};
     constexpr BYTE one[2] = {0x00, 0xFF};
-    constexpr int slots[13] = {0, 3, 24, 27, 64, 67, 88, 173, 181, 236, 247, 164, 91};
-    constexpr PALETTEENTRY system[20] = {
-        {0, 0, 0, 0},       {128, 0, 0, 0},     {0, 128, 0, 0},     {128, 128, 0, 0},
-        {0, 0, 128, 0},     {128, 0, 128, 0},   {0, 128, 128, 0},   {192, 192, 192, 0},
-        {192, 220, 192, 0}, {166, 202, 240, 0}, {255, 251, 240, 0}, {160, 160, 164, 0},
-        {128, 128, 128, 0}, {255, 0, 0, 0},     {0, 255, 0, 0},     {255, 255, 0, 0},
-        {0, 0, 255, 0},     {255, 0, 255, 0},   {0, 255, 255, 0},   {255, 255, 255, 0},
-    };
     std::copy(std::begin(three), std::end(three), m_ThreeBitRamp);
     std::copy(std::begin(two), std::end(two), m_TwoBitRamp);
     std::copy(std::begin(one), std::end(one), m_OneBitRamp);
-    std::copy(std::begin(slots), std::end(slots), m_DefaultOverride);
-    std::copy(std::begin(system), std::end(system), m_DefaultPalEntry);
 }
 
 BYTE COpenGL::ComponentFromIndex(int index, unsigned bits, unsigned shift) const {
@@ -60,9 +41,7 @@ void COpenGL::FillLogPalette(const PIXELFORMATDESCRIPTOR& pfd, LOGPALETTE& pal, 
             ComponentFromIndex(i, pfd.cRedBits, pfd.cRedShift),
             ComponentFromIndex(i, pfd.cGreenBits, pfd.cGreenShift),
             ComponentFromIndex(i, pfd.cBlueBits, pfd.cBlueShift), 0};
-    if (!Is332(pfd)) return;
-    for (int k = 1; k <= 12; ++k)
-        pal.palPalEntry[static_cast<std::size_t>(m_DefaultOverride[k])] = m_DefaultPalEntry[k];
+    if (detail::Is332(pfd)) detail::OverrideSystemColors(pal);
 }
 
 void COpenGL::CreateLogPalette(const PIXELFORMATDESCRIPTOR* pfd, LOGPALETTE* pal, int n) const {
