@@ -86,11 +86,14 @@ TEST_F(FontDrawing, FailuresKeepTheListsThatWere) {
 }
 
 TEST_F(FontDrawing, AFontMayOutliveItsContext) {
-    CFont3D font(&GL(), &m_Memory, 5000);
-    ASSERT_NE(font.RegisterFont("Arial", 0.2, 400, 0, 128), 0);
-    GL().Close();
-    EXPECT_EQ(font.RegisterFont("Arial", 0.3, 400, 0, 128), 0);
-    EXPECT_EQ(font.GetFontScaleFactor(), 0.2);
+    {
+        CFont3D font(&GL(), &m_Memory, 5000);
+        ASSERT_NE(font.RegisterFont("Arial", 0.2, 400, 0, 128), 0);
+        GL().Close();
+        EXPECT_EQ(font.RegisterFont("Arial", 0.3, 400, 0, 128), 0);
+        EXPECT_EQ(font.GetFontScaleFactor(), 0.2);
+    }
+    Close();
 }
 
 }  // namespace

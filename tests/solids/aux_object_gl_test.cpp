@@ -76,8 +76,10 @@ TEST_F(AuxObjects, OutlinesAreBlackAndForEdgedShapesOnly) {
         const bool edged = type == 2 || type == 3 || (type >= 5 && type <= 9);
         EXPECT_EQ(drawn.triangles.empty(), type == 0 || type == 11);
         EXPECT_EQ(!drawn.lines.empty(), edged);
-        for (const auto& line : drawn.lines) EXPECT_EQ(line[0].r, 0.0);
-        for (const auto& t : drawn.triangles) EXPECT_NEAR(t[0].r, 1.0, 1e-6);
+        for (const auto& line : drawn.lines)
+            EXPECT_EQ(line[0].r, 0.0);
+        for (const auto& t : drawn.triangles)
+            EXPECT_NEAR(t[0].r, 1.0, 1e-6);
     }
 }
 

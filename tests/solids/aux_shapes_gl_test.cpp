@@ -118,7 +118,8 @@ TEST_F(AuxShapes, NormalsFollowTheSurface) {
     GL().SetCurrentColor(SetRGBD(1, 1, 1, 1));
     const auto expectBrightness = [this](const std::function<void()>& draw, auto normalX) {
         for (const auto& t : Catch(draw).triangles)
-            for (const DrawnVertex& v : t) EXPECT_NEAR(v.r, std::max(0.0, normalX(t, v)), 0.02);
+            for (const DrawnVertex& v : t)
+                EXPECT_NEAR(v.r, std::max(0.0, normalX(t, v)), 0.02);
     };
     const auto flat = [](const auto& t, const DrawnVertex&) {
         const double u[3] = {t[1].x - t[0].x, t[1].y - t[0].y, t[1].z - t[0].z};
@@ -134,10 +135,11 @@ TEST_F(AuxShapes, NormalsFollowTheSurface) {
     expectBrightness([] { auxSolidDodecahedron(0.5); }, flat);
     expectBrightness([] { auxSolidSphere(0.5); },
                      [](const auto&, const DrawnVertex& v) { return v.x / 0.5; });
-    expectBrightness([] { auxSolidTorus(0.2, 0.6); }, [](const auto&, const DrawnVertex& v) {
-        const double ring = std::hypot(v.x, v.y);
-        return v.x / ring * (ring - 0.6) / 0.2;
-    });
+    expectBrightness([] { auxSolidTorus(0.2, 0.6); },
+                     [](const auto&, const DrawnVertex& v) {
+                         const double ring = std::hypot(v.x, v.y);
+                         return v.x / ring * (ring - 0.6) / 0.2;
+                     });
 }
 
 }  // namespace

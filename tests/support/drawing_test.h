@@ -22,8 +22,10 @@ struct Drawn {
 
     template <class Visit>
     void ForEachVertex(Visit&& visit) const {
-        for (const auto& t : triangles) std::for_each(t.begin(), t.end(), visit);
-        for (const auto& l : lines) std::for_each(l.begin(), l.end(), visit);
+        for (const auto& t : triangles)
+            std::for_each(t.begin(), t.end(), visit);
+        for (const auto& l : lines)
+            std::for_each(l.begin(), l.end(), visit);
     }
 };
 

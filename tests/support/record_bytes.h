@@ -18,7 +18,8 @@ namespace varnel::test {
 class RecordBytes {
  public:
     RecordBytes& Ints(std::initializer_list<std::int32_t> values) {
-        for (const std::int32_t v : values) Append(static_cast<std::uint32_t>(v), 4);
+        for (const std::int32_t v : values)
+            Append(static_cast<std::uint32_t>(v), 4);
         return *this;
     }
     RecordBytes& Doubles(std::initializer_list<double> values) {
@@ -42,7 +43,8 @@ class RecordBytes {
 
  private:
     void Append(std::uint64_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) m_Bytes.push_back(static_cast<BYTE>(value >> (8 * i)));
+        for (int i = 0; i < bytes; ++i)
+            m_Bytes.push_back(static_cast<BYTE>(value >> (8 * i)));
     }
 
     std::vector<BYTE> m_Bytes;
