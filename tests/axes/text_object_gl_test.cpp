@@ -1,0 +1,338 @@
+#include "varnel/axes/text_object.h"
+
+#include <cmath>
+
+#include "tests/support/drawing_test.h"
+#include "varnel/axes/font.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr double kFontSize = 0.2;
+constexpr double kTolerance = 2e-5;
+
+point3Dtype Point(double x, double y, double z) {
+    return {x, y, z, 0.0};
+}
+
+class TextDrawing : public test::DrawingTest {
+ protected:
+    TextDrawing() : m_Transform(&GL()) {
+        EXPECT_NE(GL().RegisterFont("Arial", kFontSize, 700, 0, 128), 0);
+        m_Transform.ChartTransform();
+        m_Text.InitTextObj(&GL(), GL().GetFont(), &m_Transform);
+    }
+
+    test::Drawn DrawText() {
+        return Catch([this] { m_Text.OutTextNorm(); });
+    }
+    test::Box DrawnBox() { return test::Box(DrawText()); }
+
+    CTransform3D m_Transform;
+    CTextObj3D m_Text;
+};
+
+TEST_F(TextDrawing, JustificationPutsTheCornersThere) {
+    constexpr double aspect = 0.75;
+    m_Transform.SetFontAspect(aspect);
+    m_Text.SetString("HH");
+    m_Text.SetNormLocation(Point(0.1, 0.0, -0.2));
+    const double width = m_Text.TextWidth();
+    const double height = m_Text.TextHeight();
+    EXPECT_NEAR(width, GL().GetFont()->TextWidth3D("HH") * aspect, 1e-12);
+    // An H does not fill its cell: there is a little air at its sides.
+    const double bearing = DrawnBox().left - 0.1;
+    EXPECT_GT(bearing, 0.0);
+    EXPECT_LT(bearing, 0.02);
+    for (int x = 0; x < 3; ++x)
+        for (int y = 0; y < 3; ++y) {
+            m_Text.SetJustify(x, y);
+            const test::Box box = DrawnBox();
+            EXPECT_NEAR(box.left, 0.1 - width * x / 2.0 + bearing, kTolerance);
+            EXPECT_NEAR(box.right, 0.1 - width * x / 2.0 + width - bearing, 0.01 * width);
+            EXPECT_NEAR(box.bottom, -0.2 - height * y / 2.0, kTolerance);
+            EXPECT_NEAR(box.top, -0.2 - height * y / 2.0 + height, kTolerance);
+        }
+}
+
+TEST_F(TextDrawing, SizeIsFontTimesTransformTimesCharacterSize) {
+    m_Text.SetString("HH");
+    const test::Box plain = DrawnBox();
+    m_Transform.SetFontHeightSF(1.5);
+    m_Text.SetCharSize(2.0);
+    const test::Box large = DrawnBox();
+    EXPECT_NEAR(large.right - large.left, 3.0 * (plain.right - plain.left), kTolerance);
+    EXPECT_NEAR(large.top - large.bottom, 3.0 * (plain.top - plain.bottom), kTolerance);
+    // What is measured leaves the character size out.
+    EXPECT_NEAR(m_Text.TextHeight(), 1.5 * GL().GetFont()->TextHeight3D("HH"), 1e-12);
+}
+
+TEST_F(TextDrawing, AspectTurnsWithTheText) {
+    constexpr double a = 0.5;
+    m_Transform.SetFontAspect(a);
+    point3Dtype scale;
+    m_Text.CalcComplexAspectRatio(scale);
+    EXPECT_NEAR(scale.x, a * kFontSize, 1e-12);
+    EXPECT_NEAR(scale.y, kFontSize, 1e-12);
+    EXPECT_NEAR(scale.z, a * kFontSize, 1e-12);
+    m_Text.SetRotation(90);
+    m_Text.CalcComplexAspectRatio(scale);
+    const double c = std::cos(90 * 0.01745);
+    const double s = std::sin(90 * 0.01745);
+    EXPECT_GT(c, 0.00029);
+    EXPECT_NEAR(scale.x, (a * c + s) * kFontSize, 1e-12);
+    EXPECT_NEAR(scale.y, (a * s + c) * kFontSize, 1e-12);
+    m_Text.SetTextPlane(4);
+    scale = Point(2.0, 3.0, 4.0);
+    m_Text.CalcComplexAspectRatio(scale);
+    EXPECT_NEAR(scale.y, 3.0 * kFontSize, 1e-12);
+
+    // On the screen an upright text keeps its length along the window's height.
+    m_Text.SetTextPlane(3);
+    m_Text.SetString("HH");
+    const test::Box box = DrawnBox();
+    EXPECT_NEAR(box.top - box.bottom, GL().GetFont()->TextWidth3D("HH"), 0.2 * kFontSize);
+    EXPECT_NEAR(box.right - box.left, a * GL().GetFont()->TextHeight3D("HH"), 0.01 * kFontSize);
+    // Turned counter-clockwise it rises above its location and lies to its left.
+    EXPECT_GT(box.bottom, 0.0);
+    EXPECT_LT(box.CentreX(), 0.0);
+}
+
+/// How a text lies on the screen: where its x and y axes point.
+struct Lie {
+    double xx, xy, yx, yy;
+    double Handedness() const { return xx * yy - xy * yx; }
+};
+
+class TextPlanes : public TextDrawing {
+ protected:
+    Lie Measure() {
+        m_Text.SetJustify(0, 0);
+        m_Text.SetString("I");
+        const test::Box first = DrawnBox();
+        m_Text.SetString("    I");
+        const test::Box further = DrawnBox();
+        m_Text.SetString("I");
+        m_Text.SetYJustify(2);
+        const test::Box hanging = DrawnBox();
+        return {further.CentreX() - first.CentreX(), further.CentreY() - first.CentreY(),
+                first.CentreX() - hanging.CentreX(), first.CentreY() - hanging.CentreY()};
+    }
+    void ExpectUpright(const Lie& lie) {
+        EXPECT_NEAR(lie.xx, 4.0 * GL().GetFont()->TextWidth3D(" "), kTolerance);
+        EXPECT_NEAR(lie.xy, 0.0, kTolerance);
+        EXPECT_NEAR(lie.yx, 0.0, kTolerance);
+        EXPECT_NEAR(lie.yy, GL().GetFont()->TextHeight3D("I"), kTolerance);
+    }
+    /// The view that looks straight at a plane of the box.
+    static point3Dtype ViewOf(int plane) {
+        if (plane == 0) return Point(-90, 0, 0);
+        return plane == 2 ? Point(0, 0, 90) : Point(0, 0, 0);
+    }
+};
+
+TEST_F(TextPlanes, ReadFromLeftToRightInOrdinaryViews) {
+    for (const point3Dtype& view : {Point(-20, 0, 25), Point(-30, 0, 40), Point(-60, 0, 10)})
+        for (int plane = 0; plane < 4; ++plane) {
+            SCOPED_TRACE(plane);
+            m_Transform.SetRotate(view);
+            m_Text.SetTextPlane(plane);
+            const Lie lie = Measure();
+            EXPECT_GT(lie.xx, 0.0);
+            EXPECT_GT(lie.yy, 0.0);
+            EXPECT_GT(lie.Handedness(), 0.0);
+        }
+}
+
+TEST_F(TextPlanes, ThirdPlaneFacesTheViewerInAnyView) {
+    for (const point3Dtype& view : {Point(0, 0, 0), Point(-20, 15, 25), Point(70, -40, 200)}) {
+        m_Transform.SetRotate(view);
+        ExpectUpright(Measure());
+    }
+}
+
+TEST_F(TextPlanes, PlanesLieInTheBoxAndTextTurnsInThem) {
+    for (int plane = 0; plane < 4; ++plane) {
+        SCOPED_TRACE(plane);
+        m_Transform.SetRotate(ViewOf(plane));
+        m_Text.SetTextPlane(plane);
+        m_Text.SetRotation(0);
+        ExpectUpright(Measure());
+        m_Text.SetRotation(90);
+        const Lie turned = Measure();
+        EXPECT_NEAR(turned.xx, 0.0, 2e-3);
+        EXPECT_NEAR(std::abs(turned.xy), 4.0 * GL().GetFont()->TextWidth3D(" "), 2e-3);
+        EXPECT_GT(turned.Handedness(), 0.0);
+    }
+}
+
+TEST_F(TextPlanes, FlipsTurnTheTextOver) {
+    m_Text.SetFlipX(1);
+    Lie lie = Measure();
+    EXPECT_GT(lie.xx, 0.0);
+    EXPECT_LT(lie.yy, 0.0);
+    m_Text.SetFlipY(1);
+    lie = Measure();
+    EXPECT_LT(lie.xx, 0.0);
+    EXPECT_LT(lie.yy, 0.0);
+    m_Text.SetFlipX(0);
+    lie = Measure();
+    EXPECT_LT(lie.xx, 0.0);
+    EXPECT_GT(lie.yy, 0.0);
+}
+
+TEST_F(TextDrawing, OnlyFacesTowardTheViewerAreDrawn) {
+    m_Text.SetString("R8");
+    for (const auto& t : DrawText().triangles) {
+        const double area =
+            (t[1].x - t[0].x) * (t[2].y - t[0].y) - (t[2].x - t[0].x) * (t[1].y - t[0].y);
+        EXPECT_GE(area, -1e-7);
+    }
+}
+
+TEST_F(TextDrawing, DrawsFlatInItsColorAndLeavesTheContextAsItWas) {
+    GL().SetColorMode(1);
+    GL().LoadIdentity();
+    GL().Translate3D(0.25, 0.0, 0.0);
+    double before[16];
+    double after[16];
+    GL().GetModelView(before);
+    m_Text.SetColor(SetRGBD(0.25, 0.5, 0.75, 1.0));
+    m_Text.SetString("Q");
+    const test::Drawn drawn = DrawText();
+    ASSERT_FALSE(drawn.IsEmpty());
+    drawn.ForEachVertex([](const test::DrawnVertex& v) {
+        EXPECT_NEAR(v.r, 0.25, 1e-6);
+        EXPECT_NEAR(v.g, 0.5, 1e-6);
+        EXPECT_NEAR(v.b, 0.75, 1e-6);
+    });
+    EXPECT_EQ(GL().GetColorMode(), 1);
+    GL().GetModelView(after);
+    double sent[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, sent);
+    for (int i = 0; i < 16; ++i) {
+        EXPECT_EQ(before[i], after[i]);
+        EXPECT_NEAR(before[i], sent[i], 1e-6);
+    }
+}
+
+TEST_F(TextDrawing, DisabledTextChangesNothing) {
+    GL().SetFillStyle3D(SetRGBD(1, 0, 0, 1), SetRGBD(1, 0, 0, 1), SetRGBD(1, 0, 0, 1));
+    GL().LoadIdentity();
+    m_Text.SetNormLocation(Point(0.5, 0.5, 0.5));
+    m_Text.SetString("X");
+    m_Text.EnableTextObj(0);
+    EXPECT_TRUE(Catch([this] {
+                    m_Text.OutText();
+                    m_Text.OutTextNorm();
+                }).IsEmpty());
+    double matrix[16];
+    GL().GetModelView(matrix);
+    EXPECT_EQ(matrix[12], 0.0);
+    EXPECT_EQ(matrix[5], 1.0);
+    EXPECT_EQ(GL().GetFillColor().r, 1.0);
+    EXPECT_EQ(m_Text.GetNormLocation().x, 0.5);
+}
+
+TEST_F(TextDrawing, EmptyTextDrawsNothing) {
+    EXPECT_TRUE(DrawText().IsEmpty());
+    EXPECT_EQ(m_Text.TextWidth(), 0.0);
+    EXPECT_EQ(m_Text.TextHeight(), 0.0);
+}
+
+TEST_F(TextDrawing, DataLocationsGoThroughTheTransform) {
+    m_Transform.SetScale(Point(0, 0, 1), Point(10, 10, 1000));
+    m_Transform.SetAxisScaleMode(2, 1);
+    m_Transform.ChartTransform();
+    m_Text.SetString("HH");
+    m_Text.SetLocation(Point(7.5, 5.0, 10.0));
+    const test::Box box(Catch([this] { m_Text.OutText(); }));
+    EXPECT_NEAR(m_Text.GetNormLocation().x, 0.25, 1e-12);
+    EXPECT_NEAR(m_Text.GetNormLocation().z, -0.5 + 1.0 / 3.0, 1e-12);
+    EXPECT_NEAR(box.bottom, -0.5 + 1.0 / 3.0, kTolerance);
+    EXPECT_NEAR(box.left, 0.25, 0.02);
+}
+
+TEST_F(TextDrawing, UsesTheFontThatTheContextHasNow) {
+    m_Text.SetString("Wide");
+    const double before = m_Text.TextWidth();
+    GL().NewFont3D();
+    ASSERT_NE(GL().RegisterFont("Courier New", kFontSize, 400, 0, 128), 0);
+    EXPECT_NE(m_Text.TextWidth(), before);
+    EXPECT_NEAR(m_Text.TextWidth(), 4.0 * GL().GetFont()->TextWidth3D("i"), 1e-9);
+    EXPECT_FALSE(DrawText().IsEmpty());
+    GL().SetCurrentFont(3);
+    EXPECT_EQ(m_Text.TextWidth(), 0.0);
+    EXPECT_TRUE(DrawText().IsEmpty());
+}
+
+TEST_F(TextDrawing, JoinsACollectionWithoutDisturbingIt) {
+    const point3Dtype quad[] = {Point(-0.9, -0.9, 0), Point(-0.9, -0.5, 0), Point(-0.5, -0.5, 0),
+                                Point(-0.5, -0.9, 0)};
+    const RGBDType red = SetRGBD(1, 0, 0, 1);
+    GL().LoadIdentity();
+    m_Text.SetString("l");
+    m_Text.SetColor(SetRGBD(0, 0, 1, 1));
+    const test::Drawn drawn = Catch([&] {
+        CollectScope collect(GL());
+        for (int i = 0; i < 2; ++i) {
+            GL().SetFillStyle3D(red, red, red);
+            GL().PolyFillAbs3D(quad, 4);
+            if (i == 0) m_Text.OutTextNorm();
+        }
+    });
+    double redArea = 0.0;
+    double blueTop = -1.0;
+    for (const auto& t : drawn.triangles) {
+        if (t[0].b > 0.5) {
+            blueTop = std::max({blueTop, t[0].y, t[1].y, t[2].y});
+            continue;
+        }
+        redArea += std::abs((t[1].x - t[0].x) * (t[2].y - t[0].y) -
+                            (t[2].x - t[0].x) * (t[1].y - t[0].y)) /
+                   2.0;
+    }
+    EXPECT_NEAR(redArea, 2.0 * 0.4 * 0.4, 1e-4);
+    EXPECT_NEAR(blueTop, GL().GetFont()->TextHeight3D("l"), kTolerance);
+}
+
+TEST_F(TextDrawing, TransformRecomputesBothMatrices) {
+    m_Transform.SetRotate(Point(-20, 0, 25));
+    m_Transform.SetScale(Point(0, 0, 0), Point(2, 4, 8));
+    CTransform3D expected = m_Transform;
+    expected.ChartTransform();
+    expected.TextTransform();
+    m_Text.Transform();
+    double current[16];
+    GL().GetModelView(current);
+    for (int i = 0; i < 16; ++i) {
+        EXPECT_NEAR(m_Transform.GetGraphTransform()[i], expected.GetGraphTransform()[i], 1e-12);
+        EXPECT_NEAR(m_Transform.GetFontTransform()[i], expected.GetFontTransform()[i], 1e-12);
+        EXPECT_EQ(current[i], m_Transform.GetGraphTransform()[i]);
+    }
+}
+
+TEST_F(TextDrawing, BindingChecksContextFontAndTransformInThisOrder) {
+    CTextObj3D text;
+    const auto expect = [&](CErr3DTypes type, COpenGL* gl, CFont3D* font, CTransform3D* transform) {
+        test::ExpectError(type, ERR3DCLASS_TEXTOBJ3D, "InitTextObj",
+                          [&] { text.InitTextObj(gl, font, transform); });
+    };
+    expect(ERR3D_OPENGL_PARAMETER, nullptr, nullptr, nullptr);
+    expect(ERR3D_FONT_PARAMETER, &GL(), nullptr, nullptr);
+    expect(ERR3D_TRANSFORM_PARAMETER, &GL(), GL().GetFont(), nullptr);
+    // What passed stays bound: the context is enough to move the matrix.
+    GL().LoadIdentity();
+    text.repostextstart3D(Point(0.5, 0, 0));
+    double matrix[16];
+    GL().GetModelView(matrix);
+    EXPECT_EQ(matrix[12], 0.5);
+    EXPECT_EQ(text.GetTransform(), nullptr);
+    const CTextObj3D bound(&GL(), GL().GetFont(), &m_Transform, "x");
+    EXPECT_EQ(bound.GetTransformID(), m_Transform.GetSelfID());
+    EXPECT_EQ(bound.GetString(), "x");
+}
+
+}  // namespace
+}  // namespace varnel
