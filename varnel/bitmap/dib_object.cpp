@@ -1,14 +1,12 @@
 #include "varnel/bitmap/dib_object.h"
 
-#include <GL/gl.h>
-
-#include <array>
 #include <cmath>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/platform/files.h"
+#include "varnel/render/detail/gl.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
@@ -170,7 +168,7 @@ void CDIBObj3D::DrawDIBObj() {
     const point3Dtype& c3 = m_NormPlanePoint3;
     if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3)) return;
 
-    m_pOpenGL->MakeCurrent();
+    if (!m_pOpenGL->MakeCurrent()) return;
     m_pOpenGL->PushMatrix();
     m_pTransform->TextTransform();
     m_pOpenGL->SyncState();

@@ -71,7 +71,7 @@ class VARNEL_API CDIBObj3D {
     /// is not finite.
     void DrawDIBObj();
 
-    /// Writes the record: 220 bytes and the file's name. A failing medium raises "Disk I/O Error";
+    /// Writes the record: 212 bytes and the file's name. A failing medium raises "Disk I/O Error";
     /// a null file does nothing.
     void Save(HANDLE file);
     /// Reads a record. The picture itself follows with InitDIBObj.

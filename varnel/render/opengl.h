@@ -64,8 +64,8 @@ class VARNEL_API COpenGL {
     void Close();
 
     /// Makes this context the thread's current one. Every operation below that reaches OpenGL does
-    /// so by itself.
-    void MakeCurrent();
+    /// so by itself. 0 once the context is closed.
+    BOOL MakeCurrent();
     void MakeNonCurrent();
     /// Ends the drawing of a picture: OpenGL is told to get on with it. There is one buffer only.
     void ExchangeBuffers();

@@ -103,8 +103,8 @@ void COpenGL::Close() {
     if (m_pClientDC != nullptr) m_pClientDC->SelectPalette(nullptr, 0);
 }
 
-void COpenGL::MakeCurrent() {
-    Ready();
+BOOL COpenGL::MakeCurrent() {
+    return Ready();
 }
 
 void COpenGL::MakeNonCurrent() {
