@@ -1,18 +1,20 @@
 // CChartObj3D: one plotted data set of a chart, with its chart type, arrays and appearance.
 //
-// A set-up operation (BarChart25D, ScatterChart3D, ...) copies the data and selects the type; single
-// values and attributes can be changed afterwards. World coordinates are data values, z up. A 2.5D
-// chart lies in one vertical plane: "ind" values run along x (independent axis 0) or y (1), "dep"
-// values along z, and the plane stands at `constValue` of the other horizontal axis, its depth axis.
+// A set-up operation (BarChart25D, ScatterChart3D, ...) copies the data and selects the type;
+// single values and attributes can be changed afterwards. World coordinates are data values, z up.
+// A 2.5D chart lies in one vertical plane: "ind" values run along x (independent axis 0) or y (1),
+// "dep" values along z, and the plane stands at `constValue` of the other horizontal axis, its
+// depth axis.
 //
 // What is not there is not drawn. A value that is NaN or infinite is no data and leaves a gap, in
-// every chart type: its bar, symbol, box or slab is left out, lines and bands are interrupted there,
-// a surface polygon with such a corner is left out; in a stack it adds nothing to the running total.
-// Counts may be changed freely: a chart ends where one of its arrays does, and what lies beyond a
-// stored array is no data. A missing segment colour is the one stored last, a missing group colour
-// the fill colour.
+// every chart type: its bar, symbol, box or slab is left out, lines and bands are interrupted
+// there, a surface polygon with such a corner is left out; in a stack it adds nothing to the
+// running total. Counts may be changed freely: a chart ends where one of its arrays does, and what
+// lies beyond a stored array is no data. A missing segment colour is the one stored last, a missing
+// group colour the fill colour.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "varnel/chartobj/shared_array.h"
@@ -31,7 +33,7 @@ class CTransform3D;
 
 namespace detail {
 struct Data25D;
-struct GlyphStyle;
+struct GroupView;
 struct SegmentColors;
 }  // namespace detail
 
@@ -63,8 +65,11 @@ enum ChartType3D : int {
 /// Arrays are shared by copies of an object and freed with the last of them; the rendering context
 /// and the transform are not owned.
 class VARNEL_API CChartObj3D {
-   public:
+ public:
     static constexpr int kSignature = 606;
+
+    /// How often InitChartObjDefaults ran; the first word of every record, and read back from it.
+    static int nSelfID;
 
     /// An object of type 0, which draws nothing, bound to nothing.
     CChartObj3D();
@@ -75,9 +80,9 @@ class VARNEL_API CChartObj3D {
 
     /// Gives every attribute its default, lets go of the arrays and counts the object.
     void InitChartObjDefaults();
-    /// Binds the object to a context and a transform, neither owned. Raises "OpenGL Parameter Error"
-    /// or "Transform Parameter Error" when one is null or no live object; the context is stored
-    /// before the transform is looked at.
+    /// Binds the object to a context and a transform, neither owned. Raises "OpenGL Parameter
+    /// Error" or "Transform Parameter Error" when one is null or no live object; the context is
+    /// stored before the transform is looked at.
     void InitChartObj3D(COpenGL* gl, CTransform3D* transform);
 
     /// The identifier of the transform: the bound one's, or after Load the saved one's.
@@ -85,16 +90,12 @@ class VARNEL_API CChartObj3D {
     void SetTransformID(int id) { m_TransformID = id; }
     CTransform3D* GetTransform() const { return m_pTransform; }
 
-    /// How many chart objects were constructed in this process; written to and read from files.
-    static int GetChartObjCounter() { return nSelfID; }
-    static void SetChartObjCounter(int count) { nSelfID = count; }
-
     // --- Chart types -------------------------------------------------------------------------
     //
     // Each operation copies its arrays (a null array leaves what was stored before), stores its
     // attributes and selects the type. Counts are numbers of elements; n is the number of data
-    // points. Attributes that an operation does not take keep their values. A count that is negative
-    // or too large for memory raises "Array New Error" of the storage operation concerned.
+    // points. Attributes that an operation does not take keep their values. A count that is
+    // negative or too large for memory raises "Array New Error" of the storage operation concerned.
     //
     // Widths along the independent and depth axes are in world units; on a logarithmic axis the
     // width of a bar, box or slab is in decades. Justification 0 starts a width at its value, 1
@@ -119,8 +120,8 @@ class VARNEL_API CChartObj3D {
                           int n, double depthWidth, const RGBDType& fill, const RGBDType& outline,
                           int depthJustify, int indAxis);
 
-    /// A band from dep to dep - dep2. With segment colours the whole band has one colour, the area
-    /// range colour (SetAreaRangeColor).
+    /// A band from dep to dep - dep2. With segment colours the whole band has one colour, that of
+    /// SetAreaRangeColor.
     void AreaRangeChart25D(const double* ind, const double* dep, const double* dep2,
                            double constValue, int n, double depthWidth, const RGBDType& fill,
                            const RGBDType& outline, int depthJustify, int indAxis);
@@ -130,9 +131,9 @@ class VARNEL_API CChartObj3D {
                       double lineWidth, const RGBDType& color, int indAxis);
 
     /// A symbol per point: 10 cube, 11 plus, 12 diamond, 13 pyramid, 14 hourglass, 15 arrow, any
-    /// other none. Symbols are relSize / 10 device units large, whatever the axes. Each is joined by
-    /// a line to its projection, where constValue takes the place of z (projection plane 0 or 3), y
-    /// (1 or 4) or x (2 or 5); a negative plane leaves the lines out.
+    /// other none. Symbols are relSize / 10 device units large, whatever the axes. Each is joined
+    /// by a line to its projection, where constValue takes the place of z (projection plane 0 or
+    /// 3), y (1 or 4) or x (2 or 5); a negative plane leaves the lines out.
     void ScatterChart3D(const point3Dtype* points, double relSize, int n, int symbol,
                         const RGBDType& fill, const RGBDType& outline, int projectionPlane,
                         double constValue);
@@ -167,8 +168,8 @@ class VARNEL_API CChartObj3D {
 
     /// Prices, as four groups of n: open, high, low, close. Each point occupies GetIndWidth() along
     /// the independent axis, placed about its value by depJustify (pass 1 to centre it), and the
-    /// depth width (1 unless an earlier set-up set another). The flags, each 1 when `flags` is null,
-    /// switch the parts:
+    /// depth width (1 unless an earlier set-up set another). The flags, each 1 when `flags` is
+    /// null, switch the parts:
     ///   0  line from low to high, in the middle, in the line colour colors[4]
     ///   1  tic of the open, from the line to the left, in the line colour
     ///   2  tic of the close, from the line to the right, in the line colour
@@ -179,18 +180,19 @@ class VARNEL_API CChartObj3D {
     /// Candlesticks are flags 0 and 5. Symbols are as in ScatterChart3D. In segment colour mode the
     /// lines of a point have its segment colour. Points that lack one of the four are left out.
     void OHLCChart25D(const double* ind, const double* groupData, double constValue, int n,
-                      int symbol, int symbol2, double relSize, int lineWidth, const RGBDType* colors,
-                      const RGBDType& outline, int depthJustify, int depJustify, int indAxis,
-                      const int* flags);
+                      int symbol, int symbol2, double relSize, int lineWidth,
+                      const RGBDType* colors, const RGBDType& outline, int depthJustify,
+                      int depJustify, int indAxis, const int* flags);
 
     /// A slab per point, 0.1 working units thick; the point is its lower corner.
     void PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                       const RGBDType& fill, const RGBDType& outline);
 
-    /// A text per point, centred on it, in a text plane (0..2 fixed, 3 facing the viewer), joined to
-    /// its projection as in ScatterChart3D. Draws in the context's current font.
+    /// A text per point, centred on it, in a text plane (0..2 fixed, 3 facing the viewer), joined
+    /// to its projection as in ScatterChart3D. Draws in the context's current font.
     void ScatterText3D(const point3Dtype* points, const CString* strings, int n, double relSize,
-                       int textPlane, const RGBDType& color, int projectionPlane, double constValue);
+                       int textPlane, const RGBDType& color, int projectionPlane,
+                       double constValue);
 
     /// Boxes, as six groups of n: minimum, lower quartile, median, upper quartile, maximum, mean
     /// (BoxStatistics of box_statistics.h computes them). A box of indWidth x depthWidth, placed
@@ -240,8 +242,7 @@ class VARNEL_API CChartObj3D {
     /// A null array sets the number of data points to 0.
     void Init3DPointStorage(const point3Dtype* p);
     void InitGroupColorsStorage(const RGBDType* p);
-    /// One colour per data point; switches segment colours on, a null array switches them off. The
-    /// storage has one entry more, the area range colour, which becomes the fill colour.
+    /// One colour per data point; switches segment colours on, a null array switches them off.
     void InitSegmentColorsStorage(const RGBDType* p);
     /// Contour values share the storage of the independent data.
     void InitContourValueStorage(const double* p);
@@ -305,8 +306,9 @@ class VARNEL_API CChartObj3D {
     void SetScatterTextString(int i, const CString& text);
     CString GetScatterTextString(int i) const;
 
-    /// The one colour of an area range in segment colour mode; it lies behind the segment colours,
-    /// which must be stored first, and is saved with them.
+    /// The one colour of an area range in segment colour mode, the fill colour unless it is set. It
+    /// is kept and saved behind the segment colours of all data points, which must be stored first.
+    /// Raises "Array New Error".
     void SetAreaRangeColor(const RGBDType& color);
     RGBDType GetAreaRangeColor() const;
 
@@ -365,15 +367,16 @@ class VARNEL_API CChartObj3D {
     /// In pixels.
     void SetOutlineWidth(double width) { m_OutlineWidth = width; }
     double GetOutlineWidth() const { return m_OutlineWidth; }
-    /// The gap between neighbouring filled segments, as a fraction of the independent axis's working
-    /// range.
+    /// The gap between neighbouring filled segments, as a fraction of the independent axis's
+    /// working range.
     void SetFillGap(double gap) { m_FillGap = gap; }
     double GetFillGap() const { return m_FillGap; }
     void SetChartType(int type) { m_ChartType = type; }
     int GetChartType() const { return m_ChartType; }
     void EnableChartObj(int on) { m_Enable = on; }
     int GetChartObjEnable() const { return m_Enable; }
-    /// Six flags; their meaning is told at OHLCChart25D and BoxAndWhiskerChart25D. Null does nothing.
+    /// Six flags; their meaning is told at OHLCChart25D and BoxAndWhiskerChart25D. Null does
+    /// nothing.
     void SetComboChartFlags(const int* flags);
     void GetComboChartFlags(int* flags) const;
 
@@ -397,17 +400,26 @@ class VARNEL_API CChartObj3D {
     template <class Archive>
     void Record(Archive& record);
 
-   private:
-    struct Counts;
+ private:
+    void MatchCountsToStorages();
+    template <class Archive>
+    void RecordArrays(Archive& record);
+    template <class Archive>
+    void RecordSurface(Archive& record);
+
+    void SetUpStackedGroups(const double* ind, const double* groupData, double constValue, int n,
+                            int numGroups, double depthWidth, const RGBDType* groupColors,
+                            const RGBDType& outline, int depthJustify, int indAxis);
 
     static double calcbgoffset(double width, int justify);
-    void CheckSetSegmentColor(int i);
+    void CheckSetSegmentColor(std::size_t i);
     void ProjectionLine(const point3Dtype& p, const RGBDType& color);
 
     // What the geometry of a chart is computed from.
+    detail::GroupView GetGroups() const;
     detail::Data25D GetData25D() const;
-    detail::GlyphStyle GetGlyphStyle() const;
     detail::SegmentColors GetSegmentColors() const;
+    const RGBDType& GroupColor(std::size_t group) const;
 
     using Routine = void (CChartObj3D::*)();
     static Routine FindRoutine(int chartType);
@@ -432,8 +444,6 @@ class VARNEL_API CChartObj3D {
     void DrawPolysurfaceChart2D();
     void DrawPolysurfaceChart3D();
     void DrawContourPolysurface3D();
-
-    static int nSelfID;
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;

@@ -13,7 +13,7 @@ namespace varnel {
 
 template <class T>
 class SharedArray {
-   public:
+ public:
     SharedArray() = default;
 
     /// Takes over an array of `size` elements.
@@ -41,7 +41,7 @@ class SharedArray {
 
     std::span<T> All() const { return {m_Elements.get(), m_Size}; }
 
-   private:
+ private:
     std::shared_ptr<T[]> m_Elements;
     std::size_t m_Size = 0;
 };

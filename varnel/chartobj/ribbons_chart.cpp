@@ -1,0 +1,47 @@
+#include <limits>
+
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/ribbons_geometry.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+void CChartObj3D::DrawRibbonChart25D() {
+    m_pOpenGL->SetFillStyle3D(m_FillColor, m_FillColor, m_OutlineColor);
+    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    detail::WalkRibbon(*m_pTransform, GetData25D(), [this](std::size_t i, const auto& points) {
+        CheckSetSegmentColor(i);
+        m_pOpenGL->PolyFillAbs3D(points.data(), 5);
+    });
+    m_pOpenGL->SetLineWidth3D(1.0);
+}
+
+void CChartObj3D::DrawGroupRibbonChart25D() {
+    const detail::Origin origin{ERR3DCLASS_CHARTOBJ3D, "DrawGroupRibbonChart25D"};
+    const detail::Data25D data = GetData25D();
+    const std::size_t n = data.ind.size();
+    const std::size_t numGroups = data.groups.StoredGroups();
+    if (n == 0 || numGroups == 0) return;
+
+    const auto totals = detail::NewArray<double>(static_cast<long long>(n), origin);
+    const auto heights = detail::NewArray<double>(static_cast<long long>(n), origin);
+    for (std::size_t g = 0; g < numGroups; ++g) {
+        for (std::size_t i = 0; i < n; ++i) {
+            const double datum = data.groups.At(g, i);
+            if (detail::IsData(datum)) totals[i] += datum;
+            heights[i] =
+                detail::IsData(datum) ? totals[i] : std::numeric_limits<double>::quiet_NaN();
+        }
+        // A ribbon of its own: default gap and outline mode whatever this object's are, and one
+        // chart object more in the count.
+        const auto ribbon = detail::NewObject<CChartObj3D>(origin, m_pOpenGL, m_pTransform);
+        ribbon->SetOutlineWidth(m_OutlineWidth);
+        ribbon->RibbonChart25D(data.ind.data(), heights.get(), m_ConstValue, static_cast<int>(n),
+                               m_DepthWidth, GroupColor(g), m_OutlineColor, m_DepthJustify,
+                               m_IndAxis);
+        ribbon->DrawRibbonChart25D();
+    }
+}
+
+}  // namespace varnel

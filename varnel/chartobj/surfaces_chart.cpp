@@ -1,0 +1,48 @@
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/surfaces_geometry.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+void CChartObj3D::DrawPolysurfaceChart3D() {
+    if (m_pPolysurface == nullptr) return;
+    const auto scratch =
+        detail::NewArray<point3Dtype>(m_pPolysurface->GetPSLargestPolygon() + 1LL,
+                                      {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart3D"});
+    const bool wire = m_pPolysurface->GetWireFrame() != 0;
+    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    detail::WalkSurface(
+        *m_pTransform, *m_pPolysurface, {}, scratch.get(),
+        [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
+            m_pOpenGL->SetFillStyle3D(first, first, second);
+            if (wire)
+                m_pOpenGL->Frame3D(points, n);
+            else
+                m_pOpenGL->PolyFillAbs3D(points, n);
+        });
+    m_pOpenGL->SetLineWidth3D(1.0);
+}
+
+void CChartObj3D::DrawPolysurfaceChart2D() {
+    if (m_pPolysurface == nullptr) return;
+    constexpr RGBDType black{0.0, 0.0, 0.0, 1.0};
+    const auto scratch =
+        detail::NewArray<point3Dtype>(m_pPolysurface->GetPSLargestPolygon() + 1LL,
+                                      {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart2D"});
+    const bool wire = m_pPolysurface->GetWireFrame() != 0;
+    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    detail::WalkSurface(
+        *m_pTransform, *m_pPolysurface, {m_ProjectionPlane, m_ConstValue}, scratch.get(),
+        [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
+            m_pOpenGL->SetFillStyle3D(first, black, second);
+            // Unlike the frames in space, these are in the line colour.
+            if (wire)
+                m_pOpenGL->PolyAbs3D(points, n);
+            else
+                m_pOpenGL->PolyFillAbs3D(points, n);
+        });
+    m_pOpenGL->SetLineWidth3D(1.0);
+}
+
+}  // namespace varnel
