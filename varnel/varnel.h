@@ -31,4 +31,5 @@
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
 #include "varnel/solids/aux_shapes.h"
+#include "varnel/surface/color_map.h"
 #include "varnel/transform/transform.h"
