@@ -239,7 +239,7 @@ TEST_F(ChartView, FactoriesRaiseTheirErrors) {
     transform("NewChartTextObj", [&] { chart->NewChartTextObj("text"); });
     transform("NewDIBObj", [&] { chart->NewDIBObj("file.bmp"); });
     ExpectError(ERR3D_CVIEW_PARAMETER, ERR3DCLASS_CHART3D, "InitChart3D",
-                [] { CChart3D chart(nullptr); });
+                [] { CChart3D orphan(nullptr); });
     EXPECT_EQ(chart->GetNumAuxObjs(), 0);
 
     CTransform3D* const first = chart->NewTransform({0, 0, 0, 0}, {1, 1, 1, 0});
