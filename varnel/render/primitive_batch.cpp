@@ -1,5 +1,8 @@
 #include "varnel/render/detail/primitive_batch.h"
 
+#include <algorithm>
+#include <bit>
+
 namespace varnel::detail {
 namespace {
 
@@ -9,7 +12,51 @@ void Store(float out[3], double a, double b, double c) {
     out[2] = static_cast<float>(c);
 }
 
+/// Mixes the bits of a vertex's place.
+std::uint64_t Hash(const LineVertex& v) {
+    std::uint64_t h = 0;
+    for (float coordinate : v.position)
+        h = (h ^ std::bit_cast<std::uint32_t>(coordinate)) * 0x9E3779B97F4A7C15ULL;
+    return h ^ (h >> 29);
+}
+
+bool Same(const LineVertex& a, const LineVertex& b) {
+    return std::equal(a.position, a.position + 3, b.position) &&
+           std::equal(a.color, a.color + 3, b.color);
+}
+
 }  // namespace
+
+bool EdgeFilter::Insert(const std::vector<LineVertex>& vertices, std::uint32_t a,
+                        std::uint32_t b) {
+    // At most half full, so that a search ends soon. What stands in a table that grows is forgotten:
+    // at worst an edge is drawn twice.
+    constexpr std::size_t kFirstSize = 1U << 12;
+    if (m_Used * 2 >= m_Slots.size()) {
+        m_Slots.assign(m_Slots.empty() ? kFirstSize : m_Slots.size() * 2, Slot{});
+        m_Used = 0;
+    }
+    const std::size_t mask = m_Slots.size() - 1;
+    // The sum is the same in both directions.
+    for (std::size_t i = (Hash(vertices[a]) + Hash(vertices[b])) & mask;; i = (i + 1) & mask) {
+        Slot& slot = m_Slots[i];
+        if (slot.generation != m_Generation) {
+            slot = {a, b, m_Generation};
+            ++m_Used;
+            return true;
+        }
+        const LineVertex& c = vertices[slot.a];
+        const LineVertex& d = vertices[slot.b];
+        if ((Same(vertices[a], d) && Same(vertices[b], c)) ||
+            (Same(vertices[a], c) && Same(vertices[b], d)))
+            return false;
+    }
+}
+
+void EdgeFilter::Reset() {
+    ++m_Generation;
+    m_Used = 0;
+}
 
 void PrimitiveBatch::AddPolygon(const FillState& state, const Vec3* corners, const double* texture,
                                 int n, const Vec3& normal, const RGBDType& color) {
@@ -32,7 +79,7 @@ void PrimitiveBatch::AddPolygon(const FillState& state, const Vec3* corners, con
 LineRun& PrimitiveBatch::RunOfWidth(float width) {
     for (LineRun& run : m_Lines)
         if (run.width == width) return run;
-    m_Lines.push_back({width, {}, {}});
+    m_Lines.push_back({width, {}, {}, {}});
     return m_Lines.back();
 }
 
@@ -59,15 +106,14 @@ void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool cl
         Store(vertex.position, corners[i].x, corners[i].y, corners[i].z);
         run.vertices.push_back(vertex);
     }
+    const auto join = [&run](std::uint32_t a, std::uint32_t b) {
+        if (!run.edges.Insert(run.vertices, a, b)) return;
+        run.indices.push_back(a);
+        run.indices.push_back(b);
+    };
     const auto last = static_cast<std::uint32_t>(run.vertices.size()) - 1;
-    for (std::uint32_t i = first; i < last; ++i) {
-        run.indices.push_back(i);
-        run.indices.push_back(i + 1);
-    }
-    if (closed) {
-        run.indices.push_back(last);
-        run.indices.push_back(first);
-    }
+    for (std::uint32_t i = first; i < last; ++i) join(i, i + 1);
+    if (closed) join(last, first);
     m_LineVertexCount += static_cast<std::size_t>(n);
 }
 
@@ -77,6 +123,7 @@ void PrimitiveBatch::Clear() {
     for (LineRun& run : m_Lines) {
         run.vertices.clear();
         run.indices.clear();
+        run.edges.Reset();
     }
     m_LineVertexCount = 0;
 }

@@ -34,10 +34,30 @@ struct FillState {
     bool operator==(const FillState&) const = default;
 };
 
+/// Remembers the segments of a run, so that an edge that two polygons share is drawn once. Lines are
+/// the dearest primitive of a software rasterizer, and nearly every edge of a mesh is shared.
+class EdgeFilter {
+   public:
+    /// Whether the segment from `a` to `b`, in either direction and in the same colour, is new.
+    bool Insert(const std::vector<LineVertex>& vertices, std::uint32_t a, std::uint32_t b);
+    void Reset();
+
+   private:
+    struct Slot {
+        std::uint32_t a = 0;
+        std::uint32_t b = 0;
+        std::uint32_t generation = 0;  ///< the slot is in use when this is the filter's
+    };
+    std::vector<Slot> m_Slots;
+    std::size_t m_Used = 0;
+    std::uint32_t m_Generation = 1;
+};
+
 struct LineRun {
     float width = 1.0F;  ///< pixels
     std::vector<LineVertex> vertices;
     std::vector<std::uint32_t> indices;
+    EdgeFilter edges;
 };
 
 class PrimitiveBatch {
@@ -52,7 +72,7 @@ class PrimitiveBatch {
     /// The segments of a polyline; fewer than two vertices are none.
     void AddPolyline(float width, const std::vector<LineVertex>& vertices);
 
-    /// The segments of a polyline of n corners in one colour; `closed` joins its ends.
+    /// The segments of a polyline of n corners in one colour, each once; `closed` joins its ends.
     void AddOutline(float width, const Vec3* corners, int n, bool closed, const RGBDType& color);
 
     const std::vector<FillVertex>& Vertices() const { return m_Vertices; }
@@ -66,7 +86,7 @@ class PrimitiveBatch {
     void Clear();
 
  private:
-    static constexpr std::size_t kLarge = 1U << 16;
+    static constexpr std::size_t kLarge = 1U << 14;
 
     LineRun& RunOfWidth(float width);
 
