@@ -23,7 +23,10 @@ constexpr RGBDType kRed{1, 0, 0, 1};
 
 class AxesDrawing : public test::DrawingTest {
  protected:
-    AxesDrawing() : transform(&GL(), {0, 0, 0, 0}, {10, 5, 100, 0}) { Restart(); }
+    AxesDrawing() : transform(&GL(), {0, 0, 0, 0}, {10, 5, 100, 0}) {
+        GL().RegisterFont("Arial", 0.1, 400, 0, 128);
+        Restart();
+    }
 
     /// New axes over the limits of the transform.
     void Restart() {
@@ -303,6 +306,8 @@ TEST_F(AxesDrawing, TitleStandsBesideTheLastLabel) {
     axes->SetAxisTitleString(2, "Height");
     EXPECT_EQ(Texts(2), (Strings{"0", "25", "50", "75", "100"}));
     const CTextObj3D& title = *axes->GetAxisLabels(2)->GetTitleObj();
+    EXPECT_GT(title.TextHeight(), 0.05);
+    EXPECT_GT(Label(2, 4).TextWidth(), 0.1);
     const double away = title.TextHeight() + Label(2, 4).TextWidth();
     EXPECT_NEAR(title.GetNormLocation().x, -0.5 - 0.075 - away, 1e-9);
     EXPECT_NEAR(title.GetNormLocation().y, 0.5, 1e-9);
@@ -342,7 +347,6 @@ TEST_F(AxesDrawing, LabelsAreSeenWhereTheyAreCalculated) {
     axes->SetAxisLabels(0, 3, 0, 2, 0, 7, kBlack);
     EXPECT_TRUE(DrawAll().IsEmpty());
     axes->EnableAxisLabels(0, 1);
-    GL().RegisterFont("Arial", 0.1, 400, 0, 128);
     const Box box(DrawAll());
     EXPECT_LT(box.left, -0.5);
     EXPECT_GT(box.right, 0.5);

@@ -41,7 +41,7 @@ TEST_F(AutoScale, PointsWithoutNaN) {
     const point3Dtype pts[] = {
         {kNaN, 2, 1, 0}, {0, kNaN, kNaN, 0}, {7.3, 3, kNaN, 0}, {3, 2.5, 1, 0}};
     const CTransform3D* t = chart.AutoTransform3D(pts, 4, 0);
-    ExpectScale(t, {0, 1.6, 0, 0}, {8, 3.2, 2.4, 0});
+    ExpectScale(t, {0, 1.6, 0, 0}, {8, 3.2, 3, 0});
     EXPECT_EQ(chart.GetTransform(0), t);
     ExpectScale(chart.AutoTransform3D(nullptr, 3, 0), {0, 0, 0, 0}, {12, 12, 12, 0});
     ExpectScale(chart.AutoTransformPolysurface(nullptr, 0), {0, 0, 0, 0}, {12, 12, 12, 0});
@@ -75,7 +75,7 @@ TEST_F(AutoScale, GroupsReachDownToTheBase) {
     const double x[] = {0, 7.3};
     const double y[] = {120, 200, 300, kNaN};
     ExpectScale(chart.AutoTransformGroup25D(x, y, 0, 2, 2, 4, 0, 0, 0), {0, 0, 0, 0},
-                {8, 4, 600, 0});
+                {8, 4, 800, 0});
     // Sums 420 and 200.
     ExpectScale(chart.AutoTransformGroup25D(x, y, 50, 2, 2, 4, 0, 1, 0), {0, 0, 50, 0},
                 {8, 4, 500, 0});
@@ -141,7 +141,7 @@ TEST_F(AutoScale, LogarithmicAxes) {
 }
 
 TEST_F(AutoScale, LongNumbersGetSuffixes) {
-    CTransform3D* t = chart.NewTransform({0, 0, 0, 0}, {8e6, 3e6, 4000, 0});
+    CTransform3D* t = chart.NewTransform({0, 0, 0, 0}, {8e6, 2e6, 4000, 0});
     const CAxes3D* axes = chart.AutoAxes(t);
     EXPECT_EQ(axes->GetAxisLabelsFormat(0), 2);
     EXPECT_EQ(axes->GetAxisLabelsFormat(1), 0);  // half millions would be rounded
