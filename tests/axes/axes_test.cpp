@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 
-#include "tests/axes/byte_builder.h"
+#include "tests/support/expect_error.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/foundation/error.h"
 #include "varnel/platform/files.h"
@@ -14,25 +14,8 @@
 namespace varnel {
 namespace {
 
-using test::ByteBuilder;
-
-class QuietTest : public testing::Test {
- protected:
-    QuietTest() { CErr3D::SetErrorReportMode(0); }
-    ~QuietTest() override { CErr3D::SetErrorReportMode(1); }
-};
-
-void ExpectError(CErr3DTypes type, CErr3DClass cls, const char* operation,
-                 const std::function<void()>& action) {
-    try {
-        action();
-        ADD_FAILURE() << "nothing was raised";
-    } catch (const CErr3D& e) {
-        EXPECT_EQ(e.m_ErrorType, type);
-        EXPECT_EQ(e.m_ErrorClass, cls);
-        EXPECT_EQ(e.m_FunctionName, operation);
-    }
-}
+using test::Raises;
+using test::RecordBytes;
 
 /// A file whose medium fails at once.
 class FailingFile : public File {
@@ -52,12 +35,12 @@ std::vector<BYTE> Saved(T& object) {
     return file.GetBytes();
 }
 
-ByteBuilder AxisBytes(int counter, int type, double min, double max) {
-    return ByteBuilder()
-        .Ints({counter, 0, type, 0, 0, 5, 1})
+RecordBytes AxisBytes(int counter, int type, double min, double max, int colorMode = 1) {
+    return RecordBytes()
+        .Ints({counter, 0, type, 0, 0, 5, colorMode})
         .Doubles({0, 0, 0, 1, 0, 0, 0, 1})
         .Doubles({1, min, max, min, max, 0.5, 1, 0.05, 1, 0, 0, 0})
-        .Int(1);
+        .Ints({1});
 }
 
 TEST(Axis, LimitSettersAreNoMirrorImages) {
@@ -105,19 +88,19 @@ TEST(Axis, RecordByteForByte) {
     const auto expected = AxisBytes(CAxis3D::nSelfID, 0, 2, 9);
     const auto bytes = Saved(axis);
     EXPECT_EQ(bytes.size(), 192U);
-    EXPECT_EQ(bytes, expected.bytes);
+    EXPECT_EQ(bytes, expected.Get());
 
-    MemoryFile file(AxisBytes(77, 2, -1, 6).bytes);
+    MemoryFile file(AxisBytes(77, 2, -1, 6).Get());
     CAxis3D loaded;
     loaded.Load(&file);
     EXPECT_EQ(CAxis3D::nSelfID, 77);
     EXPECT_EQ(loaded.GetAxisType(), 2);
     EXPECT_EQ(loaded.GetAxisMax(), 6);
-    EXPECT_EQ(Saved(loaded), AxisBytes(77, 2, -1, 6).bytes);
+    EXPECT_EQ(Saved(loaded), AxisBytes(77, 2, -1, 6).Get());
 }
 
-ByteBuilder LabelsBytes(int counter, int textCounter, const std::vector<std::string>& strings) {
-    ByteBuilder b;
+RecordBytes LabelsBytes(int counter, int textCounter, const std::vector<std::string>& strings) {
+    RecordBytes b;
     b.Ints({counter, 0});
     b.Ints({0, 3, 0, 0, 0, 0, 7, -1, -1, static_cast<int>(strings.size())});
     b.Ints({0, 0, 0, 0, 3, 0, 0, 0, 1, 1});
@@ -128,10 +111,10 @@ ByteBuilder LabelsBytes(int counter, int textCounter, const std::vector<std::str
     b.Ints({0, 0, strings.empty() ? 0 : 1});
     b.Doubles({0, 0, 0, 1, 0, 0, 0, 0});
     for (const std::string& s : strings)
-        b.Text(s);
-    b.Ints({textCounter, 0}).Text("");  // the title
+        b.String(s);
+    b.Ints({textCounter, 0}).String("");  // the title
     b.Doubles({0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0});
-    b.Doubles({0, 0, 0, 1}).Ints({3, 0, 0, 0, 0, 0, 1}).Double(1);
+    b.Doubles({0, 0, 0, 1}).Ints({3, 0, 0, 0, 0, 0, 1}).Doubles({1});
     return b;
 }
 
@@ -142,16 +125,16 @@ TEST(AxisLabels, RecordByteForByte) {
     EXPECT_EQ(labels.GetAxisLabelsStringEnable(), 1);
     const auto expected =
         LabelsBytes(CAxisLabels3D::nSelfID, CTextObj3D::nSelfID, {"Jan", "", "March"});
-    EXPECT_EQ(Saved(labels), expected.bytes);
+    EXPECT_EQ(Saved(labels), expected.Get());
 
-    MemoryFile file(expected.bytes);
+    MemoryFile file(expected.Get());
     CAxisLabels3D loaded;
     loaded.SetEngString(" kmgt");
     loaded.Load(&file);
     ASSERT_EQ(loaded.GetNumAxisLabelsStrings(), 3);
     EXPECT_EQ(loaded.GetAxisLabelsStrings()[2], "March");
     EXPECT_EQ(loaded.GetEngString(), " kmgt");
-    EXPECT_EQ(Saved(loaded), expected.bytes);
+    EXPECT_EQ(Saved(loaded), expected.Get());
 }
 
 TEST(AxisLabels, StringsWithoutStorageAreNotPromised) {
@@ -171,7 +154,7 @@ TEST(AxisLabels, StringsWithoutStorageAreNotPromised) {
 
 TEST(AxisLabels, LoadNeverTakesMoreStringsThanTheFileHolds) {
     for (int count : {-1, 5, 2000000000}) {
-        auto bytes = LabelsBytes(1, 1, {}).bytes;
+        auto bytes = LabelsBytes(1, 1, {}).Get();
         bytes.resize(8 + 40 + 24 + 16 + 24 + 192 + 12 + 64 + 6);
         std::memcpy(bytes.data() + 8 + 36, &count, 4);
         MemoryFile file(bytes);
@@ -182,24 +165,25 @@ TEST(AxisLabels, LoadNeverTakesMoreStringsThanTheFileHolds) {
     }
 }
 
-TEST_F(QuietTest, AxesFailuresAreNamed) {
+TEST(Axes, FailuresAreNamed) {
     CAxis3D axis;
     CAxisLabels3D labels;
     CAxes3D axes;
     FailingFile file;
-    ExpectError(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXIS3D, "InitAxis",
-                [&] { axis.InitAxis(nullptr, nullptr, 1); });
-    ExpectError(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXISLABELS3D, "InitAxisLabels",
-                [&] { labels.InitAxisLabels(nullptr, nullptr, &axis); });
-    ExpectError(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXES3D, "InitAxes",
-                [] { CAxes3D(nullptr, nullptr, {}, {}); });
-    ExpectError(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage", [&] {
+    EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXIS3D, "InitAxis",
+                       [&] { axis.InitAxis(nullptr, nullptr, 1); }));
+    EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXISLABELS3D, "InitAxisLabels",
+                       [&] { labels.InitAxisLabels(nullptr, nullptr, &axis); }));
+    EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXES3D, "InitAxes",
+                       [] { CAxes3D(nullptr, nullptr, {}, {}); }));
+    EXPECT_TRUE(Raises(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage", [&] {
         const CString s;
         labels.InitTicStringsStorage(&s, -1);
-    });
-    ExpectError(ERR3D_DISK_IO, ERR3DCLASS_AXIS3D, "Save", [&] { axis.Save(&file); });
-    ExpectError(ERR3D_DISK_IO, ERR3DCLASS_AXISLABELS3D, "Load", [&] { labels.Load(&file); });
-    ExpectError(ERR3D_DISK_IO, ERR3DCLASS_AXES3D, "Save", [&] { axes.Save(&file); });
+    }));
+    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_AXIS3D, "Save", [&] { axis.Save(&file); }));
+    EXPECT_TRUE(
+        Raises(ERR3D_DISK_IO, ERR3DCLASS_AXISLABELS3D, "Load", [&] { labels.Load(&file); }));
+    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_AXES3D, "Save", [&] { axes.Save(&file); }));
     axes.Save(nullptr);
     axes.Load(nullptr);
 }
@@ -273,17 +257,16 @@ TEST(Axes, RecordByteForByte) {
     axes.SetAxisColorMode(0, 0);
     axes.SetPlaneColorMode(3, 2);
 
-    ByteBuilder b;
+    RecordBytes b;
     b.Ints({CAxes3D::nSelfID, 0});
-    for (int i = 0; i < 3; ++i) {
-        CAxis3D axis = *axes.GetAxis(i);
-        b.Bytes(Saved(axis));
-    }
+    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 1, 10, 0));
+    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 2, 20));
+    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 3, 30));
     for (int i = 0; i < 3; ++i)
-        b.Bytes(Saved(*axes.GetAxisLabels(i)));
+        b.Record(LabelsBytes(CAxisLabels3D::nSelfID, CTextObj3D::nSelfID, {}));
     for (int plane = 0; plane < 6; ++plane) {
         const bool set = plane == 1;
-        b.Ints({set ? 2 : 1, set ? 3 : 1, set ? 1 : 0, 0}).Double(set ? 1.5 : 1.0);
+        b.Ints({set ? 2 : 1, set ? 3 : 1, set ? 1 : 0, 0}).Doubles({set ? 1.5 : 1.0});
         b.Ints({set ? 4 : 1, 0});
         if (set)
             b.Doubles({0.1, 0.2, 0.3, 1});
@@ -301,23 +284,23 @@ TEST(Axes, RecordByteForByte) {
     }
     b.Ints({0, 1, 2, 0, 2, 1, 1, 2, 0, 0, 1, 2, 0, 2, 1, 1, 2, 0});
     b.Doubles({1, 2, 3, 0, 10, 20, 30, 0});
-    b.Ints({0, 1, 1}).Ints({1, 1, 1, 2, 1, 1}).Ints({0, 1, 0}).Ints({0, 0, 1}).Int(1);
-    EXPECT_EQ(Saved(axes), b.bytes);
+    b.Ints({0, 1, 1}).Ints({1, 1, 1, 2, 1, 1}).Ints({0, 1, 0}).Ints({0, 0, 1}).Ints({1});
+    EXPECT_EQ(Saved(axes), b.Get());
 
     CAxes3D loaded;
-    MemoryFile file(b.bytes);
+    MemoryFile file(b.Get());
     loaded.Load(&file);
     EXPECT_EQ(file.Remaining(), 0U);
     EXPECT_EQ(loaded.GetAxisMax(2), 30);
-    EXPECT_EQ(Saved(loaded), b.bytes);
+    EXPECT_EQ(Saved(loaded), b.Get());
 
     // A plane table that names other axes is not taken.
-    auto damaged = b.bytes;
+    auto damaged = b.Get();
     const std::size_t table = damaged.size() - (4 + 12 + 12 + 24 + 12 + 64 + 72);
     damaged[table] = 9;
     MemoryFile other(damaged);
     loaded.Load(&other);
-    EXPECT_EQ(Saved(loaded), b.bytes);
+    EXPECT_EQ(Saved(loaded), b.Get());
 }
 
 }  // namespace

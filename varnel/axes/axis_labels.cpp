@@ -237,11 +237,17 @@ void CAxisLabels3D::CalcLogAxisLabels() {
     run.i1 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(1), run.i1);
     run.i2 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(2), run.i2);
     detail::PointOnAxis(m_AxisType, run.min, run.i1, run.i2, run.location);
-    if (m_AxisType == 0 || m_AxisType == 1)
-        run.i2 -= detail::WorkingDistance(*m_pTransform, m_LabelsDir, kLogLabelDrop);
+    if (m_AxisType == 0 || m_AxisType == 1) run.i2 = LoweredIntercept(run.i2);
     detail::WalkLogLabels(run.center, run.min, run.max, nthTic < 2,
                           [&](double value) { CalcLabel(run, value); });
     CalcAxisTitle(m_pAxis, run.location);
+}
+
+/// The height of labels below an x or y axis. A logarithmic z axis has no place for heights of 0
+/// and less: there the labels stay level with their axis.
+double CAxisLabels3D::LoweredIntercept(double z) const {
+    const double lowered = z - detail::WorkingDistance(*m_pTransform, m_LabelsDir, kLogLabelDrop);
+    return lowered <= 0.0 && m_pTransform->GetAxisScaleMode(2) != 0 ? z : lowered;
 }
 
 void CAxisLabels3D::CalcLabel(Run& run, double value) {
@@ -315,11 +321,13 @@ void CAxisLabels3D::calcticpoint(point3Dtype& p, double length, int dir) const {
     m_pTransform->CPFWS(p, working);
 }
 
-/// Moves a normalized point. On a scale that runs backwards, towards +x is to the left of the box:
-/// there the title goes where the labels went.
 void CAxisLabels3D::calctitlepoint(point3Dtype& p, double length, int dir) const {
-    const bool inverted = m_pTransform->IsScaleInverted(dir) != 0;
-    detail::MoveAlong(p, inverted ? Opposite(dir) : dir, length);
+    detail::MoveAlong(p, dir, length);
+}
+
+int CAxisLabels3D::DirectionInBox() const {
+    const bool inverted = m_pTransform->IsScaleInverted(m_LabelsDir) != 0;
+    return inverted ? Opposite(m_LabelsDir) : m_LabelsDir;
 }
 
 void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLabel) {
@@ -327,9 +335,11 @@ void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLa
     const double sum = m_pTransform->CVTWS(m_AxisType, axis->GetAxisMin()) +
                        m_pTransform->CVTWS(m_AxisType, axis->GetAxisMax());
     coordassign(middle, m_AxisType, m_pTransform->CVFWS(m_AxisType, sum / 2.0));
+    // On a scale that runs backwards, the labels went the other way in the box; so does the title.
+    const int dir = DirectionInBox();
     if (m_bAutoTitle != 0) {
         const detail::TitleStyle style = detail::AutoTitleStyle(
-            m_AxisType, m_LabelsDir, {m_TitleRotation, {m_TitleXJust, m_TitleYJust}});
+            m_AxisType, dir, {m_TitleRotation, {m_TitleXJust, m_TitleYJust}});
         m_TitleRotation = style.rotation;
         m_TitleXJust = style.just.x;
         m_TitleYJust = style.just.y;
@@ -338,7 +348,7 @@ void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLa
     m_pTransform->NormalizePoint(middle, place);
     calctitlepoint(
         place, detail::TitleDistance(m_AxisType, m_pTitleObj->TextHeight(), GetMaxLabelLength()),
-        m_LabelsDir);
+        dir);
     m_pTitleObj->SetFlipX(m_TitleFlipX);
     m_pTitleObj->SetFlipY(m_TitleFlipY);
     m_pTitleObj->SetNormLocation(place);

@@ -188,9 +188,11 @@ class VARNEL_API CAxisLabels3D {
     void InitLabelJustTable();
     bool CanCalculate() const;
     Run StartRun() const;
+    double LoweredIntercept(double z) const;
     void CalcLabel(Run& run, double value);
     void calcticpoint(point3Dtype& p, double length, int dir) const;
     void calctitlepoint(point3Dtype& p, double length, int dir) const;
+    int DirectionInBox() const;
     void CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLabel);
     template <class Archive>
     void RecordStrings(Archive& record);

@@ -4,7 +4,10 @@
 #include <limits>
 
 #include "varnel/axes/axes.h"
+#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/label_fit.h"
 #include "varnel/chart/detail/scale_numbers.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/polysurface.h"
@@ -22,14 +25,14 @@ constexpr int kOffDirection[3] = {2, 3, 0};
 constexpr int kFacingViewer = 3;
 constexpr int kAllEnds = 7;
 
-/// Labels are a little smaller than titles, whose distance is measured on labels of full size.
-constexpr double kLabelSize = 0.8;
-
 /// A logarithmic axis is labelled at 1, 2 and 5 of each decade, with as many digits as a number
 /// needs: a fixed number of decimals would suit one decade only.
 constexpr int kLogNthTic = 10;
-constexpr int kGeneralFormat = 3;
 constexpr int kLogDigits = 6;
+
+// Formats of labels.
+constexpr int kEngineering = 2;
+constexpr int kGeneral = 3;
 
 /// The corners of what several sets cover.
 struct Union {
@@ -101,27 +104,62 @@ int OffDirection(const CTransform3D& t, int axis) {
     return IsInverted(t, dir % 3) ? (dir + 3) % 6 : dir;
 }
 
-void ScaleAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
-    const double start = GetCoord3D(t.GetScaleMin(), axis);
-    const double stop = GetCoord3D(t.GetScaleMax(), axis);
-    const detail::TicMarks tics = detail::CalcAxisTicMarks(start, stop);
-    const bool logarithmic = t.GetAxisScaleMode(axis) != 0;
-    double center = 0.0;
-    if (logarithmic) {
-        const double low = t.LogLimits(axis, std::min(start, stop));
-        center = detail::LowestDecade(low, t.LogLimits(axis, std::max(start, stop)));
-    } else {
-        center = detail::CenterInside(std::min(start, stop), std::max(start, stop), tics.origin,
-                                      tics.perMajor * tics.space);
+/// Height by width of a chart at a position of its view. Before its first drawing the view has no
+/// size yet; then the size of its image counts.
+double AspectToBe(const CChartView3D* view, const GLViewRType& position) {
+    int width = 0;
+    int height = 0;
+    if (view != nullptr) view->GetViewSize(&width, &height);
+    const CDIBSection* const image = view == nullptr ? nullptr : view->GetDIBSectionPntr();
+    if ((width < 1 || height < 1) && image != nullptr && image->GetBitmap() != nullptr) {
+        width = image->GetBitmap()->Width();
+        height = image->GetBitmap()->Height();
     }
+    const double aspect = height * position.height / (width * position.width);
+    return std::isfinite(aspect) && aspect > 0.0 ? aspect : 1.0;
+}
+
+/// Whether the engineering format shows all multiples of `major` up to `max` exactly without
+/// decimals, and at least the largest with a suffix for millions or more.
+bool ReadsInMillions(double min, double max, double major) {
+    if (min < 0.0 || max < 999000.0 || max >= 1e15) return false;
+    const double unit = max >= 9.99e11 ? 1e12 : max >= 9.99e8 ? 1e9 : 1e6;
+    return major >= unit && std::fmod(major, unit) == 0.0;
+}
+
+void ScaleLinearAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
+    const double min = axes.GetAxisMin(axis);
+    const double max = axes.GetAxisMax(axis);
+    const detail::TicMarks tics = detail::CalcAxisTicMarks(min, max);
+    const double major = tics.perMajor * tics.space;
     const int dir = OffDirection(t, axis);
-    axes.SetAxisTics(axis, center, tics.space, tics.perMajor, kMinorTicLength, kMajorTicLength,
-                     dir);
+    axes.SetAxisTics(axis, detail::CenterInside(min, max, tics.origin, major), tics.space,
+                     tics.perMajor, kMinorTicLength, kMajorTicLength, dir);
     axes.SetAxisLabels(axis, kFacingViewer, 0, dir, tics.decimals, kAllEnds, kBlack);
-    if (!logarithmic) return;
-    axes.SetAxisNthTicMajor(axis, kLogNthTic);
-    axes.SetAxisLabelsFormat(axis, kGeneralFormat);
-    axes.SetAxisLabelsDecimals(axis, kLogDigits);
+    if (ReadsInMillions(min, max, major)) axes.SetAxisLabelsFormat(axis, kEngineering);
+}
+
+void ScaleLogAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
+    const detail::TicMarks tics =
+        detail::CalcAxisTicMarks(axes.GetAxisMin(axis), axes.GetAxisMax(axis));
+    const double min = t.LogLimits(axis, axes.GetAxisMin(axis));
+    const double max = t.LogLimits(axis, axes.GetAxisMax(axis));
+    const int dir = OffDirection(t, axis);
+    axes.SetAxisTics(axis, detail::LowestDecade(min, max), tics.space, kLogNthTic, kMinorTicLength,
+                     kMajorTicLength, dir);
+    axes.SetAxisLabels(axis, kFacingViewer, 0, dir, tics.decimals, kAllEnds, kBlack);
+    // From ten thousands on a suffix is shorter; below 1 only the general format has all digits.
+    const bool suffixes = min >= 1.0 && max >= 1e4;
+    axes.SetAxisLabelsFormat(axis, suffixes ? kEngineering : kGeneral);
+    axes.SetAxisLabelsDecimals(axis, suffixes ? 0 : kLogDigits);
+}
+
+void ScaleAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
+    if (t.GetAxisScaleMode(axis) != 0) {
+        ScaleLogAxis(axes, t, axis);
+    } else {
+        ScaleLinearAxis(axes, t, axis);
+    }
 }
 
 }  // namespace
@@ -219,15 +257,18 @@ CTransform3D* CChart3D::AutoTransformGroup25D(const double* x, const double* y, 
 
 CAxes3D* CChart3D::AutoAxes(CTransform3D* t) {
     CAxes3D* const axes = NewAxes(t);
+    const detail::TextScale text{m_FontSize * m_FontHeightSF,
+                                 AspectToBe(m_pChartView, m_ChartPosition)};
     for (int axis = 0; axis < 3; ++axis) {
         PlaceAxis(*axes, *t, axis);
         ScaleAxis(*axes, *t, axis);
         axes->SetAxisColor(axis, kBlack);
         axes->SetAxisTicColor(axis, kBlack);
-        axes->SetAxisLabelsSize(axis, kLabelSize);
+        axes->SetAxisLabelsSize(axis, detail::FittingLabelSize(*axes, *t, axis, text));
         axes->EnableAxis(axis, 1);
         axes->EnableAxisLabels(axis, 1);
     }
+    axes->SetAxisTitleSize(2, detail::FittingTitleSize(text));
     return axes;
 }
 

@@ -1,0 +1,162 @@
+// Automatic scaling through a chart: what it takes from data and what it sets.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "varnel/axes/axes.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/foundation/error.h"
+#include "varnel/platform/window.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+class AutoScale : public testing::Test {
+ protected:
+    AutoScale() : window(640, 480), view(&window), chart(*view.NewChart3D()) {
+        CErr3D::SetErrorReportMode(0);
+    }
+    ~AutoScale() override { CErr3D::SetErrorReportMode(1); }
+
+    static void ExpectScale(const CTransform3D* t, const point3Dtype& min, const point3Dtype& max) {
+        const point3Dtype low = t->GetScaleMin();
+        const point3Dtype high = t->GetScaleMax();
+        for (int axis = 0; axis < 3; ++axis) {
+            EXPECT_EQ(GetCoord3D(low, axis), GetCoord3D(min, axis)) << "minimum of " << axis;
+            EXPECT_EQ(GetCoord3D(high, axis), GetCoord3D(max, axis)) << "maximum of " << axis;
+        }
+    }
+
+    CWnd window;
+    CChartView3D view;
+    CChart3D& chart;
+};
+
+TEST_F(AutoScale, PointsWithoutNaN) {
+    const point3Dtype pts[] = {
+        {kNaN, 2, 1, 0}, {0, kNaN, kNaN, 0}, {7.3, 3, kNaN, 0}, {3, 2.5, 1, 0}};
+    const CTransform3D* t = chart.AutoTransform3D(pts, 4, 0);
+    ExpectScale(t, {0, 1.6, 0, 0}, {8, 3.2, 3, 0});
+    EXPECT_EQ(chart.GetTransform(0), t);
+    ExpectScale(chart.AutoTransform3D(nullptr, 3, 0), {0, 0, 0, 0}, {12, 12, 12, 0});
+    ExpectScale(chart.AutoTransformPolysurface(nullptr, 0), {0, 0, 0, 0}, {12, 12, 12, 0});
+}
+
+TEST_F(AutoScale, DataAtADepth) {
+    const double x[] = {0, 3, 7.3};
+    const double y[] = {-20, kNaN, -5};
+    ExpectScale(chart.AutoTransform25D(x, y, 3, 4, 0, 0), {0, 0, -25, 0}, {8, 4, 0, 0});
+    ExpectScale(chart.AutoTransform25D(x, y, 3, 4, 1, 1), {0, 0, -21, 0}, {4, 7.5, -4, 0});
+}
+
+TEST_F(AutoScale, SetsAreRoundedOnTheirOwn) {
+    double x1[] = {0, 7.3};
+    double x2[] = {-3, 7};
+    double y1[] = {0, 1};
+    double y2[] = {-20, -5};
+    double* x[] = {x1, x2};
+    double* y[] = {y1, y2};
+    const int counts[] = {2, 2};
+    ExpectScale(chart.AutoTransformN25D(x, y, counts, 2, 4, 0, 0), {-6, 0, -25, 0},
+                {10, 4, 1.2, 0});
+    // The maximum never falls below 1e-100.
+    ExpectScale(chart.AutoTransformN25D(x + 1, y + 1, counts, 1, -4, 0, 0), {-6, 0, -25, 0},
+                {10, 1e-100, 1e-100, 0});
+    ExpectScale(chart.AutoTransformN25D(nullptr, y, counts, 2, 4, 0, 0), {1e100, 1e100, 1e100, 0},
+                {1e-100, 1e-100, 1e-100, 0});
+}
+
+TEST_F(AutoScale, GroupsReachDownToTheBase) {
+    const double x[] = {0, 7.3};
+    const double y[] = {120, 200, 300, kNaN};
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 0, 2, 2, 4, 0, 0, 0), {0, 0, 0, 0},
+                {8, 4, 800, 0});
+    // Sums 420 and 200.
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 50, 2, 2, 4, 0, 1, 0), {0, 0, 50, 0},
+                {8, 4, 500, 0});
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 1000, 2, 2, 4, 0, 1, 0), {0, 0, 100, 0},
+                {8, 4, 500, 0});
+    try {
+        chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0);
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const CErr3D& e) {
+        EXPECT_EQ(e.m_ErrorType, ERR3D_ARRAY_NEW);
+        EXPECT_EQ(e.m_ErrorClass, ERR3DCLASS_CHART3D);
+        EXPECT_EQ(e.m_FunctionName, "AutoTransformGroup25D");
+    }
+}
+
+TEST_F(AutoScale, AxesShow) {
+    CTransform3D* t = chart.NewTransform({0, 0, 3, 0}, {8, 4, 7, 0});
+    const CAxes3D* axes = chart.AutoAxes(t);
+    const int directions[] = {2, 3, 0};
+    const double intercepts[3][2] = {{4, 3}, {8, 3}, {0, 4}};
+    for (int axis = 0; axis < 3; ++axis) {
+        EXPECT_EQ(axes->GetAxisEnable(axis), 1);
+        EXPECT_EQ(axes->GetAxisLabelsEnable(axis), 1);
+        EXPECT_EQ(axes->GetAxisTicDir(axis), directions[axis]);
+        EXPECT_EQ(axes->GetAxisLabelsDir(axis), directions[axis]);
+        EXPECT_EQ(axes->GetAxisLabelsPlane(axis), 3);
+        EXPECT_EQ(axes->GetAxisMajorTicLength(axis), 0.04);
+        EXPECT_EQ(axes->GetAxisMinorTicLength(axis), 0.02);
+        EXPECT_EQ(axes->GetAxisIntercept1(axis), intercepts[axis][0]);
+        EXPECT_EQ(axes->GetAxisIntercept2(axis), intercepts[axis][1]);
+        EXPECT_EQ(axes->GetAxisColor(axis).a, 1);
+    }
+    EXPECT_EQ(axes->GetAxisTicSpace(0), 0.5);
+    EXPECT_EQ(axes->GetAxisNthTicMajor(0), 4);
+    EXPECT_EQ(axes->GetAxisCenterPoint(2), 3);
+    EXPECT_EQ(axes->GetAxisLabelsDecimals(2), 0);
+}
+
+TEST_F(AutoScale, AxesOfBackwardScalesStandOffTheBox) {
+    CTransform3D* t = chart.NewTransform({8, 0, 7, 0}, {0, 4, 3, 0});
+    const CAxes3D* axes = chart.AutoAxes(t);
+    EXPECT_EQ(axes->GetAxisTicDir(0), 5);
+    EXPECT_EQ(axes->GetAxisTicDir(1), 0);
+    EXPECT_EQ(axes->GetAxisLabelsDir(2), 3);
+    EXPECT_EQ(axes->GetAxisIntercept1(2), 8);
+    EXPECT_EQ(axes->GetAxisIntercept2(0), 7);
+}
+
+TEST_F(AutoScale, LogarithmicAxes) {
+    CTransform3D* t = chart.NewTransform({0.003, 0, 1, 0}, {20, 4, 1e6, 0});
+    t->SetAxisScaleMode(0, 1);
+    t->SetAxisScaleMode(2, 1);
+    CAxes3D* axes = chart.AutoAxes(t);
+    EXPECT_EQ(axes->GetAxisCenterPoint(0), 0.01);
+    EXPECT_EQ(axes->GetAxisNthTicMajor(0), 10);
+    EXPECT_EQ(axes->GetAxisCenterPoint(2), 1);
+    t->ChartTransform();
+    view.DrawView();
+    EXPECT_EQ(axes->GetAxisLabels(0)->GetNumLabelObjs(), 13);
+    // Six decades of labels at 1, 2 and 5 are smaller than three.
+    EXPECT_LT(axes->GetAxisLabelsSize(2), 0.6);
+    EXPECT_GE(axes->GetAxisLabelsSize(2), 0.4);
+}
+
+TEST_F(AutoScale, LongNumbersGetSuffixes) {
+    CTransform3D* t = chart.NewTransform({0, 0, 0, 0}, {8e6, 2e6, 4000, 0});
+    const CAxes3D* axes = chart.AutoAxes(t);
+    EXPECT_EQ(axes->GetAxisLabelsFormat(0), 2);
+    EXPECT_EQ(axes->GetAxisLabelsFormat(1), 0);  // half millions would be rounded
+    EXPECT_EQ(axes->GetAxisLabelsFormat(2), 0);
+}
+
+TEST_F(AutoScale, AxesNeedATransform) {
+    try {
+        chart.AutoAxes(nullptr);
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const CErr3D& e) {
+        EXPECT_EQ(e.m_ErrorType, ERR3D_TRANSFORM_PARAMETER);
+        EXPECT_EQ(e.m_FunctionName, "NewAxes");
+    }
+}
+
+}  // namespace
+}  // namespace varnel
