@@ -2,7 +2,7 @@
 //
 // A view owns an off-screen image, the rendering context that draws into it, the charts and a
 // header. Every drawing renders the whole view into the image and then copies it: to the window, to
-// a file. The image has the size asked for at construction; a drawing fills the lower left part of
+// a printer, to the clipboard, to a file. The image has the size asked for at construction; a drawing fills the lower left part of
 // it that the view size says. Sizes are in pixels.
 #pragma once
 
@@ -24,6 +24,7 @@ class CHeader3D;
 class COpenGL;
 class CTransform3D;
 class CWnd;
+struct CPrintInfo;
 
 class VARNEL_API CChartView3D {
  public:
@@ -110,6 +111,10 @@ class VARNEL_API CChartView3D {
     void SetNormPrintRect(const REALRECT& rect) { m_NormPrintRect = rect; }
     REALRECT GetNormPrintRect() const { return m_NormPrintRect; }
     int GetPrintingState() const { return m_PrintingState; }
+    /// 0 (the default): what is printed is the image, scaled. Otherwise the view is drawn anew at
+    /// the resolution and in the proportions of the printed area, lines as thick as in the image.
+    void SetPrintResolution(int on) { m_PrintResolution = on; }
+    int GetPrintResolution() const { return m_PrintResolution; }
 
     /// Samples a pixel: 0 (the default) draws without antialiasing, exactly and repeatably; 4 looks
     /// good. The nearest number that the driver has is used.
@@ -135,7 +140,8 @@ class VARNEL_API CChartView3D {
     /// At the size of the window, to the upper left corner of a device context.
     void DrawViewScreen(CDC* dc);
     /// To the window's own device context ("CDC Parameter Error", "InitDeviceContext", without
-    /// one).
+    /// one). All three raise "CDC Parameter Error" ("DrawViewScreen") where the device cannot be
+    /// drawn to, as when the window or its display server is gone.
     void DrawViewScreen();
 
     /// Draws the view at the size of the image and writes a .bmp file.
@@ -143,6 +149,20 @@ class VARNEL_API CChartView3D {
     /// Draws the view at the size of the image and writes an opaque .png file. "Error Opening File
     /// for Output", "Disk I/O Error".
     void SaveToPNG(const CString& fileName);
+
+    /// Prints the view onto the current page of a printer's device context and has the window drawn
+    /// again. Nothing is drawn to the screen meanwhile. The second argument is a host framework's
+    /// own record; it is not read. Raises "Print DC Error".
+    void OnPrint(CDC* dc, CPrintInfo* info);
+    /// The printing itself; nothing outside OnPrint.
+    void DrawViewPrinter(CDC* dc);
+    /// A host framework's notice that printing has ended; nothing is left to do.
+    void OnEndPrinting(CDC* dc, CPrintInfo* info);
+
+    /// Draws the view at the size of the image and puts it on the clipboard: on that of the window's
+    /// display server as image/png and image/bmp, see platform/clipboard.h, and on the process's own
+    /// as a packed bitmap. "CDC Parameter Error" without a window.
+    void CopyToClipboard();
 
     // --- The chart file ----------------------------------------------------------------------
 
@@ -164,6 +184,8 @@ class VARNEL_API CChartView3D {
     void DrawHeader();
     void RequireContext(const char* operation);
     void InitAndDraw(CDC* dc, int x, int y);
+    void SelectPalette(CDC* dc) const;
+    bool PrintAtPrinterResolution(CDC* dc);
     template <class... Args>
     CChart3D* AppendChart(Args... args);
 
@@ -192,6 +214,7 @@ class VARNEL_API CChartView3D {
     int m_FontOption = 128;
     REALRECT m_NormPrintRect;
     int m_PrintingState = 0;
+    int m_PrintResolution = 0;
     int m_BorderEnable = 1;
     int m_FontChanged = 1;
     int m_FontItalics = 0;

@@ -95,7 +95,8 @@ void CChartView3D::DrawViewScreen() {
 
 void CChartView3D::CopyBitmap(CDC* dc, int x, int y, int w, int h) {
     // OpenGL's origin is the lower left corner of the image.
-    dc->BitBlt(x, y, w, h, m_MemDC, 0, m_BitmapHeight - h);
+    if (!dc->BitBlt(x, y, w, h, m_MemDC, 0, m_BitmapHeight - h))
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
 }
 
 void CChartView3D::SaveToFile(const CString& fileName) {

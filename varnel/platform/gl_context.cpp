@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "varnel/platform/detail/egl_display.h"
 #include "varnel/platform/detail/framebuffer.h"
@@ -26,13 +27,17 @@ class EglGLContext : public GLContext {
  public:
     EglGLContext(const detail::EglContext& egl, const detail::Framebuffer& framebuffer,
                  HBITMAP bitmap)
-        : m_Egl(egl), m_Framebuffer(framebuffer), m_Bitmap(std::move(bitmap)) {
+        : m_Egl(egl),
+          m_Framebuffer(framebuffer),
+          m_Bitmap(std::move(bitmap)),
+          m_FirstBitmap(m_Bitmap) {
         m_Alive = std::make_shared<bool>(true);
     }
     ~EglGLContext() override { detail::DestroyEglContext(m_Egl); }
 
     bool MakeCurrent() override;
     void ReadBack() override;
+    bool SetTarget(const HBITMAP& bitmap) override;
     void SetSamples(int samples) override;
     int GetSamples() const override;
     int PixelScale() const override { return m_Framebuffer.Scale(); }
@@ -43,10 +48,13 @@ class EglGLContext : public GLContext {
 
  private:
     std::optional<detail::Framebuffer> MakeFramebuffer(int samples) const;
+    bool Replace();
 
     detail::EglContext m_Egl;
     detail::Framebuffer m_Framebuffer;
     HBITMAP m_Bitmap;
+    HBITMAP m_FirstBitmap;
+    int m_SamplesWanted = 0;
     std::shared_ptr<bool> m_Alive;
 };
 
@@ -96,13 +104,25 @@ std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) co
     return made ? made : detail::Framebuffer::Make(width, height, 0, 1);
 }
 
-void EglGLContext::SetSamples(int samples) {
-    if (!MakeCurrent()) return;
-    std::optional<detail::Framebuffer> made = MakeFramebuffer(samples);
-    if (!made) return;
+bool EglGLContext::Replace() {
+    const std::optional<detail::Framebuffer> made = MakeFramebuffer(m_SamplesWanted);
+    if (!made) return false;
     m_Framebuffer.Delete();
     m_Framebuffer = *made;
     m_Framebuffer.Bind();
+    return true;
+}
+
+void EglGLContext::SetSamples(int samples) {
+    m_SamplesWanted = samples;
+    if (MakeCurrent()) Replace();
+}
+
+bool EglGLContext::SetTarget(const HBITMAP& bitmap) {
+    const HBITMAP before = std::exchange(m_Bitmap, bitmap ? bitmap : m_FirstBitmap);
+    if (m_Bitmap == before || (MakeCurrent() && Replace())) return true;
+    m_Bitmap = before;
+    return false;
 }
 
 int EglGLContext::GetSamples() const {

@@ -39,6 +39,11 @@ class VARNEL_API GLContext {
     /// bitmap's own format and row order.
     virtual void ReadBack() = 0;
 
+    /// Draws into another bitmap from now on, with a framebuffer of its size and the samples asked
+    /// for last; null brings the bitmap of Create back. What was drawn is lost, the viewport stays.
+    /// False, and nothing changed, when the driver has no such framebuffer.
+    virtual bool SetTarget(const HBITMAP& bitmap) = 0;
+
     /// Asks for multisampling (0 and 1: none). The nearest number that the driver has is used;
     /// where it has none, or the environment variable VARNEL_OVERSAMPLE is 1, everything is drawn
     /// larger and averaged. The framebuffer's content is lost; the viewport stays and has to be set

@@ -10,25 +10,6 @@
 namespace varnel::detail {
 namespace {
 
-/// One direction of a copy: where it starts on either side and how far it goes.
-struct Span {
-    int target;
-    int source;
-    int count;
-};
-
-/// Cuts a copy to both bitmaps.
-Span Clip(int target, int source, int count, int targetSize, int sourceSize) {
-    const long long skipped =
-        std::max({0LL, -static_cast<long long>(target), -static_cast<long long>(source)});
-    const long long end =
-        std::min({static_cast<long long>(count), static_cast<long long>(targetSize) - target,
-                  static_cast<long long>(sourceSize) - source});
-    if (end <= skipped) return {0, 0, 0};
-    return {static_cast<int>(target + skipped), static_cast<int>(source + skipped),
-            static_cast<int>(end - skipped)};
-}
-
 bool SameColors(const Bitmap& a, const Bitmap& b) {
     return std::equal(a.ColorTable.begin(), a.ColorTable.end(), b.ColorTable.begin(),
                       [](const RGBQUAD& p, const RGBQUAD& q) {
@@ -41,7 +22,7 @@ bool SameFormat(const Bitmap& a, const Bitmap& b) {
     return a.BitsPerPixel() == b.BitsPerPixel() && (a.BitsPerPixel() != 8 || SameColors(a, b));
 }
 
-void CopyRows(Bitmap& target, const Span& h, const Span& v, const Bitmap& source) {
+void CopyRows(Bitmap& target, const CopySpan& h, const CopySpan& v, const Bitmap& source) {
     const auto bytes = static_cast<std::size_t>(target.BitsPerPixel() / 8);
     for (int y = 0; y < v.count; ++y) {
         // Inside one bitmap the rows are taken in the order that reads each before it is
@@ -53,7 +34,7 @@ void CopyRows(Bitmap& target, const Span& h, const Span& v, const Bitmap& source
     }
 }
 
-void ConvertRows(Bitmap& target, const Span& h, const Span& v, const Bitmap& source) {
+void ConvertRows(Bitmap& target, const CopySpan& h, const CopySpan& v, const Bitmap& source) {
     const auto count = static_cast<std::size_t>(h.count);
     const auto bytes = static_cast<std::size_t>(target.BitsPerPixel() / 8);
     std::vector<BYTE> row(count * 4);
@@ -73,10 +54,21 @@ void ConvertRows(Bitmap& target, const Span& h, const Span& v, const Bitmap& sou
 
 }  // namespace
 
+CopySpan ClipCopy(int target, int source, int count, int targetSize, int sourceSize) {
+    const long long skipped =
+        std::max({0LL, -static_cast<long long>(target), -static_cast<long long>(source)});
+    const long long end =
+        std::min({static_cast<long long>(count), static_cast<long long>(targetSize) - target,
+                  static_cast<long long>(sourceSize) - source});
+    if (end <= skipped) return {0, 0, 0};
+    return {static_cast<int>(target + skipped), static_cast<int>(source + skipped),
+            static_cast<int>(end - skipped)};
+}
+
 void PutPixels(Bitmap& target, int x, int y, int width, int height, const Bitmap& source,
                int sourceX, int sourceY) {
-    const Span h = Clip(x, sourceX, width, target.Width(), source.Width());
-    const Span v = Clip(y, sourceY, height, target.Height(), source.Height());
+    const CopySpan h = ClipCopy(x, sourceX, width, target.Width(), source.Width());
+    const CopySpan v = ClipCopy(y, sourceY, height, target.Height(), source.Height());
     if (h.count == 0 || v.count == 0) return;
     if (SameFormat(target, source))
         CopyRows(target, h, v, source);

@@ -82,6 +82,10 @@ const Bitmap* WindowBackend::Pixels() const {
     return nullptr;
 }
 
+const char* WindowBackend::DisplayName() const {
+    return nullptr;
+}
+
 CWnd::CWnd() = default;
 
 CWnd::CWnd(int width, int height, int bitsPerPixel) {
@@ -124,6 +128,10 @@ void CWnd::InvalidateRect(const RECT* /*rect*/, BOOL /*erase*/) {
 
 const Bitmap* CWnd::GetPixels() const {
     return m_Backend ? m_Backend->Pixels() : nullptr;
+}
+
+const char* CWnd::GetDisplayName() const {
+    return m_Backend ? m_Backend->DisplayName() : nullptr;
 }
 
 }  // namespace varnel

@@ -29,6 +29,9 @@ class VARNEL_API WindowBackend {
 
     /// The pixels that were drawn to the window, null where the window does not keep them.
     virtual const Bitmap* Pixels() const;
+
+    /// The name of the display server that shows the window, null where there is none.
+    virtual const char* DisplayName() const;
 };
 
 /// A window of the host.
@@ -69,6 +72,10 @@ class VARNEL_API CWnd {
     /// What was drawn to an in-memory window, valid as long as the window; null for other kinds and
     /// when there is no window.
     const Bitmap* GetPixels() const;
+
+    /// The name of the display server that shows the window, valid as long as the window; null for
+    /// an in-memory window and when there is no window.
+    const char* GetDisplayName() const;
 
  private:
     std::unique_ptr<WindowBackend> m_Backend;

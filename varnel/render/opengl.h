@@ -107,6 +107,11 @@ class VARNEL_API COpenGL {
     void SetSamples(int samples);
     int GetSamples() const;
 
+    /// Draws into another bitmap than the section's until null is given; line widths are multiplied
+    /// by `lineScale`, so that a larger picture has the same look. What was drawn is lost. False,
+    /// and nothing changed, when the driver cannot draw at that size.
+    bool SetOutput(const HBITMAP& bitmap, double lineScale);
+
     /// Whether fills that get a frame are pushed back a little, so that the frame is seen whole
     /// (the default).
     void SetFrameOffset(BOOL on);

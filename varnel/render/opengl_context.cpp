@@ -204,6 +204,14 @@ void COpenGL::SetSamples(int samples) {
     if (m_Viewport.width > 0) SetViewport(m_Viewport);
 }
 
+bool COpenGL::SetOutput(const HBITMAP& bitmap, double lineScale) {
+    if (!Ready()) return false;
+    m_Renderer->Flush();
+    if (!m_Renderer->context->SetTarget(bitmap)) return false;
+    m_Renderer->lineScale = bitmap ? lineScale : 1.0;
+    return true;
+}
+
 int COpenGL::GetSamples() const {
     return m_Renderer->context != nullptr ? m_Renderer->context->GetSamples() : 0;
 }

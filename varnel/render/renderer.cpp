@@ -135,7 +135,8 @@ void Renderer::DrawStippled(const std::vector<LineVertex>& vertices, float width
     Texture(false);
     LineWidth(width);
     constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
-    glLineStipple(factor * context->PixelScale(), pattern);
+    const double repeat = factor * context->PixelScale() * lineScale;
+    glLineStipple(static_cast<GLint>(std::max(repeat + 0.5, 1.0)), pattern);
     glEnable(GL_LINE_STIPPLE);
     glEnableClientState(GL_VERTEX_ARRAY);
     glEnableClientState(GL_COLOR_ARRAY);
@@ -159,7 +160,7 @@ void Renderer::SendIdentity() {
 }
 
 void Renderer::LineWidth(float width) {
-    const float sent = width * static_cast<float>(context->PixelScale());
+    const float sent = width * static_cast<float>(context->PixelScale() * lineScale);
     if (sent == m_SentWidth) return;
     glLineWidth(sent);
     m_SentWidth = sent;

@@ -42,6 +42,7 @@ class Renderer {
     bool clipping = false;
     bool matrixSent = false;  ///< whether OpenGL has the top of `matrix`
     float lineWidth = 1.0F;   ///< the last width above 0, in image pixels
+    double lineScale = 1.0;   ///< factor on all widths and stipple patterns
 
     /// Makes the context current; false when there is none.
     bool MakeCurrent() { return context != nullptr && context->MakeCurrent(); }
