@@ -1,0 +1,351 @@
+// What chart objects bring to the screen, and the state that they leave behind.
+#include "varnel/chartobj/chart_object.h"
+
+#include <climits>
+#include <cmath>
+
+#include "tests/support/gl_fixture.h"
+#include "varnel/axes/font.h"
+#include "varnel/surface/polysurface.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+using test::CountLines;
+using test::CountPolygons;
+using test::FeedbackPrimitive;
+
+constexpr RGBDType kRed{1, 0, 0, 1};
+constexpr RGBDType kGreen{0, 1, 0, 1};
+constexpr RGBDType kBlue{0, 0, 1, 1};
+constexpr RGBDType kBlack{0, 0, 0, 1};
+constexpr RGBDType kColors[6] = {kRed, kGreen, kBlue, kRed, kGreen, kBlue};
+constexpr double kInd[] = {2, 4, 6, 8};
+constexpr double kDep[] = {3, 7, 4, 6};
+constexpr double kHeights[] = {1, 2, 1, 2};
+constexpr point3Dtype kPoints[] = {{2, 2, 5, 0}, {4, 6, 7, 0}, {6, 3, 3, 0}, {8, 8, 8, 0}};
+// Six groups that rise one above the other; as prices: open, high, low, close.
+constexpr double kGroups[] = {2, 2, 2, 2, 9, 9, 9, 9, 1, 1, 1, 1,
+                              6, 6, 6, 6, 8, 8, 8, 8, 5, 5, 5, 5};
+constexpr double kBoxes[] = {1, 1, 1, 1, 2, 2, 2, 2, 4, 4, 4, 4,
+                             6, 6, 6, 6, 9, 9, 9, 9, 5, 5, 5, 5};
+
+class ChartObjects : public test::GLFixture {
+ protected:
+    void SetUp() override {
+        GLFixture::SetUp();
+        m_Transform = std::make_unique<CTransform3D>(&GL(), point3Dtype{0, 0, 0, 0},
+                                                     point3Dtype{10, 10, 10, 0});
+        m_Transform->SetRotate({-20, 0, 25, 0});
+        constexpr double z[] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
+        m_Surface = std::make_unique<CPolysurface>(3, 3, 1, 1, 9, 9, z, 1);
+    }
+
+    CChartObj3D Object() { return {&GL(), m_Transform.get()}; }
+
+    std::vector<FeedbackPrimitive> Drawn(CChartObj3D& object) {
+        GL().MakeCurrent();
+        return test::Feedback([&] { object.DrawChartObj(); });
+    }
+
+    /// A square view along y: x and z of 0..10 are 0..100 pixels.
+    void LookAlongY() {
+        m_Transform->SetRotate({0, 0, 0, 0});
+        m_Transform->SetChartRect({1, 1, 1, 0});
+    }
+
+    void ExpectStateTakenBack() {
+        GL().SyncState();
+        EXPECT_EQ(GL().GetFrameFilled(), 0);
+        EXPECT_EQ(m_Transform->GetClipping(), 0);
+        for (const GLenum cap : {GL_CLIP_PLANE0, GL_CLIP_PLANE5, GL_TEXTURE_1D})
+            EXPECT_FALSE(glIsEnabled(cap));
+        EXPECT_EQ(GL().GetLineWidth3D(), 1.0);
+    }
+
+    /// Sets an object up as `type`, with data or with null arrays.
+    void SetUpType(CChartObj3D& o, int type, bool data) {
+        const double* const ind = data ? kInd : nullptr;
+        const double* const dep = data ? kDep : nullptr;
+        const double* const heights = data ? kHeights : nullptr;
+        const double* const groups = data ? kGroups : nullptr;
+        const double* const boxes = data ? kBoxes : nullptr;
+        const point3Dtype* const points = data ? kPoints : nullptr;
+        const CString strings[] = {"a", "b", "c", "d"};
+        CPolysurface* const surface = data ? m_Surface.get() : nullptr;
+        const auto k = kColors;
+        switch (type) {
+            case 1:
+                return o.RibbonChart25D(ind, dep, 5, 4, 1, kRed, kBlack, 1, 0);
+            case 2:
+                return o.BarChart25D(ind, dep, 0, 5, 4, 1, 1, kRed, kBlack, 1, 1, 0);
+            case 3:
+                return o.BarChart3D(points, heights, 4, 1, 1, kRed, kBlack);
+            case 4:
+                return o.AreaFillChart25D(ind, dep, 5, 5, 4, 1, kRed, kBlack, 1, 0);
+            case 5:
+                return o.AreaRangeChart25D(ind, dep, heights, 5, 4, 1, kRed, kBlack, 1, 0);
+            case 6:
+                return o.LineChart25D(ind, dep, 5, 4, 0, 2, kRed, 0);
+            case 7:
+                return o.ScatterChart3D(points, 1, 4, 12, kRed, kBlack, 0, 0);
+            case 8:
+                return o.LineChart3D(points, 4, 0, 2, kRed);
+            case 9:
+                return o.ProjectionLineChart3D(points, 0, 4, 0, 2, kRed, 1, 5);
+            case 10:
+                return o.GroupBarChart25D(ind, groups, 5, 0, 4, 2, 0, 1, 1, k, kBlack, 1, 1, 0);
+            case 11:
+                return o.GroupRibbonChart25D(ind, groups, 5, 4, 3, 1, k, kBlack, 1, 0);
+            case 12:
+                return o.GroupAreaFillChart25D(ind, groups, 5, 4, 3, 1, k, kBlack, 1, 0);
+            case 13:
+                return o.OHLCChart25D(ind, groups, 5, 4, 10, 11, 0.3, 2, k, kBlack, 1, 1, 0,
+                                      nullptr);
+            case 14:
+                return o.PlaneChart3D(points, 4, 1, 1, kRed, kBlack);
+            case 15:
+                return o.ScatterText3D(points, data ? strings : nullptr, 4, 1, 3, kRed, 0, 0);
+            case 16:
+                return o.BoxAndWhiskerChart25D(ind, boxes, 5, 4, 1, 1, 12, 0.3, 2, k, kBlack, 1, 1,
+                                               0, 1);
+            case 17:
+                return o.FloatingBarChart25D(ind, dep, heights, 5, 4, 1, 1, kRed, kBlack, 1, 1, 0);
+            case 18:
+                return o.PlaneChart25D(ind, dep, 5, 4, 1, 1, kRed, kBlack, 1, 1, 0);
+            case 50:
+                return o.PolysurfaceChart2D(surface, 1, 0);
+            case 51:
+                return o.PolysurfaceChart3D(surface);
+            default:
+                return o.SetChartType(type);
+        }
+    }
+
+    static constexpr int kTypes[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10,
+                                     11, 12, 13, 14, 15, 16, 17, 18, 50, 51};
+
+    std::unique_ptr<CTransform3D> m_Transform;
+    std::unique_ptr<CPolysurface> m_Surface;
+};
+
+TEST_F(ChartObjects, EveryTypeDrawsInEveryModeAndTakesItsStateBack) {
+    for (const int type : kTypes)
+        for (const int indAxis : {0, 1})
+            for (const int mode : {0, 1, 2}) {
+                SCOPED_TRACE(testing::Message() << type << " axis " << indAxis << " mode " << mode);
+                CChartObj3D object = Object();
+                SetUpType(object, type, true);
+                object.SetIndAxis(indAxis);
+                object.SetColorMode(mode);
+                object.SetClipping(mode);
+                object.SetOutlineMode(mode);
+                if (mode == 1) object.InitSegmentColorsStorage(kColors);
+                Draw([&] { object.DrawChartObj(); });
+                EXPECT_GT(Inked(), 20);
+                ExpectStateTakenBack();
+            }
+}
+
+TEST_F(ChartObjects, MissingArraysAndUnknownTypesDrawNothing) {
+    for (const int type : kTypes) {
+        CChartObj3D object = Object();
+        SetUpType(object, type, false);
+        object.SetNumDataPnts(100);
+        object.SetSegmentColorMode(1);
+        Draw([&] { object.DrawChartObj(); });
+        EXPECT_EQ(Inked(), 0) << type;
+    }
+    for (const int type : {0, 19, 49, 53, -1}) {
+        CChartObj3D object = Object();
+        object.SetChartType(type);
+        Draw([&] { object.DrawChartObj(); });
+        EXPECT_EQ(Inked(), 0) << type;
+    }
+}
+
+TEST_F(ChartObjects, CountsRaisedByHandDrawWhatIsStored) {
+    for (const int type : kTypes) {
+        SCOPED_TRACE(type);
+        CChartObj3D object = Object();
+        SetUpType(object, type, true);
+        object.SetOutlineMode(0);  // the gap depends on the number of points
+        object.InitSegmentColorsStorage(kColors);
+        object.SetSegmentColorMode(0);
+        const bool grouped = object.GetNumGroups() != 0;
+        const auto before = Drawn(object);
+        object.SetNumGroups(INT_MAX);
+        if (!grouped) object.SetNumDataPnts(INT_MAX);
+        const auto after = Drawn(object);
+        // Side by side, more groups are narrower bars; all else is as it was.
+        EXPECT_EQ(CountPolygons(before), CountPolygons(after));
+        object.SetNumDataPnts(INT_MAX);
+        object.SetSegmentColorMode(1);
+        Drawn(object);
+    }
+}
+
+TEST_F(ChartObjects, AFailureInsideTheDrawingTakesTheStateBack) {
+    CChartObj3D object = Object();
+    SetUpType(object, SCATTERTEXT3D, true);
+    object.SetColorMode(2);
+    object.SetClipping(1);
+    GL().SetCurrentFont(7);
+    test::ExpectError(ERR3D_FONT_PARAMETER, ERR3DCLASS_TEXTOBJ3D, "InitTextObj",
+                      [&] { object.DrawChartObj(); });
+    ExpectStateTakenBack();
+}
+
+TEST_F(ChartObjects, BarsHaveTheirPlacesColoursAndClipping) {
+    LookAlongY();
+    CChartObj3D object = Object();
+    object.BarChart25D(kInd, kDep, 0, 5, 2, 1, 1, kRed, kBlack, 1, 1, 0);
+    object.SetColorMode(0);
+    object.SetOutlineMode(0);
+    EXPECT_EQ(CountLines(Drawn(object)), 0);
+    const test::Extent extent = test::ExtentOf(Drawn(object));
+    EXPECT_NEAR(extent.left, 15, 0.01);
+    EXPECT_NEAR(extent.right, 45, 0.01);
+    EXPECT_NEAR(extent.top, 70, 0.01);
+
+    object.InitSegmentColorsStorage(kColors);
+    Draw([&] { object.DrawChartObj(); });
+    EXPECT_EQ(Pixel(20, 10).rgbRed, 255);
+    EXPECT_EQ(Pixel(40, 10).rgbGreen, 255);
+
+    object.SetClipping(1);
+    object.SetDepData(1, 25);
+    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 100, 0.2);
+
+    object.SetOutlineMode(1);
+    object.SetClipping(0);
+    object.SetDepData(1, 7);
+    EXPECT_GT(CountLines(Drawn(object)), 0);
+}
+
+TEST_F(ChartObjects, GroupedRibbonsFollowTheTotalsAndAreCounted) {
+    LookAlongY();
+    constexpr double values[] = {1, 1, 2, 2, 3, 3};
+    CChartObj3D object = Object();
+    object.GroupRibbonChart25D(kInd, values, 5, 2, 3, 1, kColors, kBlack, 0, 0);
+    object.SetOutlineMode(0);
+    object.SetFillGap(0.5);
+    const int before = CChartObj3D::nSelfID;
+    const auto drawn = Drawn(object);
+    EXPECT_EQ(CChartObj3D::nSelfID, before + 3);
+    // OpenGL gets each ribbon's one segment as two triangles.
+    ASSERT_EQ(CountPolygons(drawn), 6);
+    for (std::size_t g = 0; g < 3; ++g) {
+        const test::Extent extent = test::ExtentOf({drawn[2 * g], drawn[2 * g + 1]});
+        EXPECT_NEAR(extent.top, 10 * (g == 0 ? 1 : g == 1 ? 3 : 6), 0.01);
+        // The gap of the ribbons is their own default, not this object's.
+        EXPECT_NEAR(extent.right, 40 - 0.16, 0.01);
+    }
+}
+
+TEST_F(ChartObjects, LinesTakeTheSegmentColoursOfTheirInnerPoints) {
+    LookAlongY();
+    constexpr double level[] = {5, 5, 5, 5};
+    CChartObj3D object = Object();
+    object.LineChart25D(kInd, level, 5, 4, 0, 3, kBlack, 0);
+    object.SetColorMode(0);
+    object.InitSegmentColorsStorage(kColors);
+    Draw([&] { object.DrawChartObj(); });
+    EXPECT_LT(Pixel(21, 50).rgbGreen, 60);   // the first point keeps the line's black
+    EXPECT_GT(Pixel(40, 50).rgbGreen, 200);  // the second is green
+    EXPECT_GT(Pixel(59, 50).rgbBlue, 200);   // the third blue, and so is the last
+    EXPECT_GT(Pixel(78, 50).rgbBlue, 200);
+}
+
+TEST_F(ChartObjects, SymbolsHaveOneSizeAndAreJoinedToTheirProjection) {
+    LookAlongY();
+    constexpr point3Dtype point[] = {{5, 5, 5, 0}};
+    CChartObj3D object = Object();
+    object.ScatterChart3D(point, 2, 1, 10, kRed, kBlack, -1, 0);
+    object.SetOutlineMode(0);
+    auto drawn = Drawn(object);
+    EXPECT_EQ(CountLines(drawn), 0);
+    const test::Extent extent = test::ExtentOf(drawn);  // 0.2 of the -1..1 that 100 pixels are
+    EXPECT_NEAR(extent.left, 45, 0.01);
+    EXPECT_NEAR(extent.top, 55, 0.01);
+
+    object.SetSymbol(9);
+    object.SetProjectionPlane(3);
+    drawn = Drawn(object);
+    EXPECT_EQ(CountPolygons(drawn), 0);
+    ASSERT_EQ(CountLines(drawn), 1);
+    EXPECT_NEAR(test::ExtentOf(drawn).bottom, 0, 0.01);
+    object.SetProjectionPlane(6);
+    EXPECT_EQ(CountLines(Drawn(object)), 0);
+}
+
+TEST_F(ChartObjects, OnLogarithmicAxesScatterProjectsFromTheTwiceConvertedValue) {
+    LookAlongY();
+    m_Transform->SetScale({0, 0, 1, 0}, {10, 10, 1e4, 0});
+    m_Transform->SetAxisScaleMode(2, 1);
+    constexpr point3Dtype point[] = {{5, 5, 1e3, 0}};
+    const CString text = "";
+    CChartObj3D object = Object();
+    object.ScatterChart3D(point, 1, 1, 0, kRed, kBlack, 0, 1);
+    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 25 * std::log10(3), 0.01);
+    object.ScatterText3D(point, &text, 1, 1, 3, kRed, 0, 1);
+    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 75, 0.01);
+}
+
+TEST_F(ChartObjects, AreasTakeSegmentColoursByPieceAndRangesTheirOwn) {
+    LookAlongY();
+    constexpr double dep[] = {6, 2, 2};
+    CChartObj3D object = Object();
+    object.AreaFillChart25D(kInd, dep, 4, 5, 3, 1, kBlack, kBlack, 0, 0);
+    object.SetColorMode(0);
+    object.SetOutlineMode(0);
+    object.InitSegmentColorsStorage(kColors);
+    Draw([&] { object.DrawChartObj(); });
+    EXPECT_EQ(Pixel(24, 45).rgbGreen, 255);  // piece 1, above the base
+    EXPECT_EQ(Pixel(37, 35).rgbBlue, 255);   // piece 2, below it
+    EXPECT_EQ(Pixel(50, 30).rgbBlue, 255);   // piece 3 has no colour of its own
+
+    object.AreaRangeChart25D(kInd, dep, dep, 5, 3, 1, kBlack, kBlack, 0, 0);
+    object.SetAreaRangeColor(kGreen);
+    Draw([&] { object.DrawChartObj(); });
+    EXPECT_EQ(Pixel(50, 10).rgbGreen, 255);
+}
+
+TEST_F(ChartObjects, CandlesticksTellRisesFromFalls) {
+    LookAlongY();
+    constexpr double prices[] = {3, 7, 9, 9, 1, 1, 6, 4};
+    constexpr int flags[] = {1, 0, 0, 0, 0, 1};
+    CChartObj3D object = Object();
+    object.OHLCChart25D(kInd, prices, 5, 2, 0, 0, 1, 3, kColors, kBlack, 1, 1, 0, flags);
+    object.SetComboChartFlags(flags);
+    object.SetColorMode(0);
+    object.SetOutlineMode(0);
+    Draw([&] { object.DrawChartObj(); });
+    EXPECT_EQ(Pixel(20, 45).rgbGreen, 255);  // rose from 3 to 6
+    EXPECT_EQ(Pixel(40, 55).rgbBlue, 255);   // fell from 7 to 4
+    EXPECT_EQ(Pixel(20, 80).rgbGreen, 255);  // the line above the body, in colors[4]
+    EXPECT_EQ(Pixel(24, 80).rgbRed, 255);    // nothing beside it
+    EXPECT_EQ(Pixel(24, 80).rgbGreen, 255);
+}
+
+TEST_F(ChartObjects, FlattenedWiresAreDrawnInTheLineColour) {
+    m_Surface->SetWireFrame(1);
+    CChartObj3D object = Object();
+    SetUpType(object, POLYSURFACECHART3D, true);
+    // The copy is wire as well; frames in space are in the polygons' second colour, black.
+    GL().SetLineColor3D(kRed);
+    for (const auto& primitive : Drawn(object))
+        for (const auto& v : primitive.vertices)
+            EXPECT_EQ(v.r, 0);
+    SetUpType(object, POLYSURFACECHART2D, true);
+    const auto flat = Drawn(object);
+    EXPECT_EQ(CountPolygons(flat), 0);
+    ASSERT_GT(CountLines(flat), 0);
+    for (const auto& primitive : flat)
+        for (const auto& v : primitive.vertices)
+            EXPECT_EQ(v.r, 1);
+}
+
+}  // namespace
+}  // namespace varnel
