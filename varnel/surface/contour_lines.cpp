@@ -13,15 +13,12 @@ namespace varnel {
 
 namespace {
 
-/// The two points of a polygon's edge, the lower number first, so that both polygons at the edge
+/// An edge by the two points at its ends, the lower number first, so that both polygons at the edge
 /// mean the same.
-using Edge = std::uint64_t;
-
-Edge MakeEdge(int a, int b) {
-    const auto low = static_cast<std::uint32_t>(std::min(a, b));
-    const auto high = static_cast<std::uint32_t>(std::max(a, b));
-    return static_cast<Edge>(low) << 32 | high;
-}
+struct Edge {
+    int low;
+    int high;
+};
 
 /// A piece of a line inside one polygon: it comes in across an edge that goes down in the polygon's
 /// own sense of rotation, and leaves across one that goes up.
@@ -49,6 +46,13 @@ class SegmentFinder {
 
     const std::vector<Segment>& GetSegments(std::size_t level) const { return m_Segments[level]; }
 
+    std::size_t CountSegments() const {
+        std::size_t count = 0;
+        for (const auto& segments : m_Segments)
+            count += segments.size();
+        return count;
+    }
+
  private:
     /// A point's band is the number of levels that are not above it.
     void SetBands() {
@@ -59,7 +63,8 @@ class SegmentFinder {
         int band = 0;
         for (std::size_t i = 0; i < count; ++i) {
             const point3Dtype& p = points[i];
-            if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) {
+            // The difference of a number with itself is 0, unless it is not finite.
+            if ((p.x - p.x) + (p.y - p.y) + (p.z - p.z) != 0.0) {
                 m_Bands[i] = kNoBand;
                 continue;
             }
@@ -132,7 +137,9 @@ class SegmentFinder {
 
     void AddSegment(const int* polygon, int n, int level, int down, int up) {
         const auto edge = [&](int k) {
-            return MakeEdge(polygon[k], polygon[k + 1 == n ? 0 : k + 1]);
+            const int a = polygon[k];
+            const int b = polygon[k + 1 == n ? 0 : k + 1];
+            return Edge{std::min(a, b), std::max(a, b)};
         };
         m_Segments[static_cast<std::size_t>(level)].push_back({edge(down), edge(up)});
     }
@@ -153,8 +160,19 @@ class LineJoiner {
         : m_Points(surface.GetPSPoints()), m_Out(out) {}
 
     void Join(const std::vector<Segment>& segments, double z, int level) {
+        m_Z = z;
         m_Level = level;
-        Connect(segments, z);
+        m_Nodes.clear();
+        m_Links.clear();
+        // At most two nodes a segment: a third of the slots stays free.
+        m_Slots.assign(std::bit_ceil(3 * segments.size() + 2), kNone);
+        m_Shift = 64 - std::countr_zero(m_Slots.size());
+        for (const Segment& segment : segments) {
+            const auto link = static_cast<std::uint32_t>(m_Links.size());
+            const std::uint32_t from = Attach(segment.from, link);
+            const std::uint32_t to = Attach(segment.to, link);
+            m_Links.push_back({{from, to}, false});
+        }
         // From the ends of open lines first, in the segments' own direction where they agree on
         // one; what is left then are closed lines.
         for (const Link& link : m_Links)
@@ -170,57 +188,41 @@ class LineJoiner {
 
     /// Where a line crosses an edge, and the segments that meet there.
     struct Node {
-        point3Dtype point;
+        Edge edge;
         std::uint32_t links[2];
+        point3Dtype point;
     };
     struct Link {
         std::uint32_t nodes[2];
         bool done;
     };
-    struct Slot {
-        Edge edge;
-        std::uint32_t node;
-    };
-
-    void Connect(const std::vector<Segment>& segments, double z) {
-        m_Nodes.clear();
-        m_Links.clear();
-        // At most half full, with two crossings a segment.
-        m_Slots.assign(std::bit_ceil(4 * segments.size() + 1), Slot{0, kNone});
-        m_Shift = 64 - std::countr_zero(m_Slots.size());
-        for (const Segment& segment : segments) {
-            const auto link = static_cast<std::uint32_t>(m_Links.size());
-            const std::uint32_t from = Attach(segment.from, link, z);
-            const std::uint32_t to = Attach(segment.to, link, z);
-            m_Links.push_back({{from, to}, false});
-        }
-    }
 
     /// The node of an edge, with one more segment at it.
-    std::uint32_t Attach(Edge edge, std::uint32_t link, double z) {
-        const std::size_t mask = m_Slots.size() - 1;
+    std::uint32_t Attach(const Edge& edge, std::uint32_t link) {
         // Multiplicative hashing: the upper bits of the product depend on all bits of the edge.
-        std::size_t place = static_cast<std::size_t>(edge * 0x9E3779B97F4A7C15U >> m_Shift);
-        while (m_Slots[place].node != kNone && m_Slots[place].edge != edge)
-            place = (place + 1) & mask;
-        Slot& slot = m_Slots[place];
-        if (slot.node != kNone && m_Nodes[slot.node].links[1] == kNone) {
-            m_Nodes[slot.node].links[1] = link;
-            return slot.node;
+        const auto key =
+            static_cast<std::uint64_t>(edge.low) << 32 | static_cast<std::uint32_t>(edge.high);
+        auto place = static_cast<std::size_t>(key * 0x9E3779B97F4A7C15U >> m_Shift);
+        for (; m_Slots[place] != kNone; place = (place + 1) & (m_Slots.size() - 1)) {
+            Node& node = m_Nodes[m_Slots[place]];
+            if (node.edge.low != edge.low || node.edge.high != edge.high) continue;
+            // Where more than two polygons share an edge, lines meet two by two.
+            if (node.links[1] != kNone) break;
+            node.links[1] = link;
+            return m_Slots[place];
         }
-        // A new edge, or one with more than two polygons, where lines meet only two by two.
-        slot = {edge, static_cast<std::uint32_t>(m_Nodes.size())};
-        m_Nodes.push_back({Cross(edge, z), {link, kNone}});
-        return slot.node;
+        m_Slots[place] = static_cast<std::uint32_t>(m_Nodes.size());
+        m_Nodes.push_back({edge, {link, kNone}, Cross(edge)});
+        return m_Slots[place];
     }
 
-    point3Dtype Cross(Edge edge, double z) const {
-        const point3Dtype& a = m_Points[edge >> 32];
-        const point3Dtype& b = m_Points[edge & 0xFFFFFFFFU];
+    point3Dtype Cross(const Edge& edge) const {
+        const point3Dtype& a = m_Points[edge.low];
+        const point3Dtype& b = m_Points[edge.high];
         // Halves, because the difference of two finite numbers can be infinite.
-        const double t = (z / 2 - a.z / 2) / (b.z / 2 - a.z / 2);
+        const double t = (m_Z / 2 - a.z / 2) / (b.z / 2 - a.z / 2);
         const double s = 1.0 - t;
-        return {a.x * s + b.x * t, a.y * s + b.y * t, z, a.w * s + b.w * t};
+        return {a.x * s + b.x * t, a.y * s + b.y * t, m_Z, a.w * s + b.w * t};
     }
 
     bool IsEnd(std::uint32_t node) const { return m_Nodes[node].links[1] == kNone; }
@@ -232,12 +234,12 @@ class LineJoiner {
         line.level = m_Level;
         std::uint32_t node = start.nodes[side];
         auto link = static_cast<std::uint32_t>(&start - m_Links.data());
-        AddPoint(line, m_Nodes[node].point);
+        AddPoint(line, node);
         while (link != kNone && !m_Links[link].done) {
             Link& current = m_Links[link];
             current.done = true;
             node = current.nodes[0] == node ? current.nodes[1] : current.nodes[0];
-            AddPoint(line, m_Nodes[node].point);
+            AddPoint(line, node);
             const auto& links = m_Nodes[node].links;
             link = links[0] == link ? links[1] : links[0];
         }
@@ -253,7 +255,8 @@ class LineJoiner {
             m_Out.points.resize(line.first);
     }
 
-    void AddPoint(ContourLine& line, const point3Dtype& p) {
+    void AddPoint(ContourLine& line, std::uint32_t node) {
+        const point3Dtype& p = m_Nodes[node].point;
         if (line.count > 0 && m_Out.points.back().x == p.x && m_Out.points.back().y == p.y) return;
         m_Out.points.push_back(p);
         ++line.count;
@@ -261,10 +264,11 @@ class LineJoiner {
 
     const point3Dtype* m_Points;
     ContourLines& m_Out;
+    double m_Z = 0.0;
     int m_Level = 0;
     std::vector<Node> m_Nodes;
     std::vector<Link> m_Links;
-    std::vector<Slot> m_Slots;
+    std::vector<std::uint32_t> m_Slots;  ///< nodes by edge
     int m_Shift = 0;
 };
 
@@ -281,6 +285,7 @@ ContourLines Trace(const CPolysurface& surface, const double* levels, int numLev
         sorted.push_back(levels[i]);
 
     const SegmentFinder finder(surface, sorted);
+    out.points.reserve(finder.CountSegments());
     LineJoiner joiner(surface, out);
     for (std::size_t k = 0; k < order.size(); ++k)
         joiner.Join(finder.GetSegments(k), sorted[k], order[k]);

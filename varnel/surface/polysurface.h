@@ -179,9 +179,10 @@ class VARNEL_API CPolysurface {
     /// clockwise, blue with white as second colour, and with `adjacency` makes the neighbour table
     /// (without it there is none afterwards). The triangles fill the convex hull of the points. Of
     /// points at the same place only one is joined to others, points that are not finite are not;
-    /// fewer than three places, or places on one line, give no triangles. The first three spare
-    /// points get the corners of a triangle far outside, in units of the points' larger extent.
-    /// Raises "Array New Error" ("InitDelaunay", "Deltri", "bsort", "AllocAdjacentPolygonList").
+    /// fewer than three places, or places on one line, give no triangles. Coordinates below 1e-141
+    /// of the largest count as 0. The first three spare points get the corners of a triangle far
+    /// outside, in units of the points' larger extent. Raises "Array New Error" ("InitDelaunay",
+    /// "Deltri", "bsort", "AllocAdjacentPolygonList").
     void DelaunaySurface(BOOL adjacency);
 
     // --- Files: the surface's record, in a chart file or as a file of its own

@@ -50,6 +50,9 @@ bool CPolysurface::Record(Archive& record) {
            m_RGMinZ, m_RGMaxZ, m_RGRangeZ, m_RGStepX, m_RGStepY, m_AdjacentPolyListValid,
            m_EvenGridFlag, m_GridType, m_NumPoints);
     if (!RecordTable(record, m_pPoints, m_NumPoints)) return false;
+    if constexpr (Archive::kLoading) {
+        if (!record.Has(5, sizeof m_MaxPolygons)) return false;
+    }
     record(m_MaxPolygons, m_NumPolygons, m_IndexCapacity, m_PointsPerPolygon, m_IndexCount);
     if (!Prepare(record, m_pPolygons, m_MaxPolygons, kPolygonRecordSize)) return false;
     for (int i = 0; i < m_MaxPolygons; ++i)

@@ -1,0 +1,65 @@
+// CContour3D: the contour lines of a surface, drawn flat on one plane.
+//
+// Making or initializing the object draws everything at once: for each level the lines along which
+// the surface's z crosses it, each line followed from polygon to neighbouring polygon, in the
+// level's colour and at one fixed z. Coordinates are those of the surface. The surface needs its
+// neighbour table; without one each polygon is a line of its own. Lines as data, without drawing,
+// are in surface/contour_lines.h.
+#pragma once
+
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/points.h"
+
+namespace varnel {
+
+class COpenGL;
+class CPolysurface;
+class CTransform3D;
+
+namespace detail {
+class ContourSearch;
+}
+
+class VARNEL_API CContour3D {
+ public:
+    /// As InitContour.
+    CContour3D(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+               const double* levels, const RGBDType* colors, int numLevels, double contourZ,
+               int flag);
+
+    /// Draws `numLevels` levels, ascending, with one colour each, at z = contourZ. Nothing is
+    /// owned: everything must live as long as this object is used. `flag` is kept and has no
+    /// effect. Raises "Array New Error" ("InitContour"). Without a context, surface, levels or
+    /// colours nothing is drawn.
+    void InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+                     const double* levels, const RGBDType* colors, int numLevels, double contourZ,
+                     int flag);
+
+    /// The band that a value is in: 0 below the first level, the number of levels from the last one
+    /// on, else i + 1 between level i and the next, with level i in `lower` (which stays as it was
+    /// otherwise).
+    int GetContourBounds(double value, double& lower) const;
+
+    /// How far a chain of polygons must reach around its entry `centre` so that the line through it
+    /// is at least minLength long, in units of the chart's box: entries lo..hi. Returns the length;
+    /// 0 and an empty range (0..-1) for an entry that does not exist.
+    double CalcNormalDistance3D(const int* list, int count, double level, int centre,
+                                double minLength, int& lo, int& hi) const;
+
+ private:
+    void PlotContourSegment3D(detail::ContourSearch& search, double level, const RGBDType& color);
+    double ContourTriLength3D(int polygon, double level) const;
+
+    COpenGL* m_pOpenGL = nullptr;
+    CTransform3D* m_pTransform = nullptr;
+    CPolysurface* m_pPolysurface = nullptr;
+    const double* m_pContourLevels = nullptr;
+    const RGBDType* m_pContourColors = nullptr;
+    int m_NumContours = 0;
+    double m_ContourZ = 0.0;
+    int m_ContourFlag = 0;
+    int m_ContourCount = 0;  ///< levels drawn
+};
+
+}  // namespace varnel
