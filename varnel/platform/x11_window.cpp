@@ -108,7 +108,7 @@ bool FindVisual(Display* display, int screen, XVisualInfo& found) {
     found.visual = DefaultVisual(display, screen);
     found.depth = DefaultDepth(display, screen);
     if (found.visual->c_class == TrueColor) return true;
-    return std::ranges::any_of(std::initializer_list<int>{24, 30, 32, 16, 15}, [&](int depth) {
+    return std::ranges::any_of(std::initializer_list<int>{24, 30, 32, 16, 15, 8}, [&](int depth) {
         return XMatchVisualInfo(display, screen, depth, TrueColor, &found) != 0;
     });
 }

@@ -1,5 +1,7 @@
 #include "varnel/render/detail/renderer.h"
 
+#include <algorithm>
+
 #include "varnel/render/detail/gl.h"
 
 namespace varnel::detail {
