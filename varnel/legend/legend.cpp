@@ -1,0 +1,242 @@
+// CLegend3D: construction, entries, scale and record.
+#include "varnel/legend/legend.h"
+
+#include <algorithm>
+
+#include "varnel/axes/text_object.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/record.h"
+#include "varnel/legend/detail/legend_scale.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr int kMostColors = 256;
+
+enum ScaleType : int { kNoScale = 0, kColorBar = 1, kContourBands = 2 };
+
+detail::Origin At(const char* operation) {
+    return {ERR3DCLASS_LEGEND3D, operation};
+}
+
+/// The chart of a view that owns an object; null when none does.
+const CChart3D* ChartOf(const CChartView3D* view, const CChartObj3D* object) {
+    for (int i = 0; view != nullptr && i < view->GetNumCharts(); ++i)
+        for (int k = 0; k < view->GetChart(i)->GetNumChartObjs(); ++k)
+            if (view->GetChart(i)->GetChartObj(k) == object) return view->GetChart(i);
+    return nullptr;
+}
+
+/// An array behind its count. An array that the file does not have is left out, which the file
+/// remembers.
+template <class T, class Archive>
+void RecordVector(Archive& record, std::vector<T>& items) {
+    auto count = static_cast<std::int32_t>(items.size());
+    record(count);
+    if constexpr (Archive::kLoading) {
+        items.clear();
+        if (!record.Has(count, sizeof(T))) return;
+        detail::AllocateOrRaise(ERR3D_ARRAY_NEW, At("Load"),
+                                [&] { items.resize(static_cast<std::size_t>(count)); });
+    }
+    record.Array(items.data(), items.size());
+}
+
+}  // namespace
+
+int CLegend3D::nSelfID = 0;
+
+CLegend3D::CLegend3D() {
+    InitLegendDefaults();
+}
+
+CLegend3D::CLegend3D(CChartView3D* view) : CLegend3D() {
+    InitLegend3D(view);
+}
+
+CLegend3D::~CLegend3D() {
+    m_Signature = 0;
+}
+
+void CLegend3D::InitLegendDefaults() {
+    m_LegendEnable = 1;
+    m_Place = LEGEND_UPPER_RIGHT;
+    m_Position = GLViewRType();
+    m_Margin = 0.02;
+    m_Rows = 0;
+    m_Columns = 0;
+    m_FontHeightSF = 1.0;
+    m_Title.clear();
+    m_TextColor = SetRGBD(0, 0, 0, 1);
+    m_BorderEnable = 1;
+    m_BorderThickness = 1.0;
+    m_BorderColor = SetRGBD(0, 0, 0, 1);
+    m_BkEnable = 1;
+    m_BkColor = SetRGBD(1, 1, 1, 1);
+    m_ScaleHorizontal = 0;
+    m_ScaleLength = 0.4;
+    m_ScaleFormat = 0;
+    m_ScaleDecimals = -1;
+    m_ScaleTicSpace = 0.0;
+    m_EngString = " KMBT";
+    m_Viewport = GLViewportType();
+    DeleteScale();
+    DeleteLegendObjs();
+    m_Signature = kSignature;
+    ++nSelfID;
+}
+
+void CLegend3D::InitLegend3D(CChartView3D* view) {
+    detail::Require(view, ERR3D_CHARTVIEW_PARAMETER, At("InitLegend3D"));
+    COpenGL* const gl = view->GetOpenGLPntr();
+    detail::Require(gl, ERR3D_OPENGL_PARAMETER, At("InitLegend3D"));
+    auto transform = detail::NewObject<CTransform3D>(At("InitLegend3D"), gl);
+    auto text = detail::NewObject<CTextObj3D>(At("InitLegend3D"));
+    text->InitTextObj(gl, gl->GetFont(), transform.get());
+    m_pText = std::move(text);
+    m_pTransform = std::move(transform);
+    m_pChartView = view;
+    m_pOpenGL = gl;
+}
+
+void CLegend3D::SetLegendPosition(const GLViewRType& position) {
+    m_Position = position;
+    m_Place = LEGEND_AT_POSITION;
+}
+
+void CLegend3D::SetLegendSize(double width, double height) {
+    m_Position.width = width;
+    m_Position.height = height;
+}
+
+CLegendObj3D* CLegend3D::NewLegendObj() {
+    return m_LegendObjs.Append(detail::NewObject<CLegendObj3D>(At("NewLegendObj")));
+}
+
+CLegendObj3D* CLegend3D::AddChartObj(const CChartObj3D* object, const CString& text) {
+    detail::Require(object, ERR3D_PARAMETER, At("AddChartObj"));
+    CLegendObj3D* const entry = NewLegendObj();
+    entry->InitLegendObj(object);
+    entry->SetLight(ChartOf(m_pChartView, object));
+    entry->SetString(text);
+    return entry;
+}
+
+void CLegend3D::AddGroups(const CChartObj3D* object, const CString* names) {
+    detail::Require(object, ERR3D_PARAMETER, At("AddGroups"));
+    for (int group = 0; group < object->GetNumGroups(); ++group) {
+        const CString name = names != nullptr ? names[group] : std::to_string(group + 1);
+        if (name.empty()) continue;
+        AddChartObj(object, name)->InitLegendObj(object, group);
+    }
+}
+
+void CLegend3D::SetContours(const CChartObj3D* object, int bands, int format, int decimals) {
+    detail::Require(object, ERR3D_PARAMETER, At("SetContours"));
+    // The accessors of levels and colours count by the data points, of which a contour chart has
+    // none; a copy shares the arrays.
+    CChartObj3D contours = *object;
+    const int n = std::max(object->GetNumContours(), 0);
+    contours.SetNumDataPnts(n);
+    std::vector<double> levels;
+    std::vector<RGBDType> colors;
+    for (int i = 0; i <= n; ++i) {
+        if (i < n) levels.push_back(contours.GetIndData(i));
+        colors.push_back(contours.GetContourColor(i));
+    }
+    if (bands == 0) {
+        AddContourLines(levels, colors, format, decimals);
+        return;
+    }
+    DeleteScale();
+    m_ScaleType = kContourBands;
+    m_ScaleValues = std::move(levels);
+    m_ScaleColors = std::move(colors);
+    SetScaleFormat(format, decimals);
+}
+
+void CLegend3D::AddContourLines(const std::vector<double>& levels,
+                                const std::vector<RGBDType>& colors, int format, int decimals) {
+    const detail::LegendScale texts =
+        detail::ContourScale(levels, colors, {format, decimals, m_EngString, 0.0});
+    for (std::size_t i = texts.labels.size(); i-- > 0;) {
+        CLegendObj3D* const entry = NewLegendObj();
+        entry->SetLineSample(0, 1.0, colors[i]);
+        entry->SetString(texts.labels[i].text);
+    }
+}
+
+void CLegend3D::SetColorBar(const CChart3D* chart) {
+    detail::Require(chart, ERR3D_PARAMETER, At("SetColorBar"));
+    std::vector<RGBDType> colors(CChart3D::kTextureColors);
+    double min = 0.0;
+    double max = 0.0;
+    chart->GetTextureColorArray(colors.data(), &min, &max);
+    SetColorBar(colors.data(), chart->GetNumTextureColors(), min, max);
+}
+
+void CLegend3D::SetColorBar(const RGBDType* colors, int n, double min, double max) {
+    DeleteScale();
+    if (colors == nullptr || n < 1 || n > kMostColors) return;
+    m_ScaleType = kColorBar;
+    m_ScaleValues = {min, max};
+    m_ScaleColors.assign(colors, colors + n);
+}
+
+void CLegend3D::DeleteScale() {
+    m_ScaleType = kNoScale;
+    m_ScaleValues.clear();
+    m_ScaleColors.clear();
+}
+
+void CLegend3D::SetScaleFormat(int format, int decimals) {
+    m_ScaleFormat = format;
+    m_ScaleDecimals = decimals;
+}
+
+detail::ScaleFormat CLegend3D::GetFormat() const {
+    return {m_ScaleFormat, m_ScaleDecimals, m_EngString, m_ScaleTicSpace};
+}
+
+detail::LegendScale CLegend3D::MakeScale() const {
+    if (m_ScaleType == kContourBands)
+        return detail::ContourScale(m_ScaleValues, m_ScaleColors, GetFormat());
+    if (m_ScaleType == kColorBar && m_ScaleValues.size() == 2)
+        return detail::ColorBarScale(m_ScaleColors, m_ScaleValues[0], m_ScaleValues[1],
+                                     GetFormat());
+    return {};
+}
+
+template <class Archive>
+void CLegend3D::Record(Archive& record) {
+    record(nSelfID, m_LegendEnable, m_Place, m_Position, m_Margin, m_Rows, m_Columns,
+           m_FontHeightSF, m_Title, m_TextColor);
+    record(m_BorderEnable, m_BorderThickness, m_BorderColor, m_BkEnable, m_BkColor);
+    record(m_ScaleType, m_ScaleHorizontal, m_ScaleLength, m_ScaleFormat, m_ScaleDecimals,
+           m_ScaleTicSpace, m_EngString);
+    RecordVector(record, m_ScaleValues);
+    RecordVector(record, m_ScaleColors);
+    std::int32_t count = m_LegendObjs.GetCount();
+    record(count);
+    if constexpr (Archive::kLoading) {
+        DeleteLegendObjs();
+        for (std::int32_t i = 0; i < count && record.Has(1, 1); ++i)
+            NewLegendObj()->Load(&record.GetFile());
+    } else {
+        for (const auto& entry : m_LegendObjs)
+            entry->Save(&record.GetFile());
+    }
+}
+
+void CLegend3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_LEGEND3D);
+}
+void CLegend3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_LEGEND3D);
+}
+
+}  // namespace varnel

@@ -1,0 +1,230 @@
+// CLegend3D: a box over the charts of a view that says what their colours, lines and symbols mean.
+//
+// A legend holds a title, entries (a text and a sample each) and a colour scale, any of which may be
+// missing. It stands in a corner of the view or at fractions of the view's size, and is as large as
+// its contents need or of a fixed size; its letters follow the view's size. Where there is not
+// enough room everything is drawn smaller, nothing is cut. What it shows of charts are copies.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "varnel/chart/object_list.h"
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
+#include "varnel/foundation/types.h"
+#include "varnel/foundation/viewports.h"
+#include "varnel/legend/legend_object.h"
+
+namespace varnel {
+
+class CChart3D;
+class CChartObj3D;
+class CChartView3D;
+class COpenGL;
+class CTextObj3D;
+class CTransform3D;
+
+namespace detail {
+class LegendPainter;
+struct LegendContent;
+struct LegendLayout;
+struct LegendLimits;
+struct LegendScale;
+struct ScaleFormat;
+}  // namespace detail
+
+/// Where a legend stands in its view.
+enum LegendPlace3D : int {
+    LEGEND_AT_POSITION = 0,  ///< at the position given, in fractions of the view
+    LEGEND_UPPER_RIGHT = 1,
+    LEGEND_UPPER_LEFT = 2,
+    LEGEND_LOWER_LEFT = 3,
+    LEGEND_LOWER_RIGHT = 4,
+};
+
+class VARNEL_API CLegend3D {
+ public:
+    static constexpr int kSignature = 808;
+
+    /// How often InitLegendDefaults ran; the first word of every record.
+    static int nSelfID;
+
+    /// Defaults alone: attributes and entries can be set, nothing is drawn until InitLegend3D.
+    CLegend3D();
+    /// Defaults, then InitLegend3D.
+    explicit CLegend3D(CChartView3D* view);
+    ~CLegend3D();
+    CLegend3D(const CLegend3D&) = delete;
+    CLegend3D& operator=(const CLegend3D&) = delete;
+
+    int GetSignature() const { return m_Signature; }
+
+    /// Gives every attribute its default, empties the legend and counts it.
+    void InitLegendDefaults();
+    /// Binds the legend to a view, which is not owned ("CChartView Parameter Error") and has its
+    /// context ("OpenGL Parameter Error"), and creates what texts are drawn with ("Object New
+    /// Error").
+    void InitLegend3D(CChartView3D* view);
+
+    // --- Place and size ----------------------------------------------------------------------
+
+    /// A corner of the view; the other codes of LegendPlace3D. Default the upper right.
+    void SetLegendPlace(int place) { m_Place = place; }
+    int GetLegendPlace() const { return m_Place; }
+    /// The lower left corner of the box, in fractions of the view from its lower left, and its size;
+    /// an extent of 0 follows from the contents. The box is kept inside the view. This also selects
+    /// LEGEND_AT_POSITION.
+    void SetLegendPosition(const GLViewRType& position);
+    GLViewRType GetLegendPosition() const { return m_Position; }
+    /// A fixed size in fractions of the view, in a corner as well; 0 follows from the contents.
+    void SetLegendSize(double width, double height);
+    /// Distance from the edges of the view, as a fraction of its shorter side; 0..0.4, default 0.02.
+    void SetLegendMargin(double margin) { m_Margin = margin; }
+    double GetLegendMargin() const { return m_Margin; }
+    /// Rows and columns of entries, 0 (the default) as many as needed. Given columns are filled row
+    /// by row, everything else column by column.
+    void SetLegendRows(int rows) { m_Rows = rows; }
+    int GetLegendRows() const { return m_Rows; }
+    void SetLegendColumns(int columns) { m_Columns = columns; }
+    int GetLegendColumns() const { return m_Columns; }
+    /// Factor on the size of the letters, which follows the size of the view. Default 1.
+    void SetFontHeightSF(double factor) { m_FontHeightSF = factor; }
+    double GetFontHeightSF() const { return m_FontHeightSF; }
+    /// The box of the last drawing, in pixels of the view; empty before.
+    GLViewportType GetLegendViewport() const { return m_Viewport; }
+
+    // --- Appearance --------------------------------------------------------------------------
+
+    /// 0: nothing is drawn.
+    void EnableLegend(int on) { m_LegendEnable = on; }
+    int GetLegendEnable() const { return m_LegendEnable; }
+    void SetLegendTitle(const CString& title) { m_Title = title; }
+    CString GetLegendTitle() const { return m_Title; }
+    void SetTextColor(const RGBDType& color) { m_TextColor = color; }
+    RGBDType GetTextColor() const { return m_TextColor; }
+    void EnableBorder(int on) { m_BorderEnable = on; }
+    int GetBorderEnable() const { return m_BorderEnable; }
+    /// In pixels. Default 1.
+    void SetBorderThickness(double width) { m_BorderThickness = width; }
+    double GetBorderThickness() const { return m_BorderThickness; }
+    void SetBorderColor(const RGBDType& color) { m_BorderColor = color; }
+    RGBDType GetBorderColor() const { return m_BorderColor; }
+    /// 0: the charts are seen behind the legend. Default 1, white.
+    void EnableBackground(int on) { m_BkEnable = on; }
+    int GetBackgroundEnable() const { return m_BkEnable; }
+    void SetLegendBkColor(const RGBDType& color) { m_BkColor = color; }
+    RGBDType GetLegendBkColor() const { return m_BkColor; }
+
+    // --- Entries, owned by the legend --------------------------------------------------------
+
+    /// A new entry at the end. A failed allocation raises "Object New Error".
+    CLegendObj3D* NewLegendObj();
+    /// An entry whose sample is taken from a chart object ("Parameter Error" when it is no live
+    /// one), symbols with the rotation and the light that they have in their chart now.
+    CLegendObj3D* AddChartObj(const CChartObj3D* object, const CString& text);
+    /// An entry for each group of a grouped chart object. `names` has as many texts as there are
+    /// groups; groups with an empty one are left out. Without names groups are numbered from 1.
+    void AddGroups(const CChartObj3D* object, const CString* names);
+    CLegendObj3D* GetLegendObj(int index) const { return m_LegendObjs.GetAt(index); }
+    int GetNumLegendObjs() const { return m_LegendObjs.GetCount(); }
+    void DeleteLegendObjs() { m_LegendObjs.RemoveAll(); }
+
+    // --- Colour scale ------------------------------------------------------------------------
+
+    /// The levels of a contour chart object ("Parameter Error" when it is no live one): with `bands`
+    /// non-zero as a colour scale of the bands between them, else as an entry for each line, the
+    /// highest first. Number formats are those of axis labels: 0 fixed, 1 exponential, 2
+    /// engineering, 3 general; a negative number of decimals is as many as the values need.
+    void SetContours(const CChartObj3D* object, int bands, int format = 0, int decimals = -1);
+    /// A colour bar of the colours by value of a chart ("Parameter Error" when it is no live one)
+    /// over their range. The range is in working coordinates: on a logarithmic axis, logarithms.
+    void SetColorBar(const CChart3D* chart);
+    /// The same for n colours (at most 256; a null array or another number removes the scale)
+    /// between two values.
+    void SetColorBar(const RGBDType* colors, int n, double min, double max);
+    void DeleteScale();
+    /// 0 no scale, 1 colour bar, 2 bands between contour levels.
+    int GetScaleType() const { return m_ScaleType; }
+
+    /// 0 (the default): the scale runs upward, else to the right.
+    void SetScaleHorizontal(int on) { m_ScaleHorizontal = on; }
+    int GetScaleHorizontal() const { return m_ScaleHorizontal; }
+    /// Length as a fraction of the view's height or width, where there is room. Default 0.4. A
+    /// legend of fixed size has a scale that fills it.
+    void SetScaleLength(double fraction) { m_ScaleLength = fraction; }
+    double GetScaleLength() const { return m_ScaleLength; }
+    /// How the values are written, see SetContours. Default fixed, as many decimals as needed.
+    void SetScaleFormat(int format, int decimals);
+    int GetScaleFormat() const { return m_ScaleFormat; }
+    int GetScaleDecimals() const { return m_ScaleDecimals; }
+    /// Distance of the values at a colour bar; 0, the default, chooses a round one. Where they do
+    /// not fit only some of them are shown.
+    void SetScaleTicSpace(double space) { m_ScaleTicSpace = space; }
+    double GetScaleTicSpace() const { return m_ScaleTicSpace; }
+    /// The engineering suffixes by powers of 1000. Default " KMBT".
+    void SetEngString(const CString& suffixes) { m_EngString = suffixes; }
+    CString GetEngString() const { return m_EngString; }
+
+    // --- Drawing and the chart file ----------------------------------------------------------
+
+    /// Draws the legend over what is in the view's image, at the view's size. A legend without
+    /// contents draws nothing.
+    void DrawLegend();
+
+    /// The record, entries included. A failing medium raises "Disk I/O Error"; a null file does
+    /// nothing.
+    void Save(HANDLE file);
+    /// Replaces the entries and the scale.
+    void Load(HANDLE file);
+
+    template <class Archive>
+    void Record(Archive& record);
+
+ private:
+    void AddContourLines(const std::vector<double>& levels, const std::vector<RGBDType>& colors,
+                         int format, int decimals);
+    detail::ScaleFormat GetFormat() const;
+    detail::LegendScale MakeScale() const;
+    std::vector<const CLegendObj3D*> EnabledEntries() const;
+    detail::LegendLimits MakeLimits(int viewWidth, int viewHeight) const;
+    detail::LegendContent Measure(const std::vector<const CLegendObj3D*>& entries,
+                                  const detail::LegendScale& scale, double em) const;
+    void PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout);
+    void DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
+                   const detail::LegendLayout& layout) const;
+
+    COpenGL* m_pOpenGL = nullptr;
+    CChartView3D* m_pChartView = nullptr;
+    int m_LegendEnable;
+    int m_Place;
+    GLViewRType m_Position;
+    double m_Margin;
+    int m_Rows;
+    int m_Columns;
+    double m_FontHeightSF;
+    CString m_Title;
+    RGBDType m_TextColor;
+    int m_BorderEnable;
+    double m_BorderThickness;
+    RGBDType m_BorderColor;
+    int m_BkEnable;
+    RGBDType m_BkColor;
+    int m_ScaleType;
+    int m_ScaleHorizontal;
+    double m_ScaleLength;
+    int m_ScaleFormat;
+    int m_ScaleDecimals;
+    double m_ScaleTicSpace;
+    CString m_EngString;
+    std::vector<double> m_ScaleValues;  ///< both ends of a colour bar, or the levels
+    std::vector<RGBDType> m_ScaleColors;
+    ObjectList<CLegendObj3D> m_LegendObjs;
+    GLViewportType m_Viewport;
+    std::unique_ptr<CTransform3D> m_pTransform;
+    std::unique_ptr<CTextObj3D> m_pText;
+    int m_Signature;
+};
+
+}  // namespace varnel

@@ -1,0 +1,202 @@
+// CLegend3D: measuring, placing and drawing.
+#include <algorithm>
+#include <cmath>
+
+#include "varnel/chart/chart_view.h"
+#include "varnel/foundation/detail/pixel_count.h"
+#include "varnel/legend/detail/legend_layout.h"
+#include "varnel/legend/detail/legend_painter.h"
+#include "varnel/legend/detail/legend_scale.h"
+#include "varnel/legend/legend.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+// The size of letters: a fraction of the view's height (of three quarters of its width, in a tall
+// view), and no smaller than what can still be read.
+constexpr double kEm = 0.036;
+constexpr double kLeastEm = 8.0;  // pixels
+constexpr double kTitleSize = 1.1;
+
+constexpr double kFillSample = 1.5;   // width of rectangles and symbols in ems
+constexpr double kLineSample = 2.2;   // of lines,
+constexpr double kLeastLine = 34.0;   // and in pixels: a stipple pattern is 16 long, twice is enough
+
+double Finite(double value, double otherwise, double least, double most) {
+    return std::isfinite(value) ? std::clamp(value, least, most) : otherwise;
+}
+
+/// A fraction of a view's side, in pixels; 0 when it says that the contents decide.
+double FixedSide(double fraction, int side) {
+    if (!std::isfinite(fraction) || fraction <= 0.0) return 0.0;
+    return std::clamp(std::round(fraction * side), 1.0, static_cast<double>(side));
+}
+
+/// Measures texts in ems while it lives.
+class TextMeasure {
+ public:
+    TextMeasure(COpenGL& gl, CTransform3D& transform, CTextObj3D& text)
+        : m_GL(gl), m_Text(text), m_FontScale(gl.GetFontScaleFactor()) {
+        m_GL.SetFontScaleFactor(1.0);
+        transform.SetFontAspect(1.0);
+        transform.SetFontHeightSF(1.0);
+    }
+    ~TextMeasure() { m_GL.SetFontScaleFactor(m_FontScale); }
+    TextMeasure(const TextMeasure&) = delete;
+    TextMeasure& operator=(const TextMeasure&) = delete;
+
+    double Width(const CString& text) const {
+        m_Text.SetString(text);
+        return m_Text.TextWidth();
+    }
+    double Height(const CString& text) const {
+        m_Text.SetString(text);
+        return m_Text.TextHeight();
+    }
+
+ private:
+    COpenGL& m_GL;
+    CTextObj3D& m_Text;
+    double m_FontScale;
+};
+
+}  // namespace
+
+std::vector<const CLegendObj3D*> CLegend3D::EnabledEntries() const {
+    std::vector<const CLegendObj3D*> entries;
+    for (const auto& entry : m_LegendObjs)
+        if (entry->GetLegendObjEnable() != 0) entries.push_back(entry.get());
+    return entries;
+}
+
+detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>& entries,
+                                         const detail::LegendScale& scale, double em) const {
+    const TextMeasure measure(*m_pOpenGL, *m_pTransform, *m_pText);
+    detail::LegendContent content;
+    const double cap = measure.Height("H");
+    if (cap > 0.0) {
+        content.capHeight = cap;
+        content.descent = std::max(measure.Height("p") - measure.Height("x"), 0.0);
+    }
+    content.titleSize = kTitleSize;
+    content.titleWidth = measure.Width(m_Title) * kTitleSize;
+    content.rows = m_Rows;
+    content.columns = m_Columns;
+    for (const CLegendObj3D* entry : entries) {
+        content.entries.push_back(measure.Width(entry->GetString()));
+        const int sample = entry->GetSampleType();
+        if (sample == LEGEND_LINE)
+            content.sampleWidth =
+                std::max({content.sampleWidth, kLineSample, kLeastLine / em});
+        else if (sample == LEGEND_RECTANGLE || sample == LEGEND_SYMBOL)
+            content.sampleWidth = std::max(content.sampleWidth, kFillSample);
+    }
+    content.hasScale = !scale.bands.empty();
+    content.horizontal = m_ScaleHorizontal != 0;
+    for (const detail::ScaleLabel& label : scale.labels)
+        content.labels.push_back({label.at, measure.Width(label.text), label.index});
+    return content;
+}
+
+detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const {
+    const double reference = std::min<double>(viewHeight, 0.75 * viewWidth);
+    const double factor = Finite(m_FontHeightSF, 1.0, 0.05, 50.0);
+    const double margin =
+        std::round(Finite(m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+    detail::LegendLimits limits;
+    limits.em = factor * std::max(kEm * reference, kLeastEm);
+    limits.width = FixedSide(m_Position.width, viewWidth);
+    limits.height = FixedSide(m_Position.height, viewHeight);
+    limits.fixedWidth = limits.width > 0.0;
+    limits.fixedHeight = limits.height > 0.0;
+    if (!limits.fixedWidth) limits.width = std::max(viewWidth - 2 * margin, 1.0);
+    if (!limits.fixedHeight) limits.height = std::max(viewHeight - 2 * margin, 1.0);
+    return limits;
+}
+
+void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout) {
+    const double margin =
+        std::round(Finite(m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+    const double right = viewWidth - layout.width;
+    const double top = viewHeight - layout.height;
+    double x = right - margin;
+    double y = top - margin;
+    if (m_Place == LEGEND_UPPER_LEFT || m_Place == LEGEND_LOWER_LEFT) x = margin;
+    if (m_Place == LEGEND_LOWER_LEFT || m_Place == LEGEND_LOWER_RIGHT) y = margin;
+    if (m_Place == LEGEND_AT_POSITION) {
+        x = Finite(m_Position.x, 0.0, -1.0, 1.0) * viewWidth;
+        y = Finite(m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
+    }
+    AssignViewport(m_Viewport, detail::PixelCount(std::round(std::clamp(x, 0.0, right))),
+                   detail::PixelCount(std::round(std::clamp(y, 0.0, top))),
+                   detail::PixelCount(layout.width), detail::PixelCount(layout.height));
+}
+
+void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
+                          const detail::LegendLayout& layout) const {
+    const detail::LegendRect& bar = layout.bar;
+    const bool across = m_ScaleHorizontal != 0;
+    const double stroke = std::max(1.0, std::round(layout.em / 20.0));
+    {
+        const CollectScope collect(*m_pOpenGL);
+        double begin = 0.0;
+        for (const detail::ScaleBand& band : scale.bands) {
+            const double size = band.end - begin;
+            painter.FillRect(across ? detail::LegendRect{bar.x + begin * bar.width, bar.y,
+                                                         size * bar.width, bar.height}
+                                    : detail::LegendRect{bar.x, bar.y + begin * bar.height,
+                                                         bar.width, size * bar.height},
+                             band.color);
+            begin = band.end;
+        }
+        painter.FrameRect(bar, stroke, m_TextColor);
+        for (const auto& label : layout.labels) {
+            const double tic = std::floor(label.tic - stroke / 2 + 0.5);
+            painter.FillRect(
+                across ? detail::LegendRect{tic, bar.y - layout.ticLength, stroke, layout.ticLength}
+                       : detail::LegendRect{bar.x + bar.width, tic, layout.ticLength, stroke},
+                m_TextColor);
+        }
+    }
+    for (const auto& label : layout.labels)
+        painter.Text(scale.labels[static_cast<std::size_t>(label.number)].text, label.text,
+                     layout.em, m_TextColor);
+}
+
+void CLegend3D::DrawLegend() {
+    if (m_LegendEnable == 0 || m_pOpenGL == nullptr) return;
+    int width = 0;
+    int height = 0;
+    m_pChartView->GetViewSize(&width, &height);
+    const std::vector<const CLegendObj3D*> entries = EnabledEntries();
+    const detail::LegendScale scale = MakeScale();
+    const bool isEmpty = entries.empty() && scale.bands.empty() && m_Title.empty();
+    if (width < 1 || height < 1 || isEmpty) return;
+
+    const detail::LegendLimits limits = MakeLimits(width, height);
+    detail::LegendContent content = Measure(entries, scale, limits.em);
+    content.scaleLength =
+        Finite(m_ScaleLength, 0.4, 0.0, 1.0) * (content.horizontal ? width : height);
+    const detail::LegendLayout layout = detail::LayoutLegend(content, limits);
+    PlaceBox(width, height, layout);
+    if (m_Viewport.width < 1 || m_Viewport.height < 1) return;
+
+    detail::LegendPainter painter(*m_pOpenGL, *m_pTransform, *m_pText, m_Viewport);
+    painter.SetEm(layout.em);
+    if (m_BkEnable != 0)
+        painter.ClearBox(m_BkColor);
+    else
+        painter.ClearDepth();
+    if (m_BorderEnable != 0)
+        painter.FrameRect({0.0, 0.0, layout.width, layout.height}, m_BorderThickness,
+                          m_BorderColor);
+    painter.Text(m_Title, layout.title, layout.em * kTitleSize, m_TextColor);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i]->DrawSample(painter, layout.entries[i].sample);
+        painter.Text(entries[i]->GetString(), layout.entries[i].text, layout.em, m_TextColor);
+    }
+    if (!scale.bands.empty()) DrawScale(painter, scale, layout);
+}
+
+}  // namespace varnel

@@ -1,0 +1,218 @@
+#include "varnel/legend/legend_object.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "varnel/chart/chart.h"
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/record.h"
+#include "varnel/legend/detail/legend_painter.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr int kDiffuse = 4609;
+/// Height of a rectangle in ems; about that of capitals.
+constexpr double kRectangleHeight = 0.8;
+
+bool IsSymbol(int code) {
+    return code >= 10 && code <= 15;
+}
+
+bool HasGroups(int chartType) {
+    switch (chartType) {
+        case GROUPBARCHART25D:
+        case GROUPRIBBONCHART25D:
+        case GROUPAREAFILLCHART25D:
+        case OHLCCHART25D:
+        case BOXANDWHISKERCHART25D:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+int CLegendObj3D::nSelfID = 0;
+
+CLegendObj3D::CLegendObj3D() {
+    InitLegendObjDefaults();
+}
+
+void CLegendObj3D::InitLegendObjDefaults() {
+    m_String.clear();
+    m_SampleType = LEGEND_RECTANGLE;
+    m_LineStyle = 0;
+    m_Symbol = 0;
+    m_ColorMode = 1;
+    m_OutlineMode = 1;
+    m_Enable = 1;
+    m_LineWidth = 1.0;
+    m_OutlineWidth = 1.0;
+    m_FillColor = SetRGBD(0, 0, 1, 1);
+    m_OutlineColor = SetRGBD(0, 0, 0, 1);
+    // A view from above and from the side, and the light that charts have.
+    m_Rotation = {-20.0, 0.0, 25.0, 0.0};
+    m_LightPosition = {0.0, 1.0, 1.0, 0.0};
+    m_DiffuseLight = SetRGBD(1, 1, 1, 1);
+    m_AmbientLight = SetRGBD(0.4, 0.4, 0.4, 1);
+    m_Signature = kSignature;
+    ++nSelfID;
+}
+
+void CLegendObj3D::SetLineSample(int style, double width, const RGBDType& color) {
+    m_SampleType = LEGEND_LINE;
+    m_LineStyle = style;
+    m_LineWidth = width;
+    m_FillColor = color;
+}
+
+void CLegendObj3D::SetRectangleSample(const RGBDType& fill, const RGBDType& outline) {
+    m_SampleType = LEGEND_RECTANGLE;
+    m_FillColor = fill;
+    m_OutlineColor = outline;
+}
+
+void CLegendObj3D::SetSymbolSample(int symbol, const RGBDType& fill, const RGBDType& outline) {
+    m_SampleType = LEGEND_SYMBOL;
+    m_Symbol = symbol;
+    m_FillColor = fill;
+    m_OutlineColor = outline;
+}
+
+void CLegendObj3D::SetLight(const CChart3D* chart) {
+    if (chart == nullptr) return;
+    m_LightPosition = chart->GetLightPosition();
+    m_DiffuseLight = chart->GetLightComponent(kDiffuse);
+    m_AmbientLight = chart->GetLightComponent(LIGHT_MODEL_AMBIENT);
+}
+
+void CLegendObj3D::TakeLine(const CChartObj3D& object, const RGBDType& color) {
+    SetLineSample(object.GetLineStyle(), object.GetLineWidth(), color);
+}
+
+void CLegendObj3D::TakeFill(const CChartObj3D& object, const RGBDType& color) {
+    SetRectangleSample(color, object.GetOutlineColor());
+}
+
+void CLegendObj3D::TakeSymbol(const CChartObj3D& object, int symbol, const RGBDType& color) {
+    if (IsSymbol(symbol))
+        SetSymbolSample(symbol, color, object.GetOutlineColor());
+    else  // the lines from the points to their projections are all that is drawn
+        SetLineSample(object.GetLineStyle(), 1.0, color);
+}
+
+void CLegendObj3D::TakePriceGroup(const CChartObj3D& object, int group) {
+    const RGBDType color = object.GetGroupColor(group);
+    if (group == 0)
+        TakeSymbol(object, object.GetSymbol(), color);
+    else if (group == 3)
+        TakeSymbol(object, object.GetSymbol2(), color);
+    else
+        TakeFill(object, color);
+}
+
+void CLegendObj3D::TakeBoxPart(const CChartObj3D& object, int part) {
+    const RGBDType color = object.GetGroupColor(part);
+    if (part == 1 || part == 3)
+        TakeFill(object, color);
+    else if (part == 5)
+        TakeSymbol(object, object.GetSymbol(), color);
+    else
+        SetLineSample(0, object.GetLineWidth(), color);
+}
+
+void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
+    detail::Require(object, ERR3D_PARAMETER, {ERR3DCLASS_LEGENDOBJ3D, "InitLegendObj"});
+    m_ColorMode = object->GetColorMode();
+    m_OutlineMode = object->GetOutlineMode();
+    m_OutlineWidth = object->GetOutlineWidth();
+    if (object->GetTransform() != nullptr) m_Rotation = object->GetTransform()->GetRotation();
+    switch (object->GetChartType()) {
+        case LINECHART25D:
+        case PROJECTIONLINECHART3D:
+            TakeLine(*object, object->GetOutlineColor());
+            break;
+        case LINECHART3D:
+            TakeLine(*object, object->GetFillColor());
+            break;
+        case SCATTERCHART3D:
+            TakeSymbol(*object, object->GetSymbol(), object->GetFillColor());
+            break;
+        case OHLCCHART25D:
+            SetLineSample(0, object->GetLineWidth(), object->GetLineColor());
+            break;
+        case CONTOURPOLYSURFACE3D:
+            SetLineSample(0, 1.0, object->GetContourColor(0));
+            break;
+        case BOXANDWHISKERCHART25D:
+            TakeBoxPart(*object, 1);
+            break;
+        case SCATTERTEXT3D:
+            TakeFill(*object, object->GetFillColor());
+            m_OutlineMode = 0;
+            break;
+        default:
+            TakeFill(*object, HasGroups(object->GetChartType()) ? object->GetGroupColor(0)
+                                                                : object->GetFillColor());
+            break;
+    }
+}
+
+void CLegendObj3D::InitLegendObj(const CChartObj3D* object, int group) {
+    InitLegendObj(object);
+    if (!HasGroups(object->GetChartType()) || group < 0 || group >= object->GetNumGroups()) return;
+    switch (object->GetChartType()) {
+        case OHLCCHART25D:
+            TakePriceGroup(*object, group);
+            break;
+        case BOXANDWHISKERCHART25D:
+            TakeBoxPart(*object, group);
+            break;
+        default:
+            TakeFill(*object, object->GetGroupColor(group));
+            break;
+    }
+}
+
+void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
+                              const detail::LegendRect& place) const {
+    switch (m_SampleType) {
+        case LEGEND_LINE:
+            painter.Line(place, m_LineStyle, m_LineWidth, m_FillColor);
+            break;
+        case LEGEND_RECTANGLE: {
+            detail::LegendRect rect = place;
+            rect.height = std::min(std::round(kRectangleHeight * painter.GetEm()), place.height);
+            rect.y = std::round(place.y + (place.height - rect.height) / 2);
+            painter.FillRect(rect, m_FillColor);
+            if (m_OutlineMode != 0) painter.FrameRect(rect, m_OutlineWidth, m_OutlineColor);
+            break;
+        }
+        case LEGEND_SYMBOL:
+            painter.Symbol(place, {m_Symbol, m_ColorMode, m_OutlineMode != 0, m_OutlineWidth,
+                                   m_FillColor, m_OutlineColor, m_Rotation, m_LightPosition,
+                                   m_DiffuseLight, m_AmbientLight});
+            break;
+        default:
+            break;
+    }
+}
+
+template <class Archive>
+void CLegendObj3D::Record(Archive& record) {
+    record(nSelfID, m_String, m_SampleType, m_LineStyle, m_Symbol, m_ColorMode, m_OutlineMode,
+           m_Enable, m_LineWidth, m_OutlineWidth, m_FillColor, m_OutlineColor, m_Rotation,
+           m_LightPosition, m_DiffuseLight, m_AmbientLight);
+}
+
+void CLegendObj3D::Save(HANDLE file) {
+    detail::SaveRecord(*this, file, ERR3DCLASS_LEGENDOBJ3D);
+}
+void CLegendObj3D::Load(HANDLE file) {
+    detail::LoadRecord(*this, file, ERR3DCLASS_LEGENDOBJ3D);
+}
+
+}  // namespace varnel
