@@ -24,6 +24,8 @@
 #include "varnel/foundation/strings.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
+#include "varnel/legend/legend.h"
+#include "varnel/legend/legend_object.h"
 #include "varnel/platform/device_context.h"
 #include "varnel/platform/files.h"
 #include "varnel/platform/pixels.h"

@@ -6,6 +6,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/legend/legend.h"
 #include "varnel/platform/gl_context.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
@@ -149,9 +150,20 @@ CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& ma
     return AppendChart(min, max, t, a);
 }
 
+CLegend3D* CChartView3D::NewLegend3D() {
+    const GLContext::HostContextGuard host;
+    RequireContext("NewLegend3D");
+    return m_LegendList.Append(detail::NewObject<CLegend3D>(At("NewLegend3D"), this));
+}
+
 void CChartView3D::DeleteCharts() { m_ChartList.RemoveAll(); }
 
-void CChartView3D::DeleteChartViewObjects() { DeleteCharts(); }
+void CChartView3D::DeleteLegends() { m_LegendList.RemoveAll(); }
+
+void CChartView3D::DeleteChartViewObjects() {
+    DeleteCharts();
+    DeleteLegends();
+}
 
 void CChartView3D::SetViewSizeWindow() {
     RECT client;

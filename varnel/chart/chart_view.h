@@ -1,8 +1,14 @@
 // CChartView3D: the object that a host attaches to one of its windows.
 //
+<<<<<<< HEAD
 // A view owns an off-screen image, the rendering context that draws into it, the charts and a
 // header. Every drawing renders the whole view into the image and then copies it: to the window, to
 // a printer, to the clipboard, to a file. The image has the size asked for at construction; a drawing fills the lower left part of
+=======
+// A view owns an off-screen image, the rendering context that draws into it, the charts, legends
+// and a header. Every drawing renders the whole view into the image and then copies it: to the window, to
+// a file. The image has the size asked for at construction; a drawing fills the lower left part of
+>>>>>>> legend
 // it that the view size says. Sizes are in pixels.
 #pragma once
 
@@ -21,6 +27,7 @@ class CAxes3D;
 class CChart3D;
 class CDIBSection;
 class CHeader3D;
+class CLegend3D;
 class COpenGL;
 class CTransform3D;
 class CWnd;
@@ -66,8 +73,15 @@ class VARNEL_API CChartView3D {
                          CAxes3D** a);
     CChart3D* GetChart(int index) const { return m_ChartList.GetAt(index); }
     int GetNumCharts() const { return m_ChartList.GetCount(); }
+    /// A new, empty legend in the upper right corner, drawn over the charts. A failed allocation
+    /// raises "Object New Error".
+    CLegend3D* NewLegend3D();
+    CLegend3D* GetLegend(int index) const { return m_LegendList.GetAt(index); }
+    int GetNumLegends() const { return m_LegendList.GetCount(); }
     CHeader3D* GetHeader() const { return m_pHeader.get(); }
     void DeleteCharts();
+    void DeleteLegends();
+    /// Both.
     void DeleteChartViewObjects();
     /// Deletes the image; what would read it raises "DIB Handle Error" from then on.
     void DeleteBitmap();
@@ -181,6 +195,7 @@ class VARNEL_API CChartView3D {
     void CopyBitmap(CDC* dc, int x, int y, int w, int h);
     void DrawBorder();
     void DrawCharts();
+    void DrawLegends();
     void DrawHeader();
     void RequireContext(const char* operation);
     void InitAndDraw(CDC* dc, int x, int y);
@@ -226,6 +241,7 @@ class VARNEL_API CChartView3D {
     int m_LoadComplete = 1;
     int m_Signature = kSignature;
     ObjectList<CChart3D> m_ChartList;
+    ObjectList<CLegend3D> m_LegendList;
     std::unique_ptr<CHeader3D> m_pHeader;
     std::unique_ptr<CDIBSection> m_pDIBSection;
     std::unique_ptr<COpenGL> m_pOpenGL;

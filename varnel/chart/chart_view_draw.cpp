@@ -5,6 +5,7 @@
 #include "varnel/chart/detail/border.h"
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/legend/legend.h"
 #include "varnel/platform/files.h"
 #include "varnel/platform/gl_context.h"
 #include "varnel/platform/png_file.h"
@@ -39,6 +40,7 @@ void CChartView3D::DrawView() {
     }
     DrawHeader();
     DrawCharts();
+    DrawLegends();
     m_pOpenGL->ReadBack();
 }
 
@@ -56,6 +58,12 @@ void CChartView3D::DrawHeader() {
 
 void CChartView3D::DrawCharts() {
     for (const auto& chart : m_ChartList) chart->DrawChart();
+    m_pOpenGL->ExchangeBuffers();
+}
+
+void CChartView3D::DrawLegends() {
+    if (m_LegendList.IsEmpty()) return;
+    for (const auto& legend : m_LegendList) legend->DrawLegend();
     m_pOpenGL->ExchangeBuffers();
 }
 

@@ -3,6 +3,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/legend/legend.h"
 #include "varnel/platform/files.h"
 
 namespace varnel {
@@ -21,7 +22,8 @@ void CChartView3D::Save(const CString& fileName) {
         Record(record);
         record(std::int32_t{m_ChartList.GetCount()});
         for (const auto& chart : m_ChartList) chart->Save(&f);
-        record(std::int32_t{0});  // legends
+        record(std::int32_t{m_LegendList.GetCount()});
+        for (const auto& legend : m_LegendList) legend->Save(&f);
         m_pHeader->Save(&f);
         f.Commit();
     });
@@ -39,6 +41,7 @@ void CChartView3D::Load(const CString& fileName) {
         for (std::int32_t i = 0; i < charts && record.Has(1, 1); ++i) NewChart3D()->Load(&f);
         std::int32_t legends = 0;
         record(legends);
+        for (std::int32_t i = 0; i < legends && record.Has(1, 1); ++i) NewLegend3D()->Load(&f);
         m_pHeader->Load(&f);
     });
     m_LoadComplete = file->RanDry() ? 0 : 1;

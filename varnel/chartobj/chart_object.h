@@ -292,6 +292,8 @@ class VARNEL_API CChartObj3D {
     double GetBarHeight(int i) const;
     void SetGroupColor(int i, const RGBDType& color);
     RGBDType GetGroupColor(int i) const;
+    /// The colour in which a group is drawn: its own, the fill colour where it has none.
+    const RGBDType& GroupColor(std::size_t group) const;
     void SetSegmentColor(int i, const RGBDType& color);
     RGBDType GetSegmentColor(int i) const;
     /// i up to the number of contours.
@@ -322,6 +324,8 @@ class VARNEL_API CChartObj3D {
     RGBDType GetFillColor() const { return m_FillColor; }
     void SetOutlineColor(const RGBDType& color) { m_OutlineColor = color; }
     RGBDType GetOutlineColor() const { return m_OutlineColor; }
+    /// The colour of the lines of open-high-low-close charts.
+    RGBDType GetLineColor() const { return m_LineColor; }
     void SetSymbol(int symbol) { m_Symbol = symbol; }
     int GetSymbol() const { return m_Symbol; }
     void SetSymbol2(int symbol) { m_Symbol2 = symbol; }
@@ -419,7 +423,6 @@ class VARNEL_API CChartObj3D {
     detail::GroupView GetGroups() const;
     detail::Data25D GetData25D() const;
     detail::SegmentColors GetSegmentColors() const;
-    const RGBDType& GroupColor(std::size_t group) const;
 
     using Routine = void (CChartObj3D::*)();
     static Routine FindRoutine(int chartType);

@@ -198,16 +198,12 @@ void CLegend3D::SetScaleFormat(int format, int decimals) {
     m_ScaleDecimals = decimals;
 }
 
-detail::ScaleFormat CLegend3D::GetFormat() const {
-    return {m_ScaleFormat, m_ScaleDecimals, m_EngString, m_ScaleTicSpace};
-}
-
-detail::LegendScale CLegend3D::MakeScale() const {
+detail::LegendScale CLegend3D::MakeScale(double ticSpace) const {
+    const detail::ScaleFormat format{m_ScaleFormat, m_ScaleDecimals, m_EngString, ticSpace};
     if (m_ScaleType == kContourBands)
-        return detail::ContourScale(m_ScaleValues, m_ScaleColors, GetFormat());
+        return detail::ContourScale(m_ScaleValues, m_ScaleColors, format);
     if (m_ScaleType == kColorBar && m_ScaleValues.size() == 2)
-        return detail::ColorBarScale(m_ScaleColors, m_ScaleValues[0], m_ScaleValues[1],
-                                     GetFormat());
+        return detail::ColorBarScale(m_ScaleColors, m_ScaleValues[0], m_ScaleValues[1], format);
     return {};
 }
 

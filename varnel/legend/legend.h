@@ -1,8 +1,8 @@
 // CLegend3D: a box over the charts of a view that says what their colours, lines and symbols mean.
 //
-// A legend holds a title, entries (a text and a sample each) and a colour scale, any of which may be
-// missing. It stands in a corner of the view or at fractions of the view's size, and is as large as
-// its contents need or of a fixed size; its letters follow the view's size. Where there is not
+// A legend holds a title, entries (a text and a sample each) and a colour scale, any of which may
+// be missing. It stands in a corner of the view or at fractions of the view's size, and is as large
+// as its contents need or of a fixed size; its letters follow the view's size. Where there is not
 // enough room everything is drawn smaller, nothing is cut. What it shows of charts are copies.
 #pragma once
 
@@ -32,7 +32,6 @@ struct LegendContent;
 struct LegendLayout;
 struct LegendLimits;
 struct LegendScale;
-struct ScaleFormat;
 }  // namespace detail
 
 /// Where a legend stands in its view.
@@ -73,14 +72,15 @@ class VARNEL_API CLegend3D {
     /// A corner of the view; the other codes of LegendPlace3D. Default the upper right.
     void SetLegendPlace(int place) { m_Place = place; }
     int GetLegendPlace() const { return m_Place; }
-    /// The lower left corner of the box, in fractions of the view from its lower left, and its size;
-    /// an extent of 0 follows from the contents. The box is kept inside the view. This also selects
-    /// LEGEND_AT_POSITION.
+    /// The lower left corner of the box, in fractions of the view from its lower left, and its
+    /// size; an extent of 0 follows from the contents. The box is kept inside the view. This also
+    /// selects LEGEND_AT_POSITION.
     void SetLegendPosition(const GLViewRType& position);
     GLViewRType GetLegendPosition() const { return m_Position; }
     /// A fixed size in fractions of the view, in a corner as well; 0 follows from the contents.
     void SetLegendSize(double width, double height);
-    /// Distance from the edges of the view, as a fraction of its shorter side; 0..0.4, default 0.02.
+    /// Distance from the edges of the view, as a fraction of its shorter side; 0..0.4, default
+    /// 0.02.
     void SetLegendMargin(double margin) { m_Margin = margin; }
     double GetLegendMargin() const { return m_Margin; }
     /// Rows and columns of entries, 0 (the default) as many as needed. Given columns are filled row
@@ -133,9 +133,9 @@ class VARNEL_API CLegend3D {
 
     // --- Colour scale ------------------------------------------------------------------------
 
-    /// The levels of a contour chart object ("Parameter Error" when it is no live one): with `bands`
-    /// non-zero as a colour scale of the bands between them, else as an entry for each line, the
-    /// highest first. Number formats are those of axis labels: 0 fixed, 1 exponential, 2
+    /// The levels of a contour chart object ("Parameter Error" when it is no live one): with
+    /// `bands` non-zero as a colour scale of the bands between them, else as an entry for each
+    /// line, the highest first. Number formats are those of axis labels: 0 fixed, 1 exponential, 2
     /// engineering, 3 general; a negative number of decimals is as many as the values need.
     void SetContours(const CChartObj3D* object, int bands, int format = 0, int decimals = -1);
     /// A colour bar of the colours by value of a chart ("Parameter Error" when it is no live one)
@@ -185,10 +185,12 @@ class VARNEL_API CLegend3D {
  private:
     void AddContourLines(const std::vector<double>& levels, const std::vector<RGBDType>& colors,
                          int format, int decimals);
-    detail::ScaleFormat GetFormat() const;
-    detail::LegendScale MakeScale() const;
+    detail::LegendScale MakeScale(double ticSpace) const;
     std::vector<const CLegendObj3D*> EnabledEntries() const;
     detail::LegendLimits MakeLimits(int viewWidth, int viewHeight) const;
+    detail::LegendLayout MakeLayout(const std::vector<const CLegendObj3D*>& entries,
+                                    detail::LegendScale& scale, int viewWidth,
+                                    int viewHeight) const;
     detail::LegendContent Measure(const std::vector<const CLegendObj3D*>& entries,
                                   const detail::LegendScale& scale, double em) const;
     void PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout);

@@ -15,13 +15,15 @@ namespace {
 
 // The size of letters: a fraction of the view's height (of three quarters of its width, in a tall
 // view), and no smaller than what can still be read.
-constexpr double kEm = 0.036;
-constexpr double kLeastEm = 8.0;  // pixels
+constexpr double kEm = 0.033;
+constexpr double kLeastEm = 9.0;  // pixels
 constexpr double kTitleSize = 1.1;
 
-constexpr double kFillSample = 1.5;   // width of rectangles and symbols in ems
-constexpr double kLineSample = 2.2;   // of lines,
-constexpr double kLeastLine = 34.0;   // and in pixels: a stipple pattern is 16 long, twice is enough
+constexpr double kFillSample = 1.5;  // width of rectangles and symbols in ems
+constexpr double kLineSample = 2.2;  // of lines,
+constexpr double kLeastLine = 34.0;  // and in pixels: a stipple pattern is 16 long, twice is enough
+
+constexpr double kAmpleGap = 0.7;  // ems
 
 double Finite(double value, double otherwise, double least, double most) {
     return std::isfinite(value) ? std::clamp(value, least, most) : otherwise;
@@ -87,8 +89,7 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
         content.entries.push_back(measure.Width(entry->GetString()));
         const int sample = entry->GetSampleType();
         if (sample == LEGEND_LINE)
-            content.sampleWidth =
-                std::max({content.sampleWidth, kLineSample, kLeastLine / em});
+            content.sampleWidth = std::max({content.sampleWidth, kLineSample, kLeastLine / em});
         else if (sample == LEGEND_RECTANGLE || sample == LEGEND_SYMBOL)
             content.sampleWidth = std::max(content.sampleWidth, kFillSample);
     }
@@ -113,6 +114,29 @@ detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const 
     if (!limits.fixedWidth) limits.width = std::max(viewWidth - 2 * margin, 1.0);
     if (!limits.fixedHeight) limits.height = std::max(viewHeight - 2 * margin, 1.0);
     return limits;
+}
+
+detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*>& entries,
+                                           detail::LegendScale& scale, int viewWidth,
+                                           int viewHeight) const {
+    const detail::LegendLimits limits = MakeLimits(viewWidth, viewHeight);
+    const double side = m_ScaleHorizontal != 0 ? viewWidth : viewHeight;
+    const auto layOut = [&](double labelGap) {
+        detail::LegendContent content = Measure(entries, scale, limits.em);
+        content.scaleLength = Finite(m_ScaleLength, 0.4, 0.0, 1.0) * side;
+        content.labelGap = labelGap;
+        return detail::LayoutLegend(content, limits);
+    };
+    const bool chooses = m_ScaleType == 1 && m_ScaleValues.size() == 2 && !(m_ScaleTicSpace > 0.0);
+    if (!chooses) return layOut(0.0);
+    // The closest round steps at which every label has ample room.
+    detail::LegendLayout layout;
+    for (const int intervals : {10, 8, 6, 5, 4, 3, 2}) {
+        scale = MakeScale(detail::RoundStep(m_ScaleValues[1] - m_ScaleValues[0], intervals));
+        layout = layOut(kAmpleGap);
+        if (layout.labels.size() == scale.labels.size()) break;
+    }
+    return layout;
 }
 
 void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout) {
@@ -170,15 +194,11 @@ void CLegend3D::DrawLegend() {
     int height = 0;
     m_pChartView->GetViewSize(&width, &height);
     const std::vector<const CLegendObj3D*> entries = EnabledEntries();
-    const detail::LegendScale scale = MakeScale();
+    detail::LegendScale scale = MakeScale(m_ScaleTicSpace);
     const bool isEmpty = entries.empty() && scale.bands.empty() && m_Title.empty();
     if (width < 1 || height < 1 || isEmpty) return;
 
-    const detail::LegendLimits limits = MakeLimits(width, height);
-    detail::LegendContent content = Measure(entries, scale, limits.em);
-    content.scaleLength =
-        Finite(m_ScaleLength, 0.4, 0.0, 1.0) * (content.horizontal ? width : height);
-    const detail::LegendLayout layout = detail::LayoutLegend(content, limits);
+    const detail::LegendLayout layout = MakeLayout(entries, scale, width, height);
     PlaceBox(width, height, layout);
     if (m_Viewport.width < 1 || m_Viewport.height < 1) return;
 

@@ -21,7 +21,7 @@ constexpr double kTicLength = 0.25;
 constexpr double kTicGap = 0.3;
 constexpr double kLeastVertical = 5.0;
 constexpr double kLeastHorizontal = 8.0;
-constexpr double kLabelGap = 0.45;  // between labels one above the other
+constexpr double kLabelGap = 0.45;   // between labels one above the other
 constexpr double kLabelSpace = 0.8;  // between labels side by side
 
 constexpr int kMostColumns = 64;
@@ -30,7 +30,7 @@ constexpr int kMostColumns = 64;
 struct Grid {
     int rows = 0;
     int columns = 0;
-    bool across = false;  ///< row by row
+    bool across = false;             ///< row by row
     std::vector<double> textWidths;  ///< by column
     double width = 0.0;
 
@@ -82,13 +82,22 @@ ScaleFrame FrameOfScale(const LegendContent& content) {
     if (!content.hasScale) return {};
     const double beside = kBarThickness + (content.labels.empty() ? 0.0 : kTicLength + kTicGap);
     if (content.labels.empty()) return {beside, 0.0};
+    // Labels at the ends of a vertical scale reach beyond it by half their height: into the
+    // padding, where they find room, or into RoomAboveScale.
     return content.horizontal ? ScaleFrame{beside + content.capHeight, WidestLabel(content)}
-                              : ScaleFrame{beside + WidestLabel(content), content.capHeight};
+                              : ScaleFrame{beside + WidestLabel(content), 0.0};
 }
 
 double LeastLength(const LegendContent& content) {
     if (!content.hasScale) return 0.0;
     return content.horizontal ? kLeastHorizontal : kLeastVertical;
+}
+
+/// Room above the scale for the half of its topmost label, where another part stands above.
+double RoomAboveScale(const LegendContent& content) {
+    const bool first = content.titleWidth <= 0.0 && content.entries.empty();
+    const bool reaches = content.hasScale && !content.horizontal && !content.labels.empty();
+    return reaches && !first ? content.capHeight / 2 : 0.0;
 }
 
 struct Size {
@@ -101,8 +110,8 @@ Size NeededSize(const LegendContent& content, const Grid& grid) {
     const ScaleFrame frame = FrameOfScale(content);
     const double length = frame.along + LeastLength(content);
     Size size;
-    size.width = std::max({content.titleWidth, grid.width,
-                           content.horizontal ? length : frame.across});
+    size.width =
+        std::max({content.titleWidth, grid.width, content.horizontal ? length : frame.across});
     const bool more = grid.rows > 0 || content.hasScale;
     if (content.titleWidth > 0.0) {
         size.height += content.capHeight * content.titleSize;
@@ -110,7 +119,8 @@ Size NeededSize(const LegendContent& content, const Grid& grid) {
     }
     if (grid.rows > 0) size.height += (grid.rows - 1) * kRowPitch + content.capHeight;
     if (grid.rows > 0 && content.hasScale) size.height += kBlockGap;
-    if (content.hasScale) size.height += content.horizontal ? frame.across : length;
+    if (content.hasScale)
+        size.height += RoomAboveScale(content) + (content.horizontal ? frame.across : length);
     size.width += 2 * kPadding;
     size.height += 2 * kPadding;
     return size;
@@ -118,14 +128,15 @@ Size NeededSize(const LegendContent& content, const Grid& grid) {
 
 /// The factor on the wanted em with which a box of that size fits.
 double FitFactor(const Size& size, const LegendLimits& limits) {
-    return std::min({1.0, limits.width / (size.width * limits.em),
-                     limits.height / (size.height * limits.em)});
+    return std::min(
+        {1.0, limits.width / (size.width * limits.em), limits.height / (size.height * limits.em)});
 }
 
 Grid ChooseGrid(const LegendContent& content, const LegendLimits& limits) {
     const int n = static_cast<int>(content.entries.size());
     if (content.columns > 0) return MakeGrid(content, content.columns);
-    if (content.rows > 0) return MakeGrid(content, CeilDiv(n, std::min(content.rows, std::max(n, 1))));
+    if (content.rows > 0)
+        return MakeGrid(content, CeilDiv(n, std::min(content.rows, std::max(n, 1))));
     Grid best = MakeGrid(content, 1);
     double bestFit = FitFactor(NeededSize(content, best), limits);
     for (int columns = 2; columns <= std::min(n, kMostColumns) && bestFit < 1.0; ++columns) {
@@ -143,8 +154,9 @@ bool LabelsFit(const LegendContent& content, const std::vector<int>& numbers, do
     for (std::size_t i = 1; i < numbers.size(); ++i) {
         const ScaleLabelSize& a = content.labels[static_cast<std::size_t>(numbers[i - 1])];
         const ScaleLabelSize& b = content.labels[static_cast<std::size_t>(numbers[i])];
-        const double need = content.horizontal ? (a.width + b.width) / 2 + kLabelSpace
-                                               : content.capHeight + kLabelGap;
+        const double need =
+            content.labelGap + (content.horizontal ? (a.width + b.width) / 2 + kLabelSpace
+                                                   : content.capHeight + kLabelGap);
         if (!(std::abs(b.at - a.at) * length >= need)) return false;
     }
     return true;
@@ -202,18 +214,18 @@ class Placement {
         const int n = static_cast<int>(m_Content.entries.size());
         for (int i = 0; i < n; ++i) {
             // Whole pixels, so that the samples of all rows lie alike beside their texts.
-            const double baseline =
-                std::round(m_Top - Cap() - m_Grid.RowOf(i) * kRowPitch * m_Em);
+            const double baseline = std::round(m_Top - Cap() - m_Grid.RowOf(i) * kRowPitch * m_Em);
             const double at = left[static_cast<std::size_t>(m_Grid.ColumnOf(i))];
             const double height = kSampleHeight * m_Em;
-            m_Out.entries.push_back({{at, baseline + (Cap() - height) / 2,
-                                      m_Content.sampleWidth * m_Em, height},
-                                     {at + SampleSpace(m_Content) * m_Em, baseline}});
+            m_Out.entries.push_back(
+                {{at, baseline + (Cap() - height) / 2, m_Content.sampleWidth * m_Em, height},
+                 {at + SampleSpace(m_Content) * m_Em, baseline}});
         }
         m_Top -= (m_Grid.rows - 1) * kRowPitch * m_Em + Cap();
     }
 
     void PlaceScale(double length) {
+        m_Top -= RoomAboveScale(m_Content) * m_Em;
         const ScaleFrame frame = FrameOfScale(m_Content);
         const double thickness = kBarThickness * m_Em;
         const double overhang = frame.along * m_Em / 2;

@@ -5,6 +5,7 @@
 
 #include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/symbol_pen.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/legend/detail/legend_painter.h"
 #include "varnel/transform/transform.h"
@@ -17,7 +18,7 @@ constexpr int kDiffuse = 4609;
 constexpr double kRectangleHeight = 0.8;
 
 bool IsSymbol(int code) {
-    return code >= 10 && code <= 15;
+    return code >= detail::kCubeSymbol && code <= detail::kArrowSymbol;
 }
 
 bool HasGroups(int chartType) {
@@ -105,7 +106,7 @@ void CLegendObj3D::TakeSymbol(const CChartObj3D& object, int symbol, const RGBDT
 }
 
 void CLegendObj3D::TakePriceGroup(const CChartObj3D& object, int group) {
-    const RGBDType color = object.GetGroupColor(group);
+    const RGBDType color = object.GroupColor(static_cast<std::size_t>(group));
     if (group == 0)
         TakeSymbol(object, object.GetSymbol(), color);
     else if (group == 3)
@@ -115,13 +116,13 @@ void CLegendObj3D::TakePriceGroup(const CChartObj3D& object, int group) {
 }
 
 void CLegendObj3D::TakeBoxPart(const CChartObj3D& object, int part) {
-    const RGBDType color = object.GetGroupColor(part);
+    const RGBDType color = object.GroupColor(static_cast<std::size_t>(part));
     if (part == 1 || part == 3)
         TakeFill(object, color);
     else if (part == 5)
         TakeSymbol(object, object.GetSymbol(), color);
     else
-        SetLineSample(0, object.GetLineWidth(), color);
+        TakeLine(object, color);
 }
 
 void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
@@ -142,7 +143,7 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
             TakeSymbol(*object, object->GetSymbol(), object->GetFillColor());
             break;
         case OHLCCHART25D:
-            SetLineSample(0, object->GetLineWidth(), object->GetLineColor());
+            TakeLine(*object, object->GetLineColor());
             break;
         case CONTOURPOLYSURFACE3D:
             SetLineSample(0, 1.0, object->GetContourColor(0));
@@ -155,7 +156,7 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
             m_OutlineMode = 0;
             break;
         default:
-            TakeFill(*object, HasGroups(object->GetChartType()) ? object->GetGroupColor(0)
+            TakeFill(*object, HasGroups(object->GetChartType()) ? object->GroupColor(0)
                                                                 : object->GetFillColor());
             break;
     }
@@ -172,7 +173,7 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object, int group) {
             TakeBoxPart(*object, group);
             break;
         default:
-            TakeFill(*object, object->GetGroupColor(group));
+            TakeFill(*object, object->GroupColor(static_cast<std::size_t>(group)));
             break;
     }
 }

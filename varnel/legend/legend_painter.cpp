@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
+#include "varnel/chartobj/detail/symbol_pen.h"
 #include "varnel/foundation/detail/pixel_count.h"
-#include "varnel/transform/transform.h"
 
 namespace varnel::detail {
 namespace {
@@ -24,33 +25,51 @@ double WholeWidth(double width) {
     return std::isfinite(width) ? std::clamp(std::round(width), 1.0, kMost) : 1.0;
 }
 
-/// How large a symbol of code 10..15 is drawn in a square from -1 to 1, whichever way it is turned:
-/// their corners lie at most 1 from the centre.
+/// Factor on the symbols' unit sizes. However they are turned they stay between the near and far
+/// planes: no corner lies further than 1 from the centre.
 constexpr double kSymbolScale = 0.96;
 
-void DrawSolid(COpenGL& gl, int symbol, const RGBDType& fill, const RGBDType& outline) {
+/// A part of a symbol: half its width and depth, its lower and upper end.
+struct SymbolPart {
+    double x, y, bottom, top;
+};
+
+/// Parts whose corners are those of a symbol as seen from anywhere.
+std::vector<SymbolPart> PartsOf(int symbol) {
     switch (symbol) {
-        case 10:
-            gl.DrawCube(1.0, fill, outline);
-            break;
-        case 11:
-            gl.DrawPlusSolidObject3D(1.0, 1.0, 1.0, fill, outline);
-            break;
-        case 12:
-            gl.DrawDiamondSolidObject3D(1.0, 1.0, 2.0, fill, outline);
-            break;
-        case 13:
-            gl.DrawPyramidSolidObject3D(1.0, 1.0, 1.0, fill, outline);
-            break;
-        case 14:
-            gl.DrawHourglassSolidObject3D(1.0, 1.0, 1.0, fill, outline);
-            break;
-        case 15:
-            gl.DrawArrowSolidObject3D(1.0, 1.0, 1.0, fill, outline);
-            break;
+        case kPlusSymbol:
+            return {{0.5, 0.5, -0.25, 0.25}, {0.25, 0.25, -0.5, 0.5}};
+        case kDiamondSymbol:
+            return {{0.5, 0.5, 0.0, 0.0}, {0.0, 0.0, -1.0, 1.0}};
+        case kPyramidSymbol:
+            return {{0.5, 0.5, -0.5, -0.5}, {0.0, 0.0, 0.5, 0.5}};
+        case kArrowSymbol:
+            return {{0.25, 0.25, -0.5, 0.0}, {0.5, 0.5, 0.0, 0.0}, {0.0, 0.25, 0.25, 0.25}};
         default:
-            break;
+            return {{0.5, 0.5, -0.5, 0.5}};
     }
+}
+
+/// What a symbol covers on the screen under a column-major matrix.
+struct ScreenBox {
+    double left = 1.0, right = -1.0, bottom = 1.0, top = -1.0;
+};
+
+ScreenBox BoxOf(int symbol, const double m[16]) {
+    ScreenBox box;
+    for (const SymbolPart& part : PartsOf(symbol))
+        for (int corner = 0; corner < 8; ++corner) {
+            const double x = (corner & 1) != 0 ? part.x : -part.x;
+            const double y = (corner & 2) != 0 ? part.y : -part.y;
+            const double z = (corner & 4) != 0 ? part.top : part.bottom;
+            const double screenX = m[0] * x + m[4] * y + m[8] * z;
+            const double screenY = m[1] * x + m[5] * y + m[9] * z;
+            box.left = std::min(box.left, screenX);
+            box.right = std::max(box.right, screenX);
+            box.bottom = std::min(box.bottom, screenY);
+            box.top = std::max(box.top, screenY);
+        }
+    return box;
 }
 
 }  // namespace
@@ -131,12 +150,7 @@ void LegendPainter::Line(const LegendRect& rect, int style, double width, const 
                    {DeviceX(std::round(rect.x + rect.width)), y, kSampleDepth, 0});
 }
 
-void LegendPainter::Symbol(const LegendRect& rect, const SymbolSample& sample) {
-    const int side = PixelCount(std::min(rect.width, rect.height));
-    if (side < 1) return;
-    m_GL.SetViewport({m_Box.x + PixelCount(std::round(rect.x + (rect.width - side) / 2)),
-                      m_Box.y + PixelCount(std::round(rect.y + (rect.height - side) / 2)), side,
-                      side});
+void LegendPainter::LoadLight(const SymbolSample& sample) {
     m_GL.LoadIdentity();
     m_GL.SetLightPosition(sample.lightPosition);
     m_GL.LoadLight(kPosition);
@@ -144,18 +158,34 @@ void LegendPainter::Symbol(const LegendRect& rect, const SymbolSample& sample) {
     m_GL.SetLightComponent(kDiffuse, sample.diffuse);
     m_GL.LoadLight(kAmbient);
     m_GL.LoadLight(kDiffuse);
+}
 
+void LegendPainter::Symbol(const LegendRect& rect, const SymbolSample& sample) {
+    const double square = std::min(rect.width, rect.height);
+    if (!(square >= 1.0)) return;
+    LoadLight(sample);
     m_GL.Rotate3D(-90.0, 0);
     m_GL.Rotate3D(sample.rotation.x, 0);
     m_GL.Rotate3D(sample.rotation.y, 1);
     m_GL.Rotate3D(sample.rotation.z, 2);
     m_GL.Scale3D(kSymbolScale, kSymbolScale, kSymbolScale);
+    double matrix[16];
+    m_GL.GetModelView(matrix);
+
+    // A viewport in which the symbol fills the square; the solid itself keeps its depth.
+    const ScreenBox seen = BoxOf(sample.symbol, matrix);
+    const double side = 2.0 * square / std::max(seen.right - seen.left, seen.top - seen.bottom);
+    const double x = rect.x + (rect.width - side) / 2 - (seen.left + seen.right) * side / 4;
+    const double y = rect.y + (rect.height - side) / 2 - (seen.bottom + seen.top) * side / 4;
+    m_GL.SetViewport({m_Box.x + PixelCount(std::round(x)), m_Box.y + PixelCount(std::round(y)),
+                      PixelCount(std::round(side)), PixelCount(std::round(side))});
+
     m_GL.SetColorMode(sample.colorMode != 0 ? 1 : 0);
     m_GL.SetLineWidth3D(sample.outlineWidth);
     m_GL.SetFrameFilled(sample.outlined ? 1 : 0);
     {
         const CollectScope collect(m_GL);
-        DrawSolid(m_GL, sample.symbol, sample.fill, sample.outline);
+        DrawSymbol(m_GL, sample.symbol, sample.fill, sample.outline);
     }
     m_GL.SetFrameFilled(0);
     UseBox();

@@ -5,7 +5,6 @@
 #include <cstddef>
 
 #include "varnel/axes/detail/label_text.h"
-#include "varnel/chart/detail/scale_numbers.h"
 
 namespace varnel::detail {
 namespace {
@@ -44,11 +43,7 @@ void Write(std::vector<ScaleLabel>& labels, std::span<const double> values,
 std::vector<ScaleLabel> ColorBarLabels(double min, double max, const ScaleFormat& format) {
     const double range = std::abs(max - min);
     double step = format.ticSpace;
-    if (!(step > 0.0) || !std::isfinite(step)) {
-        const TicMarks tics = CalcAxisTicMarks(min, max);
-        step = tics.space * tics.perMajor;
-    }
-    if (!(step > 0.0)) return {};
+    if (!(step > 0.0) || !std::isfinite(step)) return {};
     while (range / step > kMostLabels)
         step *= 10.0;
     const double first = std::ceil(std::min(min, max) / step - 1e-9);
@@ -86,6 +81,15 @@ int NeededDecimals(std::span<const double> values, int format) {
     return format == 3 ? decimals + 1 : decimals;
 }
 
+double RoundStep(double range, int intervals) {
+    const double least = std::abs(range) / intervals;
+    if (!(least > 0.0) || !std::isfinite(least)) return 0.0;
+    const double decade = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double factor : {1.0, 2.0, 5.0})
+        if (factor * decade >= least * (1.0 - 1e-9)) return factor * decade;
+    return 10.0 * decade;
+}
+
 LegendScale ColorBarScale(std::span<const RGBDType> colors, double min, double max,
                           const ScaleFormat& format) {
     LegendScale scale;
@@ -118,8 +122,7 @@ LegendScale ContourScale(std::span<const double> levels, std::span<const RGBDTyp
     const std::size_t bands = std::min(levels.size() + 1, colors.size());
     if (levels.empty() || bands == 0) return scale;
     for (std::size_t i = 0; i < bands; ++i)
-        scale.bands.push_back(
-            {static_cast<double>(i + 1) / static_cast<double>(bands), colors[i]});
+        scale.bands.push_back({static_cast<double>(i + 1) / static_cast<double>(bands), colors[i]});
     for (std::size_t i = 0; i + 1 < bands; ++i)
         scale.labels.push_back({scale.bands[i].end, static_cast<int>(i), {}});
     Write(scale.labels, levels, format);

@@ -41,9 +41,10 @@ struct LegendContent {
     int rows = 0;                 ///< 0 or less: as many as needed
     int columns = 0;
     bool hasScale = false;
-    bool horizontal = false;            ///< direction of the scale
-    double scaleLength = 0.0;           ///< wanted, in pixels
-    std::vector<ScaleLabelSize> labels; ///< in the order along the scale
+    bool horizontal = false;             ///< direction of the scale
+    double scaleLength = 0.0;            ///< wanted, in pixels
+    double labelGap = 0.0;               ///< further room between the labels
+    std::vector<ScaleLabelSize> labels;  ///< in the order along the scale
 };
 
 /// The room that a legend has, in pixels.
@@ -61,8 +62,8 @@ struct LegendLayout {
         LegendTextPlace text;
     };
     struct Label {
-        int number = 0;     ///< which one of the content's labels
-        double tic = 0.0;   ///< along the axis of the scale
+        int number = 0;    ///< which one of the content's labels
+        double tic = 0.0;  ///< along the axis of the scale
         LegendTextPlace text;
     };
 
@@ -71,7 +72,7 @@ struct LegendLayout {
     double height = 0.0;
     LegendTextPlace title;
     std::vector<Entry> entries;
-    LegendRect bar;      ///< of the scale
+    LegendRect bar;  ///< of the scale
     double ticLength = 0.0;
     std::vector<Label> labels;  ///< those that have room
 };

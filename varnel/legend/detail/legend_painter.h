@@ -1,8 +1,8 @@
-// Draws the parts of a legend into its box in the current image, in pixels from the box's lower left
-// corner.
+// Draws the parts of a legend into its box in the current image, in pixels from the box's lower
+// left corner.
 //
-// Rectangles cover whole pixels, so that they are sharp at every size. Solids get viewports of their
-// own: in them device units are square and the light falls as in a chart.
+// Rectangles cover whole pixels, so that they are sharp at every size. Solids get viewports of
+// their own: in them device units are square and the light falls as in a chart.
 #pragma once
 
 #include "varnel/axes/text_object.h"
@@ -46,7 +46,7 @@ class LegendPainter {
     void FrameRect(const LegendRect& rect, double width, const RGBDType& color);
     /// A line along the middle of a rectangle, as wide as that, in a style of the context.
     void Line(const LegendRect& rect, int style, double width, const RGBDType& color);
-    /// A symbol in the middle of a rectangle, in the largest square that fits.
+    /// A symbol in the middle of a rectangle, filling the largest square that fits.
     void Symbol(const LegendRect& rect, const SymbolSample& sample);
     /// A text in letters of `em` pixels.
     void Text(const CString& text, const LegendTextPlace& place, double em, const RGBDType& color);
@@ -57,6 +57,7 @@ class LegendPainter {
 
  private:
     void UseBox();
+    void LoadLight(const SymbolSample& sample);
     double DeviceX(double x) const { return 2.0 * x / m_Box.width - 1.0; }
     double DeviceY(double y) const { return 2.0 * y / m_Box.height - 1.0; }
 

@@ -1,7 +1,7 @@
 // The colour scale of a legend: bands of colour along 0..1 and the labels beside them.
 //
-// A scale stands for the colours by value of a chart (a colour bar) or for the bands between contour
-// levels, which all have the same length whatever the levels.
+// A scale stands for the colours by value of a chart (a colour bar) or for the bands between
+// contour levels, which all have the same length whatever the levels.
 #pragma once
 
 #include <span>
@@ -17,7 +17,7 @@ struct ScaleFormat {
     int format = 0;
     int decimals = -1;  ///< negative: as many as the values need
     CString suffixes;
-    double ticSpace = 0.0;  ///< between the labels of a colour bar; 0: chosen
+    double ticSpace = 0.0;  ///< between the labels of a colour bar; 0: none
 };
 
 struct ScaleBand {
@@ -41,6 +41,10 @@ struct LegendScale {
 /// upper end. Equal or non-finite limits or no colours give an empty scale.
 LegendScale ColorBarScale(std::span<const RGBDType> colors, double min, double max,
                           const ScaleFormat& format);
+
+/// The smallest of 1, 2 and 5 times a power of ten that divides a range into at most `intervals`
+/// parts; 0 for a range of nothing.
+double RoundStep(double range, int intervals);
 
 /// The bands between contour levels: levels + 1 colours, labelled with the levels.
 LegendScale ContourScale(std::span<const double> levels, std::span<const RGBDType> colors,
