@@ -166,12 +166,15 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
         const CollectScope collect(*m_pOpenGL);
         double begin = 0.0;
         for (const detail::ScaleBand& band : scale.bands) {
+            // The colours of charts by value are those of a texture, which has bytes.
+            const RGBDType color =
+                m_ScaleType == 1 ? RGBBtoRGBD(RGBDtoRGBB(band.color)) : band.color;
             const double size = band.end - begin;
             painter.FillRect(across ? detail::LegendRect{bar.x + begin * bar.width, bar.y,
                                                          size * bar.width, bar.height}
                                     : detail::LegendRect{bar.x, bar.y + begin * bar.height,
                                                          bar.width, size * bar.height},
-                             band.color);
+                             color);
             begin = band.end;
         }
         painter.FrameRect(bar, stroke, m_TextColor);

@@ -16,7 +16,7 @@ namespace varnel::detail {
 struct ScaleFormat {
     int format = 0;
     int decimals = -1;  ///< negative: as many as the values need
-    CString suffixes;
+    CString suffixes = {};
     double ticSpace = 0.0;  ///< between the labels of a colour bar; 0: none
 };
 
