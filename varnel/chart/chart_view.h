@@ -1,15 +1,10 @@
 // CChartView3D: the object that a host attaches to one of its windows.
 //
-<<<<<<< HEAD
-// A view owns an off-screen image, the rendering context that draws into it, the charts and a
-// header. Every drawing renders the whole view into the image and then copies it: to the window, to
-// a printer, to the clipboard, to a file. The image has the size asked for at construction; a drawing fills the lower left part of
-=======
 // A view owns an off-screen image, the rendering context that draws into it, the charts, legends
-// and a header. Every drawing renders the whole view into the image and then copies it: to the window, to
-// a file. The image has the size asked for at construction; a drawing fills the lower left part of
->>>>>>> legend
-// it that the view size says. Sizes are in pixels.
+// and a header. Every drawing renders the whole view into the image and then copies it: to the
+// window, to a printer, to the clipboard, to a file. The image has the size asked for at
+// construction; a drawing fills the lower left part of it that the view size says. Sizes are
+// in pixels.
 #pragma once
 
 #include <memory>
