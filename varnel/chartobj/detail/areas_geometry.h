@@ -127,26 +127,27 @@ void WalkAreaRange(const CTransform3D& t, const Data25D& data, Visit&& visit) {
     }
 }
 
-/// Calls visit(segment) for the pieces of a band between a lower and an upper edge that may cross:
-/// one, two where they cross inside, none where they coincide. Bottom and top are told apart.
+/// Calls visit(segment, hangs) for the pieces of a band between a lower and an upper edge that may
+/// cross: one, two where they cross inside, none where they coincide. A piece whose upper edge lies
+/// below its lower one hangs; its bottom and top are exchanged.
 template <class Visit>
 void WalkBandPieces(const BandSegment& s, Visit&& visit) {
     const double extent0 = s.top0 - s.bottom0;
     const double extent1 = s.top1 - s.bottom1;
-    const auto piece = [&](const BandSegment& p, bool upright) {
-        if (upright)
-            visit(p);
+    const auto piece = [&](const BandSegment& p, bool hangs) {
+        if (hangs)
+            visit(BandSegment{p.u0, p.u1, p.top0, p.top1, p.bottom0, p.bottom1}, true);
         else
-            visit(BandSegment{p.u0, p.u1, p.top0, p.top1, p.bottom0, p.bottom1});
+            visit(p, false);
     };
     if (extent0 == 0.0 && extent1 == 0.0) return;
     const bool cross = (extent0 < 0.0 && extent1 > 0.0) || (extent0 > 0.0 && extent1 < 0.0);
-    if (!cross) return piece(s, extent0 >= 0.0 && extent1 >= 0.0);
+    if (!cross) return piece(s, extent0 < 0.0 || extent1 < 0.0);
     const double share = extent0 / (extent0 - extent1);
     const double u = s.u0 + share * (s.u1 - s.u0);
     const double z = s.bottom0 + share * (s.bottom1 - s.bottom0);
-    piece({s.u0, u, s.bottom0, z, s.top0, z}, extent0 > 0.0);
-    piece({u, s.u1, z, s.bottom1, z, s.top1}, extent1 > 0.0);
+    piece({s.u0, u, s.bottom0, z, s.top0, z}, extent0 < 0.0);
+    piece({u, s.u1, z, s.bottom1, z, s.top1}, extent1 < 0.0);
 }
 
 /// Stacked bands, group 0 from the base value to its own data, every other one from the running
@@ -158,6 +159,10 @@ void WalkGroupAreas(const CTransform3D& t, const Data25D& data, Visit&& visit) {
     const double d0 = data.constValue + data.depthOffset;
     const double d1 = d0 + data.depthWidth;
     const std::size_t numGroups = data.groups.StoredGroups();
+    // A hanging piece lies inside the bands around it; it stands out of them by this much, so that
+    // it does not fight with them for the same pixels.
+    const double outDepth = data.depthWidth / 500;
+    const double outValue = t.GetWorkingRange().z / 1000;
     // What is reached at one end of a segment: the edge that the next band starts from.
     struct Reached {
         double edge;
@@ -178,9 +183,14 @@ void WalkGroupAreas(const CTransform3D& t, const Data25D& data, Visit&& visit) {
             const BandSegment band{data.ind[i - 1], data.ind[i], left.edge,
                                    right.edge,      left.total,  right.total};
             if (hasLeft && hasRight)
-                WalkBandPieces(band, [&](BandSegment s) {
+                WalkBandPieces(band, [&](BandSegment s, bool hangs) {
                     s.u1 -= gap;
-                    visit(i, g, BandCorners(t, data.indAxis == 1, s, d0, d1));
+                    const double out = hangs ? outDepth : 0.0;
+                    if (hangs) {
+                        s.top0 += outValue;
+                        s.top1 += outValue;
+                    }
+                    visit(i, g, BandCorners(t, data.indAxis == 1, s, d0 - out, d1 + out));
                 });
             if (hasLeft) left.edge = left.total;
             if (hasRight) right.edge = right.total;
