@@ -103,7 +103,7 @@ bool PageSetup::SetPaper(const CString& name) {
     return false;
 }
 
-/// A page; without a file it has no size and takes nothing.
+/// A page; without a file it takes nothing.
 class Printer::Device : public DeviceContext {
  public:
     Device(const CString& fileName, const PageSetup& setup) : m_Setup(setup) {
@@ -116,8 +116,9 @@ class Printer::Device : public DeviceContext {
         if (m_Width > 0 && m_Height > 0) Open(fileName);
     }
 
+    bool IsOpen() const { return m_Page != nullptr; }
+
     int Caps(int code) const override {
-        if (!m_Page) return 0;
         switch (code) {
             case HORZRES:
                 return m_Width;
@@ -233,7 +234,8 @@ bool Printer::Device::Stretch(const RECT& target, const Bitmap& source, const RE
 }
 
 Printer::Printer(const CString& fileName, const PageSetup& setup)
-    : m_Device(std::make_shared<Device>(fileName, setup)), m_DC(m_Device) {
+    : m_Device(std::make_shared<Device>(fileName, setup)) {
+    if (m_Device->IsOpen()) m_DC = CDC(m_Device);
 }
 
 Printer::~Printer() = default;
@@ -243,6 +245,7 @@ bool Printer::EndPage() {
 }
 
 bool Printer::Finish() {
+    m_DC.DeleteDC();
     return m_Device->Finish();
 }
 

@@ -35,21 +35,22 @@ struct PageSetup {
 class VARNEL_API Printer {
  public:
     /// A printer that writes a file. When the file cannot be made, or the margins leave nothing of
-    /// the paper, the device has no size and takes nothing: printing to it raises "Print DC Error".
+    /// the paper, there is no device: printing raises "Print DC Error".
     Printer(const CString& fileName, const PageSetup& setup);
     /// Without a Finish before, no file is left where that is possible.
     ~Printer();
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
 
-    /// The device context of the current page; owned by the printer, though copies keep the device.
+    /// The device context of the current page, owned by the printer. It has no device (see
+    /// CDC::GetSafeHdc) when the file could not be made, and after Finish.
     CDC* GetDC() { return &m_DC; }
 
     /// Ends the page; what is drawn next is on another one. False when the printer has failed.
     bool EndPage();
 
     /// Completes the file, with a page that was not ended. False when the medium failed (then there
-    /// is no file) or this is not the first call. The device takes nothing afterwards.
+    /// is no file) or this is not the first call.
     bool Finish();
 
     /// Hands a finished file to the print system's `lp`, for the printer of that name (empty: the
