@@ -13,6 +13,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/chart/object_list.h"
+#include "varnel/chartobj/box_statistics.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/error.h"
