@@ -7,11 +7,10 @@ namespace {
 
 void Draw(example::Picture& picture) {
     const example::Table table = picture.Read("vix_ohlc.csv");
-    std::vector<double> high = table.Numbers("high");
+    const std::vector<double> high = table.Numbers("high");
     const std::vector<double> low = table.Numbers("low");
     const std::vector<double> open = table.Numbers("open");
     const std::vector<double> close = table.Numbers("close");
-    const int n = static_cast<int>(high.size());
     std::vector<double> day, range;
     std::vector<RGBDType> colors;
     for (std::size_t i = 0; i < high.size(); ++i) {
@@ -20,27 +19,26 @@ void Draw(example::Picture& picture) {
         colors.push_back(close[i] >= open[i] ? example::Color(2) : example::Color(3));
     }
 
-    CChart3D* chart = picture.View().NewChart3D();
+    CChart3D* chart =
+        picture.NewChart("Volatility index, summer 2009", "daily low to high", "44 trading days");
     CTransform3D* transform = chart->NewTransform({0, 0, 22, 0}, {45, 1, 34, 0});
-    transform->SetRotate({-15, 0, 18, 0});
-    transform->SetChartRect({0.74, 0.12, 0.5, 0});
+    transform->SetRotate({-16, 0, 20, 0});
+    transform->SetChartRect({0.76, 0.08, 0.52, 0});
+    transform->SetOffset({0.04, 0, -0.04, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
     axes->EnableAxis(1, 0);
     axes->EnableAxisLabels(1, 0);
     axes->SetAxisTitleString(0, "trading day");
     axes->SetAxisTitleString(2, "points");
-    example::AddWalls(*axes);
+    example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* bars = chart->NewChartObj(transform);
-    bars->FloatingBarChart25D(day.data(), high.data(), range.data(), 0.5, n, 0.7, 0.6, colors[0],
-                              example::kBlack, 1, 1, 0);
+    bars->FloatingBarChart25D(day.data(), high.data(), range.data(), 0.5,
+                              static_cast<int>(day.size()), 0.7, 0.6, colors[0], example::kGrey, 1,
+                              1, 0);
     bars->InitSegmentColorsStorage(colors.data());
-
-    chart->EnableBorder(0);
-    chart->SetFontSize(0.09);
-    chart->GetHeader()->SetTitle1("Volatility index, summer 2009");
-    chart->GetHeader()->SetTitle2("daily low to high: green rose, red fell");
+    example::AddKey(*chart, {"rose", "fell"}, {example::Color(2), example::Color(3)});
     picture.Save("bars_floating");
 }
 

@@ -1,6 +1,8 @@
 #include "examples/support/example.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -12,11 +14,23 @@ using namespace varnel;
 
 namespace {
 
+constexpr double kFontSize = 0.085;
+
 std::vector<std::string> Split(const std::string& line) {
     std::vector<std::string> cells;
     std::istringstream in(line);
     for (std::string cell; std::getline(in, cell, ',');) cells.push_back(cell);
     return cells;
+}
+
+Options ReadOptions(int argc, char** argv) {
+    Options options;
+    if (argc > 1) options.data = argv[1];
+    if (argc > 2) options.pictures = argv[2];
+    if (argc > 3 && std::sscanf(argv[3], "%dx%d", &options.width, &options.height) != 2)
+        throw std::runtime_error(std::string("not a size: ") + argv[3]);
+    if (argc > 4) options.samples = std::stoi(argv[4]);
+    return options;
 }
 
 }  // namespace
@@ -36,6 +50,14 @@ std::vector<double> Table::Numbers(const std::string& column) const {
     return numbers;
 }
 
+std::vector<Date> Table::Dates(const std::string& column) const {
+    std::vector<Date> dates;
+    for (const std::string& cell : Text(column))
+        dates.push_back({std::stoi(cell.substr(0, 4)), std::stoi(cell.substr(5, 2)),
+                         std::stoi(cell.substr(8, 2))});
+    return dates;
+}
+
 RGBDType Color(int index) {
     constexpr RGBDType colors[] = {{0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1},
                                    {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
@@ -44,12 +66,12 @@ RGBDType Color(int index) {
     return colors[static_cast<std::size_t>(index) % std::size(colors)];
 }
 
-Picture::Picture(int argc, char** argv, int width, int height)
-    : m_Data(argc > 1 ? argv[1] : "examples/data"),
-      m_Pictures(argc > 2 ? argv[2] : "."),
-      m_Window(width, height),
-      m_View(&m_Window, width, height) {
-    m_View.SetAntialiasing(4);
+Picture::Picture(const Options& options)
+    : m_Options(options),
+      m_Window(options.width, options.height),
+      m_View(&m_Window, options.width, options.height) {
+    m_View.SetAntialiasing(options.samples);
+    m_View.SetFont("Arial", 400, 256);
     m_View.EnableBorder(0);
 }
 
@@ -64,34 +86,77 @@ Table Picture::Read(const std::string& file) const {
     return table;
 }
 
-std::string Picture::DataFile(const std::string& file) const { return m_Data + "/" + file; }
+std::string Picture::DataFile(const std::string& file) const { return m_Options.data + "/" + file; }
 
-void Picture::Save(const std::string& name) {
-    m_View.SaveToFile(m_Pictures + "/" + name + ".bmp");
-    m_View.SaveToPNG(m_Pictures + "/" + name + ".png");
+CChart3D* Picture::NewChart(const std::string& title, const std::string& subtitle,
+                            const std::string& footer) {
+    CChart3D* chart = m_View.NewChart3D();
+    chart->EnableBorder(0);
+    chart->SetFontSize(kFontSize);
+    // From the front, above and a little from the right: fronts, sides and tops differ.
+    chart->SetLightPosition({0.15, 1.2, 1.1, 0});
+    chart->GetHeader()->SetTitle1(title);
+    chart->GetHeader()->SetTitle2(subtitle);
+    chart->GetHeader()->SetFooter(footer);
+    return chart;
 }
 
-void AddWalls(CAxes3D& axes, bool allGrids) {
-    const RGBDType wall{0.93, 0.94, 0.96, 1};
-    const RGBDType line{0.62, 0.65, 0.70, 1};
-    // The planes behind the data when a chart is seen from above and from its right: the floor, the
-    // plane of the smallest y at the back and that of the smallest x at the left.
+GLViewRType Picture::Square() const {
+    const double side = std::min(m_Options.width, m_Options.height);
+    const double width = side / m_Options.width;
+    const double height = side / m_Options.height;
+    return {(1 - width) / 2, (1 - height) / 2, width, height};
+}
+
+void Picture::Save(const std::string& name) {
+    const std::string path = m_Options.pictures + "/" + name;
+    m_View.SaveToFile(path + ".bmp");
+    m_View.SaveToPNG(path + ".png");
+    m_View.DeleteCharts();
+}
+
+void AddWalls(CAxes3D& axes, int nthX, int nthY, int nthZ) {
+    constexpr RGBDType wall{0.92, 0.93, 0.95, 1};
+    constexpr RGBDType edge{0.62, 0.65, 0.70, 1};
+    constexpr RGBDType line{0.66, 0.69, 0.75, 1};
+    constexpr double thickness = 0.03;  // device units, whatever the box's size
+    const point3Dtype box = axes.GetTransform()->GetChartRect();
+    const int nth[3][2] = {{nthX, nthY}, {nthX, nthZ}, {nthY, nthZ}};
+    const double across[3] = {box.z, box.y, box.x};
     for (int plane : {0, 1, 2}) {
-        axes.SetPlaneColor(plane, wall, line);
+        axes.SetWallPlane(plane, wall, edge);
+        axes.SetWallThickness(plane, thickness / (2 * across[plane]));
+        axes.SetWallOffset(plane, 0.0008);
         axes.SetOutlineWidth(plane, 1.0);
         axes.SetPlaneColorMode(plane, 0);
+        axes.SetPlaneGrid(plane, nth[plane][0], nth[plane][1], line, 1.0, 0, 0);
     }
-    for (int plane : {1, 2}) {
-        const int nth = axes.GetAxisNthTicMajor(2);
-        axes.SetPlaneGrid(plane, allGrids ? axes.GetAxisNthTicMajor(plane == 1 ? 0 : 1) : 0, nth,
-                          line, 1.0, 0, 0);
-    }
+}
+
+CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y,
+                    const RGBDType& color, int xJustify) {
+    // Without a rotation, and with a box that fills the chart, data are device coordinates.
+    CTransform3D* transform = chart.NewTransform({-1, -1, -1, 0}, {1, 1, 1, 0});
+    transform->SetChartRect({1, 1, 1, 0});
+    CTextObj3D* note = chart.NewChartTextObj(transform, text);
+    note->SetLocation({x, 0, y, 0});
+    note->SetTextPlane(3);
+    note->SetJustify(xJustify, 1);
+    note->SetColor(color);
+    note->SetCharSize(0.8);
+    return note;
+}
+
+void AddKey(CChart3D& chart, const std::vector<std::string>& names,
+            const std::vector<RGBDType>& colors) {
+    for (std::size_t i = 0; i < names.size(); ++i)
+        AddNote(chart, names[i], 0.96, 0.68 - 0.1 * static_cast<double>(i), colors.at(i), 2);
 }
 
 int Run(int argc, char** argv, void (*draw)(Picture& picture)) {
     CErr3D::SetErrorReportMode(0);
     try {
-        Picture picture(argc, argv);
+        Picture picture(ReadOptions(argc, argv));
         draw(picture);
         return 0;
     } catch (const CErr3D& e) {

@@ -1,0 +1,52 @@
+// The months of Seattle by temperature, rain and wind: each name stands at its values and on a line
+// down to the floor; a line joins the months.
+#include "examples/support/example.h"
+
+using namespace varnel;
+
+namespace {
+
+void Draw(example::Picture& picture) {
+    const example::Table table = picture.Read("seattle_weather.csv");
+    const std::vector<example::Date> dates = table.Dates("date");
+    const std::vector<double> warmest = table.Numbers("temp_max_c");
+    const std::vector<double> rain = table.Numbers("precipitation_mm");
+    const std::vector<double> wind = table.Numbers("wind_m_s");
+    std::vector<point3Dtype> months(12);
+    std::vector<double> days(12);
+    for (std::size_t i = 0; i < dates.size(); ++i) {
+        const auto m = static_cast<std::size_t>(dates[i].month - 1);
+        months[m].x += warmest[i];
+        months[m].y += wind[i];
+        months[m].z += rain[i];
+        days[m] += 1;
+    }
+    for (std::size_t m = 0; m < 12; ++m)
+        months[m] = {months[m].x / days[m], months[m].y / days[m], months[m].z / days[m], 0};
+
+    CChart3D* chart = picture.NewChart("The year in Seattle", "warmth, wind and rain of each month",
+                                       "National Oceanic and Atmospheric Administration");
+    CTransform3D* transform = chart->NewTransform({5, 2, 0, 0}, {30, 4, 7, 0});
+    transform->SetRotate({-22, 0, 28, 0});
+    transform->SetChartRect({0.55, 0.45, 0.46, 0});
+    transform->SetOffset({0, 0, -0.02, 0});
+
+    CAxes3D* axes = chart->AutoAxes(transform);
+    axes->SetAxisTitleString(0, "daily maximum, \xB0" "C");
+    axes->SetAxisTitleString(1, "wind, m/s");
+    axes->SetAxisTitleString(2, "rain, mm a day");
+    example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), axes->GetAxisNthTicMajor(1),
+                      axes->GetAxisNthTicMajor(2));
+
+    CChartObj3D* text = chart->NewChartObj(transform);
+    text->ScatterText3D(months.data(), example::kMonths.data(), 12, 0.8, 3, example::Color(3), 0,
+                        0.0);
+    months.push_back(months[0]);
+    CChartObj3D* line = chart->NewChartObj(transform);
+    line->LineChart3D(months.data(), 13, 0, 2, example::Color(0));
+    picture.Save("scatter_text");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }

@@ -1,0 +1,51 @@
+// Two charts in one view, with a title of the view above them.
+#include "examples/support/example.h"
+
+using namespace varnel;
+
+namespace {
+
+void AddMonths(example::Picture& picture, const std::string& title, const std::string& unit,
+               const std::vector<double>& values, double max, const RGBDType& color,
+               const GLViewRType& position) {
+    CChart3D* chart = picture.NewChart(title, "", "");
+    chart->SetChartPosition(position);
+    std::vector<double> month;
+    for (int m = 1; m <= 12; ++m) month.push_back(m);
+    CTransform3D* transform = chart->NewTransform({0.4, 0, 0, 0}, {12.6, 1, max, 0});
+    transform->SetRotate({-18, 0, 22, 0});
+    transform->SetChartRect({0.66, 0.12, 0.5, 0});
+    transform->SetOffset({0.08, 0, -0.05, 0});
+    CAxes3D* axes = chart->AutoAxes(transform);
+    axes->EnableAxis(1, 0);
+    axes->EnableAxisLabels(1, 0);
+    axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.03, 2);
+    axes->SetAxisLabelsStrings(0, example::kMonthInitials.data(), 12);
+    axes->SetAxisTitleString(2, unit);
+    example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
+    CChartObj3D* bars = chart->NewChartObj(transform);
+    bars->BarChart25D(month.data(), values.data(), 0.0, 0.5, 12, 0.65, 0.65, color, example::kGrey,
+                      1, 1, 0);
+}
+
+void Draw(example::Picture& picture) {
+    const example::Table table = picture.Read("seattle_weather.csv");
+    const std::vector<example::Date> dates = table.Dates("date");
+    std::vector<double> days(12), rain(12), wind(12);
+    for (const example::Date& date : dates) days[static_cast<std::size_t>(date.month - 1)] += 1;
+    for (std::size_t i = 0; i < dates.size(); ++i) {
+        const auto m = static_cast<std::size_t>(dates[i].month - 1);
+        rain[m] += table.Numbers("precipitation_mm")[i] / days[m];
+        wind[m] += table.Numbers("wind_m_s")[i] / days[m];
+    }
+    // The charts leave room for the view's title above them and its footer below them.
+    picture.View().GetHeader()->SetTitle1("Weather in Seattle");
+    picture.View().GetHeader()->SetFooter("2012 to 2015");
+    AddMonths(picture, "rain", "mm a day", rain, 7, example::Color(0), {0, 0.12, 0.5, 0.72});
+    AddMonths(picture, "wind", "m/s", wind, 5, example::Color(2), {0.5, 0.12, 0.5, 0.72});
+    picture.Save("two_charts");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
