@@ -1,7 +1,7 @@
 // Legends as far as they need no context: entries, errors and records.
 #include <gtest/gtest.h>
 
-#include "tests/axes/byte_builder.h"
+#include "tests/support/record_bytes.h"
 #include "tests/support/expect_error.h"
 #include "varnel/platform/files.h"
 #include "varnel/varnel.h"
@@ -9,7 +9,7 @@
 namespace varnel {
 namespace {
 
-using test::ByteBuilder;
+using test::RecordBytes;
 using test::Raises;
 
 constexpr RGBDType kRed{1, 0, 0, 1};
@@ -34,9 +34,9 @@ std::vector<BYTE> Saved(T& object) {
     return file.GetBytes();
 }
 
-ByteBuilder EntryBytes(int counter) {
-    ByteBuilder bytes;
-    bytes.Int(counter).Text("A line").Ints({1, 6, 0, 1, 1, 1}).Doubles({3, 1});
+RecordBytes EntryBytes(int counter) {
+    RecordBytes bytes;
+    bytes.Ints({counter}).String("A line").Ints({1, 6, 0, 1, 1, 1}).Doubles({3, 1});
     bytes.Doubles({1, 0, 0, 1, 0, 0, 0, 1});     // fill, outline
     bytes.Doubles({-20, 0, 25, 0, 0, 1, 1, 0});  // rotation, light
     return bytes.Doubles({1, 1, 1, 1, 0.4, 0.4, 0.4, 1});
@@ -59,14 +59,14 @@ TEST(LegendRecord, ByteForByte) {
     CLegend3D::nSelfID = 7;
     CLegendObj3D::nSelfID = 9;
 
-    ByteBuilder expected;
-    expected.Ints({7, 1, 3}).Doubles({0, 0, 0, 0, 0.02}).Ints({2, 0}).Double(1).Text("Title");
-    expected.Doubles({0, 0, 0, 1}).Int(1).Doubles({1, 0, 1, 0, 1}).Int(0).Doubles({1, 1, 1, 1});
-    expected.Ints({1, 0}).Double(0.4).Ints({2, 1}).Double(0.5).Text(" KMBT");
-    expected.Int(2).Doubles({-1, 3}).Int(2).Doubles({1, 0, 0, 1, 0, 1, 0, 1});
-    expected.Int(1).Bytes(EntryBytes(9).bytes);
+    RecordBytes expected;
+    expected.Ints({7, 1, 3}).Doubles({0, 0, 0, 0, 0.02}).Ints({2, 0}).Doubles({1}).String("Title");
+    expected.Doubles({0, 0, 0, 1}).Ints({1}).Doubles({1, 0, 1, 0, 1}).Ints({0}).Doubles({1, 1, 1, 1});
+    expected.Ints({1, 0}).Doubles({0.4}).Ints({2, 1}).Doubles({0.5}).String(" KMBT");
+    expected.Ints({2}).Doubles({-1, 3}).Ints({2}).Doubles({1, 0, 0, 1, 0, 1, 0, 1});
+    expected.Ints({1}).Record(EntryBytes(9));
     const std::vector<BYTE> bytes = Saved(legend);
-    EXPECT_EQ(bytes, expected.bytes);
+    EXPECT_EQ(bytes, expected.Get());
 
     CLegend3D::nSelfID = 0;
     CLegend3D loaded;
