@@ -118,13 +118,15 @@ class ChartObjects : public test::GLFixture {
                 return o.PolysurfaceChart2D(surface, 1, 0);
             case 51:
                 return o.PolysurfaceChart3D(surface);
+            case 52:
+                return o.ContourPolysurface3D(surface, dep, data ? k : nullptr, 3, 5, 0);
             default:
                 return o.SetChartType(type);
         }
     }
 
-    static constexpr int kTypes[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10,
-                                     11, 12, 13, 14, 15, 16, 17, 18, 50, 51};
+    static constexpr int kTypes[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,
+                                     12, 13, 14, 15, 16, 17, 18, 50, 51, 52};
 
     std::unique_ptr<CTransform3D> m_Transform;
     std::unique_ptr<CPolysurface> m_Surface;
@@ -141,7 +143,8 @@ TEST_F(ChartObjects, EveryTypeDrawsInEveryModeAndTakesItsStateBack) {
                 object.SetColorMode(mode);
                 object.SetClipping(mode);
                 object.SetOutlineMode(mode);
-                if (mode == 1) object.InitSegmentColorsStorage(kColors);
+                // Contour colours lie in the same place.
+                if (mode == 1 && type != 52) object.InitSegmentColorsStorage(kColors);
                 Draw([&] { object.DrawChartObj(); });
                 EXPECT_GT(Inked(), 20);
                 ExpectStateTakenBack();
@@ -153,6 +156,7 @@ TEST_F(ChartObjects, MissingArraysAndUnknownTypesDrawNothing) {
         CChartObj3D object = Object();
         SetUpType(object, type, false);
         object.SetNumDataPnts(100);
+        object.SetNumContours(100);
         object.SetSegmentColorMode(1);
         Draw([&] { object.DrawChartObj(); });
         EXPECT_EQ(Inked(), 0) << type;
@@ -171,15 +175,17 @@ TEST_F(ChartObjects, CountsRaisedByHandDrawWhatIsStored) {
         CChartObj3D object = Object();
         SetUpType(object, type, true);
         object.SetOutlineMode(0);  // the gap depends on the number of points
-        object.InitSegmentColorsStorage(kColors);
+        if (type != 52) object.InitSegmentColorsStorage(kColors);
         object.SetSegmentColorMode(0);
         const bool grouped = object.GetNumGroups() != 0;
         const auto before = Drawn(object);
         object.SetNumGroups(INT_MAX);
+        object.SetNumContours(INT_MAX);
         if (!grouped) object.SetNumDataPnts(INT_MAX);
         const auto after = Drawn(object);
         // Side by side, more groups are narrower bars; all else is as it was.
         EXPECT_EQ(CountPolygons(before), CountPolygons(after));
+        EXPECT_EQ(CountLines(before), CountLines(after));
         object.SetNumDataPnts(INT_MAX);
         object.SetSegmentColorMode(1);
         Drawn(object);

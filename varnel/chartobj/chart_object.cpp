@@ -73,7 +73,6 @@ void CChartObj3D::InitChartObjDefaults() {
     m_OutlineMode = 1;
     std::fill_n(m_ComboChartFlags, 6, 0);
     m_Enable = 1;
-    m_pContour = nullptr;
     m_pIndData = {};
     m_pDepData = {};
     m_pGroupData = {};

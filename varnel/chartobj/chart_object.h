@@ -26,7 +26,6 @@
 
 namespace varnel {
 
-class CContour3D;
 class COpenGL;
 class CPolysurface;
 class CTransform3D;
@@ -161,7 +160,8 @@ class VARNEL_API CChartObj3D {
 
     /// Stacked bands: group 0 from the base value (0 unless an earlier set-up set another) to its
     /// data, each further group from the running total below it to its own. A negative datum lowers
-    /// the total and its band hangs below it; a band is cut where its datum changes sign.
+    /// the total and its band hangs below it, a little in front of the bands that it lies in; a
+    /// band is cut where its datum changes sign.
     void GroupAreaFillChart25D(const double* ind, const double* groupData, double constValue, int n,
                                int numGroups, double depthWidth, const RGBDType* groupColors,
                                const RGBDType& outline, int depthJustify, int indAxis);
@@ -490,7 +490,6 @@ class VARNEL_API CChartObj3D {
     int m_OutlineMode;
     int m_ComboChartFlags[6];
     int m_Enable;
-    CContour3D* m_pContour;
     SharedArray<double> m_pIndData;
     SharedArray<double> m_pDepData;
     SharedArray<double> m_pGroupData;

@@ -65,6 +65,7 @@ CChartObj3D::Routine CChartObj3D::FindRoutine(int chartType) {
         {PLANECHART25D, &CChartObj3D::DrawPlaneChart25D},
         {POLYSURFACECHART2D, &CChartObj3D::DrawPolysurfaceChart2D},
         {POLYSURFACECHART3D, &CChartObj3D::DrawPolysurfaceChart3D},
+        {CONTOURPOLYSURFACE3D, &CChartObj3D::DrawContourPolysurface3D},
     };
     for (const auto& [type, routine] : kRoutines)
         if (type == chartType) return routine;

@@ -1,7 +1,10 @@
+#include <algorithm>
+
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
+#include "varnel/surface/contour.h"
 
 namespace varnel {
 
@@ -43,6 +46,18 @@ void CChartObj3D::DrawPolysurfaceChart2D() {
                 m_pOpenGL->PolyFillAbs3D(points, n);
         });
     m_pOpenGL->SetLineWidth3D(1.0);
+}
+
+void CChartObj3D::DrawContourPolysurface3D() {
+    const auto levels = m_pIndData.First(m_NumContours);
+    const auto colors = m_pSegmentColors.First(m_NumContours);
+    const auto numLevels = static_cast<int>(std::min(levels.size(), colors.size()));
+    if (m_pPolysurface == nullptr || numLevels == 0) return;
+    // Making the object draws everything.
+    const auto contour =
+        detail::NewObject<CContour3D>({ERR3DCLASS_CHARTOBJ3D, "DrawContourPolysurface3D"},
+                                      m_pOpenGL, m_pTransform, m_pPolysurface.get(), levels.data(),
+                                      colors.data(), numLevels, m_ConstValue, m_ContourLabelFlag);
 }
 
 }  // namespace varnel
