@@ -38,4 +38,7 @@
 #include "varnel/solids/aux_object.h"
 #include "varnel/solids/aux_shapes.h"
 #include "varnel/surface/color_map.h"
+#include "varnel/surface/contour.h"
+#include "varnel/surface/contour_lines.h"
+#include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"

@@ -34,6 +34,15 @@ std::unique_ptr<T[]> NewTable(long long count, const char* operation) {
     });
 }
 
+LargeTable<Triangle> NewTriangles(long long count) {
+    constexpr Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Deltri"};
+    if (count > std::numeric_limits<int>::max())
+        Raise(ERR3D_ARRAY_NEW, kOrigin.cls, kOrigin.operation);
+    return AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [count] {
+        return NewLargeTable<Triangle>(static_cast<std::size_t>(count));
+    });
+}
+
 bool IsFinite(const point3Dtype& p) {
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
@@ -85,7 +94,7 @@ void Delaunay::deltri() {
                                     std::abs(bounds.ymin), std::abs(bounds.ymax)}));
     m_Sites = NewTable<Site>(m_NumSites, "Deltri");
     bsort({scale(bounds.xmin), scale(bounds.xmax), scale(bounds.ymin), scale(bounds.ymax)}, scale);
-    m_Triangles = NewTable<Triangle>(2LL * m_NumSites + 2, "Deltri");
+    m_Triangles = NewTriangles(2LL * m_NumSites + 2);
     m_NumRows = delaunwork();
     NumberTriangles(m_NumRows);
 }

@@ -54,14 +54,21 @@ void Delaunay::bsort(const Box& bounds, const SiteScale& scale) {
     const auto scratch = NewArray<SortItem>(n + 4LL, origin);
     const auto starts = NewArray<int>(static_cast<long long>(ndiv) * ndiv + 3, origin);
 
-    // Coordinates count in units of the longer side; 1.01 keeps the largest inside the last bin. A
-    // side without length is one bin wide.
+    // Coordinates count in units of the longer side, which has ndiv bins. The other has as many,
+    // unless bins would be thinner than an eighth of their length: along rows that thin the points
+    // would lie far apart. 1.01 keeps the largest coordinate inside the last bin.
     const double xrange = bounds.xmax - bounds.xmin;
     const double yrange = bounds.ymax - bounds.ymin;
     const double dmax = std::max(xrange, yrange);
-    const double factx = xrange > 0.0 ? ndiv / (xrange * 1.01 / dmax) : 0.0;
-    const double facty = yrange > 0.0 ? ndiv / (yrange * 1.01 / dmax) : 0.0;
     const double unit = dmax > 0.0 ? dmax : 1.0;
+    const auto divide = [&](double range, double& factor) {
+        const int bins = std::clamp(rtround(8.0 * ndiv * range / unit), 1, ndiv);
+        factor = range > 0.0 ? bins / (range * 1.01 / unit) : 0.0;
+        return bins;
+    };
+    double factx = 0.0, facty = 0.0;
+    const int columns = divide(xrange, factx);
+    const int rows = divide(yrange, facty);
 
     const auto site = [&](int point) {
         return Site{scale(m_pPoints[point].x), scale(m_pPoints[point].y)};
@@ -70,21 +77,21 @@ void Delaunay::bsort(const Box& bounds, const SiteScale& scale) {
         const Site s = site(m_DelPointOrder[k]);
         const int i = static_cast<int>((s.y - bounds.ymin) / unit * facty);
         const int j = static_cast<int>((s.x - bounds.xmin) / unit * factx);
-        const int bin = i % 2 != 0 ? (i + 1) * ndiv - j : i * ndiv + j + 1;
+        const int bin = i % 2 != 0 ? (i + 1) * columns - j : i * columns + j + 1;
         scratch[k] = {static_cast<std::uint32_t>(bin), m_DelPointOrder[k]};
         ++starts[bin + 1];
     }
     // From the number of points in each bin to where each bin starts, and, once the points have
     // been placed, to where it ends.
-    for (int bin = 1; bin <= ndiv * ndiv + 1; ++bin)
+    for (int bin = 1; bin <= rows * columns + 1; ++bin)
         starts[bin + 1] += starts[bin];
     for (int k = 0; k < n; ++k) {
         const int place = starts[scratch[k].key]++;
         m_DelPointOrder[place] = scratch[k].item;
         m_Sites[place] = site(scratch[k].item);
     }
-    for (int bin = 1; bin <= ndiv * ndiv; ++bin) {
-        const bool mirrored = (bin - 1) / ndiv % 2 != 0;
+    for (int bin = 1; bin <= rows * columns; ++bin) {
+        const bool mirrored = (bin - 1) / columns % 2 != 0;
         SortCell(starts[bin - 1], starts[bin], mirrored, scratch.get());
     }
 }

@@ -19,6 +19,7 @@
 
 #include "varnel/foundation/points.h"
 #include "varnel/surface/detail/delaunay_predicates.h"
+#include "varnel/surface/detail/large_table.h"
 
 namespace varnel::detail {
 
@@ -118,7 +119,7 @@ class Delaunay {
     std::unique_ptr<int[]> m_DelPointOrder;  ///< in the order of insertion: which point
     std::unique_ptr<Site[]> m_Sites;         ///< in the order of insertion: where it is
     TriangleStack m_DelStack;
-    std::unique_ptr<Triangle[]> m_Triangles;
+    LargeTable<Triangle> m_Triangles;
     int m_NumRows = 0;
     int m_DelNumTriangles = 0;
 };
