@@ -15,18 +15,19 @@ namespace {
 constexpr int kMargin = 12;
 constexpr int kLineHeight = 20;
 constexpr double kEm = 14.0;
+constexpr int kBaseLine = 5;  ///< below the middle of a line
 constexpr int kSecondColumn = 130;
 constexpr RGBDType kBackground{0.13, 0.15, 0.19, 1};
 constexpr RGBDType kText{0.95, 0.96, 0.98, 1};
 constexpr RGBDType kKeys{0.98, 0.80, 0.42, 1};
 
-void AddText(CChart3D& chart, CTransform3D* transform, const std::string& text, int x, int top,
+void AddText(CChart3D& chart, CTransform3D* transform, const std::string& text, int x, int base,
              int height, const RGBDType& color) {
     if (text.empty()) return;
     CTextObj3D* object = chart.NewChartTextObj(transform, text);
-    object->SetLocation({static_cast<double>(x), 0.0, static_cast<double>(height - top), 0.0});
+    object->SetLocation({static_cast<double>(x), 0.0, static_cast<double>(height - base), 0.0});
     object->SetTextPlane(3);
-    object->SetJustify(0, 1);
+    object->SetJustify(0, 0);  // on the base line
     object->SetColor(color);
 }
 
@@ -49,11 +50,11 @@ Panel::Panel(const std::vector<Line>& lines, int width)
     transform->SetChartRect({1, 0.01, 1, 0});
     const bool columns =
         std::ranges::any_of(lines, [](const Line& line) { return !line.right.empty(); });
-    int top = kMargin + kLineHeight / 2;
+    int base = kMargin + kLineHeight / 2 + kBaseLine;
     for (const Line& line : lines) {
-        AddText(*chart, transform, line.left, kMargin, top, m_Height, columns ? kKeys : kText);
-        AddText(*chart, transform, line.right, kSecondColumn, top, m_Height, kText);
-        top += kLineHeight;
+        AddText(*chart, transform, line.left, kMargin, base, m_Height, columns ? kKeys : kText);
+        AddText(*chart, transform, line.right, kSecondColumn, base, m_Height, kText);
+        base += kLineHeight;
     }
     view.DrawViewScreen();
 }

@@ -45,7 +45,7 @@ CChart3D* Turning::ChartAt(double x, double y) const {
 void Turning::Turn(CChart3D& chart, double around, double over) const {
     ForEachTransform(chart, [=](CTransform3D& t) {
         point3Dtype angles = t.GetRotation();
-        angles.z = std::remainder(angles.z + around, 360.0);
+        angles.z = std::remainder(angles.z - around, 360.0);
         // Beyond straight from above or below, the upright axis would point down.
         angles.x = std::clamp(angles.x - over, std::min(angles.x, -90.0), std::max(angles.x, 90.0));
         t.SetRotate(angles);

@@ -41,7 +41,7 @@ void CChartView3D::DrawView() {
     DrawHeader();
     DrawCharts();
     DrawLegends();
-    m_pOpenGL->ReadBack();
+    m_pOpenGL->ReadBackDrawn();
 }
 
 void CChartView3D::DrawBorder() {

@@ -3,6 +3,7 @@
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -157,38 +158,46 @@ void Framebuffer::Bind() const {
     glBindFramebuffer(GL_FRAMEBUFFER, m_Drawn.framebuffer);
 }
 
-void Framebuffer::ReadBack(Bitmap& bitmap) const {
-    const bool direct = m_Scale == 1 && bitmap.BitsPerPixel() == 32;
-    const auto width = static_cast<std::size_t>(m_Width);
-    const auto height = static_cast<std::size_t>(m_Height);
-    std::vector<BYTE> buffer(direct ? 0 : width * height * 4);
-    BYTE* pixels = direct ? bitmap.Bits() : buffer.data();
-    {
-        const ReadState state;
-        GLuint source = m_Drawn.framebuffer;
-        if (m_Samples > 0) {
-            glDisable(GL_SCISSOR_TEST);
-            glBindFramebuffer(GL_READ_FRAMEBUFFER, m_Drawn.framebuffer);
-            glBindFramebuffer(GL_DRAW_FRAMEBUFFER, m_Resolved.framebuffer);
-            glBlitFramebuffer(0, 0, m_Width, m_Height, 0, 0, m_Width, m_Height, GL_COLOR_BUFFER_BIT,
-                              GL_NEAREST);
-            source = m_Resolved.framebuffer;
-        }
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
-        glReadPixels(0, 0, m_Width, m_Height, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+void Framebuffer::Read(int width, int height, int rowLength, BYTE* pixels) const {
+    const ReadState state;
+    GLuint source = m_Drawn.framebuffer;
+    if (m_Samples > 0) {
+        glDisable(GL_SCISSOR_TEST);
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, m_Drawn.framebuffer);
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, m_Resolved.framebuffer);
+        glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT,
+                          GL_NEAREST);
+        source = m_Resolved.framebuffer;
     }
-    ToBitmapOrder(pixels, width * height);
-    if (direct) return;
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
+    glPixelStorei(GL_PACK_ROW_LENGTH, rowLength);
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+}
+
+void Framebuffer::ReadBack(Bitmap& bitmap, int width, int height) const {
+    width = std::min(width, bitmap.Width());
+    height = std::min(height, bitmap.Height());
+    if (width <= 0 || height <= 0) return;
+    const auto count = static_cast<std::size_t>(width);
+    if (m_Scale == 1 && bitmap.BitsPerPixel() == 32) {
+        Read(width, height, m_Width, bitmap.Bits());
+        for (int y = 0; y < height; ++y)
+            ToBitmapOrder(bitmap.Bits() + static_cast<std::size_t>(y) * bitmap.Stride(), count);
+        return;
+    }
     const auto scale = static_cast<std::size_t>(m_Scale);
-    const auto rowPixels = static_cast<std::size_t>(bitmap.Width());
-    std::vector<BYTE> averaged(scale > 1 ? rowPixels * 4 : 0);
-    for (int y = 0; y < bitmap.Height(); ++y) {
-        const BYTE* row = pixels + static_cast<std::size_t>(y) * scale * width * 4;
+    const std::size_t stride = count * scale * 4;
+    std::vector<BYTE> pixels(stride * scale * static_cast<std::size_t>(height));
+    Read(width * m_Scale, height * m_Scale, 0, pixels.data());
+    ToBitmapOrder(pixels.data(), pixels.size() / 4);
+    std::vector<BYTE> averaged(scale > 1 ? count * 4 : 0);
+    for (int y = 0; y < height; ++y) {
+        const BYTE* row = pixels.data() + static_cast<std::size_t>(y) * scale * stride;
         if (scale > 1) {
-            AverageRow(row, width * 4, rowPixels, scale, averaged.data());
+            AverageRow(row, stride, count, scale, averaged.data());
             row = averaged.data();
         }
-        PackRow(row, rowPixels, bitmap.BitsPerPixel(),
+        PackRow(row, count, bitmap.BitsPerPixel(),
                 bitmap.Bits() + static_cast<std::size_t>(y) * bitmap.Stride());
     }
 }

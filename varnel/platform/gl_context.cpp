@@ -36,7 +36,7 @@ class EglGLContext : public GLContext {
     ~EglGLContext() override { detail::DestroyEglContext(m_Egl); }
 
     bool MakeCurrent() override;
-    void ReadBack() override;
+    void ReadBack(int width, int height) override;
     bool SetTarget(const HBITMAP& bitmap) override;
     void SetSamples(int samples) override;
     int GetSamples() const override;
@@ -87,8 +87,8 @@ bool EglGLContext::MakeCurrent() {
     return true;
 }
 
-void EglGLContext::ReadBack() {
-    if (MakeCurrent()) m_Framebuffer.ReadBack(*m_Bitmap);
+void EglGLContext::ReadBack(int width, int height) {
+    if (MakeCurrent()) m_Framebuffer.ReadBack(*m_Bitmap, width, height);
 }
 
 std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) const {

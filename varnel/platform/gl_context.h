@@ -4,6 +4,7 @@
 // context it was made for; ReadBack brings the bitmap up to date. Nothing here is called by hosts.
 #pragma once
 
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -35,9 +36,13 @@ class VARNEL_API GLContext {
     /// The context of this library that is current on the thread, null when none is (any more).
     static GLContext* Current();
 
-    /// Waits for drawing to end and writes the framebuffer into the bitmap: every pixel, in the
-    /// bitmap's own format and row order.
-    virtual void ReadBack() = 0;
+    /// Waits for drawing to end and writes the framebuffer's lower left `width` x `height` pixels
+    /// into the bitmap, in the bitmap's own format and row order; what lies outside of the bitmap is
+    /// left out.
+    virtual void ReadBack(int width, int height) = 0;
+
+    /// The same for every pixel.
+    void ReadBack() { ReadBack(std::numeric_limits<int>::max(), std::numeric_limits<int>::max()); }
 
     /// Draws into another bitmap from now on, with a framebuffer of its size and the samples asked
     /// for last; null brings the bitmap of Create back. What was drawn is lost, the viewport stays.

@@ -71,6 +71,9 @@ class VARNEL_API COpenGL {
     void ExchangeBuffers();
     /// Waits for OpenGL and brings the image's memory up to date.
     void ReadBack();
+    /// The same for what the viewports set since the last call cover, which saves much time in an
+    /// image that is larger than what is drawn in it.
+    void ReadBackDrawn();
 
     /// The memory device context of the image; not owned by the caller.
     CDC* GetClientDC() const { return m_pClientDC; }

@@ -121,6 +121,13 @@ void COpenGL::ReadBack() {
     if (Ready()) m_Renderer->context->ReadBack();
 }
 
+void COpenGL::ReadBackDrawn() {
+    SyncState();
+    if (!Ready()) return;
+    m_Renderer->context->ReadBack(m_Renderer->drawnWidth, m_Renderer->drawnHeight);
+    m_Renderer->drawnWidth = m_Renderer->drawnHeight = 0;
+}
+
 bool COpenGL::Ready() {
     return m_Renderer->MakeCurrent();
 }
@@ -150,6 +157,7 @@ void COpenGL::SetViewport(const GLViewportType& viewport) {
     m_Renderer->Flush();
     const int scale = m_Renderer->context->PixelScale();
     const GLViewportType& v = m_Viewport;
+    m_Renderer->Extend(v);
     glViewport(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
     glScissor(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
     glEnable(GL_SCISSOR_TEST);
@@ -200,6 +208,7 @@ void COpenGL::SetSamples(int samples) {
     if (!Ready()) return;
     m_Renderer->Flush();
     m_Renderer->context->SetSamples(samples);
+    m_Renderer->AllIsNew();
     // The number of framebuffer pixels per image pixel may have changed.
     if (m_Viewport.width > 0) SetViewport(m_Viewport);
 }
@@ -209,6 +218,7 @@ bool COpenGL::SetOutput(const HBITMAP& bitmap, double lineScale) {
     m_Renderer->Flush();
     if (!m_Renderer->context->SetTarget(bitmap)) return false;
     m_Renderer->lineScale = bitmap ? lineScale : 1.0;
+    m_Renderer->AllIsNew();
     return true;
 }
 

@@ -22,9 +22,10 @@ class Framebuffer {
     void Delete();
     void Bind() const;
 
-    /// Writes every pixel into the bitmap, which has the size given to Make. Leaves OpenGL's state
-    /// as it is. Throws std::bad_alloc.
-    void ReadBack(Bitmap& bitmap) const;
+    /// Writes the lower left `width` x `height` pixels into the bitmap, which has the size given to
+    /// Make; what lies outside of it is left out. Leaves OpenGL's state as it is. Throws
+    /// std::bad_alloc.
+    void ReadBack(Bitmap& bitmap, int width, int height) const;
 
     /// The samples that the driver gave.
     int Samples() const { return m_Samples; }
@@ -41,6 +42,8 @@ class Framebuffer {
     bool Allocate(int samples);
     static bool Attach(Target& target, int width, int height, int samples, unsigned depthFormat);
     static void Delete(Target& target);
+    /// Pixels as OpenGL gives them; rowLength as in GL_PACK_ROW_LENGTH.
+    void Read(int width, int height, int rowLength, BYTE* pixels) const;
 
     Target m_Drawn;
     Target m_Resolved;  ///< what multisampled pixels are averaged into, without depth

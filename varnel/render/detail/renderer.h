@@ -2,9 +2,12 @@
 // state that OpenGL has, so that no call is made to set what is set.
 #pragma once
 
+#include <algorithm>
+#include <limits>
 #include <memory>
 #include <vector>
 
+#include "varnel/foundation/viewports.h"
 #include "varnel/platform/gl_context.h"
 #include "varnel/render/detail/matrix_stack.h"
 #include "varnel/render/detail/primitive_batch.h"
@@ -43,6 +46,9 @@ class Renderer {
     bool matrixSent = false;  ///< whether OpenGL has the top of `matrix`
     float lineWidth = 1.0F;   ///< the last width above 0, in image pixels
     double lineScale = 1.0;   ///< factor on all widths and stipple patterns
+    /// The part of the image, from its lower left corner, that may differ from its memory.
+    int drawnWidth = std::numeric_limits<int>::max();
+    int drawnHeight = std::numeric_limits<int>::max();
 
     /// Makes the context current; false when there is none.
     bool MakeCurrent() { return context != nullptr && context->MakeCurrent(); }
@@ -54,6 +60,17 @@ class Renderer {
 
     /// Draws and forgets what was collected.
     void Flush();
+    /// What the viewport covers may differ from the image's memory from now on.
+    void Extend(const GLViewportType& viewport) {
+        const auto end = [](int before, long long start, int extent) {
+            constexpr long long kMost = std::numeric_limits<int>::max();
+            return std::max(before, static_cast<int>(std::clamp(start + extent, 0LL, kMost)));
+        };
+        drawnWidth = end(drawnWidth, viewport.x, viewport.width);
+        drawnHeight = end(drawnHeight, viewport.y, viewport.height);
+    }
+    /// The whole image differs from its memory.
+    void AllIsNew() { drawnWidth = drawnHeight = std::numeric_limits<int>::max(); }
     /// Draws a strip with a stipple pattern.
     void DrawStippled(const std::vector<LineVertex>& vertices, float width, int factor,
                       unsigned short pattern);
