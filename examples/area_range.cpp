@@ -22,7 +22,7 @@ void Draw(example::Picture& picture) {
                                        "National Oceanic and Atmospheric Administration");
     CTransform3D* transform = chart->NewTransform({1, 0, -10, 0}, {13, 1, 40, 0});
     transform->SetRotate({-18, 0, 20, 0});
-    transform->SetChartRect({0.76, 0.12, 0.52, 0});
+    transform->SetChartRect({0.76, 0.08, 0.52, 0});
     transform->SetOffset({0.05, 0, -0.04, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
@@ -37,7 +37,7 @@ void Draw(example::Picture& picture) {
 
     CChartObj3D* band = chart->NewChartObj(transform);
     band->AreaRangeChart25D(month.data(), high.data(), range.data(), 0.5,
-                            static_cast<int>(month.size()), 0.6, example::Color(1), example::kGrey,
+                            static_cast<int>(month.size()), 0.4, example::Color(1), example::kGrey,
                             1, 0);
     band->SetOutlineMode(0);
     picture.Save("area_range");

@@ -24,19 +24,21 @@ void Draw(example::Picture& picture) {
     transform->SetChartRect({1, 1, 1, 0});
     for (int i = 0; i < 10; ++i) {
         const double x = -0.8 + 0.4 * (i % 5);
-        const double z = i < 5 ? 0.5 : -0.22;
+        const double z = i < 5 ? 0.52 : -0.22;
         const Shape& shape = shapes[i];
         for (int wire = 0; wire < 2; ++wire) {
             CAuxObj3D* solid = chart->NewAuxObj(transform, i + 1);
             solid->SetSizeParameters(shape.size[0], shape.size[1], shape.size[2]);
             solid->SetScale(shape.scale);
             solid->SetRotation({-25, 0, 30, 0});
-            solid->SetLocation({x, 0, wire == 1 ? z - 0.3 : z, 0});
+            // The cone stands on its location, the others have it in their middle.
+            const double low = i == 9 ? 0.09 : 0.0;
+            solid->SetLocation({x, 0, (wire == 1 ? z - 0.3 : z) - low, 0});
             solid->SetColor(example::Color(i));
             solid->SetSolidType(wire == 0);
             solid->SetOutlineMode(1);
         }
-        example::AddNote(*chart, shape.name, x, z - 0.5, example::kBlack, 1)->SetCharSize(0.6);
+        example::AddNote(*chart, shape.name, x, z - 0.52, example::kBlack, 1)->SetCharSize(0.6);
     }
     picture.Save("aux_shapes");
 }

@@ -20,7 +20,7 @@ void Draw(example::Picture& picture) {
     }
 
     CChart3D* chart =
-        picture.NewChart("Volatility index, summer 2009", "daily low to high", "44 trading days");
+        picture.NewChart("Volatility index, summer 2009", "daily low to high", "June and July 2009");
     CTransform3D* transform = chart->NewTransform({0, 0, 22, 0}, {45, 1, 34, 0});
     transform->SetRotate({-16, 0, 20, 0});
     transform->SetChartRect({0.76, 0.08, 0.52, 0});

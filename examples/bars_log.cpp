@@ -19,8 +19,8 @@ CAxes3D* DrawClasses(CChart3D* chart, const std::vector<double>& values, double 
     CTransform3D* transform = chart->NewTransform({-1, 0, min, 0}, {6.5, 1, max, 0});
     transform->SetAxisScaleMode(2, 1);
     transform->SetRotate({-18, 0, 20, 0});
-    transform->SetChartRect({0.74, 0.12, 0.54, 0});
-    transform->SetOffset({0.06, 0, -0.03, 0});
+    transform->SetChartRect({0.73, 0.12, 0.54, 0});
+    transform->SetOffset({0.08, 0, -0.03, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
     axes->EnableAxis(1, 0);
@@ -50,14 +50,17 @@ void Draw(example::Picture& picture) {
 
     CChart3D* chart = picture.NewChart("A week of earthquakes", "how many of each magnitude",
                                        "U.S. Geological Survey");
-    DrawClasses(chart, count, 0.5, 1000, example::Color(1));
+    DrawClasses(chart, count, 0.5, 1000, example::Color(1))->SetAxisTitleString(2, "count");
     picture.Save("bars_log");
 
     chart = picture.NewChart("A week of earthquakes", "the energy that they set free",
                              "U.S. Geological Survey");
-    CAxes3D* axes = DrawClasses(chart, joules, 1e4, 9.9e14, example::Color(3));
+    CAxes3D* axes = DrawClasses(chart, joules, 1e3, 9.9e14, example::Color(3));
     axes->SetAxisLabelsFormat(2, 2);  // 10K, 1M, 100B
     axes->SetAxisLabelsSize(2, 0.6);
+    axes->SetAxisMinorTicLength(2, 0);
+    axes->SetPlaneGridNthTic2(1, 0);  // too many decades for a grid
+    axes->SetPlaneGridNthTic2(2, 0);
     axes->SetAxisTitleString(2, "joules");
     picture.Save("bars_engineering");
 }

@@ -28,8 +28,8 @@ void Draw(example::Picture& picture) {
     const int n = static_cast<int>(year.size());
 
     CChart3D* chart = picture.NewChart("Carbon dioxide on Mauna Loa",
-                                       "by month, and the mean of a year", "Scripps CO2 Program");
-    CTransform3D* transform = chart->AutoTransform25D(year.data(), ppm.data(), n, 1.0, 0, 0);
+                                       "by month, and the mean of twelve", "Scripps CO2 Program");
+    CTransform3D* transform = chart->NewTransform({1955, 0, 300, 0}, {2025, 1, 420, 0});
     transform->SetRotate({-16, 0, 18, 0});
     transform->SetChartRect({0.74, 0.1, 0.52, 0});
     transform->SetOffset({0.05, 0, -0.03, 0});
@@ -42,10 +42,10 @@ void Draw(example::Picture& picture) {
     example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* line = chart->NewChartObj(transform);
-    line->LineChart25D(year.data(), ppm.data(), 0.5, n, 0, 1, example::Color(0), 0);
+    line->LineChart25D(year.data(), ppm.data(), 0.5, n, 0, 2, example::Color(0), 0);
     line = chart->NewChartObj(transform);
-    line->LineChart25D(year.data(), trend.data(), 0.55, n, 0, 3, example::Color(3), 0);
-    example::AddKey(*chart, {"month", "year"}, {example::Color(0), example::Color(3)});
+    line->LineChart25D(year.data(), trend.data(), 0.55, n, 0, 2, example::Color(3), 0);
+    example::AddKey(*chart, {"month", "12 months"}, {example::Color(0), example::Color(3)});
     picture.Save("line_co2");
 }
 

@@ -19,19 +19,20 @@ void Draw(example::Picture& picture) {
     }
 
     CChart3D* chart = picture.NewChart("A helix", "and its shadows on three planes",
-                                       "x = cos t, y = sin t, z = t / 8 pi");
+                                       "X = cos t, Y = sin t, Z = t / 25");
     CTransform3D* transform = chart->NewTransform({-1.5, -1.5, 0, 0}, {1.5, 1.5, 1, 0});
     transform->SetRotate({-24, 0, 30, 0});
     transform->SetChartRect({0.5, 0.5, 0.46, 0});
     transform->SetOffset({0, 0, -0.02, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
-    axes->SetAxisTitleString(0, "x");
-    axes->SetAxisTitleString(1, "y");
-    axes->SetAxisTitleString(2, "z");
+    axes->SetAxisTitleString(0, "X");
+    example::SetDepthTitle(*axes, "Y");
+    axes->SetAxisTitleString(2, "Z");
     example::AddWalls(*axes, 0, 0, 0);
 
-    const double floorBackLeft[] = {0, -1.5, -1.5};
+    // A little in front of the walls.
+    const double floorBackLeft[] = {0.005, -1.49, -1.49};
     for (int plane = 0; plane < 3; ++plane) {
         CChartObj3D* shadow = chart->NewChartObj(transform);
         shadow->ProjectionLineChart3D(helix.data(), 0, kPoints, 0, 2, {0.55, 0.58, 0.63, 1}, plane,

@@ -17,7 +17,7 @@ void Draw(example::Picture& picture) {
                                        "U.S. Energy Information Administration");
     CTransform3D* transform = chart->NewTransform({2000, 0, 0, 0}, {2018, 3, 45, 0});
     transform->SetRotate({-22, 0, 28, 0});
-    transform->SetChartRect({0.58, 0.36, 0.48, 0});
+    transform->SetChartRect({0.56, 0.44, 0.48, 0});
     transform->SetOffset({-0.02, 0, -0.03, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);

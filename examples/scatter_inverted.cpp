@@ -21,14 +21,14 @@ void Draw(example::Picture& picture) {
     // Minimum and maximum exchanged: the scale runs backwards.
     CTransform3D* transform = chart->NewTransform({-180, 90, 600, 0}, {180, -90, 0, 0});
     transform->SetRotate({-28, 0, 24, 0});
-    transform->SetChartRect({0.66, 0.42, 0.38, 0});
-    transform->SetOffset({0.05, 0, -0.03, 0});
+    transform->SetChartRect({0.62, 0.40, 0.4, 0});
+    transform->SetOffset({0, 0, -0.03, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
     axes->SetAxisTics(0, 0, 30, 2, 0.02, 0.04, 2);
     axes->SetAxisTics(1, 0, 15, 3, 0.02, 0.04, 3);
-    axes->SetAxisTitleString(0, "longitude");
-    axes->SetAxisTitleString(1, "latitude");
+    axes->SetAxisTitleString(0, "east");
+    example::SetDepthTitle(*axes, "north");
     axes->SetAxisTitleString(2, "km deep");
     example::AddWalls(*axes, 2, 3, axes->GetAxisNthTicMajor(2));
 

@@ -20,14 +20,14 @@ void Draw(example::Picture& picture) {
 
     CChart3D* chart = picture.NewChart("Penguins of the Palmer Archipelago",
                                        "bill and flipper in mm, mass in kg", "Palmer Station LTER");
-    CTransform3D* transform = chart->NewTransform({30, 170, 2, 0}, {60, 240, 7, 0});
+    CTransform3D* transform = chart->NewTransform({30, 170, 2.5, 0}, {60, 235, 6.5, 0});
     transform->SetRotate({-22, 0, 30, 0});
-    transform->SetChartRect({0.5, 0.5, 0.46, 0});
-    transform->SetOffset({0, 0, -0.03, 0});
+    transform->SetChartRect({0.52, 0.44, 0.5, 0});
+    transform->SetOffset({-0.04, 0, 0, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
     axes->SetAxisTitleString(0, "bill");
-    axes->SetAxisTitleString(1, "flipper");
+    example::SetDepthTitle(*axes, "flipper");
     axes->SetAxisTitleString(2, "mass");
     example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), axes->GetAxisNthTicMajor(1),
                       axes->GetAxisNthTicMajor(2));

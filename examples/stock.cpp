@@ -15,7 +15,7 @@ void DrawPrices(example::Picture& picture, bool candles, const std::string& subt
     std::vector<double> day;
     for (int i = 0; i < n; ++i) day.push_back(i + 1);
 
-    CChart3D* chart = picture.NewChart("Volatility index, summer 2009", subtitle, "44 trading days");
+    CChart3D* chart = picture.NewChart("Volatility index, summer 2009", subtitle, "June and July 2009");
     CTransform3D* transform = chart->NewTransform({0, 0, 22, 0}, {45, 1, 34, 0});
     transform->SetRotate({-16, 0, 18, 0});
     transform->SetChartRect({0.76, 0.08, 0.52, 0});

@@ -13,6 +13,7 @@ CTextObj3D* AddText(CChart3D* chart, CTransform3D* transform, const char* words,
     text->SetRotation(rotation);
     text->SetJustify(1, 1);
     text->SetColor(color);
+    text->SetCharSize(1.2);
     return text;
 }
 
@@ -45,7 +46,7 @@ void Draw(example::Picture& picture) {
         AddText(chart, transform, "flip x", plane, at(0, -0.35), 0, color)->SetFlipX(1);
         AddText(chart, transform, "flip y", plane, at(0, -0.75), 0, color)->SetFlipY(1);
     }
-    AddText(chart, transform, "facing the viewer", 3, {0.3, 0.4, 0.3, 0}, 0, example::kBlack);
+    AddText(chart, transform, "facing the viewer", 3, {0.9, 0.3, -0.75, 0}, 0, example::kBlack);
     picture.Save("text_planes");
 }
 

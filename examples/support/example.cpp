@@ -33,6 +33,11 @@ Options ReadOptions(int argc, char** argv) {
     return options;
 }
 
+bool RunsBackwards(const CAxes3D& axes, int axis) {
+    const CTransform3D& transform = *axes.GetTransform();
+    return GetCoord3D(transform.GetScaleMax(), axis) < GetCoord3D(transform.GetScaleMin(), axis);
+}
+
 }  // namespace
 
 std::vector<std::string> Table::Text(const std::string& column) const {
@@ -93,8 +98,8 @@ CChart3D* Picture::NewChart(const std::string& title, const std::string& subtitl
     CChart3D* chart = m_View.NewChart3D();
     chart->EnableBorder(0);
     chart->SetFontSize(kFontSize);
-    // From the front, above and a little from the right: fronts, sides and tops differ.
-    chart->SetLightPosition({0.15, 1.2, 1.1, 0});
+    // From the front and above: tops, fronts and sides differ.
+    chart->SetLightPosition({0, 1.4, 0.9, 0});
     chart->GetHeader()->SetTitle1(title);
     chart->GetHeader()->SetTitle2(subtitle);
     chart->GetHeader()->SetFooter(footer);
@@ -123,14 +128,26 @@ void AddWalls(CAxes3D& axes, int nthX, int nthY, int nthZ) {
     const point3Dtype box = axes.GetTransform()->GetChartRect();
     const int nth[3][2] = {{nthX, nthY}, {nthX, nthZ}, {nthY, nthZ}};
     const double across[3] = {box.z, box.y, box.x};
-    for (int plane : {0, 1, 2}) {
+    for (int lowest : {0, 1, 2}) {
+        // Planes 3 to 5 lie at the largest values, which are in those places on a scale that runs
+        // backwards.
+        const int plane = RunsBackwards(axes, 2 - lowest) ? lowest + 3 : lowest;
         axes.SetWallPlane(plane, wall, edge);
-        axes.SetWallThickness(plane, thickness / (2 * across[plane]));
-        axes.SetWallOffset(plane, 0.0008);
+        axes.SetWallThickness(plane, thickness / (2 * across[lowest]));
+        axes.SetWallOffset(plane, 0.001);
         axes.SetOutlineWidth(plane, 1.0);
         axes.SetPlaneColorMode(plane, 0);
-        axes.SetPlaneGrid(plane, nth[plane][0], nth[plane][1], line, 1.0, 0, 0);
+        axes.SetPlaneGrid(plane, nth[lowest][0], nth[lowest][1], line, 1.0, 0, 0);
     }
+}
+
+void SetDepthTitle(CAxes3D& axes, const std::string& title) {
+    constexpr int kY = 1;
+    const int facingViewer = 3;
+    axes.GetAxisLabels(kY)->SetAxisTitle(facingViewer, 0, axes.GetAxisLabelsDir(kY), 0, 0, 1,
+                                         kBlack, title);
+    const int atMinimum = 1, atMaximum = 4, all = 7;
+    axes.SetAxisLabelsEnds(kY, all - (RunsBackwards(axes, kY) ? atMinimum : atMaximum));
 }
 
 CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y,
@@ -141,7 +158,7 @@ CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y
     CTextObj3D* note = chart.NewChartTextObj(transform, text);
     note->SetLocation({x, 0, y, 0});
     note->SetTextPlane(3);
-    note->SetJustify(xJustify, 1);
+    note->SetJustify(xJustify, 0);
     note->SetColor(color);
     note->SetCharSize(0.8);
     return note;
@@ -150,7 +167,7 @@ CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y
 void AddKey(CChart3D& chart, const std::vector<std::string>& names,
             const std::vector<RGBDType>& colors) {
     for (std::size_t i = 0; i < names.size(); ++i)
-        AddNote(chart, names[i], 0.96, 0.68 - 0.1 * static_cast<double>(i), colors.at(i), 2);
+        AddNote(chart, names[i], 0.97, 0.72 - 0.1 * static_cast<double>(i), colors.at(i), 2);
 }
 
 int Run(int argc, char** argv, void (*draw)(Picture& picture)) {

@@ -79,6 +79,10 @@ class Picture {
 /// from above and from its right; with grid lines at every n-th tic of each axis (0: none).
 void AddWalls(varnel::CAxes3D& axes, int nthX, int nthY, int nthZ);
 
+/// Gives the y axis, which leads away from the viewer, a title that faces the viewer, and leaves its
+/// label in the front corner out: the x axis has one there.
+void SetDepthTitle(varnel::CAxes3D& axes, const std::string& title);
+
 /// A text that faces the viewer, at a place of the chart's rectangle: -1..1 from its left to its
 /// right and from its bottom to its top. xJustify 0 starts there, 1 is centred, 2 ends there.
 varnel::CTextObj3D* AddNote(varnel::CChart3D& chart, const std::string& text, double x, double y,
