@@ -1,16 +1,16 @@
 // Legends as far as they need no context: entries, errors and records.
 #include <gtest/gtest.h>
 
-#include "tests/support/record_bytes.h"
 #include "tests/support/expect_error.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/platform/files.h"
 #include "varnel/varnel.h"
 
 namespace varnel {
 namespace {
 
-using test::RecordBytes;
 using test::Raises;
+using test::RecordBytes;
 
 constexpr RGBDType kRed{1, 0, 0, 1};
 constexpr RGBDType kGreen{0, 1, 0, 1};
@@ -61,7 +61,11 @@ TEST(LegendRecord, ByteForByte) {
 
     RecordBytes expected;
     expected.Ints({7, 1, 3}).Doubles({0, 0, 0, 0, 0.02}).Ints({2, 0}).Doubles({1}).String("Title");
-    expected.Doubles({0, 0, 0, 1}).Ints({1}).Doubles({1, 0, 1, 0, 1}).Ints({0}).Doubles({1, 1, 1, 1});
+    expected.Doubles({0, 0, 0, 1})
+        .Ints({1})
+        .Doubles({1, 0, 1, 0, 1})
+        .Ints({0})
+        .Doubles({1, 1, 1, 1});
     expected.Ints({1, 0}).Doubles({0.4}).Ints({2, 1}).Doubles({0.5}).String(" KMBT");
     expected.Ints({2}).Doubles({-1, 3}).Ints({2}).Doubles({1, 0, 0, 1, 0, 1, 0, 1});
     expected.Ints({1}).Record(EntryBytes(9));
