@@ -51,6 +51,19 @@ std::string FreeName(const std::string& chartFile, const std::string& extension)
     return name;
 }
 
+/// The largest area of a page in the proportions of a picture, in the middle, in fractions of the
+/// page. The library keeps a third of an inch free on each side of it.
+REALRECT AreaOnPage(const CDC& page, double width, double height) {
+    const double pageWidth = page.GetDeviceCaps(HORZRES);
+    const double pageHeight = page.GetDeviceCaps(VERTRES);
+    const double freeX = 2.0 * (page.GetDeviceCaps(LOGPIXELSX) / 3);
+    const double freeY = 2.0 * (page.GetDeviceCaps(LOGPIXELSY) / 3);
+    const double scale = std::min((pageWidth - freeX) / width, (pageHeight - freeY) / height);
+    const double w = (width * scale + freeX) / pageWidth;
+    const double h = (height * scale + freeY) / pageHeight;
+    return {(1.0 - w) / 2.0, (1.0 - h) / 2.0, w, h};
+}
+
 /// Gives a view's charts the positions that those of another view of the same file have.
 void CopyTurning(const CChartView3D& from, CChartView3D& to) {
     for (int i = 0; i < std::min(from.GetNumCharts(), to.GetNumCharts()); ++i) {
@@ -113,6 +126,10 @@ int Viewer::MillisecondsToWait() const {
 
 void Viewer::Handle(const X11Event& event) {
     using Type = X11Event::Type;
+    if (m_Notice && (event.type == Type::Press || event.type == Type::Key)) {
+        m_Notice.reset();
+        m_Dirty = true;
+    }
     switch (event.type) {
         case Type::Redraw:
             m_Dirty = true;
@@ -267,6 +284,10 @@ void Viewer::Print() {
             PageSetup page;
             page.landscape = m_Width > m_Height;
             Printer printer(name, page);
+            if (printer.GetDC()->GetSafeHdc() != nullptr) {
+                view.SetPrintScaleMode(3);
+                view.SetNormPrintRect(AreaOnPage(*printer.GetDC(), m_Width, m_Height));
+            }
             view.SetPrintResolution(1);
             view.OnPrint(printer.GetDC(), nullptr);
             Tell(printer.Finish() ? "Printed to " + name + "." : name + " cannot be written.");

@@ -21,7 +21,7 @@ class Viewer {
     /// Serves the window until its user closes it or it is gone. False when the display was lost.
     bool Run();
 
-    /// Shows a text over the chart for some seconds.
+    /// Shows a text over the chart for some seconds, at most until a key or button is pressed.
     void Tell(const std::string& text);
 
  private:
