@@ -7,7 +7,7 @@
 
 namespace varnel {
 
-int CAxes3D::nSelfID = 0;
+Counter CAxes3D::nSelfID;
 
 CAxes3D::CAxes3D() {
     SetAxesDefaults();

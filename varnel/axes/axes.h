@@ -13,6 +13,7 @@
 #include "varnel/axes/axis.h"
 #include "varnel/axes/axis_labels.h"
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -25,7 +26,7 @@ class VARNEL_API CAxes3D {
     static constexpr int kSignature = 202;
 
     /// How often SetAxesDefaults ran; the first word of every record, which Load takes over.
-    static int nSelfID;
+    static Counter nSelfID;
 
     /// Defaults alone.
     CAxes3D();

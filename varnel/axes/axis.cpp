@@ -19,7 +19,7 @@ int FixedWidth(double v, int decimals) {
 
 }  // namespace
 
-int CAxis3D::nSelfID = 0;
+Counter CAxis3D::nSelfID;
 
 CAxis3D::CAxis3D() {
     InitAxisDefaults();

@@ -27,7 +27,7 @@ int Opposite(int dir) {
 
 }  // namespace
 
-int CAxisLabels3D::nSelfID = 0;
+Counter CAxisLabels3D::nSelfID;
 
 /// One calculation of all labels: what is the same for each, and how far it has come.
 struct CAxisLabels3D::Run {

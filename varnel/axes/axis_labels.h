@@ -11,6 +11,7 @@
 
 #include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -28,7 +29,7 @@ class VARNEL_API CAxisLabels3D {
     static constexpr int kSignature = 404;
 
     /// How often InitAxisLabelsDefaults ran; the first word of every record, which Load takes over.
-    static int nSelfID;
+    static Counter nSelfID;
 
     /// Defaults alone. Raises "Object New Error" ("InitAxisLabelsDefaults") without memory for the
     /// title.

@@ -14,7 +14,7 @@
 
 namespace varnel {
 
-int CTextObj3D::nSelfID = 0;
+Counter CTextObj3D::nSelfID;
 
 CTextObj3D::CTextObj3D() {
     InitTextObjDefaults();

@@ -54,7 +54,7 @@ void UploadTexture(CDib& dib) {
 
 }  // namespace
 
-int CDIBObj3D::nSelfID = 0;
+Counter CDIBObj3D::nSelfID;
 
 CDIBObj3D::CDIBObj3D() {
     InitDIBObjDefaults();

@@ -21,13 +21,17 @@ namespace {
 
 constexpr int kDiffuse = 4609;
 
-detail::Origin At(const char* operation) { return {ERR3DCLASS_CHART3D, operation}; }
+detail::Origin At(const char* operation) {
+    return {ERR3DCLASS_CHART3D, operation};
+}
 
 }  // namespace
 
-int CChart3D::nSelfID = 0;
+Counter CChart3D::nSelfID;
 
-CChart3D::CChart3D() { InitChartDefaults(); }
+CChart3D::CChart3D() {
+    InitChartDefaults();
+}
 
 CChart3D::CChart3D(CChartView3D* view) {
     InitChartDefaults();
@@ -90,7 +94,8 @@ void CChart3D::InitChart3D(CChartView3D* view) {
     const GLContext::HostContextGuard host;
     m_pChartView = view;
     m_pOpenGL = view->GetOpenGLPntr();
-    for (int component : {4608, kDiffuse, 4610}) m_pOpenGL->LoadLight(component);
+    for (int component : {4608, kDiffuse, 4610})
+        m_pOpenGL->LoadLight(component);
     m_pHeader->InitHeaders(m_pOpenGL);
 }
 
@@ -108,7 +113,9 @@ CTransform3D* CChart3D::NewTransform(const point3Dtype& min, const point3Dtype& 
         detail::NewObject<CTransform3D>(At("NewTransform"), m_pOpenGL, min, max));
 }
 
-CAxes3D* CChart3D::NewAxes() { return m_AxesList.Append(detail::NewObject<CAxes3D>(At("NewAxes"))); }
+CAxes3D* CChart3D::NewAxes() {
+    return m_AxesList.Append(detail::NewObject<CAxes3D>(At("NewAxes")));
+}
 
 CAxes3D* CChart3D::NewAxes(CTransform3D* t, const point3Dtype& min, const point3Dtype& max) {
     RequireTransform(t, "NewAxes");
@@ -154,11 +161,12 @@ CAuxObj3D* CChart3D::NewAuxObj() {
 
 CAuxObj3D* CChart3D::NewAuxObj(CTransform3D* t, int shape) {
     RequireTransform(t, "NewAUXObj");
-    return m_AuxObjList.Append(
-        detail::NewObject<CAuxObj3D>(At("NewAuxObj"), m_pOpenGL, t, shape));
+    return m_AuxObjList.Append(detail::NewObject<CAuxObj3D>(At("NewAuxObj"), m_pOpenGL, t, shape));
 }
 
-CAuxObj3D* CChart3D::NewAuxObj(int shape) { return NewAuxObj(m_TransformList.GetAt(0), shape); }
+CAuxObj3D* CChart3D::NewAuxObj(int shape) {
+    return NewAuxObj(m_TransformList.GetAt(0), shape);
+}
 
 CDIBObj3D* CChart3D::NewDIBObj() {
     return m_DIBObjList.Append(detail::NewObject<CDIBObj3D>(At("NewDIBObj")));

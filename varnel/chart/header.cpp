@@ -5,7 +5,7 @@
 
 namespace varnel {
 
-int CHeader3D::nSelfID = 0;
+Counter CHeader3D::nSelfID;
 
 CHeader3D::CHeader3D() {
     InitHeaderDefaults();

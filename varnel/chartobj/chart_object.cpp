@@ -19,7 +19,7 @@ int TruncatedWidth(double width) {
 
 }  // namespace
 
-int CChartObj3D::nSelfID = 0;
+Counter CChartObj3D::nSelfID;
 
 CChartObj3D::CChartObj3D() {
     InitChartObjDefaults();

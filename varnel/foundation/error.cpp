@@ -34,7 +34,7 @@ static_assert(kDescriptions.size() == ERR3D_BAD_POLYSURFACE + 1);
 
 }  // namespace
 
-int CErr3D::nErrorReportMode = 1;
+Counter CErr3D::nErrorReportMode(1);
 
 CErr3D::CErr3D() {
     InitErr3DDefaults();

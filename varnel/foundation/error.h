@@ -5,6 +5,7 @@
 // description of the type is shown through the notice channel before the throw.
 #pragma once
 
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/types.h"
 
@@ -84,7 +85,7 @@ class VARNEL_API CErr3D {
     CString m_FunctionName;
 
  private:
-    static int nErrorReportMode;
+    static Counter nErrorReportMode;
 };
 
 }  // namespace varnel

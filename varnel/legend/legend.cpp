@@ -48,7 +48,7 @@ void RecordVector(Archive& record, std::vector<T>& items) {
 
 }  // namespace
 
-int CLegend3D::nSelfID = 0;
+Counter CLegend3D::nSelfID;
 
 CLegend3D::CLegend3D() {
     InitLegendDefaults();

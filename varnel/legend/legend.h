@@ -11,6 +11,7 @@
 
 #include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/types.h"
@@ -48,7 +49,7 @@ class VARNEL_API CLegend3D {
     static constexpr int kSignature = 808;
 
     /// How often InitLegendDefaults ran; the first word of every record.
-    static int nSelfID;
+    static Counter nSelfID;
 
     /// Defaults alone: attributes and entries can be set, nothing is drawn until InitLegend3D.
     CLegend3D();

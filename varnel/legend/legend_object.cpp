@@ -36,7 +36,7 @@ bool HasGroups(int chartType) {
 
 }  // namespace
 
-int CLegendObj3D::nSelfID = 0;
+Counter CLegendObj3D::nSelfID;
 
 CLegendObj3D::CLegendObj3D() {
     InitLegendObjDefaults();

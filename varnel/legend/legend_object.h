@@ -6,6 +6,7 @@
 #pragma once
 
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -34,7 +35,7 @@ class VARNEL_API CLegendObj3D {
     static constexpr int kSignature = 811;
 
     /// How often InitLegendObjDefaults ran; the first word of every record.
-    static int nSelfID;
+    static Counter nSelfID;
 
     /// An empty text with a blue rectangle.
     CLegendObj3D();

@@ -12,7 +12,7 @@ namespace {
 const RGBDType kBlack = {0.0, 0.0, 0.0, 1.0};
 }
 
-int CAuxObj3D::nSelfID = 0;
+Counter CAuxObj3D::nSelfID;
 
 CAuxObj3D::CAuxObj3D() {
     InitAuxObjDefaults();

@@ -8,6 +8,7 @@
 #include <array>
 
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -23,7 +24,7 @@ class VARNEL_API CAuxObj3D {
     static constexpr int kSignature = 101;
 
     /// How often InitAuxObjDefaults ran; the first word of every record.
-    static int nSelfID;
+    static Counter nSelfID;
 
     /// Defaults alone; nothing is drawn until InitAuxObj.
     CAuxObj3D();

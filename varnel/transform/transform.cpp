@@ -32,7 +32,7 @@ bool IsAxis(int axis) {
 
 }  // namespace
 
-int CTransform3D::nSelfIDCntr = 0;
+Counter CTransform3D::nSelfIDCntr;
 
 CTransform3D::CTransform3D() {
     SetTransformDefaults();

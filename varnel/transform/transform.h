@@ -9,6 +9,7 @@
 // negative rotation about x looks from above; (-20, 0, 25) degrees is a good view.
 #pragma once
 
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -157,7 +158,7 @@ class VARNEL_API CTransform3D {
     void MakeTextTransformCurrent();
     bool IsLogarithmic(int axis) const;
 
-    static int nSelfIDCntr;
+    static Counter nSelfIDCntr;
 
     COpenGL* m_pOpenGL;
     double m_GraphTransform[16];

@@ -17,6 +17,7 @@
 #include <type_traits>
 
 #include "varnel/foundation/colors.h"
+#include "varnel/foundation/counter.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -86,6 +87,7 @@ class VARNEL_API RecordWriter {
         SwapScalars(bytes, sizeof(T), ScalarWidth<T>());
         m_File.Write(bytes, sizeof(T));
     }
+    void Field(const Counter& counter) { Field(std::int32_t{counter}); }
     void Field(const CString& s);
 
     File& m_File;
@@ -124,6 +126,11 @@ class VARNEL_API RecordReader {
         if (m_File.Read(bytes, sizeof(T)) < sizeof(T)) return;
         SwapScalars(bytes, sizeof(T), ScalarWidth<T>());
         std::memcpy(static_cast<void*>(&field), bytes, sizeof(T));
+    }
+    void Field(Counter& counter) {
+        std::int32_t value = counter;
+        Field(value);
+        counter = value;
     }
     void Field(CString& s);
 
