@@ -39,7 +39,9 @@ void Draw(example::Picture& picture) {
     axes->EnableAxis(1, 0);
     axes->EnableAxisLabels(1, 0);
     axes->SetAxisTitleString(0, "year");
-    axes->SetAxisTitleString(2, "\xB0" "C");
+    axes->SetAxisTitleString(2,
+                             "\xB0"
+                             "C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     for (const auto* part : {&below, &above}) {
@@ -54,4 +56,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

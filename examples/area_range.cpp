@@ -32,7 +32,9 @@ void Draw(example::Picture& picture) {
     axes->SetAxisLabelsStrings(0, example::kMonths.data(), 12);
     axes->SetAxisLabelsSize(0, 0.7);
     axes->SetAxisLabelsXJust(0, 0);
-    axes->SetAxisTitleString(2, "\xB0" "C");
+    axes->SetAxisTitleString(2,
+                             "\xB0"
+                             "C");
     example::AddWalls(*axes, 1, 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* band = chart->NewChartObj(transform);
@@ -45,4 +47,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -13,10 +13,10 @@ struct Shape {
 
 void Draw(example::Picture& picture) {
     // By their codes, from 1.
-    const Shape shapes[] = {{"sphere", {1, 0, 0}, 0.11},      {"cube", {1, 0, 0}, 0.17},
-                            {"box", {1.5, 0.6, 1}, 0.15},     {"torus", {0.4, 1, 0}, 0.085},
-                            {"cylinder", {0.7, 2, 0}, 0.1},   {"icosahedron", {1, 0, 0}, 0.12},
-                            {"octahedron", {1, 0, 0}, 0.13},  {"tetrahedron", {1, 0, 0}, 0.045},
+    const Shape shapes[] = {{"sphere", {1, 0, 0}, 0.11},       {"cube", {1, 0, 0}, 0.17},
+                            {"box", {1.5, 0.6, 1}, 0.15},      {"torus", {0.4, 1, 0}, 0.085},
+                            {"cylinder", {0.7, 2, 0}, 0.1},    {"icosahedron", {1, 0, 0}, 0.12},
+                            {"octahedron", {1, 0, 0}, 0.13},   {"tetrahedron", {1, 0, 0}, 0.045},
                             {"dodecahedron", {1, 0, 0}, 0.12}, {"cone", {0.8, 1.6, 0}, 0.12}};
     CChart3D* chart = picture.NewChart("Solids", "outlined, and as wire", "codes 1 to 10");
     chart->SetChartPosition(picture.Square());
@@ -45,4 +45,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

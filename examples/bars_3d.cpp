@@ -39,7 +39,8 @@ void Draw(example::Picture& picture) {
         }
     const std::vector<double> base(corners.size(), 0.0);
 
-    CChart3D* chart = picture.NewChart("Warm days in Seattle", "mean of the daily maximum", "National Oceanic and Atmospheric Administration");
+    CChart3D* chart = picture.NewChart("Warm days in Seattle", "mean of the daily maximum",
+                                       "National Oceanic and Atmospheric Administration");
     CTransform3D* transform = chart->NewTransform({0.4, 2011.4, 0, 0}, {12.6, 2015.6, 30, 0});
     transform->SetRotate({-24, 0, 32, 0});
     transform->SetChartRect({0.62, 0.42, 0.44, 0});
@@ -49,7 +50,9 @@ void Draw(example::Picture& picture) {
     axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.04, 2);
     axes->SetAxisLabelsStrings(0, example::kMonthInitials.data(), kMonths);
     axes->SetAxisTics(1, kFirstYear, 1, 1, 0.02, 0.04, 3);
-    axes->SetAxisTitleString(2, "\xB0" "C");
+    axes->SetAxisTitleString(2,
+                             "\xB0"
+                             "C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* bars = chart->NewChartObj(transform);
@@ -61,4 +64,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

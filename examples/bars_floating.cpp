@@ -19,8 +19,8 @@ void Draw(example::Picture& picture) {
         colors.push_back(close[i] >= open[i] ? example::Color(2) : example::Color(3));
     }
 
-    CChart3D* chart =
-        picture.NewChart("Volatility index, summer 2009", "daily low to high", "June and July 2009");
+    CChart3D* chart = picture.NewChart("Volatility index, summer 2009", "daily low to high",
+                                       "June and July 2009");
     CTransform3D* transform = chart->NewTransform({0, 0, 22, 0}, {45, 1, 34, 0});
     transform->SetRotate({-16, 0, 20, 0});
     transform->SetChartRect({0.76, 0.08, 0.52, 0});
@@ -44,4 +44,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

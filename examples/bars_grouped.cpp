@@ -12,10 +12,12 @@ void DrawBars(example::Picture& picture, int groupType, const std::string& subti
     const int n = static_cast<int>(years.size());
     std::vector<double> terawattHours;  // source by source
     for (const char* source : {"fossil_fuels_gwh", "nuclear_energy_gwh", "renewables_gwh"})
-        for (double gwh : table.Numbers(source)) terawattHours.push_back(gwh / 1000);
+        for (double gwh : table.Numbers(source))
+            terawattHours.push_back(gwh / 1000);
     const std::vector<RGBDType> colors = {example::Color(7), example::Color(4), example::Color(2)};
 
-    CChart3D* chart = picture.NewChart("Iowa's electricity", subtitle, "U.S. Energy Information Administration");
+    CChart3D* chart =
+        picture.NewChart("Iowa's electricity", subtitle, "U.S. Energy Information Administration");
     CTransform3D* transform = chart->AutoTransformGroup25D(years.data(), terawattHours.data(), 0.0,
                                                            n, 3, 1.0, 0, groupType, 0);
     transform->SetScaleMin({2000, 0, 0, 0});
@@ -45,4 +47,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

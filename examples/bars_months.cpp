@@ -12,7 +12,8 @@ void Draw(example::Picture& picture) {
     constexpr int kYears = 4;
     double month[12] = {};
     double millimetres[12] = {};
-    for (int m = 0; m < 12; ++m) month[m] = m + 1;
+    for (int m = 0; m < 12; ++m)
+        month[m] = m + 1;
     for (std::size_t i = 0; i < rain.size(); ++i)
         millimetres[dates[i].month - 1] += rain[i] / kYears;
 
@@ -41,4 +42,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -20,8 +20,9 @@ void Draw(example::Picture& picture) {
         BoxStatistics(samples[m].data(), static_cast<int>(samples[m].size()), six + m, kMonths);
     }
 
-    CChart3D* chart = picture.NewChart("Daily maxima in Seattle", "extremes, quartiles, median, mean",
-                                       "National Oceanic and Atmospheric Administration");
+    CChart3D* chart =
+        picture.NewChart("Daily maxima in Seattle", "extremes, quartiles, median, mean",
+                         "National Oceanic and Atmospheric Administration");
     CTransform3D* transform = chart->NewTransform({0.4, 0, -5, 0}, {12.6, 1, 40, 0});
     transform->SetRotate({-16, 0, 18, 0});
     transform->SetChartRect({0.76, 0.1, 0.52, 0});
@@ -33,18 +34,22 @@ void Draw(example::Picture& picture) {
     axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.03, 2);
     axes->SetAxisLabelsStrings(0, example::kMonths.data(), kMonths);
     axes->SetAxisLabelsSize(0, 0.75);
-    axes->SetAxisTitleString(2, "\xB0" "C");
+    axes->SetAxisTitleString(2,
+                             "\xB0"
+                             "C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     const RGBDType lower = example::Color(0);
     const RGBDType upper = example::Color(1);
     const RGBDType colors[] = {lower, lower, example::kBlack, upper, upper, example::Color(3)};
     CChartObj3D* boxes = chart->NewChartObj(transform);
-    boxes->BoxAndWhiskerChart25D(month, six, 0.5, kMonths, 0.6, 0.6, 12, 0.25, 2, colors,
-                                 example::kGrey, 1, 1, 0, 1);
+    boxes->BoxAndWhiskerChart25D(month, six, 0.5, kMonths, 0.6, 0.6, 12, 0.25, picture.Pixels(2),
+                                 colors, example::kGrey, 1, 1, 0, 1);
     picture.Save("boxes");
 }
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

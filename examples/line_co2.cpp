@@ -12,7 +12,8 @@ std::vector<double> YearlyMean(const std::vector<double>& monthly) {
     std::vector<double> mean(monthly.size(), std::nan(""));
     for (std::size_t i = 6; i + 6 < monthly.size(); ++i) {
         double sum = (monthly[i - 6] + monthly[i + 6]) / 2;
-        for (std::size_t k = i - 5; k <= i + 5; ++k) sum += monthly[k];
+        for (std::size_t k = i - 5; k <= i + 5; ++k)
+            sum += monthly[k];
         mean[i] = sum / 12;
     }
     return mean;
@@ -42,13 +43,16 @@ void Draw(example::Picture& picture) {
     example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* line = chart->NewChartObj(transform);
-    line->LineChart25D(year.data(), ppm.data(), 0.5, n, 0, 2, example::Color(0), 0);
+    line->LineChart25D(year.data(), ppm.data(), 0.5, n, 0, picture.Pixels(2), example::Color(0), 0);
     line = chart->NewChartObj(transform);
-    line->LineChart25D(year.data(), trend.data(), 0.55, n, 0, 2, example::Color(3), 0);
+    line->LineChart25D(year.data(), trend.data(), 0.55, n, 0, picture.Pixels(2), example::Color(3),
+                       0);
     example::AddKey(*chart, {"month", "12 months"}, {example::Color(0), example::Color(3)});
     picture.Save("line_co2");
 }
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

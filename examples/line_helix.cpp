@@ -35,14 +35,16 @@ void Draw(example::Picture& picture) {
     const double floorBackLeft[] = {0.005, -1.49, -1.49};
     for (int plane = 0; plane < 3; ++plane) {
         CChartObj3D* shadow = chart->NewChartObj(transform);
-        shadow->ProjectionLineChart3D(helix.data(), 0, kPoints, 0, 2, {0.55, 0.58, 0.63, 1}, plane,
-                                      floorBackLeft[plane]);
+        shadow->ProjectionLineChart3D(helix.data(), 0, kPoints, 0, picture.Pixels(2),
+                                      {0.55, 0.58, 0.63, 1}, plane, floorBackLeft[plane]);
     }
     CChartObj3D* line = chart->NewChartObj(transform);
-    line->LineChart3D(helix.data(), kPoints, 0, 4, example::Color(3));
+    line->LineChart3D(helix.data(), kPoints, 0, picture.Pixels(4), example::Color(3));
     picture.Save("line_helix");
 }
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -1,4 +1,5 @@
-// Iowa's electricity: three ribbons behind each other, one a source, their names on the axis of depth.
+// Iowa's electricity: three ribbons behind each other, one a source, their names on the axis of
+// depth.
 #include "examples/support/example.h"
 
 using namespace varnel;
@@ -29,7 +30,8 @@ void Draw(example::Picture& picture) {
 
     for (int source = 0; source < 3; ++source) {
         std::vector<double> terawattHours;
-        for (double gwh : table.Numbers(columns[source])) terawattHours.push_back(gwh / 1000);
+        for (double gwh : table.Numbers(columns[source]))
+            terawattHours.push_back(gwh / 1000);
         CChartObj3D* ribbon = chart->NewChartObj(transform);
         ribbon->RibbonChart25D(years.data(), terawattHours.data(), source + 0.5, n, 0.7,
                                colors[source], example::kGrey, 1, 0);
@@ -39,4 +41,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -16,8 +16,8 @@ void Draw(example::Picture& picture) {
     for (std::size_t i = 0; i < depth.size(); ++i)
         (magnitude[i] < 4.5 ? weak : strong).push_back({longitude[i], latitude[i], depth[i], 0});
 
-    CChart3D* chart = picture.NewChart("A week of earthquakes", "where, and how deep",
-                                       "U.S. Geological Survey");
+    CChart3D* chart =
+        picture.NewChart("A week of earthquakes", "where, and how deep", "U.S. Geological Survey");
     // Minimum and maximum exchanged: the scale runs backwards.
     CTransform3D* transform = chart->NewTransform({-180, 90, 600, 0}, {180, -90, 0, 0});
     transform->SetRotate({-28, 0, 24, 0});
@@ -45,4 +45,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -34,9 +34,9 @@ void Draw(example::Picture& picture) {
 
     std::vector<std::string> names;
     std::vector<RGBDType> colors;
-    for (const Species& s : {Species{"Adelie", 10, example::Color(1)},
-                             Species{"Chinstrap", 13, example::Color(4)},
-                             Species{"Gentoo", 12, example::Color(0)}}) {
+    for (const Species& s :
+         {Species{"Adelie", 10, example::Color(1)}, Species{"Chinstrap", 13, example::Color(4)},
+          Species{"Gentoo", 12, example::Color(0)}}) {
         std::vector<point3Dtype> points;
         for (std::size_t i = 0; i < species.size(); ++i)
             if (species[i] == s.name) points.push_back({bill[i], flipper[i], mass[i] / 1000, 0});
@@ -52,4 +52,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -27,12 +27,14 @@ void Draw(example::Picture& picture) {
     CChart3D* chart = picture.NewChart("The year in Seattle", "warmth, wind and rain of each month",
                                        "National Oceanic and Atmospheric Administration");
     CTransform3D* transform = chart->NewTransform({5, 2, 0, 0}, {30, 4, 7, 0});
-    transform->SetRotate({-22, 0, 24, 0});
+    transform->SetRotate({-22, 0, 26, 0});
     transform->SetChartRect({0.6, 0.42, 0.48, 0});
-    transform->SetOffset({0, 0, -0.02, 0});
+    transform->SetOffset({-0.08, 0, 0, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
-    axes->SetAxisTitleString(0, "daily maximum, \xB0" "C");
+    axes->SetAxisTitleString(0,
+                             "daily maximum, \xB0"
+                             "C");
     example::SetDepthTitle(*axes, "wind, m/s");
     axes->SetAxisTitleString(2, "rain, mm a day");
     example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), axes->GetAxisNthTicMajor(1),
@@ -40,7 +42,7 @@ void Draw(example::Picture& picture) {
 
     months.push_back(months[0]);
     CChartObj3D* line = chart->NewChartObj(transform);
-    line->LineChart3D(months.data(), 13, 0, 2, {0.65, 0.75, 0.88, 1});
+    line->LineChart3D(months.data(), 13, 0, picture.Pixels(2), {0.65, 0.75, 0.88, 1});
     CChartObj3D* text = chart->NewChartObj(transform);
     text->ScatterText3D(months.data(), example::kMonths.data(), 12, 0.75, 3, example::Color(3), 0,
                         0.0);
@@ -49,4 +51,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

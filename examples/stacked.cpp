@@ -16,7 +16,8 @@ Electricity Read(const example::Picture& picture) {
     const example::Table table = picture.Read("iowa_electricity.csv");
     Electricity out{table.Numbers("year"), {}};
     for (const char* source : {"nuclear_energy_gwh", "fossil_fuels_gwh", "renewables_gwh"})
-        for (double gwh : table.Numbers(source)) out.terawattHours.push_back(gwh / 1000);
+        for (double gwh : table.Numbers(source))
+            out.terawattHours.push_back(gwh / 1000);
     return out;
 }
 
@@ -60,4 +61,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -6,10 +6,9 @@ using namespace varnel;
 namespace {
 
 void Draw(example::Picture& picture) {
-    const char* names[] = {"10 cube", "11 plus", "12 diamond", "13 pyramid", "14 hourglass",
-                           "15 arrow"};
-    CChart3D* chart =
-        picture.NewChart("Symbols", "of scatter charts", "codes 10 to 15");
+    const char* names[] = {"10 cube",    "11 plus",      "12 diamond",
+                           "13 pyramid", "14 hourglass", "15 arrow"};
+    CChart3D* chart = picture.NewChart("Symbols", "of scatter charts", "codes 10 to 15");
     chart->SetChartPosition(picture.Square());
     for (int i = 0; i < 6; ++i) {
         const double x = -0.6 + 0.6 * (i % 3);
@@ -28,4 +27,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

@@ -46,10 +46,12 @@ void Draw(example::Picture& picture) {
         AddText(chart, transform, "flip x", plane, at(0, -0.35), 0, color)->SetFlipX(1);
         AddText(chart, transform, "flip y", plane, at(0, -0.75), 0, color)->SetFlipY(1);
     }
-    AddText(chart, transform, "facing the viewer", 3, {0.9, 0.3, -0.75, 0}, 0, example::kBlack);
+    AddText(chart, transform, "facing the viewer", 3, {1, 0.3, -0.8, 0}, 0, example::kBlack);
     picture.Save("text_planes");
 }
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

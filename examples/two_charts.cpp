@@ -12,7 +12,8 @@ void AddMonths(example::Picture& picture, const std::string& title, const std::s
     chart->SetChartPosition(position);
     chart->SetFontSize(0.12);
     std::vector<double> month;
-    for (int m = 1; m <= 12; ++m) month.push_back(m);
+    for (int m = 1; m <= 12; ++m)
+        month.push_back(m);
     CTransform3D* transform = chart->NewTransform({0.4, 0, 0, 0}, {12.6, 1, max, 0});
     transform->SetRotate({-18, 0, 22, 0});
     transform->SetChartRect({0.7, 0.14, 0.56, 0});
@@ -34,7 +35,8 @@ void Draw(example::Picture& picture) {
     const example::Table table = picture.Read("seattle_weather.csv");
     const std::vector<example::Date> dates = table.Dates("date");
     std::vector<double> days(12), rain(12), wind(12);
-    for (const example::Date& date : dates) days[static_cast<std::size_t>(date.month - 1)] += 1;
+    for (const example::Date& date : dates)
+        days[static_cast<std::size_t>(date.month - 1)] += 1;
     for (std::size_t i = 0; i < dates.size(); ++i) {
         const auto m = static_cast<std::size_t>(dates[i].month - 1);
         rain[m] += table.Numbers("precipitation_mm")[i] / days[m];
@@ -51,4 +53,6 @@ void Draw(example::Picture& picture) {
 
 }  // namespace
 
-int main(int argc, char** argv) { return example::Run(argc, argv, Draw); }
+int main(int argc, char** argv) {
+    return example::Run(argc, argv, Draw);
+}

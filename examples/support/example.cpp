@@ -1,6 +1,7 @@
 #include "examples/support/example.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -19,7 +20,8 @@ constexpr double kFontSize = 0.085;
 std::vector<std::string> Split(const std::string& line) {
     std::vector<std::string> cells;
     std::istringstream in(line);
-    for (std::string cell; std::getline(in, cell, ',');) cells.push_back(cell);
+    for (std::string cell; std::getline(in, cell, ',');)
+        cells.push_back(cell);
     return cells;
 }
 
@@ -45,13 +47,15 @@ std::vector<std::string> Table::Text(const std::string& column) const {
     if (found == names.end()) throw std::runtime_error("no column " + column);
     const auto index = static_cast<std::size_t>(found - names.begin());
     std::vector<std::string> cells;
-    for (const auto& row : rows) cells.push_back(row.at(index));
+    for (const auto& row : rows)
+        cells.push_back(row.at(index));
     return cells;
 }
 
 std::vector<double> Table::Numbers(const std::string& column) const {
     std::vector<double> numbers;
-    for (const std::string& cell : Text(column)) numbers.push_back(std::stod(cell));
+    for (const std::string& cell : Text(column))
+        numbers.push_back(std::stod(cell));
     return numbers;
 }
 
@@ -64,10 +68,9 @@ std::vector<Date> Table::Dates(const std::string& column) const {
 }
 
 RGBDType Color(int index) {
-    constexpr RGBDType colors[] = {{0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1},
-                                   {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
-                                   {0.58, 0.40, 0.74, 1}, {0.55, 0.34, 0.29, 1},
-                                   {0.89, 0.47, 0.76, 1}, {0.50, 0.50, 0.50, 1}};
+    constexpr RGBDType colors[] = {
+        {0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1}, {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
+        {0.58, 0.40, 0.74, 1}, {0.55, 0.34, 0.29, 1}, {0.89, 0.47, 0.76, 1}, {0.50, 0.50, 0.50, 1}};
     return colors[static_cast<std::size_t>(index) % std::size(colors)];
 }
 
@@ -87,11 +90,14 @@ Table Picture::Read(const std::string& file) const {
     std::string line;
     std::getline(in, line);
     table.names = Split(line);
-    while (std::getline(in, line)) table.rows.push_back(Split(line));
+    while (std::getline(in, line))
+        table.rows.push_back(Split(line));
     return table;
 }
 
-std::string Picture::DataFile(const std::string& file) const { return m_Options.data + "/" + file; }
+std::string Picture::DataFile(const std::string& file) const {
+    return m_Options.data + "/" + file;
+}
 
 CChart3D* Picture::NewChart(const std::string& title, const std::string& subtitle,
                             const std::string& footer) {
@@ -111,6 +117,10 @@ GLViewRType Picture::Square() const {
     const double width = side / m_Options.width;
     const double height = side / m_Options.height;
     return {(1 - width) / 2, (1 - height) / 2, width, height};
+}
+
+int Picture::Pixels(double width) const {
+    return std::max(1, static_cast<int>(std::lround(width * m_Options.height / 768)));
 }
 
 void Picture::Save(const std::string& name) {

@@ -60,12 +60,15 @@ class Picture {
     Table Read(const std::string& file) const;
     std::string DataFile(const std::string& file) const;
 
-    /// A chart over the whole view, with its titles; all of it in the gallery's font size and light.
+    /// A chart over the whole view, with its titles; all of it in the gallery's font size and
+    /// light.
     varnel::CChart3D* NewChart(const std::string& title, const std::string& subtitle,
                                const std::string& footer);
     /// The largest part of the view that is square on the screen, in the middle: what is round in
     /// device coordinates is round there.
     varnel::GLViewRType Square() const;
+    /// The width of a line that is `width` pixels wide in a picture 768 pixels high.
+    int Pixels(double width) const;
     /// Writes NAME.png and NAME.bmp, and removes the charts: the next picture starts anew.
     void Save(const std::string& name);
 
@@ -79,8 +82,8 @@ class Picture {
 /// from above and from its right; with grid lines at every n-th tic of each axis (0: none).
 void AddWalls(varnel::CAxes3D& axes, int nthX, int nthY, int nthZ);
 
-/// Gives the y axis, which leads away from the viewer, a title that faces the viewer, and leaves its
-/// label in the front corner out: the x axis has one there.
+/// Gives the y axis, which leads away from the viewer, a title that faces the viewer, and leaves
+/// its label in the front corner out: the x axis has one there.
 void SetDepthTitle(varnel::CAxes3D& axes, const std::string& title);
 
 /// A text that faces the viewer, at a place of the chart's rectangle: -1..1 from its left to its

@@ -1,0 +1,124 @@
+// Runs every example at a small size and compares its pictures with those stored in
+// references/EXAMPLE/. Drivers differ in the pixels along edges, so a picture may differ a little.
+//
+// With VARNEL_UPDATE_REFERENCES set in the environment the references are replaced by the new
+// pictures instead; look at them before they are committed.
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path kPrograms = VARNEL_EXAMPLE_PROGRAMS;
+const fs::path kData = VARNEL_EXAMPLE_DATA;
+const fs::path kReferences = VARNEL_EXAMPLE_REFERENCES;
+const char* const kNames[] = {VARNEL_EXAMPLE_NAMES};
+
+constexpr const char* kSize = "320x240";
+constexpr const char* kSamples = "0";
+
+/// Mean of the absolute differences of all components, of 255.
+constexpr double kLargestMean = 1.5;
+/// Pixels of which a component differs by more than kFar, of 255, in per cent of all.
+constexpr int kFar = 40;
+constexpr double kLargestFarPercent = 1.0;
+
+struct Pixels {
+    unsigned width = 0;
+    unsigned height = 0;
+    std::vector<png_byte> rgb;
+};
+
+std::optional<Pixels> ReadPng(const fs::path& file) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, file.c_str()) == 0) return std::nullopt;
+    image.format = PNG_FORMAT_RGB;
+    Pixels pixels{image.width, image.height, std::vector<png_byte>(PNG_IMAGE_SIZE(image))};
+    if (png_image_finish_read(&image, nullptr, pixels.rgb.data(), 0, nullptr) == 0)
+        return std::nullopt;
+    return pixels;
+}
+
+void ExpectSimilar(const Pixels& drawn, const Pixels& reference) {
+    ASSERT_EQ(drawn.width, reference.width);
+    ASSERT_EQ(drawn.height, reference.height);
+    double sum = 0;
+    double far = 0;
+    for (std::size_t i = 0; i < drawn.rgb.size(); i += 3) {
+        int largest = 0;
+        for (std::size_t c = i; c < i + 3; ++c) {
+            const int difference = std::abs(drawn.rgb[c] - reference.rgb[c]);
+            sum += difference;
+            largest = std::max(largest, difference);
+        }
+        if (largest > kFar) ++far;
+    }
+    const auto components = static_cast<double>(drawn.rgb.size());
+    EXPECT_LE(sum / components, kLargestMean);
+    EXPECT_LE(100 * 3 * far / components, kLargestFarPercent);
+}
+
+std::set<std::string> PicturesIn(const fs::path& folder) {
+    std::set<std::string> names;
+    if (!fs::is_directory(folder)) return names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == ".png") names.insert(entry.path().filename());
+    return names;
+}
+
+class Example : public testing::TestWithParam<const char*> {
+ protected:
+    void SetUp() override { fs::create_directories(m_Drawn); }
+    /// Pictures of a failed example stay, to be looked at.
+    void TearDown() override {
+        if (!HasFailure()) fs::remove_all(m_Drawn);
+    }
+
+    const std::string m_Name = GetParam();
+    const fs::path m_Drawn = fs::path(testing::TempDir()) / "varnel_examples" / m_Name;
+    const fs::path m_Reference = kReferences / m_Name;
+};
+
+TEST_P(Example, DrawsItsPictures) {
+    const std::string command = "'" + (kPrograms / ("example_" + m_Name)).string() + "' '" +
+                                kData.string() + "' '" + m_Drawn.string() + "' " + kSize + " " +
+                                kSamples;
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    const std::set<std::string> pictures = PicturesIn(m_Drawn);
+    ASSERT_FALSE(pictures.empty());
+    if (std::getenv("VARNEL_UPDATE_REFERENCES") != nullptr) {
+        fs::remove_all(m_Reference);
+        fs::create_directories(m_Reference);
+        for (const std::string& picture : pictures)
+            fs::copy_file(m_Drawn / picture, m_Reference / picture);
+    }
+    ASSERT_EQ(pictures, PicturesIn(m_Reference)) << "drawn in " << m_Drawn;
+    for (const std::string& picture : pictures) {
+        SCOPED_TRACE((m_Drawn / picture).string());
+        const std::optional<Pixels> drawn = ReadPng(m_Drawn / picture);
+        const std::optional<Pixels> reference = ReadPng(m_Reference / picture);
+        ASSERT_TRUE(drawn && reference);
+        ExpectSimilar(*drawn, *reference);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Gallery, Example, testing::ValuesIn(kNames),
+                         [](const auto& example) { return std::string(example.param); });
+
+TEST(References, BelongToExamples) {
+    const std::set<std::string> names(std::begin(kNames), std::end(kNames));
+    for (const fs::directory_entry& entry : fs::directory_iterator(kReferences))
+        EXPECT_TRUE(names.contains(entry.path().filename())) << entry.path();
+}
+
+}  // namespace
