@@ -58,6 +58,8 @@ class Picture {
     varnel::CChartView3D& View() { return m_View; }
     /// Reads a file of the data folder.
     Table Read(const std::string& file) const;
+    /// All numbers of a file without a header line, row by row.
+    std::vector<double> ReadMatrix(const std::string& file) const;
     std::string DataFile(const std::string& file) const;
 
     /// A chart over the whole view, with its titles; all of it in the gallery's font size and light.
@@ -66,7 +68,7 @@ class Picture {
     /// The largest part of the view that is square on the screen, in the middle: what is round in
     /// device coordinates is round there.
     varnel::GLViewRType Square() const;
-    /// Writes NAME.png and NAME.bmp, and removes the charts: the next picture starts anew.
+    /// Writes NAME.png and NAME.bmp, and removes charts and legends: the next picture starts anew.
     void Save(const std::string& name);
 
  private:
