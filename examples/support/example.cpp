@@ -95,6 +95,16 @@ Table Picture::Read(const std::string& file) const {
     return table;
 }
 
+std::vector<double> Picture::ReadMatrix(const std::string& file) const {
+    std::ifstream in(DataFile(file));
+    if (!in) throw std::runtime_error("cannot read " + DataFile(file));
+    std::vector<double> numbers;
+    for (std::string line; std::getline(in, line);)
+        for (const std::string& cell : Split(line))
+            numbers.push_back(std::stod(cell));
+    return numbers;
+}
+
 std::string Picture::DataFile(const std::string& file) const {
     return m_Options.data + "/" + file;
 }
@@ -127,7 +137,7 @@ void Picture::Save(const std::string& name) {
     const std::string path = m_Options.pictures + "/" + name;
     m_View.SaveToFile(path + ".bmp");
     m_View.SaveToPNG(path + ".png");
-    m_View.DeleteCharts();
+    m_View.DeleteChartViewObjects();
 }
 
 void AddWalls(CAxes3D& axes, int nthX, int nthY, int nthZ) {

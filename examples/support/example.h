@@ -58,6 +58,8 @@ class Picture {
     varnel::CChartView3D& View() { return m_View; }
     /// Reads a file of the data folder.
     Table Read(const std::string& file) const;
+    /// All numbers of a file without a header line, row by row.
+    std::vector<double> ReadMatrix(const std::string& file) const;
     std::string DataFile(const std::string& file) const;
 
     /// A chart over the whole view, with its titles; all of it in the gallery's font size and
@@ -69,7 +71,7 @@ class Picture {
     varnel::GLViewRType Square() const;
     /// The width of a line that is `width` pixels wide in a picture 768 pixels high.
     int Pixels(double width) const;
-    /// Writes NAME.png and NAME.bmp, and removes the charts: the next picture starts anew.
+    /// Writes NAME.png and NAME.bmp, and removes charts and legends: the next picture starts anew.
     void Save(const std::string& name);
 
  private:

@@ -148,6 +148,14 @@ class VARNEL_API CChart3D {
     /// Copies the valid colours and the range out; null pointers are skipped.
     void GetTextureColorArray(RGBDType* colors, double* min, double* max) const;
     int GetNumTextureColors() const { return m_NumTextureColors; }
+    /// Colours a surface in space by height, from its lowest polygon corner to its highest: gives
+    /// the chart the 256 colours of a map of surface/color_map.h over the surface's range (in
+    /// working coordinates, so call it after a change of the z axis's scale mode) and texture mode
+    /// 2, and the object colour mode 2. A surface without a height range has the map's middle
+    /// colour. False, and nothing is changed, for an unknown map, for what is no
+    /// POLYSURFACECHART3D, and for a surface without a finite height. A chart has one set of
+    /// colours: the last call holds.
+    bool ColorSurfaceByHeight(CChartObj3D* surfaceObject, const CString& colorMap);
 
     /// Places the chart in the view, in fractions of the view's size.
     void SetChartPosition(const GLViewRType& p);

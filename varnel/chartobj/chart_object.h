@@ -306,6 +306,8 @@ class VARNEL_API CChartObj3D {
     point3Dtype Get3DPoint(int i) const;
     void SetPolysurfacePoint(int i, const point3Dtype& point);
     point3Dtype GetPolysurfacePoint(int i) const;
+    /// The object's copy of its surface, null when it has none.
+    const CPolysurface* GetPolysurface() const { return m_pPolysurface.get(); }
     void SetScatterTextString(int i, const CString& text);
     CString GetScatterTextString(int i) const;
 
