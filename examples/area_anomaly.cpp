@@ -39,9 +39,7 @@ void Draw(example::Picture& picture) {
     axes->EnableAxis(1, 0);
     axes->EnableAxisLabels(1, 0);
     axes->SetAxisTitleString(0, "year");
-    axes->SetAxisTitleString(2,
-                             "\xB0"
-                             "C");
+    axes->SetAxisTitleString(2, "\260C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     for (const auto* part : {&below, &above}) {

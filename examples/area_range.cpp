@@ -32,9 +32,7 @@ void Draw(example::Picture& picture) {
     axes->SetAxisLabelsStrings(0, example::kMonths.data(), 12);
     axes->SetAxisLabelsSize(0, 0.7);
     axes->SetAxisLabelsXJust(0, 0);
-    axes->SetAxisTitleString(2,
-                             "\xB0"
-                             "C");
+    axes->SetAxisTitleString(2, "\260C");
     example::AddWalls(*axes, 1, 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* band = chart->NewChartObj(transform);

@@ -50,9 +50,7 @@ void Draw(example::Picture& picture) {
     axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.04, 2);
     axes->SetAxisLabelsStrings(0, example::kMonthInitials.data(), kMonths);
     axes->SetAxisTics(1, kFirstYear, 1, 1, 0.02, 0.04, 3);
-    axes->SetAxisTitleString(2,
-                             "\xB0"
-                             "C");
+    axes->SetAxisTitleString(2, "\260C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     CChartObj3D* bars = chart->NewChartObj(transform);

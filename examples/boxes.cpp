@@ -34,9 +34,7 @@ void Draw(example::Picture& picture) {
     axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.03, 2);
     axes->SetAxisLabelsStrings(0, example::kMonths.data(), kMonths);
     axes->SetAxisLabelsSize(0, 0.75);
-    axes->SetAxisTitleString(2,
-                             "\xB0"
-                             "C");
+    axes->SetAxisTitleString(2, "\260C");
     example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
 
     const RGBDType lower = example::Color(0);

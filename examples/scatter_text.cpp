@@ -9,20 +9,13 @@ namespace {
 void Draw(example::Picture& picture) {
     const example::Table table = picture.Read("seattle_weather.csv");
     const std::vector<example::Date> dates = table.Dates("date");
-    const std::vector<double> warmest = table.Numbers("temp_max_c");
-    const std::vector<double> rain = table.Numbers("precipitation_mm");
-    const std::vector<double> wind = table.Numbers("wind_m_s");
-    std::vector<point3Dtype> months(12);
-    std::vector<double> days(12);
-    for (std::size_t i = 0; i < dates.size(); ++i) {
-        const auto m = static_cast<std::size_t>(dates[i].month - 1);
-        months[m].x += warmest[i];
-        months[m].y += wind[i];
-        months[m].z += rain[i];
-        days[m] += 1;
-    }
+    const std::vector<double> warmest = example::MonthlyMeans(dates, table.Numbers("temp_max_c"));
+    const std::vector<double> wind = example::MonthlyMeans(dates, table.Numbers("wind_m_s"));
+    const std::vector<double> rain =
+        example::MonthlyMeans(dates, table.Numbers("precipitation_mm"));
+    std::vector<point3Dtype> months;
     for (std::size_t m = 0; m < 12; ++m)
-        months[m] = {months[m].x / days[m], months[m].y / days[m], months[m].z / days[m], 0};
+        months.push_back({warmest[m], wind[m], rain[m], 0});
 
     CChart3D* chart = picture.NewChart("The year in Seattle", "warmth, wind and rain of each month",
                                        "National Oceanic and Atmospheric Administration");
@@ -32,9 +25,7 @@ void Draw(example::Picture& picture) {
     transform->SetOffset({-0.08, 0, 0, 0});
 
     CAxes3D* axes = chart->AutoAxes(transform);
-    axes->SetAxisTitleString(0,
-                             "daily maximum, \xB0"
-                             "C");
+    axes->SetAxisTitleString(0, "daily maximum, \260C");
     example::SetDepthTitle(*axes, "wind, m/s");
     axes->SetAxisTitleString(2, "rain, mm a day");
     example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), axes->GetAxisNthTicMajor(1),

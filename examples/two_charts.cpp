@@ -34,14 +34,9 @@ void AddMonths(example::Picture& picture, const std::string& title, const std::s
 void Draw(example::Picture& picture) {
     const example::Table table = picture.Read("seattle_weather.csv");
     const std::vector<example::Date> dates = table.Dates("date");
-    std::vector<double> days(12), rain(12), wind(12);
-    for (const example::Date& date : dates)
-        days[static_cast<std::size_t>(date.month - 1)] += 1;
-    for (std::size_t i = 0; i < dates.size(); ++i) {
-        const auto m = static_cast<std::size_t>(dates[i].month - 1);
-        rain[m] += table.Numbers("precipitation_mm")[i] / days[m];
-        wind[m] += table.Numbers("wind_m_s")[i] / days[m];
-    }
+    const std::vector<double> rain =
+        example::MonthlyMeans(dates, table.Numbers("precipitation_mm"));
+    const std::vector<double> wind = example::MonthlyMeans(dates, table.Numbers("wind_m_s"));
     // The charts leave room for the view's title above them and its footer below them.
     picture.View().GetHeader()->SetRelSize(0.45);
     picture.View().GetHeader()->SetTitle1("Weather in Seattle");

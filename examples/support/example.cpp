@@ -67,6 +67,19 @@ std::vector<Date> Table::Dates(const std::string& column) const {
     return dates;
 }
 
+std::vector<double> MonthlyMeans(const std::vector<Date>& dates,
+                                 const std::vector<double>& values) {
+    std::vector<double> sums(12), counts(12);
+    for (std::size_t i = 0; i < dates.size(); ++i) {
+        const auto month = static_cast<std::size_t>(dates[i].month - 1);
+        sums[month] += values.at(i);
+        counts[month] += 1;
+    }
+    for (std::size_t m = 0; m < 12; ++m)
+        sums[m] /= counts[m];
+    return sums;
+}
+
 RGBDType Color(int index) {
     constexpr RGBDType colors[] = {
         {0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1}, {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},

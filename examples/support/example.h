@@ -31,6 +31,9 @@ struct Table {
     std::vector<Date> Dates(const std::string& column) const;
 };
 
+/// The mean of the values of each of the twelve months.
+std::vector<double> MonthlyMeans(const std::vector<Date>& dates, const std::vector<double>& values);
+
 inline const std::vector<varnel::CString> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 inline const std::vector<varnel::CString> kMonthInitials = {"J", "F", "M", "A", "M", "J",
