@@ -1,7 +1,7 @@
 // Colouring a surface by height: which colours the heights get, in tables and in the picture.
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -83,6 +83,30 @@ TEST_F(ColorByHeight, LogarithmicAxis) {
     EXPECT_NEAR(max, 4, 0.04) << "logarithms";
     EXPECT_NEAR(Place("grey", 100), 128, 2);
     EXPECT_EQ(Place("grey", 190), 255);
+}
+
+TEST_F(ColorByHeight, NoEdgeWrapsWithAntialiasing) {
+    // A ridge, whose farther side is seen ever more from the edge: along a row of pixels the
+    // colours rise to the ridge's and fall.
+    CChartObj3D* const object = AddSurface({0, 1, 0}, 0, 1);
+    ASSERT_TRUE(chart->ColorSurfaceByHeight(object, "grey"));
+    chart->SetChartBkColor(SetRGBD(0, 0, 0, 1));
+    view.SetAntialiasing(4);
+    view.SetViewSizePrinter();
+    for (double angle = 30; angle < 60; angle += 0.25) {
+        object->GetTransform()->SetRotate({-90, angle, 0, 0});
+        view.DrawView();
+        int highest = 0;
+        int lowestAfter = 255;
+        for (int x = 0; x < 200; ++x) {
+            const int grey = view.GetDIBSectionPntr()->GetBitmap()->PixelFromTop(x, 50).rgbRed;
+            if (grey < highest - 8) lowestAfter = std::min(lowestAfter, grey);
+            highest = std::max(highest, grey);
+            ASSERT_LE(grey, lowestAfter == 255 ? 255 : lowestAfter + 8)
+                << "pixel " << x << " at " << angle << " degrees";
+        }
+        ASSERT_GT(highest, 200);
+    }
 }
 
 TEST_F(ColorByHeight, FlatAndIncompleteSurfaces) {
