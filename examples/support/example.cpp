@@ -122,6 +122,10 @@ std::string Picture::DataFile(const std::string& file) const {
     return m_Options.data + "/" + file;
 }
 
+std::string Picture::PictureFile(const std::string& file) const {
+    return m_Options.pictures + "/" + file;
+}
+
 CChart3D* Picture::NewChart(const std::string& title, const std::string& subtitle,
                             const std::string& footer) {
     CChart3D* chart = m_View.NewChart3D();
@@ -147,7 +151,7 @@ int Picture::Pixels(double width) const {
 }
 
 void Picture::Save(const std::string& name) {
-    const std::string path = m_Options.pictures + "/" + name;
+    const std::string path = PictureFile(name);
     m_View.SaveToFile(path + ".bmp");
     m_View.SaveToPNG(path + ".png");
     m_View.DeleteChartViewObjects();

@@ -64,6 +64,8 @@ class Picture {
     /// All numbers of a file without a header line, row by row.
     std::vector<double> ReadMatrix(const std::string& file) const;
     std::string DataFile(const std::string& file) const;
+    /// A file in the folder of the pictures.
+    std::string PictureFile(const std::string& file) const;
 
     /// A chart over the whole view, with its titles; all of it in the gallery's font size and
     /// light.

@@ -17,10 +17,10 @@ constexpr int kTextureByHeight = 2;
 constexpr int kColorByValue = 2;
 
 /// The colours end this much above the highest value, as a fraction of the range: texture
-/// coordinates are shifted up by a colour, and those from 1 on wrap around to the first colours. It
-/// leaves half of the last colour above the highest value, since pixels of a border, where values
-/// are extrapolated by up to a pixel, must not wrap either.
-constexpr double kHeadroom = 1.0 / (1.0 - 0.004 - 0.5 / kColors) - 1.0;
+/// coordinates are shifted up by a colour, and those from 1 on wrap around to the first colours.
+/// The highest value gets the very beginning of the last colour, because pixels on an edge, whose
+/// values are extrapolated by up to a pixel, must not wrap either.
+constexpr double kHeadroom = 1.0 / (1.0 - 0.004 - 0.97 / kColors) - 1.0;
 
 struct Range {
     double min = std::numeric_limits<double>::infinity();

@@ -1,6 +1,7 @@
 #include "varnel/render/detail/renderer.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "varnel/render/detail/gl.h"
 
@@ -175,6 +176,21 @@ void Renderer::SendLighting(bool on) {
 
 void Renderer::SendTexture(bool on) {
     on ? glEnable(GL_TEXTURE_1D) : glDisable(GL_TEXTURE_1D);
+    SendSampleShading(on);
+}
+
+/// With antialiasing, the texture is looked up at each sample: at the centre of a pixel that a
+/// polygon touches only with its border, the coordinate would lie outside the polygon's, and the
+/// highest values would wrap around to the first colours there.
+void Renderer::SendSampleShading(bool on) {
+    if (!m_HasSampleShading.has_value()) {
+        const auto* const extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
+        m_HasSampleShading =
+            extensions != nullptr && std::strstr(extensions, "GL_ARB_sample_shading") != nullptr;
+    }
+    if (!*m_HasSampleShading) return;
+    glMinSampleShading(1.0F);
+    on ? glEnable(GL_SAMPLE_SHADING) : glDisable(GL_SAMPLE_SHADING);
 }
 
 void Renderer::SendOffset(bool on) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "varnel/foundation/viewports.h"
@@ -90,6 +91,7 @@ class Renderer {
     void DrawLines();
     void SendLighting(bool on);
     void SendTexture(bool on);
+    void SendSampleShading(bool on);
     void SendOffset(bool on);
     void Switch(bool& state, bool on, void (Renderer::*send)(bool)) {
         if (state == on) return;
@@ -101,6 +103,7 @@ class Renderer {
     bool m_Texture = false;
     bool m_Offset = false;
     float m_SentWidth = 1.0F;
+    std::optional<bool> m_HasSampleShading;  ///< once it was asked for
 };
 
 /// The normal of a polygon's first three points; of its whole outline when they lie on one line.
