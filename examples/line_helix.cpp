@@ -20,7 +20,7 @@ void Draw(example::Picture& picture) {
 
     CChart3D* chart = picture.NewChart("A helix", "and its shadows on three planes",
                                        "X = cos t, Y = sin t, Z = t / 25");
-    CTransform3D* transform = chart->NewTransform({-1.5, -1.5, 0, 0}, {1.5, 1.5, 1, 0});
+    CTransform3D* transform = chart->NewTransform({-1.5, -1.5, -0.1, 0}, {1.5, 1.5, 1.1, 0});
     transform->SetRotate({-24, 0, 30, 0});
     transform->SetChartRect({0.5, 0.5, 0.46, 0});
     transform->SetOffset({0, 0, -0.02, 0});
@@ -32,7 +32,7 @@ void Draw(example::Picture& picture) {
     example::AddWalls(*axes, 0, 0, 0);
 
     // A little in front of the walls.
-    const double floorBackLeft[] = {0.005, -1.49, -1.49};
+    const double floorBackLeft[] = {-0.095, -1.49, -1.49};
     for (int plane = 0; plane < 3; ++plane) {
         CChartObj3D* shadow = chart->NewChartObj(transform);
         shadow->ProjectionLineChart3D(helix.data(), 0, kPoints, 0, picture.Pixels(2),
