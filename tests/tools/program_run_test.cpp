@@ -56,8 +56,9 @@ void WriteChartFile(const std::string& file) {
 /// What the file looks like, drawn here, after `change`.
 class Expected {
  public:
-    explicit Expected(const std::string& file,
-                      const std::function<void(CChartView3D&)>& change = [](CChartView3D&) {})
+    explicit Expected(
+        const std::string& file,
+        const std::function<void(CChartView3D&)>& change = [](CChartView3D&) {})
         : m_Window(kWidth, kHeight), m_View(&m_Window, kWidth, kHeight) {
         m_View.Load(file);
         change(m_View);
@@ -98,9 +99,9 @@ class ProgramTest : public testing::Test {
 
 TEST_F(ProgramTest, RenderMakesTheViewsPicture) {
     int status = -1;
-    const std::string said = Run("render " + m_File + " -o " + m_Folder.File("a.png") +
-                                     " --size 400x300 --samples 0",
-                                 &status);
+    const std::string said =
+        Run("render " + m_File + " -o " + m_Folder.File("a.png") + " --size 400x300 --samples 0",
+            &status);
     EXPECT_EQ(status, 0) << said;
     Run("render " + m_File + " -o " + m_Folder.File("a.BMP") + " --size 400x300 --samples 0");
     Expected expected(m_File);

@@ -14,7 +14,8 @@ namespace {
 /// first word is a font weight.
 bool LooksLikeAChartFile(const CChartView3D& view) {
     const int weight = view.GetFontWeight();
-    return weight >= 0 && weight <= 1000 && (view.GetNumCharts() > 0 || view.GetLoadComplete() != 0);
+    return weight >= 0 && weight <= 1000 &&
+           (view.GetNumCharts() > 0 || view.GetLoadComplete() != 0);
 }
 
 std::string WhyNotOpened(const std::string& file) {

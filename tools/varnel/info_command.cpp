@@ -12,28 +12,50 @@ namespace {
 
 const char* TypeName(int type) {
     switch (type) {
-        case RIBBONCHART25D: return "ribbon";
-        case BARCHART25D: return "bars";
-        case BARCHART3D: return "bars in space";
-        case AREAFILLCHART25D: return "filled area";
-        case AREARANGECHART25D: return "area range";
-        case LINECHART25D: return "line";
-        case SCATTERCHART3D: return "scattered symbols";
-        case LINECHART3D: return "line in space";
-        case PROJECTIONLINECHART3D: return "projection lines";
-        case GROUPBARCHART25D: return "groups of bars";
-        case GROUPRIBBONCHART25D: return "groups of ribbons";
-        case GROUPAREAFILLCHART25D: return "groups of filled areas";
-        case OHLCCHART25D: return "open, high, low, close";
-        case PLANECHART3D: return "planes in space";
-        case SCATTERTEXT3D: return "scattered texts";
-        case BOXANDWHISKERCHART25D: return "boxes and whiskers";
-        case FLOATINGBARCHART25D: return "floating bars";
-        case PLANECHART25D: return "planes";
-        case POLYSURFACECHART2D: return "flat surface";
-        case POLYSURFACECHART3D: return "surface";
-        case CONTOURPOLYSURFACE3D: return "contours of a surface";
-        default: return "nothing";
+        case RIBBONCHART25D:
+            return "ribbon";
+        case BARCHART25D:
+            return "bars";
+        case BARCHART3D:
+            return "bars in space";
+        case AREAFILLCHART25D:
+            return "filled area";
+        case AREARANGECHART25D:
+            return "area range";
+        case LINECHART25D:
+            return "line";
+        case SCATTERCHART3D:
+            return "scattered symbols";
+        case LINECHART3D:
+            return "line in space";
+        case PROJECTIONLINECHART3D:
+            return "projection lines";
+        case GROUPBARCHART25D:
+            return "groups of bars";
+        case GROUPRIBBONCHART25D:
+            return "groups of ribbons";
+        case GROUPAREAFILLCHART25D:
+            return "groups of filled areas";
+        case OHLCCHART25D:
+            return "open, high, low, close";
+        case PLANECHART3D:
+            return "planes in space";
+        case SCATTERTEXT3D:
+            return "scattered texts";
+        case BOXANDWHISKERCHART25D:
+            return "boxes and whiskers";
+        case FLOATINGBARCHART25D:
+            return "floating bars";
+        case PLANECHART25D:
+            return "planes";
+        case POLYSURFACECHART2D:
+            return "flat surface";
+        case POLYSURFACECHART3D:
+            return "surface";
+        case CONTOURPOLYSURFACE3D:
+            return "contours of a surface";
+        default:
+            return "nothing";
     }
 }
 
@@ -48,7 +70,8 @@ void PrintTitle(const char* name, const CString& text) {
 void PrintChart(const CChart3D& chart, int number) {
     const GLViewRType p = chart.GetChartPosition();
     std::cout << "chart " << number << ": at (" << p.x << ", " << p.y << "), " << p.width << " x "
-              << p.height << " of the view" << (chart.GetChartEnable() ? "" : ", not drawn") << '\n';
+              << p.height << " of the view" << (chart.GetChartEnable() ? "" : ", not drawn")
+              << '\n';
     PrintTitle("  title: ", chart.GetHeader()->GetTitle1());
     for (int i = 0; i < chart.GetNumTransforms(); ++i) {
         const CTransform3D* t = chart.GetTransform(i);
@@ -57,7 +80,9 @@ void PrintChart(const CChart3D& chart, int number) {
         PrintPoint(" to", t->GetScaleMax());
         PrintPoint(", turned by", t->GetRotation());
         for (int axis = 0; axis < 3; ++axis)
-            if (t->GetAxisScaleMode(axis) != 0) std::cout << ", " << "xyz"[axis] << " logarithmic";
+            if (t->GetAxisScaleMode(axis) != 0)
+                std::cout << ", "
+                          << "xyz"[axis] << " logarithmic";
         std::cout << '\n';
     }
     for (int i = 0; i < chart.GetNumChartObjs(); ++i) {
@@ -83,7 +108,8 @@ int Info(const std::string& file) {
             std::cout << "view: " << view.GetNumCharts() << " charts, font " << view.GetFontName()
                       << '\n';
             PrintTitle("title: ", view.GetHeader()->GetTitle1());
-            for (int i = 0; i < view.GetNumCharts(); ++i) PrintChart(*view.GetChart(i), i + 1);
+            for (int i = 0; i < view.GetNumCharts(); ++i)
+                PrintChart(*view.GetChart(i), i + 1);
         }
         if (loaded.sentence.empty()) return 0;
         std::cerr << "varnel: " << loaded.sentence << '\n';

@@ -1,8 +1,10 @@
 // varnel: shows, draws and describes chart files.
 #include <CLI/CLI.hpp>
 
-#include <regex>
+#include <charconv>
+#include <iostream>
 #include <stdexcept>
+#include <system_error>
 
 #include "tools/varnel/commands.h"
 #include "varnel/chart/chart_view.h"
@@ -13,18 +15,18 @@ constexpr int kLargestExtent = 16384;
 
 /// Reads WIDTHxHEIGHT.
 tool::PictureSize ParseSize(const std::string& text) {
-    static const std::regex pattern("([0-9]{1,5})x([0-9]{1,5})");
-    std::smatch match;
     tool::PictureSize size;
-    if (std::regex_match(text, match, pattern)) {
-        size.width = std::stoi(match[1]);
-        size.height = std::stoi(match[2]);
-        if (size.width > 0 && size.height > 0 && size.width <= kLargestExtent &&
-            size.height <= kLargestExtent)
+    const char* end = text.data() + text.size();
+    const auto width = std::from_chars(text.data(), end, size.width);
+    if (width.ec == std::errc() && width.ptr != end && *width.ptr == 'x') {
+        const auto height = std::from_chars(width.ptr + 1, end, size.height);
+        if (height.ec == std::errc() && height.ptr == end && size.width > 0 && size.height > 0 &&
+            size.width <= kLargestExtent && size.height <= kLargestExtent)
             return size;
     }
-    throw CLI::ValidationError("--size", "a size is WIDTHxHEIGHT in pixels, as in 900x650, of at "
-                                         "most 16384 each");
+    throw CLI::ValidationError("--size",
+                               "a size is WIDTHxHEIGHT in pixels, as in 900x650, of at "
+                               "most 16384 each");
 }
 
 /// The options that several commands have.

@@ -18,7 +18,8 @@ constexpr double kLargest = 10.0;
 
 template <class Action>
 void ForEachTransform(CChart3D& chart, Action&& action) {
-    for (int i = 0; i < chart.GetNumTransforms(); ++i) action(*chart.GetTransform(i));
+    for (int i = 0; i < chart.GetNumTransforms(); ++i)
+        action(*chart.GetTransform(i));
 }
 
 }  // namespace

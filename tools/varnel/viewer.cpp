@@ -68,8 +68,7 @@ REALRECT AreaOnPage(const CDC& page, double width, double height) {
 void CopyTurning(const CChartView3D& from, CChartView3D& to) {
     for (int i = 0; i < std::min(from.GetNumCharts(), to.GetNumCharts()); ++i) {
         const CChart3D* chart = from.GetChart(i);
-        const int count =
-            std::min(chart->GetNumTransforms(), to.GetChart(i)->GetNumTransforms());
+        const int count = std::min(chart->GetNumTransforms(), to.GetChart(i)->GetNumTransforms());
         for (int j = 0; j < count; ++j) {
             to.GetChart(i)->GetTransform(j)->SetRotate(chart->GetTransform(j)->GetRotation());
             to.GetChart(i)->GetTransform(j)->SetChartRect(chart->GetTransform(j)->GetChartRect());

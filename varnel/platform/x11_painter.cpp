@@ -160,12 +160,7 @@ class Painter : public X11Painter {
           m_Window(window),
           m_Packing(*a.visual, a.depth),
           m_Image(*m_Connection, a.visual, a.depth),
-          m_BitsPerPixel(a.depth <= 16 ? 16 : 32) {
-        m_Connection->Do([&](Display* d) { m_Gc = XCreateGC(d, window, 0, nullptr); });
-    }
-    ~Painter() override {
-        m_Connection->Do([&](Display* d) { XFreeGC(d, m_Gc); });
-    }
+          m_BitsPerPixel(a.depth <= 16 ? 16 : 32) {}
 
     bool Put(int x, int y, int width, int height, const Bitmap& source, int sourceX,
              int sourceY) override {
@@ -179,7 +174,12 @@ class Painter : public X11Painter {
         if (!m_Image.Reserve(h.count, v.count)) return false;
         for (int row = 0; row < v.count; ++row)
             Pack(source, h, v.source + row, row);
-        return m_Connection->Do([&](Display* d) { m_Image.Send(d, m_Window, m_Gc, h, v); });
+        return m_Connection->Do([&](Display* d) {
+            // Made each time: one that is kept could not be freed once the server is gone.
+            const GC gc = XCreateGC(d, m_Window, 0, nullptr);
+            m_Image.Send(d, m_Window, gc, h, v);
+            XFreeGC(d, gc);
+        });
     }
 
     void Size(int& width, int& height) override {
@@ -220,7 +220,6 @@ class Painter : public X11Painter {
     PixelPacking m_Packing;
     ServerImage m_Image;
     int m_BitsPerPixel;
-    GC m_Gc = nullptr;
     std::vector<BYTE> m_Row;
 };
 
