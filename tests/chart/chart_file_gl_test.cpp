@@ -18,7 +18,7 @@ constexpr int kWidth = 160;
 constexpr int kHeight = 120;
 
 class ChartFile : public ::testing::Test {
-   protected:
+ protected:
     void SetUp() override {
         CErr3D::SetErrorReportMode(0);
         std::filesystem::create_directories(m_Folder);
@@ -47,7 +47,8 @@ class ChartFile : public ::testing::Test {
             t->SetRotate({-20, 0, 25.0 + i, 0});
             chart->SetChartPosition({0.5 * i, 0, 0.5, 0.85});
             chart->GetHeader()->SetFooter("footer");
-            for (int axis = 0; axis < 3; ++axis) axes->EnableAxis(axis, 1);
+            for (int axis = 0; axis < 3; ++axis)
+                axes->EnableAxis(axis, 1);
             double x[] = {1, 4, 7};
             double y[] = {20, 90, 50};
             chart->NewChartObj(t)->BarChart25D(x, y, 0, 0, 3, 2, 1, {0.8, 0.3, 0.1, 1},

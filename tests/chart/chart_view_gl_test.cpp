@@ -32,7 +32,7 @@ CChart3D* AddBar(CChartView3D& view, const RGBDType& color) {
 }
 
 class ChartView : public ::testing::Test {
-   protected:
+ protected:
     void SetUp() override { CErr3D::SetErrorReportMode(0); }
     void TearDown() override { std::filesystem::remove_all(m_Folder); }
 
@@ -49,13 +49,13 @@ class ChartView : public ::testing::Test {
     }
     static std::vector<BYTE> Image(CChartView3D& view) {
         CDIBSection& section = *view.GetDIBSectionPntr();
-        const auto size =
-            static_cast<std::size_t>(section.StorageWidth()) * static_cast<std::size_t>(section.DIBHeight());
+        const auto size = static_cast<std::size_t>(section.StorageWidth()) *
+                          static_cast<std::size_t>(section.DIBHeight());
         return {section.FindDIBBits(), section.FindDIBBits() + size};
     }
 
-    const std::filesystem::path m_Folder = std::filesystem::temp_directory_path() /
-                                           ("varnel_chart_view_" + std::to_string(getpid()));
+    const std::filesystem::path m_Folder =
+        std::filesystem::temp_directory_path() / ("varnel_chart_view_" + std::to_string(getpid()));
 };
 
 TEST_F(ChartView, DrawsChartsIntoTheirViewports) {
@@ -67,7 +67,8 @@ TEST_F(ChartView, DrawsChartsIntoTheirViewports) {
     left->SetChartPosition({0, 0, 0.5, 1});
     right->SetChartPosition({0.5, 0, 0.5, 0.5});
     right->SetChartBkColor(SetRGBD(0.9, 0.9, 0.5, 1));
-    for (CChart3D* chart : {left, right}) chart->EnableBorder(0);
+    for (CChart3D* chart : {left, right})
+        chart->EnableBorder(0);
     view.SetViewBkColor(SetRGBD(0, 1, 0, 1));
     view.SetViewSizePrinter();
     view.DrawView();
@@ -93,7 +94,8 @@ TEST_F(ChartView, ChartsOfOneViewKeepTheirOwnLight) {
     dim->SetChartPosition({0.5, 0, 0.5, 1});
     dim->SetLightComponent(4609, SetRGBD(0, 0, 0, 1));
     dim->SetLightComponent(LIGHT_MODEL_AMBIENT, SetRGBD(0.2, 0.2, 0.2, 1));
-    for (CChart3D* chart : {bright, dim}) chart->GetChartObj(0)->SetColorMode(1);
+    for (CChart3D* chart : {bright, dim})
+        chart->GetChartObj(0)->SetColorMode(1);
     view.SetViewSizePrinter();
     view.DrawView();
     const int shone = Pixel(view, 25, 25).rgbRed;

@@ -75,7 +75,7 @@ TEST(RoundAxis, ContainsTheRange) {
 }
 
 TEST(RoundAxis, LeavesWhatIsNoRange) {
-    const double bad[][2] = {{kNaN, 1},       {1, kNaN}, {-kInf, kInf},  {0, kInf},
+    const double bad[][2] = {{kNaN, 1},       {1, kNaN}, {-kInf, kInf}, {0, kInf},
                              {-1e308, 1e308}, {5, 3},    {1e308, 1e308}};
     for (const auto& range : bad) {
         double min = range[0];
@@ -112,8 +112,8 @@ TEST(CalcAxisTicMarks, GivesTheTableExactly) {
 }
 
 TEST(CalcAxisTicMarks, HasNoTicsForWhatIsNoRange) {
-    const double bad[][2] = {{kNaN, 1}, {1, kNaN},           {-kInf, 0}, {-1e308, 1e308},
-                             {4, 4}, {0, 5e-324}};
+    const double bad[][2] = {{kNaN, 1},       {1, kNaN}, {-kInf, 0},
+                             {-1e308, 1e308}, {4, 4},    {0, 5e-324}};
     for (const auto& range : bad) {
         const TicMarks tics = CalcAxisTicMarks(range[0], range[1]);
         EXPECT_EQ(tics.space, 0.0) << range[0] << " .. " << range[1];

@@ -26,7 +26,8 @@ void CChart3D::DrawChart() {
     SetupOpenGL();
     SetFontFactors();
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
-    for (const auto& transform : m_TransformList) transform->ChartTransform();
+    for (const auto& transform : m_TransformList)
+        transform->ChartTransform();
     DrawHeader();
     DrawAxes();
     DrawChartObjs();
@@ -67,23 +68,28 @@ void CChart3D::DrawHeader() {
 }
 
 void CChart3D::DrawAxes() {
-    for (const auto& axes : m_AxesList) axes->DrawAxes();
+    for (const auto& axes : m_AxesList)
+        axes->DrawAxes();
 }
 
 void CChart3D::DrawChartObjs() {
-    for (const auto& object : m_ChartObjList) object->DrawChartObj();
+    for (const auto& object : m_ChartObjList)
+        object->DrawChartObj();
 }
 
 void CChart3D::DrawAuxObjects() {
-    for (const auto& object : m_AuxObjList) object->DrawAuxObj();
+    for (const auto& object : m_AuxObjList)
+        object->DrawAuxObj();
 }
 
 void CChart3D::DrawDIBObjects() {
-    for (const auto& object : m_DIBObjList) object->DrawDIBObj();
+    for (const auto& object : m_DIBObjList)
+        object->DrawDIBObj();
 }
 
 void CChart3D::DrawChartText() {
-    for (const auto& text : m_TextList) text->OutText();
+    for (const auto& text : m_TextList)
+        text->OutText();
 }
 
 }  // namespace varnel

@@ -28,7 +28,8 @@ namespace {
 template <class T>
 void SaveList(detail::RecordWriter& record, const ObjectList<T>& list) {
     record(std::int32_t{list.GetCount()});
-    for (const auto& item : list) item->Save(&record.GetFile());
+    for (const auto& item : list)
+        item->Save(&record.GetFile());
 }
 
 template <class T>
@@ -44,7 +45,8 @@ void CChart3D::MakeTransformIDsUnique() {
     for (const auto& transform : m_TransformList) {
         if (taken.insert(transform->GetSelfID()).second) continue;
         int id = CTransform3D::NewSelfID();
-        while (!taken.insert(id).second) id = CTransform3D::NewSelfID();
+        while (!taken.insert(id).second)
+            id = CTransform3D::NewSelfID();
         transform->SetSelfID(id);
         Renumber(m_AxesList, transform.get(), id);
         Renumber(m_TextList, transform.get(), id);
@@ -99,9 +101,9 @@ void CChart3D::Load(HANDLE file) {
         Record(record);
         m_NumTextureColors = std::clamp(m_NumTextureColors, 0, kTextureColors);
         m_pHeader->Load(&f);
-        // An object's transform is found by the identifier in its record. In a file that was cut off
-        // inside the record the identifier may be missing; in a whole file an unknown one is the
-        // object's own error.
+        // An object's transform is found by the identifier in its record. In a file that was cut
+        // off inside the record the identifier may be missing; in a whole file an unknown one is
+        // the object's own error.
         const auto bound = [this, &f](auto& object, auto init) {
             CTransform3D* const transform = MatchTransformID(object.GetTransformID());
             if (transform == nullptr && f.RanDry()) return false;

@@ -15,11 +15,15 @@
 namespace varnel {
 namespace {
 
-detail::Origin At(const char* operation) { return {ERR3DCLASS_CHARTVIEW3D, operation}; }
+detail::Origin At(const char* operation) {
+    return {ERR3DCLASS_CHARTVIEW3D, operation};
+}
 
 }  // namespace
 
-CChartView3D::CChartView3D() { InitChartViewDefaults(); }
+CChartView3D::CChartView3D() {
+    InitChartViewDefaults();
+}
 
 CChartView3D::CChartView3D(CWnd* wnd) {
     InitChartViewDefaults();
@@ -89,9 +93,8 @@ void CChartView3D::MakeCompatibleDC(CDC* dc) {
 }
 
 void CChartView3D::MakeCompatibleBitmap(int width, int height) {
-    m_pDIBSection =
-        detail::NewObject<CDIBSection>(At("MakeCompatibleBitmap"), m_pDC, &m_MemDC, width, height,
-                                       m_pDC->GetDeviceCaps(BITSPIXEL));
+    m_pDIBSection = detail::NewObject<CDIBSection>(At("MakeCompatibleBitmap"), m_pDC, &m_MemDC,
+                                                   width, height, m_pDC->GetDeviceCaps(BITSPIXEL));
     if (m_pDIBSection->GetBitmap() == nullptr)
         detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_CHARTVIEW3D, "MakeCompatibleBitmap");
     m_BitmapWidth = width;
@@ -134,7 +137,9 @@ CChart3D* CChartView3D::AppendChart(Args... args) {
     return m_ChartList.Append(detail::NewObject<CChart3D>(At("NewChart3D"), this, args...));
 }
 
-CChart3D* CChartView3D::NewChart3D() { return AppendChart(); }
+CChart3D* CChartView3D::NewChart3D() {
+    return AppendChart();
+}
 
 CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max) {
     return AppendChart(min, max);
@@ -145,8 +150,8 @@ CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& ma
     return AppendChart(min, max, t);
 }
 
-CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max,
-                                   CTransform3D** t, CAxes3D** a) {
+CChart3D* CChartView3D::NewChart3D(const point3Dtype& min, const point3Dtype& max, CTransform3D** t,
+                                   CAxes3D** a) {
     return AppendChart(min, max, t, a);
 }
 
@@ -156,9 +161,13 @@ CLegend3D* CChartView3D::NewLegend3D() {
     return m_LegendList.Append(detail::NewObject<CLegend3D>(At("NewLegend3D"), this));
 }
 
-void CChartView3D::DeleteCharts() { m_ChartList.RemoveAll(); }
+void CChartView3D::DeleteCharts() {
+    m_ChartList.RemoveAll();
+}
 
-void CChartView3D::DeleteLegends() { m_LegendList.RemoveAll(); }
+void CChartView3D::DeleteLegends() {
+    m_LegendList.RemoveAll();
+}
 
 void CChartView3D::DeleteChartViewObjects() {
     DeleteCharts();
@@ -171,7 +180,9 @@ void CChartView3D::SetViewSizeWindow() {
     SetViewSizeSubWindow(client.right, client.bottom);
 }
 
-void CChartView3D::SetViewSizePrinter() { SetViewSizeSubWindow(m_BitmapWidth, m_BitmapHeight); }
+void CChartView3D::SetViewSizePrinter() {
+    SetViewSizeSubWindow(m_BitmapWidth, m_BitmapHeight);
+}
 
 void CChartView3D::SetViewSizeSubWindow(int width, int height) {
     m_ViewWidth = width;

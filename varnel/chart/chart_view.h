@@ -168,9 +168,9 @@ class VARNEL_API CChartView3D {
     /// A host framework's notice that printing has ended; nothing is left to do.
     void OnEndPrinting(CDC* dc, CPrintInfo* info);
 
-    /// Draws the view at the size of the image and puts it on the clipboard: on that of the window's
-    /// display server as image/png and image/bmp, see platform/clipboard.h, and on the process's own
-    /// as a packed bitmap. "CDC Parameter Error" without a window.
+    /// Draws the view at the size of the image and puts it on the clipboard: on that of the
+    /// window's display server as image/png and image/bmp, see platform/clipboard.h, and on the
+    /// process's own as a packed bitmap. "CDC Parameter Error" without a window.
     void CopyToClipboard();
 
     // --- The chart file ----------------------------------------------------------------------

@@ -57,13 +57,15 @@ void CChartView3D::DrawHeader() {
 }
 
 void CChartView3D::DrawCharts() {
-    for (const auto& chart : m_ChartList) chart->DrawChart();
+    for (const auto& chart : m_ChartList)
+        chart->DrawChart();
     m_pOpenGL->ExchangeBuffers();
 }
 
 void CChartView3D::DrawLegends() {
     if (m_LegendList.IsEmpty()) return;
-    for (const auto& legend : m_LegendList) legend->DrawLegend();
+    for (const auto& legend : m_LegendList)
+        legend->DrawLegend();
     m_pOpenGL->ExchangeBuffers();
 }
 

@@ -21,9 +21,11 @@ void CChartView3D::Save(const CString& fileName) {
         detail::RecordWriter record(f);
         Record(record);
         record(std::int32_t{m_ChartList.GetCount()});
-        for (const auto& chart : m_ChartList) chart->Save(&f);
+        for (const auto& chart : m_ChartList)
+            chart->Save(&f);
         record(std::int32_t{m_LegendList.GetCount()});
-        for (const auto& legend : m_LegendList) legend->Save(&f);
+        for (const auto& legend : m_LegendList)
+            legend->Save(&f);
         m_pHeader->Save(&f);
         f.Commit();
     });
@@ -38,10 +40,12 @@ void CChartView3D::Load(const CString& fileName) {
         m_FontChanged = 1;
         std::int32_t charts = 0;
         record(charts);
-        for (std::int32_t i = 0; i < charts && record.Has(1, 1); ++i) NewChart3D()->Load(&f);
+        for (std::int32_t i = 0; i < charts && record.Has(1, 1); ++i)
+            NewChart3D()->Load(&f);
         std::int32_t legends = 0;
         record(legends);
-        for (std::int32_t i = 0; i < legends && record.Has(1, 1); ++i) NewLegend3D()->Load(&f);
+        for (std::int32_t i = 0; i < legends && record.Has(1, 1); ++i)
+            NewLegend3D()->Load(&f);
         m_pHeader->Load(&f);
     });
     m_LoadComplete = file->RanDry() ? 0 : 1;

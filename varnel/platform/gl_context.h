@@ -37,8 +37,8 @@ class VARNEL_API GLContext {
     static GLContext* Current();
 
     /// Waits for drawing to end and writes the framebuffer's lower left `width` x `height` pixels
-    /// into the bitmap, in the bitmap's own format and row order; what lies outside of the bitmap is
-    /// left out.
+    /// into the bitmap, in the bitmap's own format and row order; what lies outside of the bitmap
+    /// is left out.
     virtual void ReadBack(int width, int height) = 0;
 
     /// The same for every pixel.

@@ -27,10 +27,9 @@ bool Same(const LineVertex& a, const LineVertex& b) {
 
 }  // namespace
 
-bool EdgeFilter::Insert(const std::vector<LineVertex>& vertices, std::uint32_t a,
-                        std::uint32_t b) {
-    // At most half full, so that a search ends soon. What stands in a table that grows is forgotten:
-    // at worst an edge is drawn twice.
+bool EdgeFilter::Insert(const std::vector<LineVertex>& vertices, std::uint32_t a, std::uint32_t b) {
+    // At most half full, so that a search ends soon. What stands in a table that grows is
+    // forgotten: at worst an edge is drawn twice.
     constexpr std::size_t kFirstSize = 1U << 12;
     if (m_Used * 2 >= m_Slots.size()) {
         m_Slots.assign(m_Slots.empty() ? kFirstSize : m_Slots.size() * 2, Slot{});
@@ -112,7 +111,8 @@ void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool cl
         run.indices.push_back(b);
     };
     const auto last = static_cast<std::uint32_t>(run.vertices.size()) - 1;
-    for (std::uint32_t i = first; i < last; ++i) join(i, i + 1);
+    for (std::uint32_t i = first; i < last; ++i)
+        join(i, i + 1);
     if (closed) join(last, first);
     m_LineVertexCount += static_cast<std::size_t>(n);
 }

@@ -34,15 +34,15 @@ struct FillState {
     bool operator==(const FillState&) const = default;
 };
 
-/// Remembers the segments of a run, so that an edge that two polygons share is drawn once. Lines are
-/// the dearest primitive of a software rasterizer, and nearly every edge of a mesh is shared.
+/// Remembers the segments of a run, so that an edge that two polygons share is drawn once. Lines
+/// are the dearest primitive of a software rasterizer, and nearly every edge of a mesh is shared.
 class EdgeFilter {
-   public:
+ public:
     /// Whether the segment from `a` to `b`, in either direction and in the same colour, is new.
     bool Insert(const std::vector<LineVertex>& vertices, std::uint32_t a, std::uint32_t b);
     void Reset();
 
-   private:
+ private:
     struct Slot {
         std::uint32_t a = 0;
         std::uint32_t b = 0;
