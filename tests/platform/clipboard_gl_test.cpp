@@ -14,8 +14,8 @@
 #include "tests/support/x_server.h"
 #include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart_view.h"
+#include "varnel/platform/detail/png_file.h"
 #include "varnel/platform/files.h"
-#include "varnel/platform/png_file.h"
 #include "varnel/platform/x11_window.h"
 
 namespace varnel {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/memory_target.h"
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "varnel/platform/png_file.h"
+#include "varnel/platform/detail/png_file.h"
 
 #include <gtest/gtest.h>
 #include <png.h>

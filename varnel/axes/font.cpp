@@ -9,8 +9,8 @@
 #include <new>
 
 #include "varnel/foundation/detail/record.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/device_context.h"
-#include "varnel/platform/gl_context.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {

@@ -11,7 +11,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/pixel_count.h"
 #include "varnel/foundation/detail/raise.h"
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
 #include "varnel/transform/transform.h"

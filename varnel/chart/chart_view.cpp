@@ -7,7 +7,7 @@
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/legend/legend.h"
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"

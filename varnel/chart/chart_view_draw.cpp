@@ -6,9 +6,9 @@
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/legend/legend.h"
+#include "varnel/platform/detail/gl_context.h"
+#include "varnel/platform/detail/png_file.h"
 #include "varnel/platform/files.h"
-#include "varnel/platform/gl_context.h"
-#include "varnel/platform/png_file.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 

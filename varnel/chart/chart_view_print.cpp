@@ -7,7 +7,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/clipboard.h"
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 

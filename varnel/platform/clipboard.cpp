@@ -5,8 +5,8 @@
 
 #include "varnel/platform/detail/clipboard_owner.h"
 #include "varnel/platform/detail/pixel_rows.h"
+#include "varnel/platform/detail/png_file.h"
 #include "varnel/platform/files.h"
-#include "varnel/platform/png_file.h"
 
 namespace varnel {
 namespace {

@@ -1,4 +1,4 @@
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>

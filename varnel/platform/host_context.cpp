@@ -1,7 +1,7 @@
 #include <EGL/egl.h>
 #include <dlfcn.h>
 
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 
 namespace varnel {
 namespace {

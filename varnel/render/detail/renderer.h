@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "varnel/foundation/viewports.h"
-#include "varnel/platform/gl_context.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/detail/matrix_stack.h"
 #include "varnel/render/detail/primitive_batch.h"
 
