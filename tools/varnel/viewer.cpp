@@ -24,8 +24,8 @@ constexpr double kDegreesPerPixel = 0.4;
 constexpr double kDegreesPerKey = 5.0;
 constexpr double kZoomPerNotch = 1.1;
 constexpr std::chrono::seconds kNoticeTime{6};
-constexpr int kPanelWidth = 420;
-constexpr std::size_t kNoticeColumns = 52;
+constexpr int kPanelWidth = 350;
+constexpr std::size_t kNoticeColumns = 44;
 constexpr int kPanelDistance = 14;
 
 const std::vector<Panel::Line> kHelp = {

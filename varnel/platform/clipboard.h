@@ -48,7 +48,8 @@ class VARNEL_API Clipboard {
     /// SetPicture.
     int ConnectionFd() const;
 
-    /// Answers the programs that want to paste. Call it when ConnectionFd() is readable, or often.
+    /// Answers the programs that want to paste. Call it once after copying and whenever
+    /// ConnectionFd() is readable, or often.
     /// False when nothing is offered any more: another program has copied something or the server
     /// is gone, and all that had begun to paste have finished.
     bool Pump();
