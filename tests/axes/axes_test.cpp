@@ -14,26 +14,10 @@
 namespace varnel {
 namespace {
 
+using test::FailingFile;
 using test::Raises;
 using test::RecordBytes;
-
-/// A file whose medium fails at once.
-class FailingFile : public File {
- public:
-    void Write(const void*, std::size_t) override { throw FileException(); }
-    std::uint64_t Remaining() const override { return 1000000; }
-    void Commit() override {}
-
- protected:
-    std::size_t ReadSome(void*, std::size_t) override { throw FileException(); }
-};
-
-template <class T>
-std::vector<BYTE> Saved(T& object) {
-    MemoryFile file;
-    object.Save(&file);
-    return file.GetBytes();
-}
+using test::Saved;
 
 RecordBytes AxisBytes(int counter, int type, double min, double max, int colorMode = 1) {
     return RecordBytes()

@@ -9,30 +9,14 @@
 namespace varnel {
 namespace {
 
+using test::FailingFile;
 using test::Raises;
 using test::RecordBytes;
+using test::Saved;
 
 constexpr RGBDType kRed{1, 0, 0, 1};
 constexpr RGBDType kGreen{0, 1, 0, 1};
 constexpr RGBDType kGrey{0.5, 0.5, 0.5, 1};
-
-/// A file whose medium fails at once.
-class FailingFile : public File {
- public:
-    void Write(const void*, std::size_t) override { throw FileException(); }
-    std::uint64_t Remaining() const override { return 1000000; }
-    void Commit() override {}
-
- protected:
-    std::size_t ReadSome(void*, std::size_t) override { throw FileException(); }
-};
-
-template <class T>
-std::vector<BYTE> Saved(T& object) {
-    MemoryFile file;
-    object.Save(&file);
-    return file.GetBytes();
-}
 
 RecordBytes EntryBytes(int counter) {
     RecordBytes bytes;

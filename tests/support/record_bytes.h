@@ -50,6 +50,25 @@ class RecordBytes {
     std::vector<BYTE> m_Bytes;
 };
 
+/// A file whose medium fails at once.
+class FailingFile : public File {
+ public:
+    void Write(const void*, std::size_t) override { throw FileException(); }
+    std::uint64_t Remaining() const override { return 1000000; }
+    void Commit() override {}
+
+ protected:
+    std::size_t ReadSome(void*, std::size_t) override { throw FileException(); }
+};
+
+/// The record that an object saves.
+template <class T>
+std::vector<BYTE> Saved(T& object) {
+    MemoryFile file;
+    object.Save(&file);
+    return file.GetBytes();
+}
+
 /// Loads the record into `object`, expects that all of it was read and that saving gives it back.
 template <class T>
 void ExpectLoadsAndSaves(T& object, const RecordBytes& record) {
@@ -57,9 +76,7 @@ void ExpectLoadsAndSaves(T& object, const RecordBytes& record) {
     object.Load(&in);
     EXPECT_EQ(in.Remaining(), 0U);
     EXPECT_FALSE(in.RanDry());
-    MemoryFile out;
-    object.Save(&out);
-    EXPECT_EQ(out.GetBytes(), record.Get());
+    EXPECT_EQ(Saved(object), record.Get());
 }
 
 }  // namespace varnel::test
