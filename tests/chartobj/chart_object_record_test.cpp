@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/platform/files.h"
 #include "varnel/surface/polysurface.h"
@@ -33,11 +34,7 @@ struct Bytes : std::vector<BYTE> {
     }
 };
 
-std::vector<BYTE> Saved(CChartObj3D& object) {
-    MemoryFile file;
-    object.Save(&file);
-    return file.GetBytes();
-}
+using test::Saved;
 
 void Load(CChartObj3D& object, const std::vector<BYTE>& bytes) {
     MemoryFile file(bytes);
@@ -221,18 +218,8 @@ TEST(ChartObjectRecord, DamagedRecordsAreReadAsFarAsTheyGo) {
         }
 }
 
-class FailingFile : public File {
- public:
-    void Write(const void*, std::size_t) override { throw FileException(); }
-    std::uint64_t Remaining() const override { return 1000; }
-    void Commit() override {}
-
- protected:
-    std::size_t ReadSome(void*, std::size_t) override { throw FileException(); }
-};
-
 TEST(ChartObjectRecord, FailingMediaAreDiskErrors) {
-    FailingFile file;
+    test::FailingFile file;
     CChartObj3D object;
     EXPECT_TRUE(
         test::Raises(ERR3D_DISK_IO, ERR3DCLASS_CHARTOBJ3D, "Save", [&] { object.Save(&file); }));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/platform/files.h"
 
 namespace varnel {
@@ -48,11 +49,7 @@ void ExpectColors(const CPolysurface& surface, int i, const RGBDType& first,
     EXPECT_TRUE(b.r == second.r && b.g == second.g && b.b == second.b && b.a == second.a) << i;
 }
 
-std::vector<BYTE> Saved(CPolysurface& surface) {
-    MemoryFile file;
-    surface.Save(&file);
-    return file.GetBytes();
-}
+using test::Saved;
 
 CPolysurface Loaded(std::vector<BYTE> bytes) {
     MemoryFile file(std::move(bytes));
