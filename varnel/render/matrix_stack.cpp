@@ -6,9 +6,16 @@
 namespace varnel::detail {
 
 Vec3 Normalized(const Vec3& v) {
-    const double length = std::hypot(v.x, v.y, v.z);
+    // The plain sum of squares serves all but the most extreme lengths, which hypot scales first.
+    constexpr double kSmall = 1e-200;
+    constexpr double kLarge = 1e200;
+    const double squared = Dot(v, v);
+    const double length =
+        squared > kSmall && squared < kLarge ? std::sqrt(squared) : std::hypot(v.x, v.y, v.z);
     if (!(length > 0.0) || !std::isfinite(length)) return {0.0, 0.0, 0.0};
-    return {v.x / length, v.y / length, v.z / length};
+    const double inverse = 1.0 / length;
+    if (!std::isfinite(inverse)) return {v.x / length, v.y / length, v.z / length};
+    return {v.x * inverse, v.y * inverse, v.z * inverse};
 }
 
 Matrix4 Matrix4::Identity() {

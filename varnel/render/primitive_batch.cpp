@@ -64,14 +64,20 @@ void PrimitiveBatch::AddPolygon(const FillState& state, const Vec3* corners, con
     FillVertex vertex;
     Store(vertex.normal, normal.x, normal.y, normal.z);
     Store(vertex.color, color.r, color.g, color.b);
-    for (int i = 0; i < n; ++i) {
+    const auto count = static_cast<std::size_t>(n);
+    m_Vertices.resize(m_Vertices.size() + count);
+    FillVertex* out = m_Vertices.data() + first;
+    for (std::size_t i = 0; i < count; ++i) {
         Store(vertex.position, corners[i].x, corners[i].y, corners[i].z);
         vertex.texture = texture != nullptr ? static_cast<float>(texture[i]) : 0.0F;
-        m_Vertices.push_back(vertex);
+        *out++ = vertex;
     }
+    m_Indices.resize(m_Indices.size() + 3 * (count - 2));
+    std::uint32_t* index = m_Indices.data() + m_Indices.size() - 3 * (count - 2);
     for (std::uint32_t i = 2; i < static_cast<std::uint32_t>(n); ++i) {
-        const std::uint32_t fan[3] = {first, first + i - 1, first + i};
-        m_Indices.insert(m_Indices.end(), fan, fan + 3);
+        *index++ = first;
+        *index++ = first + i - 1;
+        *index++ = first + i;
     }
 }
 

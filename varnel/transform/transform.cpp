@@ -171,7 +171,8 @@ void CTransform3D::CPFWS(point3Dtype& out, const point3Dtype& in) const {
 }
 
 void CTransform3D::C3DATWS(point3Dtype* pts, int n) const {
-    if (pts == nullptr) return;
+    // Data on linear axes are working coordinates as they are.
+    if (pts == nullptr || !(IsLogarithmic(0) || IsLogarithmic(1) || IsLogarithmic(2))) return;
     for (int i = 0; i < n; ++i)
         pts[i] = CPTWS(pts[i]);
 }
