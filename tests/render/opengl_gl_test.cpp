@@ -392,6 +392,7 @@ TEST_F(OpenGL, MatricesAreThoseOfOpenGL) {
     GL().Scale3D(2, 3, 4);
     double ours[16];
     GL().GetModelView(ours);
+    GL().SyncState();
     double sent[16];
     glGetDoublev(GL_MODELVIEW_MATRIX, sent);
     glLoadIdentity();

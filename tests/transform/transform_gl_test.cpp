@@ -7,9 +7,15 @@
 #include <numbers>
 
 #include "tests/support/gl_fixture.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/files.h"
 
 namespace varnel {
+
+struct TransformTestAccess {
+    static double PositiveRotate(double angle) { return CTransform3D::PositiveRotate(angle); }
+};
+
 namespace {
 
 using Vector = std::array<double, 3>;
@@ -118,6 +124,13 @@ TEST_F(Transform, LimitsRangesAndIdentifiers) {
                       [&] { plain.InitTransform(nullptr); });
 }
 
+TEST(TransformAngles, NegativeOnesGainOneTurnAndLargeOnesKeepTheSettledFormula) {
+    EXPECT_EQ(TransformTestAccess::PositiveRotate(-30), 330);
+    EXPECT_EQ(TransformTestAccess::PositiveRotate(-400), -40);
+    EXPECT_EQ(TransformTestAccess::PositiveRotate(360), 360);
+    EXPECT_NEAR(TransformTestAccess::PositiveRotate(450), 450 - 129600, 1e-9);
+}
+
 TEST_F(Transform, RecordHasItsLayoutAndComesBack) {
     CTransform3D t(&GL(), {1, 2, 3, 0}, {4, 5, 6, 0});
     t.SetRotate({-20, 0, 25, 0});
@@ -153,6 +166,15 @@ TEST_F(Transform, RecordHasItsLayoutAndComesBack) {
         for (int i = 0; i < 200; ++i)
             back.Save(full.get());  // more than any buffer
     });
+}
+
+TEST_F(Transform, ComputingMatricesLeavesTheThreadsContextAlone) {
+    CTransform3D t(&GL(), {0, 0, 0, 0}, {10, 10, 10, 0});
+    GL().MakeNonCurrent();
+    t.ChartTransform();
+    t.TextTransform();
+    t.SetClipping(0);
+    EXPECT_EQ(GLContext::Current(), nullptr) << "a host's own context would be gone";
 }
 
 TEST_F(Transform, ClippingUsesTheWorkingLimits) {

@@ -129,6 +129,7 @@ class VARNEL_API COpenGL {
     void SyncState();
 
     // --- Matrices: operations on the model-view matrix, column-major as in OpenGL ------------
+    // They touch no OpenGL; its own matrix follows with the next drawing or SyncState().
 
     void LoadIdentity();
     void PushMatrix();
@@ -318,7 +319,6 @@ class VARNEL_API COpenGL {
     RGBDType m_FrameColor;
     RGBDType m_LineColor;
     RGBDType m_CurrentColor;
-    int m_FillMode;
     int m_LineStyle;
     int m_TextureMode;
     BOOL m_TextureEnabled;
@@ -337,8 +337,6 @@ class VARNEL_API COpenGL {
     RGBFType m_LightDiffuse;
     RGBFType m_LightSpecular;
     float m_LightPosition[4];
-    RGBFType m_MaterialColor1;
-    RGBFType m_MaterialColor2;
     WORD m_LineStipple[16];
     int m_LineStyleFactor;
     BYTE m_ThreeBitRamp[8];
@@ -347,11 +345,9 @@ class VARNEL_API COpenGL {
     HPALETTE m_Palette;
     GLViewportType m_Viewport;
     GLViewportType m_OutputViewport;
-    float m_ViewDistance = 2.5F;
     ObjectList<CFont3D> m_FontList;
     int m_CurrentFont = 0;
     int m_FontCount = 0;
-    int m_Reserved = 0;
     CDC* m_pDC;
     CDC* m_pClientDC;
     CDIBSection* m_pDIBSection;

@@ -32,7 +32,6 @@ void COpenGL::SetOpenGLDefaults() {
     InitPaletteConstants();
     m_FillColor = m_FillColor2 = m_LineColor = SetRGBD(0, 0, 0, 0);
     m_FrameColor = m_CurrentColor = SetRGBD(1, 1, 1, 1);
-    m_FillMode = GL_FILL;
     m_LineStyle = 0;
     m_LineStyleFactor = 1;
     m_LineWidth = 1.0F;
@@ -46,8 +45,6 @@ void COpenGL::SetOpenGLDefaults() {
     m_LightSpecular = SetRGBF(0.0F, 0.0F, 0.0F, 1.0F);
     const float position[4] = {1.0F, 0.0F, 0.0F, 0.0F};
     std::copy(std::begin(position), std::end(position), m_LightPosition);
-    m_MaterialColor1 = SetRGBF(1.0F, 1.0F, 1.0F, 1.0F);
-    m_MaterialColor2 = SetRGBF(0.0F, 0.0F, 0.0F, 1.0F);
     constexpr WORD stipple[16] = {0xFFFF, 0x0101, 0x1111, 0x5555, 0x0303, 0x0707, 0x0F0F, 0xFF00,
                                   0xFE10, 0xFF3C, 0xFE44, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF, 0xFFFF};
     std::copy(std::begin(stipple), std::end(stipple), m_LineStipple);
@@ -83,7 +80,6 @@ void COpenGL::InitContext() {
     glEnable(GL_DEPTH_CLAMP);
     glDisable(GL_POLYGON_SMOOTH);
     glPolygonOffset(1.0F, 1.0F);
-    m_ViewDistance = 3.0F / 2 + 1.0F;
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
     glMatrixMode(GL_MODELVIEW);
@@ -264,7 +260,6 @@ void COpenGL::FinishPrimitive() {
 
 void COpenGL::MatrixChanged() {
     m_Renderer->matrixSent = false;
-    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->SendMatrix();
 }
 
 void COpenGL::LoadIdentity() {
