@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "tests/support/drawing_test.h"
-#include "varnel/axes/font.h"
+#include "varnel/render/font.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {

@@ -1,7 +1,7 @@
 #include "varnel/chart/header.h"
 
 #include "tests/support/drawing_test.h"
-#include "varnel/axes/font.h"
+#include "varnel/render/font.h"
 
 namespace varnel {
 namespace {

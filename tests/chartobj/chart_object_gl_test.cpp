@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "tests/support/gl_fixture.h"
-#include "varnel/axes/font.h"
+#include "varnel/render/font.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 

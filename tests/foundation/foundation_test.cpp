@@ -1,11 +1,15 @@
 #include <cmath>
 #include <limits>
+#include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/support/gl_fixture.h"
-#include "varnel/chart/object_list.h"
+#include "varnel/foundation/detail/counter.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/foundation/object_list.h"
 #include "varnel/platform/files.h"
 #include "varnel/varnel.h"
 
@@ -143,6 +147,40 @@ TEST(Errors, DescriptionsAndReporting) {
     EXPECT_EQ(CErr3D().m_ErrorClass, ERR3DCLASS_GENERAL);
     CErr3D::SetErrorReportMode(0);
     SetNoticeHandler(before);
+}
+
+TEST(Errors, AreStandardExceptionsWithASentence) {
+    EXPECT_EQ(test::WhatOf([] {
+                  detail::NewArray<double>(-1, {ERR3DCLASS_CHARTOBJ3D, "BarChart25D"});
+              }),
+              "BarChart25D: the count is -1");
+    EXPECT_EQ(test::WhatOf([] { detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_GENERAL, "Turn"); }),
+              "Turn: Parameter Error");
+}
+
+TEST(Errors, CountersAreIntsThatThreadsShare) {
+    int counter = 0;
+    const auto count = [&counter] {
+        for (int i = 0; i < 20000; ++i)
+            detail::Count(counter);
+    };
+    std::thread other(count);
+    count();
+    other.join();
+    EXPECT_EQ(counter, 40000);
+}
+
+TEST(Diagnostics, AreToldOnceAndOnlyWhenOn) {
+    std::vector<std::string> told;
+    const NoticeHandler before =
+        SetDiagnosticHandler([&told](const std::string& text) { told.push_back(text); });
+    detail::Diagnose("Draw", "nobody hears this");
+    SetDiagnostics(1);
+    for (int i = 0; i < 3; ++i)
+        detail::Diagnose("Draw", "symbol ", 99, " is unknown");
+    SetDiagnostics(0);
+    SetDiagnosticHandler(before);
+    EXPECT_EQ(told, std::vector<std::string>{"Draw: symbol 99 is unknown"});
 }
 
 TEST(Allocation, ImpossibleSizesAndFailingConstructorsAreErrors) {

@@ -12,9 +12,9 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/x_server.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/platform/detail/png_file.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/files.h"
 #include "varnel/platform/x11_window.h"
 

@@ -11,9 +11,9 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/x_server.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/window.h"
 #include "varnel/platform/x11_window.h"
 

@@ -9,10 +9,10 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/x_server.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {

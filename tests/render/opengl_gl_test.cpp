@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "tests/support/gl_fixture.h"
-#include "varnel/axes/font.h"
+#include "varnel/render/font.h"
 
 namespace varnel {
 namespace {

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
+#include <string>
+
 #include "varnel/foundation/error.h"
 
 namespace varnel::test {
@@ -23,6 +26,19 @@ testing::AssertionResult Raises(CErr3DTypes type, CErr3DClass cls, const CString
                            << e.m_ErrorClass << ", " << e.m_FunctionName;
     }
     return result;
+}
+
+/// The sentence of the error that `operation()` throws, caught as any host catches exceptions;
+/// empty when nothing is thrown. Leaves error reports off.
+template <class Operation>
+std::string WhatOf(Operation&& operation) {
+    CErr3D::SetErrorReportMode(0);
+    try {
+        operation();
+    } catch (const std::exception& e) {
+        return e.what();
+    }
+    return {};
 }
 
 /// Fails the test unless `operation()` throws a CErr3D with exactly these three values.

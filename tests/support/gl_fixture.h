@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "tests/support/expect_error.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/foundation/error.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 

@@ -16,11 +16,11 @@
 #include <thread>
 
 #include "tests/support/x_server.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/window.h"
 #include "varnel/transform/transform.h"
 

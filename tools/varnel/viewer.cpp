@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "tools/varnel/chart_files.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/platform/clipboard.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/printer.h"
 #include "varnel/transform/transform.h"
 

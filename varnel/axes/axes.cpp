@@ -7,7 +7,7 @@
 
 namespace varnel {
 
-Counter CAxes3D::nSelfID;
+int CAxes3D::nSelfID = 0;
 
 CAxes3D::CAxes3D() {
     SetAxesDefaults();
@@ -44,7 +44,7 @@ void CAxes3D::SetAxesDefaults() {
     m_OutlineMode = 1;
     m_nTransformID = 0;
     m_nSignature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CAxes3D::MakeMissingAxes() {
@@ -155,7 +155,7 @@ template <class Archive>
 void CAxes3D::Record(Archive& record) {
     // A transform may have got another identifier since the axes were bound to it.
     if (!Archive::kLoading && m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
-    record(nSelfID, m_nTransformID);
+    record(detail::CounterField{nSelfID}, m_nTransformID);
     const auto nested = [&record](auto& object) {
         if constexpr (Archive::kLoading) {
             object.Load(&record.GetFile());

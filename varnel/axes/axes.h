@@ -13,7 +13,6 @@
 #include "varnel/axes/axis.h"
 #include "varnel/axes/axis_labels.h"
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -26,7 +25,7 @@ class VARNEL_API CAxes3D {
     static constexpr int kSignature = 202;
 
     /// How often SetAxesDefaults ran; the first word of every record, which Load takes over.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone.
     CAxes3D();

@@ -19,7 +19,7 @@ int FixedWidth(double v, int decimals) {
 
 }  // namespace
 
-Counter CAxis3D::nSelfID;
+int CAxis3D::nSelfID = 0;
 
 CAxis3D::CAxis3D() {
     InitAxisDefaults();
@@ -62,7 +62,7 @@ void CAxis3D::InitAxisDefaults() {
     m_bAxisSet = 0;
     m_nTransformID = 0;
     m_nSignature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CAxis3D::InitAxis(COpenGL* gl, CTransform3D* transform, int axisType) {
@@ -235,7 +235,7 @@ template <class Archive>
 void CAxis3D::Record(Archive& record) {
     // A transform may have got another identifier since the axis was bound to it.
     if (!Archive::kLoading && m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
-    record(nSelfID, m_nTransformID);
+    record(detail::CounterField{nSelfID}, m_nTransformID);
     record(m_AxisType, m_TicDir, m_AxisStyle, m_NthTicMajor, m_ColorMode);
     record(m_AxisColor, m_TicColor);
     record(m_Thickness, m_Min, m_Max, m_Start, m_Stop, m_MinorTicLength, m_MajorTicLength,

@@ -7,7 +7,6 @@
 #pragma once
 
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -21,7 +20,7 @@ class VARNEL_API CAxis3D {
     static constexpr int kSignature = 303;
 
     /// How often InitAxisDefaults ran; the first word of every record, which Load takes over.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone; draws nothing before InitAxis and a limit setter.
     CAxis3D();

@@ -27,7 +27,7 @@ int Opposite(int dir) {
 
 }  // namespace
 
-Counter CAxisLabels3D::nSelfID;
+int CAxisLabels3D::nSelfID = 0;
 
 /// One calculation of all labels: what is the same for each, and how far it has come.
 struct CAxisLabels3D::Run {
@@ -93,7 +93,7 @@ void CAxisLabels3D::InitAxisLabelsDefaults() {
     m_EngString = " KMBT";
     m_nSignature = kSignature;
     m_nTransformID = 0;
-    ++nSelfID;
+    detail::Count(nSelfID);
     m_pTitleObj =
         detail::NewObject<CTextObj3D>({ERR3DCLASS_AXISLABELS3D, "InitAxisLabelsDefaults"});
 }
@@ -413,7 +413,7 @@ void CAxisLabels3D::Record(Archive& record) {
         if (m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
         if (m_pLabelsStrings == nullptr) m_NumLabelsStrings = 0;
     }
-    record(nSelfID, m_nTransformID);
+    record(detail::CounterField{nSelfID}, m_nTransformID);
     record(m_AxisType, m_LabelsPlane, m_LabelsDir, m_LabelsRotation, m_LabelsDecimals,
            m_LabelsFormat, m_LabelsEnds, m_LabelsXJust, m_LabelsYJust, m_NumLabelsStrings);
     record(m_LabelsFlipX, m_LabelsFlipY, m_TitleFlipX, m_TitleFlipY);

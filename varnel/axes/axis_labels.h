@@ -9,11 +9,10 @@
 
 #include <memory>
 
-#include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
+#include "varnel/foundation/object_list.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
 
@@ -29,7 +28,7 @@ class VARNEL_API CAxisLabels3D {
     static constexpr int kSignature = 404;
 
     /// How often InitAxisLabelsDefaults ran; the first word of every record, which Load takes over.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone. Raises "Object New Error" ("InitAxisLabelsDefaults") without memory for the
     /// title.

@@ -6,15 +6,15 @@
 #include <cmath>
 #include <limits>
 
-#include "varnel/axes/font.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
 
-Counter CTextObj3D::nSelfID;
+int CTextObj3D::nSelfID = 0;
 
 CTextObj3D::CTextObj3D() {
     InitTextObjDefaults();
@@ -41,7 +41,7 @@ void CTextObj3D::InitTextObjDefaults() {
     m_FlipY = 0;
     m_CharSize = 1.0;
     m_nSignature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CTextObj3D::InitTextObj(COpenGL* gl, CFont3D* font, CTransform3D* transform) {
@@ -208,7 +208,8 @@ void CTextObj3D::repostextstart3D(const point3Dtype& p) {
 
 template <class Archive>
 void CTextObj3D::Record(Archive& record) {
-    record(nSelfID, m_nTransformID, m_String, m_Location, m_NormLocation, m_XJustify, m_YJustify);
+    record(detail::CounterField{nSelfID}, m_nTransformID, m_String, m_Location, m_NormLocation,
+           m_XJustify, m_YJustify);
     record(m_Color, m_TextPlane, m_FlipX, m_FlipY, m_Rotation, m_bTextureEnable, m_Clipping);
     record(m_bTextEnable, m_CharSize);
 }

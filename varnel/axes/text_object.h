@@ -6,7 +6,6 @@
 #pragma once
 
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -23,7 +22,7 @@ class VARNEL_API CTextObj3D {
     static constexpr int kSignature = 1515;
 
     /// How often InitTextObjDefaults ran; the first word of every record.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone: measures 0 and draws nothing until InitTextObj.
     CTextObj3D();

@@ -54,7 +54,7 @@ void UploadTexture(CDib& dib) {
 
 }  // namespace
 
-Counter CDIBObj3D::nSelfID;
+int CDIBObj3D::nSelfID = 0;
 
 CDIBObj3D::CDIBObj3D() {
     InitDIBObjDefaults();
@@ -93,7 +93,7 @@ void CDIBObj3D::InitDIBObj(COpenGL* gl, CTransform3D* transform) {
     m_pTransform = transform;
     m_TransformID = transform->GetSelfID();
     LoadPicture(origin.operation);
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CDIBObj3D::SetDIBFilename(const CString& file) {
@@ -193,8 +193,9 @@ void CDIBObj3D::DrawDIBObj() {
 
 template <class Archive>
 void CDIBObj3D::Record(Archive& record) {
-    record(nSelfID, m_TransformID, m_PlanePoint1, m_PlanePoint2, m_PlanePoint3, m_NormPlanePoint1,
-           m_NormPlanePoint2, m_NormPlanePoint3, m_RepeatX, m_RepeatY, m_NormFlag, m_DIBFilename);
+    record(detail::CounterField{nSelfID}, m_TransformID, m_PlanePoint1, m_PlanePoint2,
+           m_PlanePoint3, m_NormPlanePoint1, m_NormPlanePoint2, m_NormPlanePoint3, m_RepeatX,
+           m_RepeatY, m_NormFlag, m_DIBFilename);
 }
 
 void CDIBObj3D::Save(HANDLE file) {

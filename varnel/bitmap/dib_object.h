@@ -10,7 +10,6 @@
 #include <memory>
 
 #include "varnel/bitmap/dib.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -84,7 +83,7 @@ class VARNEL_API CDIBObj3D {
  private:
     void LoadPicture(const char* operation);
 
-    static Counter nSelfID;
+    static int nSelfID;
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;

@@ -4,12 +4,12 @@
 #include <limits>
 
 #include "varnel/axes/axes.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/label_fit.h"
 #include "varnel/chart/detail/scale_numbers.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 

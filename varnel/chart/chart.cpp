@@ -9,6 +9,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/detail/pixel_count.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/detail/gl_context.h"
@@ -27,7 +28,7 @@ detail::Origin At(const char* operation) {
 
 }  // namespace
 
-Counter CChart3D::nSelfID;
+int CChart3D::nSelfID = 0;
 
 CChart3D::CChart3D() {
     InitChartDefaults();
@@ -84,7 +85,7 @@ void CChart3D::InitChartDefaults() {
     m_TextureMode = -1;
     m_NumTextureColors = 0;
     m_Signature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
     m_pHeader = detail::NewObject<CHeader3D>(At("InitChartDefaults"));
 }
 

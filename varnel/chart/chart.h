@@ -7,11 +7,10 @@
 // size from its lower left corner.
 #pragma once
 
-#include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
+#include "varnel/foundation/object_list.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
@@ -214,7 +213,7 @@ class VARNEL_API CChart3D {
     /// chart must be bound to a view (InitChart3D) for its objects to be bound.
     void Load(HANDLE file);
 
-    static Counter nSelfID;  ///< charts made so far; saved and restored
+    static int nSelfID;  ///< charts made so far; saved and restored
 
     template <class Archive>
     void Record(Archive& record);

@@ -17,10 +17,11 @@ namespace varnel {
 
 template <class Archive>
 void CChart3D::Record(Archive& record) {
-    record(nSelfID, m_ViewAspect, m_ViewportAspect, m_FontHeightSF, m_FontSize, m_Spare,
-           m_BorderThickness, m_BorderColor, m_ChartEnable, m_BorderEnable, m_ChartViewport,
-           m_ChartPosition, m_LightPosition, m_AmbientLight, m_DiffuseLight, m_ChartBkColor,
-           m_TextureColors, m_TextureMin, m_TextureMax, m_TextureMode, m_NumTextureColors);
+    record(detail::CounterField{nSelfID}, m_ViewAspect, m_ViewportAspect, m_FontHeightSF,
+           m_FontSize, m_Spare, m_BorderThickness, m_BorderColor, m_ChartEnable, m_BorderEnable,
+           m_ChartViewport, m_ChartPosition, m_LightPosition, m_AmbientLight, m_DiffuseLight,
+           m_ChartBkColor, m_TextureColors, m_TextureMin, m_TextureMax, m_TextureMode,
+           m_NumTextureColors);
 }
 
 namespace {

@@ -2,12 +2,12 @@
 #include "varnel/chart/chart_view.h"
 
 #include "varnel/axes/axes.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/legend/legend.h"
 #include "varnel/platform/detail/gl_context.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"

@@ -1,5 +1,4 @@
 // CChartView3D: drawing the view and handing the picture over.
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/border.h"
@@ -8,6 +7,7 @@
 #include "varnel/legend/legend.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/detail/png_file.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/files.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"

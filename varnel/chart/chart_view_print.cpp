@@ -3,11 +3,11 @@
 #include <memory>
 #include <new>
 
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/clipboard.h"
 #include "varnel/platform/detail/gl_context.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/window.h"
 #include "varnel/render/opengl.h"
 

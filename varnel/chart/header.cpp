@@ -5,7 +5,7 @@
 
 namespace varnel {
 
-Counter CHeader3D::nSelfID;
+int CHeader3D::nSelfID = 0;
 
 CHeader3D::CHeader3D() {
     InitHeaderDefaults();
@@ -27,7 +27,7 @@ void CHeader3D::InitHeaderDefaults() {
     m_pTitle1 = detail::NewObject<CTextObj3D>(origin);
     m_pTitle2 = detail::NewObject<CTextObj3D>(origin);
     m_pFooter = detail::NewObject<CTextObj3D>(origin);
-    ++nSelfID;
+    detail::Count(nSelfID);
     m_Signature = kSignature;
 }
 
@@ -67,7 +67,8 @@ void CHeader3D::DrawHeader() {
 
 template <class Archive>
 void CHeader3D::Record(Archive& record) {
-    record(nSelfID, m_TransformID, m_HeaderMargin, m_ViewAspect, m_FontHeightSF, m_FontSize);
+    record(detail::CounterField{nSelfID}, m_TransformID, m_HeaderMargin, m_ViewAspect,
+           m_FontHeightSF, m_FontSize);
     record(m_HeaderEnable);
     for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()}) {
         if constexpr (Archive::kLoading)

@@ -8,7 +8,6 @@
 #include <memory>
 
 #include "varnel/axes/text_object.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/types.h"
@@ -23,7 +22,7 @@ class VARNEL_API CHeader3D {
     static constexpr int kSignature = 1212;
 
     /// How many headers were made; the first word of every record.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone: texts can be set, nothing is drawn until InitHeaders. A failing allocation
     /// raises "Object New Error" ("InitHeaderDefaults").

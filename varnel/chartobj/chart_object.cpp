@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -19,7 +20,7 @@ int TruncatedWidth(double width) {
 
 }  // namespace
 
-Counter CChartObj3D::nSelfID;
+int CChartObj3D::nSelfID = 0;
 
 CChartObj3D::CChartObj3D() {
     InitChartObjDefaults();
@@ -84,7 +85,7 @@ void CChartObj3D::InitChartObjDefaults() {
     m_pPolysurface.reset();
     m_pDataStrings = {};
     m_ClassTag = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CChartObj3D::InitChartObj3D(COpenGL* gl, CTransform3D* transform) {

@@ -19,7 +19,6 @@
 
 #include "varnel/chartobj/shared_array.h"
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -69,7 +68,7 @@ class VARNEL_API CChartObj3D {
     static constexpr int kSignature = 606;
 
     /// How often InitChartObjDefaults ran; the first word of every record, and read back from it.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// An object of type 0, which draws nothing, bound to nothing.
     CChartObj3D();

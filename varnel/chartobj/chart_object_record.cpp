@@ -125,7 +125,7 @@ void CChartObj3D::MatchCountsToStorages() {
 
 template <class Archive>
 void CChartObj3D::Record(Archive& record) {
-    record(nSelfID, m_TransformID);
+    record(detail::CounterField{nSelfID}, m_TransformID);
     record(m_ConstValue, m_BaseValue, m_RelSize, m_DepthWidth, m_IndWidth, m_FillGap,
            m_PlaneThicknessFactor, m_OutlineWidth);
     record(m_FillColor, m_OutlineColor, m_LineColor);

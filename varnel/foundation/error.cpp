@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/notice.h"
 
 namespace varnel {
@@ -34,7 +35,7 @@ static_assert(kDescriptions.size() == ERR3D_BAD_POLYSURFACE + 1);
 
 }  // namespace
 
-Counter CErr3D::nErrorReportMode(1);
+int CErr3D::nErrorReportMode = 1;
 
 CErr3D::CErr3D() {
     InitErr3DDefaults();
@@ -42,7 +43,7 @@ CErr3D::CErr3D() {
 
 CErr3D::CErr3D(CErr3DTypes type, CErr3DClass cls, const CString& functionName)
     : m_ErrorClass(cls), m_ErrorType(type), m_FunctionName(functionName) {
-    if (nErrorReportMode == 1) ShowNotice(GetErrorDescription(type));
+    if (detail::Counted(nErrorReportMode) == 1) ShowNotice(GetErrorDescription(type));
 }
 
 void CErr3D::InitErr3DDefaults() {
@@ -57,7 +58,12 @@ CString CErr3D::GetErrorDescription(CErr3DTypes type) {
 }
 
 void CErr3D::SetErrorReportMode(int mode) {
-    nErrorReportMode = mode;
+    detail::SetCounter(nErrorReportMode, mode);
+}
+
+Error::Error(CErr3DTypes type, CErr3DClass cls, const CString& functionName, const CString& detail)
+    : CErr3D(type, cls, functionName),
+      m_What(functionName + ": " + (detail.empty() ? GetErrorDescription(type) : detail)) {
 }
 
 }  // namespace varnel

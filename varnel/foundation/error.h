@@ -1,11 +1,13 @@
-// CErr3D, the one way in which every operation of the library reports a failure.
+// CErr3D and Error, the one way in which every operation of the library reports a failure.
 //
-// A failing operation throws a CErr3D by value: what went wrong (type), which class raised it and
-// the bare name of the operation. Hosts catch it by reference. With report mode 1, the default, the
-// description of the type is shown through the notice channel before the throw.
+// A failing operation throws an Error by value: what went wrong (type), which class raised it, the
+// bare name of the operation, and one sentence for people (what()). Hosts catch it by reference, as
+// CErr3D or as std::exception. With report mode 1, the default, the description of the type is
+// shown through the notice channel before the throw.
 #pragma once
 
-#include "varnel/foundation/counter.h"
+#include <exception>
+
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/types.h"
 
@@ -85,7 +87,22 @@ class VARNEL_API CErr3D {
     CString m_FunctionName;
 
  private:
-    static Counter nErrorReportMode;
+    static int nErrorReportMode;
+};
+
+/// What the library throws: a CErr3D that is also a standard exception.
+class VARNEL_API Error : public CErr3D, public std::exception {
+ public:
+    /// `detail` says what was wrong with which value, such as "the count is -1"; when it is empty
+    /// the description of the type stands in its place.
+    Error(CErr3DTypes type, CErr3DClass cls, const CString& functionName,
+          const CString& detail = {});
+
+    /// One sentence: the operation and what was wrong, as in "BarChart25D: the count is -1".
+    const char* what() const noexcept override { return m_What.c_str(); }
+
+ private:
+    CString m_What;
 };
 
 }  // namespace varnel

@@ -2,8 +2,8 @@
 
 namespace varnel::detail {
 
-void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation) {
-    throw CErr3D(type, cls, operation);
+void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation, const CString& detail) {
+    throw Error(type, cls, operation, detail);
 }
 
 }  // namespace varnel::detail

@@ -48,7 +48,7 @@ void RecordVector(Archive& record, std::vector<T>& items) {
 
 }  // namespace
 
-Counter CLegend3D::nSelfID;
+int CLegend3D::nSelfID = 0;
 
 CLegend3D::CLegend3D() {
     InitLegendDefaults();
@@ -87,7 +87,7 @@ void CLegend3D::InitLegendDefaults() {
     DeleteScale();
     DeleteLegendObjs();
     m_Signature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CLegend3D::InitLegend3D(CChartView3D* view) {
@@ -209,8 +209,8 @@ detail::LegendScale CLegend3D::MakeScale(double ticSpace) const {
 
 template <class Archive>
 void CLegend3D::Record(Archive& record) {
-    record(nSelfID, m_LegendEnable, m_Place, m_Position, m_Margin, m_Rows, m_Columns,
-           m_FontHeightSF, m_Title, m_TextColor);
+    record(detail::CounterField{nSelfID}, m_LegendEnable, m_Place, m_Position, m_Margin, m_Rows,
+           m_Columns, m_FontHeightSF, m_Title, m_TextColor);
     record(m_BorderEnable, m_BorderThickness, m_BorderColor, m_BkEnable, m_BkColor);
     record(m_ScaleType, m_ScaleHorizontal, m_ScaleLength, m_ScaleFormat, m_ScaleDecimals,
            m_ScaleTicSpace, m_EngString);

@@ -9,11 +9,10 @@
 #include <memory>
 #include <vector>
 
-#include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
+#include "varnel/foundation/object_list.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
 #include "varnel/legend/legend_object.h"
@@ -49,7 +48,7 @@ class VARNEL_API CLegend3D {
     static constexpr int kSignature = 808;
 
     /// How often InitLegendDefaults ran; the first word of every record.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone: attributes and entries can be set, nothing is drawn until InitLegend3D.
     CLegend3D();

@@ -36,7 +36,7 @@ bool HasGroups(int chartType) {
 
 }  // namespace
 
-Counter CLegendObj3D::nSelfID;
+int CLegendObj3D::nSelfID = 0;
 
 CLegendObj3D::CLegendObj3D() {
     InitLegendObjDefaults();
@@ -60,7 +60,7 @@ void CLegendObj3D::InitLegendObjDefaults() {
     m_DiffuseLight = SetRGBD(1, 1, 1, 1);
     m_AmbientLight = SetRGBD(0.4, 0.4, 0.4, 1);
     m_Signature = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CLegendObj3D::SetLineSample(int style, double width, const RGBDType& color) {
@@ -204,9 +204,9 @@ void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
 
 template <class Archive>
 void CLegendObj3D::Record(Archive& record) {
-    record(nSelfID, m_String, m_SampleType, m_LineStyle, m_Symbol, m_ColorMode, m_OutlineMode,
-           m_Enable, m_LineWidth, m_OutlineWidth, m_FillColor, m_OutlineColor, m_Rotation,
-           m_LightPosition, m_DiffuseLight, m_AmbientLight);
+    record(detail::CounterField{nSelfID}, m_String, m_SampleType, m_LineStyle, m_Symbol,
+           m_ColorMode, m_OutlineMode, m_Enable, m_LineWidth, m_OutlineWidth, m_FillColor,
+           m_OutlineColor, m_Rotation, m_LightPosition, m_DiffuseLight, m_AmbientLight);
 }
 
 void CLegendObj3D::Save(HANDLE file) {

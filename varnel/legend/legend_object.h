@@ -6,7 +6,6 @@
 #pragma once
 
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -35,7 +34,7 @@ class VARNEL_API CLegendObj3D {
     static constexpr int kSignature = 811;
 
     /// How often InitLegendObjDefaults ran; the first word of every record.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// An empty text with a blue rectangle.
     CLegendObj3D();

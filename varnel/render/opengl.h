@@ -13,9 +13,9 @@
 
 #include <memory>
 
-#include "varnel/chart/object_list.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
+#include "varnel/foundation/object_list.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"

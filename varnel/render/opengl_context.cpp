@@ -3,12 +3,12 @@
 #include <cmath>
 #include <iterator>
 
-#include "varnel/axes/font.h"
-#include "varnel/bitmap/dib_section.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/notice.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/detail/renderer.h"
+#include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {

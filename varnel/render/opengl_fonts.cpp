@@ -1,6 +1,6 @@
 // COpenGL: the font that texts are drawn and measured with.
-#include "varnel/axes/font.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {

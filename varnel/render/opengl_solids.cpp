@@ -2,10 +2,10 @@
 #include <array>
 #include <iterator>
 
+#include "varnel/render/aux_shapes.h"
 #include "varnel/render/detail/hexahedron.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
-#include "varnel/solids/aux_shapes.h"
 
 namespace varnel {
 

@@ -12,7 +12,7 @@ namespace {
 const RGBDType kBlack = {0.0, 0.0, 0.0, 1.0};
 }
 
-Counter CAuxObj3D::nSelfID;
+int CAuxObj3D::nSelfID = 0;
 
 CAuxObj3D::CAuxObj3D() {
     InitAuxObjDefaults();
@@ -36,7 +36,7 @@ void CAuxObj3D::InitAuxObjDefaults() {
     m_LineWidth = 1.0;
     m_OutlineMode = 0;
     m_Magic = kSignature;
-    ++nSelfID;
+    detail::Count(nSelfID);
 }
 
 void CAuxObj3D::InitAuxObj(COpenGL* gl, CTransform3D* transform) {
@@ -111,7 +111,7 @@ void CAuxObj3D::DrawAuxObj() {
 
 template <class Archive>
 void CAuxObj3D::Record(Archive& record) {
-    record(nSelfID, m_TransformID, m_AuxObjType, m_SolidType, m_ColorMode);
+    record(detail::CounterField{nSelfID}, m_TransformID, m_AuxObjType, m_SolidType, m_ColorMode);
     record.Array(m_SizeParameters.data(), m_SizeParameters.size());
     record(m_Scale, m_Location, m_NormLocation, m_Rotation, m_Color, m_LineWidth);
 }

@@ -8,7 +8,6 @@
 #include <array>
 
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -24,7 +23,7 @@ class VARNEL_API CAuxObj3D {
     static constexpr int kSignature = 101;
 
     /// How often InitAuxObjDefaults ran; the first word of every record.
-    static Counter nSelfID;
+    static int nSelfID;
 
     /// Defaults alone; nothing is drawn until InitAuxObj.
     CAuxObj3D();

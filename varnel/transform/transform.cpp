@@ -32,7 +32,11 @@ bool IsAxis(int axis) {
 
 }  // namespace
 
-Counter CTransform3D::nSelfIDCntr;
+int CTransform3D::nSelfIDCntr = 0;
+
+int CTransform3D::NewSelfID() {
+    return detail::Count(nSelfIDCntr);
+}
 
 CTransform3D::CTransform3D() {
     SetTransformDefaults();
@@ -66,7 +70,7 @@ void CTransform3D::SetTransformDefaults() {
     m_FontAspect = 1.0;
     m_FontHeightSF = 1.0;
     m_Signature = kSignature;
-    m_SelfID = ++nSelfIDCntr;
+    m_SelfID = NewSelfID();
 }
 
 void CTransform3D::InitTransform(COpenGL* gl) {

@@ -9,7 +9,6 @@
 // negative rotation about x looks from above; (-20, 0, 25) degrees is a good view.
 #pragma once
 
-#include "varnel/foundation/counter.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -39,10 +38,8 @@ class VARNEL_API CTransform3D {
     /// transform of the process.
     int GetSelfID() const { return m_SelfID; }
     void SetSelfID(int id) { m_SelfID = id; }
-    /// The next transform gets `counter` + 1; for tests.
-    static void SetSelfIDCounter(int counter) { nSelfIDCntr = counter; }
     /// An identifier that no transform has had yet.
-    static int NewSelfID() { return ++nSelfIDCntr; }
+    static int NewSelfID();
 
     // --- Scale, in data units ----------------------------------------------------------------
 
@@ -158,7 +155,7 @@ class VARNEL_API CTransform3D {
     void MakeTextTransformCurrent();
     bool IsLogarithmic(int axis) const;
 
-    static Counter nSelfIDCntr;
+    static int nSelfIDCntr;
 
     COpenGL* m_pOpenGL;
     double m_GraphTransform[16];

@@ -7,13 +7,16 @@
 #include <new>
 #include <utility>
 
+#include "varnel/foundation/detail/say.h"
 #include "varnel/foundation/error.h"
 #include "varnel/foundation/file.h"
 
 namespace varnel::detail {
 
-/// Throws the CErr3D of a failed operation.
-[[noreturn]] VARNEL_API void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation);
+/// Throws the Error of a failed operation. `detail` says what was wrong with which value ("the
+/// count is -1"), without a final stop; empty: the description of the type.
+[[noreturn]] VARNEL_API void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation,
+                                   const CString& detail = {});
 
 /// Where an allocation happens, for the error that its failure raises.
 struct Origin {
@@ -37,7 +40,8 @@ template <class T>
 std::unique_ptr<T[]> NewArray(long long count, Origin origin) {
     constexpr auto most =
         std::numeric_limits<std::ptrdiff_t>::max() / static_cast<long long>(sizeof(T));
-    if (count < 0 || count > most) Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation);
+    if (count < 0 || count > most)
+        Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation, Say("the count is ", count));
     return AllocateOrRaise(ERR3D_ARRAY_NEW, origin, [count] {
         return std::make_unique<T[]>(static_cast<std::size_t>(count));
     });
@@ -64,8 +68,8 @@ void WithFile(HANDLE file, Origin origin, Body&& body) {
     if (file == nullptr) return;
     try {
         std::forward<Body>(body)(*file);
-    } catch (const FileException&) {
-        Raise(ERR3D_DISK_IO, origin.cls, origin.operation);
+    } catch (const FileException& failure) {
+        Raise(ERR3D_DISK_IO, origin.cls, origin.operation, failure.what());
     }
 }
 

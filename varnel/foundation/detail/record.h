@@ -1,7 +1,7 @@
 // Record archives: a class lists its fields once, in file order, and both directions walk the list.
 //
 //     template <class Archive> void CThing::Record(Archive& record) {
-//         record(nSelfID, m_Width, m_Color, m_Name);
+//         record(CounterField{nSelfID}, m_Width, m_Color, m_Name);
 //     }
 //     void CThing::Save(HANDLE f) { detail::SaveRecord(*this, f, ERR3DCLASS_THING); }
 //
@@ -17,7 +17,7 @@
 #include <type_traits>
 
 #include "varnel/foundation/colors.h"
-#include "varnel/foundation/counter.h"
+#include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -87,7 +87,7 @@ class VARNEL_API RecordWriter {
         SwapScalars(bytes, sizeof(T), ScalarWidth<T>());
         m_File.Write(bytes, sizeof(T));
     }
-    void Field(const Counter& counter) { Field(std::int32_t{counter}); }
+    void Field(CounterField field) { Field(std::int32_t{Counted(field.counter)}); }
     void Field(const CString& s);
 
     File& m_File;
@@ -101,7 +101,7 @@ class VARNEL_API RecordReader {
     explicit RecordReader(File& file) : m_File(file) {}
 
     template <class... Fields>
-    void operator()(Fields&... fields) {
+    void operator()(Fields&&... fields) {
         (Field(fields), ...);
     }
 
@@ -127,10 +127,10 @@ class VARNEL_API RecordReader {
         SwapScalars(bytes, sizeof(T), ScalarWidth<T>());
         std::memcpy(static_cast<void*>(&field), bytes, sizeof(T));
     }
-    void Field(Counter& counter) {
-        std::int32_t value = counter;
+    void Field(CounterField field) {
+        std::int32_t value = Counted(field.counter);
         Field(value);
-        counter = value;
+        SetCounter(field.counter, value);
     }
     void Field(CString& s);
 

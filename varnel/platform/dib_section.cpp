@@ -1,4 +1,4 @@
-#include "varnel/bitmap/dib_section.h"
+#include "varnel/platform/dib_section.h"
 
 #include <algorithm>
 #include <cmath>

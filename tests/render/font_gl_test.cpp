@@ -1,4 +1,4 @@
-#include "varnel/axes/font.h"
+#include "varnel/render/font.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "varnel/solids/aux_shapes.h"
+#include "varnel/render/aux_shapes.h"
 
 #include <GL/glu.h>
 

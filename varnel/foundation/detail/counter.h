@@ -1,0 +1,31 @@
+// Counters of the whole process, such as how many objects of a class were made.
+//
+// They are plain ints, so that a host prints, compares and sets them like any other; views may live
+// on different threads and each of them counts, so the library itself reaches them through here.
+#pragma once
+
+#include <atomic>
+
+namespace varnel::detail {
+
+/// The counter's value.
+inline int Counted(const int& counter) {
+    // atomic_ref wants a mutable object even for reading (until C++26).
+    return std::atomic_ref<int>(const_cast<int&>(counter)).load(std::memory_order_relaxed);
+}
+
+inline void SetCounter(int& counter, int value) {
+    std::atomic_ref<int>(counter).store(value, std::memory_order_relaxed);
+}
+
+/// Counts on and returns the new value.
+inline int Count(int& counter) {
+    return std::atomic_ref<int>(counter).fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+/// A counter as a field of a record.
+struct CounterField {
+    int& counter;
+};
+
+}  // namespace varnel::detail
