@@ -23,24 +23,11 @@ CTextObj3D::CTextObj3D() {
 CTextObj3D::CTextObj3D(COpenGL* gl, CFont3D* font, CTransform3D* transform, const CString& text)
     : CTextObj3D() {
     InitTextObj(gl, font, transform);
-    m_String = text;
+    m_Saved.m_String = text;
 }
 
 void CTextObj3D::InitTextObjDefaults() {
-    m_String.clear();
-    m_Location = point3Dtype();
-    m_XJustify = 0;
-    m_YJustify = 0;
-    m_Color = SetRGBD(0.0, 0.0, 0.0, 1.0);
-    m_TextPlane = 3;
-    m_Rotation = 0;
-    m_bTextureEnable = 0;
-    m_Clipping = 0;
-    m_bTextEnable = 1;
-    m_FlipX = 0;
-    m_FlipY = 0;
-    m_CharSize = 1.0;
-    m_nSignature = kSignature;
+    m_Saved = {};
     detail::Count(nSelfID);
 }
 
@@ -55,13 +42,13 @@ void CTextObj3D::InitTextObj(COpenGL* gl, CFont3D* font, CTransform3D* transform
 }
 
 void CTextObj3D::SetJustify(int x, int y) {
-    m_XJustify = x;
-    m_YJustify = y;
+    m_Saved.m_XJustify = x;
+    m_Saved.m_YJustify = y;
 }
 
 void CTextObj3D::GetJustify3D(int& x, int& y) const {
-    x = m_XJustify;
-    y = m_YJustify;
+    x = m_Saved.m_XJustify;
+    y = m_Saved.m_YJustify;
 }
 
 const CFont3D* CTextObj3D::CurrentFont() const {
@@ -71,45 +58,45 @@ const CFont3D* CTextObj3D::CurrentFont() const {
 double CTextObj3D::TextWidth() const {
     const CFont3D* const font = CurrentFont();
     if (font == nullptr || m_pTransform == nullptr) return 0.0;
-    return font->TextWidth3D(m_String) * m_pTransform->GetFontHeightSF() *
+    return font->TextWidth3D(m_Saved.m_String) * m_pTransform->GetFontHeightSF() *
            m_pTransform->GetFontAspect();
 }
 
 double CTextObj3D::TextHeight() const {
     const CFont3D* const font = CurrentFont();
     if (font == nullptr || m_pTransform == nullptr) return 0.0;
-    return font->TextHeight3D(m_String) * m_pTransform->GetFontHeightSF();
+    return font->TextHeight3D(m_Saved.m_String) * m_pTransform->GetFontHeightSF();
 }
 
 void CTextObj3D::OutText() {
-    if (m_bTextEnable == 0 || m_pTransform == nullptr) return;
+    if (m_Saved.m_bTextEnable == 0 || m_pTransform == nullptr) return;
     m_pTransform->TextTransform();
-    m_pTransform->NormalizePoint(m_Location, m_NormLocation);
+    m_pTransform->NormalizePoint(m_Saved.m_Location, m_Saved.m_NormLocation);
     OutTextNorm();
 }
 
 void CTextObj3D::OutTextNorm() {
     const CFont3D* const font = CurrentFont();
-    if (m_bTextEnable == 0 || font == nullptr || m_pTransform == nullptr) return;
+    if (m_Saved.m_bTextEnable == 0 || font == nullptr || m_pTransform == nullptr) return;
     // The lists draw in ems, so the justification is needed in ems, too.
     const double emSize = font->GetFontScaleFactor();
     if (emSize == 0.0) return;
     point3Dtype justify;
-    calccharjust(justify, font->TextWidth3D(m_String) / emSize,
-                 font->TextHeight3D(m_String) / emSize);
+    calccharjust(justify, font->TextWidth3D(m_Saved.m_String) / emSize,
+                 font->TextHeight3D(m_Saved.m_String) / emSize);
     point3Dtype scale;
     CalcComplexAspectRatio(scale);
 
     m_pOpenGL->PushMatrix();
     m_pTransform->TextTransform();
-    repostextstart3D(m_NormLocation);
+    repostextstart3D(m_Saved.m_NormLocation);
     TransformTextPlane(m_pTransform->GetRotation());
     m_pOpenGL->Scale3D(scale.x, scale.y, scale.z);
     repostextstart3D(justify);
 
     const int colorMode = m_pOpenGL->GetColorMode();
     m_pOpenGL->SetColorMode(0);
-    m_pOpenGL->SetFillStyle3D(m_Color, SetRGBD(0.0, 0.0, 0.0, 1.0), m_Color);
+    m_pOpenGL->SetFillStyle3D(m_Saved.m_Color, SetRGBD(0.0, 0.0, 0.0, 1.0), m_Saved.m_Color);
     CallLists(*font);
     m_pOpenGL->SetColorMode(colorMode);
     m_pOpenGL->PopMatrix();
@@ -123,8 +110,8 @@ void CTextObj3D::CallLists(const CFont3D& font) const {
     glEnable(GL_CULL_FACE);
     // Each letter moves OpenGL's matrix on; the rendering context is to find the one it set.
     glPushMatrix();
-    glCallLists(static_cast<GLsizei>(std::min(m_String.size(), most)), GL_UNSIGNED_BYTE,
-                m_String.data());
+    glCallLists(static_cast<GLsizei>(std::min(m_Saved.m_String.size(), most)), GL_UNSIGNED_BYTE,
+                m_Saved.m_String.data());
     glPopMatrix();
     glDisable(GL_CULL_FACE);
 }
@@ -148,17 +135,17 @@ void CTextObj3D::Transform() {
 
 void CTextObj3D::TransformTextPlane(const point3Dtype& chartRotation) {
     if (m_pOpenGL == nullptr) return;
-    switch (m_TextPlane) {
+    switch (m_Saved.m_TextPlane) {
         case 0:
             m_pOpenGL->Rotate3D(180.0, 0);
-            m_pOpenGL->Rotate3D(m_Rotation, 2);
+            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 2);
             break;
         case 1:
-            m_pOpenGL->Rotate3D(m_Rotation, 1);
+            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 1);
             m_pOpenGL->Rotate3D(90.0, 0);
             break;
         case 2:
-            m_pOpenGL->Rotate3D(m_Rotation, 0);
+            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 0);
             m_pOpenGL->Rotate3D(90.0, 0);
             m_pOpenGL->Rotate3D(-90.0, 1);
             break;
@@ -168,21 +155,21 @@ void CTextObj3D::TransformTextPlane(const point3Dtype& chartRotation) {
             m_pOpenGL->Rotate3D(-chartRotation.y, 1);
             m_pOpenGL->Rotate3D(-chartRotation.x, 0);
             m_pOpenGL->Rotate3D(90.0, 0);
-            m_pOpenGL->Rotate3D(m_Rotation, 2);
+            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 2);
             break;
         default:
             break;
     }
-    if (m_FlipX != 0) m_pOpenGL->Rotate3D(180.0, 0);
-    if (m_FlipY != 0) m_pOpenGL->Rotate3D(180.0, 1);
+    if (m_Saved.m_FlipX != 0) m_pOpenGL->Rotate3D(180.0, 0);
+    if (m_Saved.m_FlipY != 0) m_pOpenGL->Rotate3D(180.0, 1);
 }
 
 void CTextObj3D::CalcComplexAspectRatio(point3Dtype& scale) const {
     const CFont3D* const font = CurrentFont();
     if (font == nullptr || m_pTransform == nullptr) return;
-    if (m_TextPlane >= 0 && m_TextPlane <= 3) {
+    if (m_Saved.m_TextPlane >= 0 && m_Saved.m_TextPlane <= 3) {
         // Layouts depend on this rounded constant: at 90 degrees the cosine is 0.0003, not 0.
-        const double theta = m_Rotation * 0.01745;
+        const double theta = m_Saved.m_Rotation * 0.01745;
         const double c = std::abs(std::cos(theta));
         const double s = std::abs(std::sin(theta));
         const double aspect = m_pTransform->GetFontAspect();
@@ -190,15 +177,16 @@ void CTextObj3D::CalcComplexAspectRatio(point3Dtype& scale) const {
         scale.y = aspect * s + c;
         scale.z = scale.x;
     }
-    const double size = font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * m_CharSize;
+    const double size =
+        font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * m_Saved.m_CharSize;
     scale.x *= size;
     scale.y *= size;
     scale.z *= size;
 }
 
 void CTextObj3D::calccharjust(point3Dtype& offset, double width, double height) const {
-    offset.x = detail::JustifyOffset(width, m_XJustify);
-    offset.y = detail::JustifyOffset(height, m_YJustify);
+    offset.x = detail::JustifyOffset(width, m_Saved.m_XJustify);
+    offset.y = detail::JustifyOffset(height, m_Saved.m_YJustify);
     offset.z = 0.0;
 }
 
@@ -208,10 +196,11 @@ void CTextObj3D::repostextstart3D(const point3Dtype& p) {
 
 template <class Archive>
 void CTextObj3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_nTransformID, m_String, m_Location, m_NormLocation,
-           m_XJustify, m_YJustify);
-    record(m_Color, m_TextPlane, m_FlipX, m_FlipY, m_Rotation, m_bTextureEnable, m_Clipping);
-    record(m_bTextEnable, m_CharSize);
+    record(detail::CounterField{nSelfID}, m_nTransformID, m_Saved.m_String, m_Saved.m_Location,
+           m_Saved.m_NormLocation, m_Saved.m_XJustify, m_Saved.m_YJustify);
+    record(m_Saved.m_Color, m_Saved.m_TextPlane, m_Saved.m_FlipX, m_Saved.m_FlipY,
+           m_Saved.m_Rotation, m_Saved.m_bTextureEnable, m_Saved.m_Clipping);
+    record(m_Saved.m_bTextEnable, m_Saved.m_CharSize);
 }
 
 void CTextObj3D::Save(HANDLE file) {

@@ -17,6 +17,22 @@ class CFont3D;
 class COpenGL;
 class CTransform3D;
 
+/// The plane in which a text lies; plain numbers may be given as well.
+enum TextPlane3D : int {
+    TEXTPLANE_XY = 0,  ///< planes of the chart's box
+    TEXTPLANE_XZ = 1,
+    TEXTPLANE_YZ = 2,
+    TEXTPLANE_VIEWER = 3,
+};
+
+/// Which point of a text lies at its location, across or upward.
+enum TextJustify3D : int {
+    TEXT_JUSTIFY_AUTO = -1,  ///< labels of an axis alone: as axis, plane and rotation ask for
+    TEXT_START = 0,          ///< its left end, its bottom
+    TEXT_CENTER = 1,
+    TEXT_END = 2,  ///< its right end, its top
+};
+
 class VARNEL_API CTextObj3D {
  public:
     static constexpr int kSignature = 1515;
@@ -46,49 +62,52 @@ class VARNEL_API CTextObj3D {
 
     // --- Attributes --------------------------------------------------------------------------
 
-    void SetString(const CString& text) { m_String = text; }
-    CString GetString() const { return m_String; }
-    void GetString(CString& text) const { text = m_String; }
+    void SetString(const CString& text) { m_Saved.m_String = text; }
+    CString GetString() const { return m_Saved.m_String; }
+    void GetString(CString& text) const { text = m_Saved.m_String; }
     /// In data coordinates.
-    void SetLocation(const point3Dtype& p) { m_Location = p; }
-    point3Dtype GetLocation() const { return m_Location; }
+    void SetLocation(const point3Dtype& p) { m_Saved.m_Location = p; }
+    point3Dtype GetLocation() const { return m_Saved.m_Location; }
     /// In normalized coordinates; OutText overwrites it.
-    void SetNormLocation(const point3Dtype& p) { m_NormLocation = p; }
-    point3Dtype GetNormLocation() const { return m_NormLocation; }
-    /// 0 x-y, 1 x-z, 2 y-z plane of the box, 3 facing the viewer; others are not turned at all.
-    void SetTextPlane(int plane) { m_TextPlane = plane; }
-    int GetTextPlane() const { return m_TextPlane; }
-    /// 0 starts at the location, 1 is centred on it, 2 ends there.
-    void SetXJustify(int justify) { m_XJustify = justify; }
-    int GetXJustify() const { return m_XJustify; }
-    /// 0 stands on the location, 1 is centred on it, 2 hangs from it.
-    void SetYJustify(int justify) { m_YJustify = justify; }
-    int GetYJustify() const { return m_YJustify; }
+    void SetNormLocation(const point3Dtype& p) { m_Saved.m_NormLocation = p; }
+    point3Dtype GetNormLocation() const { return m_Saved.m_NormLocation; }
+    /// A code of TextPlane3D: 0 x-y, 1 x-z, 2 y-z plane of the box, 3 (the default) facing the
+    /// viewer; others are not turned at all.
+    void SetTextPlane(int plane) { m_Saved.m_TextPlane = plane; }
+    int GetTextPlane() const { return m_Saved.m_TextPlane; }
+    /// A code of TextJustify3D: 0 (the default) starts at the location, 1 is centred on it, 2 ends
+    /// there.
+    void SetXJustify(int justify) { m_Saved.m_XJustify = justify; }
+    int GetXJustify() const { return m_Saved.m_XJustify; }
+    /// A code of TextJustify3D: 0 (the default) stands on the location, 1 is centred on it, 2 hangs
+    /// from it.
+    void SetYJustify(int justify) { m_Saved.m_YJustify = justify; }
+    int GetYJustify() const { return m_Saved.m_YJustify; }
     void SetJustify(int x, int y);
     void GetJustify3D(int& x, int& y) const;
     /// Whole degrees within the plane.
-    void SetRotation(int degrees) { m_Rotation = degrees; }
-    int GetRotation() const { return m_Rotation; }
+    void SetRotation(int degrees) { m_Saved.m_Rotation = degrees; }
+    int GetRotation() const { return m_Saved.m_Rotation; }
     /// Stored and saved only.
-    void SetClipping(int on) { m_Clipping = on; }
-    int GetClipping() const { return m_Clipping; }
+    void SetClipping(int on) { m_Saved.m_Clipping = on; }
+    int GetClipping() const { return m_Saved.m_Clipping; }
     /// Turns the text by 180 degrees about its own x axis.
-    void SetFlipX(int flip) { m_FlipX = flip; }
-    int GetFlipX() const { return m_FlipX; }
+    void SetFlipX(int flip) { m_Saved.m_FlipX = flip; }
+    int GetFlipX() const { return m_Saved.m_FlipX; }
     /// Turns the text by 180 degrees about its own y axis.
-    void SetFlipY(int flip) { m_FlipY = flip; }
-    int GetFlipY() const { return m_FlipY; }
-    void SetColor(const RGBDType& color) { m_Color = color; }
-    RGBDType GetColor() const { return m_Color; }
+    void SetFlipY(int flip) { m_Saved.m_FlipY = flip; }
+    int GetFlipY() const { return m_Saved.m_FlipY; }
+    void SetColor(const RGBDType& color) { m_Saved.m_Color = color; }
+    RGBDType GetColor() const { return m_Saved.m_Color; }
     /// Factor on the font's size when drawing; the measured sizes leave it out.
-    void SetCharSize(double size) { m_CharSize = size; }
-    double GetCharSize() const { return m_CharSize; }
+    void SetCharSize(double size) { m_Saved.m_CharSize = size; }
+    double GetCharSize() const { return m_Saved.m_CharSize; }
     /// 0: neither draws nor changes any state.
-    void EnableTextObj(int on) { m_bTextEnable = on; }
-    int GetTextEnable() const { return m_bTextEnable; }
+    void EnableTextObj(int on) { m_Saved.m_bTextEnable = on; }
+    int GetTextEnable() const { return m_Saved.m_bTextEnable; }
     /// Stored and saved only.
-    void EnableTexture(int on) { m_bTextureEnable = on; }
-    int GetTextureEnable() const { return m_bTextureEnable; }
+    void EnableTexture(int on) { m_Saved.m_bTextureEnable = on; }
+    int GetTextureEnable() const { return m_Saved.m_bTextureEnable; }
 
     // --- Measuring and drawing ---------------------------------------------------------------
 
@@ -127,24 +146,29 @@ class VARNEL_API CTextObj3D {
     const CFont3D* CurrentFont() const;
     void CallLists(const CFont3D& font) const;
 
+    /// The attributes, as records keep them.
+    struct Saved {
+        CString m_String;
+        point3Dtype m_Location;      ///< data coordinates
+        point3Dtype m_NormLocation;  ///< normalized ones
+        int m_XJustify = TEXT_START;
+        int m_YJustify = TEXT_START;
+        RGBDType m_Color = {0.0, 0.0, 0.0, 1.0};
+        int m_TextPlane = TEXTPLANE_VIEWER;
+        int m_Rotation = 0;  ///< degrees within the plane
+        int m_bTextureEnable = 0;
+        int m_Clipping = 0;
+        int m_bTextEnable = 1;
+        int m_FlipX = 0;
+        int m_FlipY = 0;
+        double m_CharSize = 1.0;  ///< factor on the font's size
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
-    CString m_String;
-    point3Dtype m_Location;
-    point3Dtype m_NormLocation;
-    int m_XJustify;
-    int m_YJustify;
-    RGBDType m_Color;
-    int m_TextPlane;
-    int m_Rotation;
-    int m_bTextureEnable;
-    int m_Clipping;
-    int m_bTextEnable;
-    int m_FlipX;
-    int m_FlipY;
-    double m_CharSize;
-    int m_nTransformID = 0;
-    int m_nSignature;
+    int m_nTransformID = 0;  ///< saved; it goes with the transform, not with the attributes
+    Saved m_Saved;
+    int m_nSignature = kSignature;
 };
 
 }  // namespace varnel
