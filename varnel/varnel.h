@@ -16,6 +16,7 @@
 #include "varnel/foundation/diagnostics.h"
 #include "varnel/foundation/error.h"
 #include "varnel/foundation/file.h"
+#include "varnel/foundation/memory_file.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/foundation/numbers.h"
 #include "varnel/foundation/object_list.h"

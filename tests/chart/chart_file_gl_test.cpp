@@ -108,6 +108,25 @@ TEST_F(ChartFile, AnEmptyViewIsItsFixedFieldsTwoCountsAndTheHeader) {
     EXPECT_EQ(back.GetLoadComplete(), 1);
 }
 
+TEST_F(ChartFile, WhatThePlainFormatLacksTravelsBehindIt) {
+    CChartView3D view;
+    view.Save(Path("plain.chart"));
+    view.SetHeaderOnTop(1);
+    view.Save(Path("more.chart"));
+    const std::string plain = Bytes(Path("plain.chart"));
+    const std::string more = Bytes(Path("more.chart"));
+    ASSERT_GT(more.size(), plain.size());
+    EXPECT_EQ(more.substr(0, plain.size()), plain);
+    CChartView3D back;
+    back.Load(Path("more.chart"));
+    EXPECT_EQ(back.GetHeaderOnTop(), 1);
+    EXPECT_EQ(back.GetLoadComplete(), 1);
+    WriteBytes(Path("bad.chart"), more.substr(0, more.size() - 1));
+    back.Load(Path("bad.chart"));
+    EXPECT_EQ(back.GetHeaderOnTop(), 0) << "a damaged block is left out";
+    EXPECT_EQ(back.GetLoadComplete(), 0);
+}
+
 TEST_F(ChartFile, ObjectsFindTheirTransformsAgain) {
     CChartView3D saved(&m_Window, kWidth, kHeight);
     CChart3D* const chart = saved.NewChart3D();

@@ -1,5 +1,6 @@
 #include "varnel/axes/axes.h"
 
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/render/opengl.h"
@@ -174,6 +175,13 @@ void CAxes3D::Record(Archive& record) {
     record.Array(m_bAxisEnable, 3);
     record.Array(m_bAxisLabelsEnable, 3);
     record(m_OutlineMode);
+}
+
+void CAxes3D::VisitAdded(detail::AddedFields& fields) {
+    for (int axis = 0; axis < 3; ++axis) {
+        fields.Object(detail::Say("axis ", axis), m_pAxis[axis].get());
+        fields.Object(detail::Say("labels ", axis), m_pAxisLabels[axis].get());
+    }
 }
 
 void CAxes3D::Save(HANDLE file) {

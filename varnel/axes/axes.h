@@ -20,6 +20,10 @@
 
 namespace varnel {
 
+namespace detail {
+class AddedFields;
+}
+
 class VARNEL_API CAxes3D {
  public:
     static constexpr int kSignature = 202;
@@ -214,6 +218,9 @@ class VARNEL_API CAxes3D {
     void Save(HANDLE file);
     /// Reads the record; bind the axes again with InitAxes.
     void Load(HANDLE file);
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

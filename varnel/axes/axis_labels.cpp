@@ -8,6 +8,7 @@
 #include "varnel/axes/detail/label_layout.h"
 #include "varnel/axes/detail/label_text.h"
 #include "varnel/axes/text_object.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -428,6 +429,10 @@ void CAxisLabels3D::Record(Archive& record) {
     } else {
         m_pTitleObj->Save(&record.GetFile());
     }
+}
+
+void CAxisLabels3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Object("title", m_pTitleObj.get());
 }
 
 void CAxisLabels3D::Save(HANDLE file) {

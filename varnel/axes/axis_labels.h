@@ -18,6 +18,10 @@
 
 namespace varnel {
 
+namespace detail {
+class AddedFields;
+}
+
 class CAxis3D;
 class COpenGL;
 class CTextObj3D;
@@ -175,6 +179,9 @@ class VARNEL_API CAxisLabels3D {
     /// I/O Error"; a null file does nothing.
     void Save(HANDLE file);
     void Load(HANDLE file);
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

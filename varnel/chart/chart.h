@@ -28,6 +28,10 @@ class CPolysurface;
 class CTextObj3D;
 class CTransform3D;
 
+namespace detail {
+class AddedFields;
+}
+
 class VARNEL_API CChart3D {
  public:
     static constexpr int kSignature = 505;
@@ -214,6 +218,9 @@ class VARNEL_API CChart3D {
     void Load(HANDLE file);
 
     static int nSelfID;  ///< charts made so far; saved and restored
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

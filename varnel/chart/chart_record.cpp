@@ -8,6 +8,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
@@ -55,6 +56,16 @@ void CChart3D::MakeTransformIDsUnique() {
         Renumber(m_AuxObjList, transform.get(), id);
         Renumber(m_DIBObjList, transform.get(), id);
     }
+}
+
+void CChart3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Object("header", m_pHeader.get());
+    fields.List("transform", m_TransformList);
+    fields.List("axes", m_AxesList);
+    fields.List("text", m_TextList);
+    fields.List("object", m_ChartObjList);
+    fields.List("solid", m_AuxObjList);
+    fields.List("picture", m_DIBObjList);
 }
 
 void CChart3D::Save(HANDLE file) {

@@ -52,10 +52,18 @@ CChartView3D::~CChartView3D() {
 }
 
 void CChartView3D::InitChartViewDefaults() {
-    m_ViewBkColor = SetRGBD(1, 1, 1, 1);
-    m_ViewBorderColor = SetRGBD(0, 0, 0, 1);
-    m_FontName = "Arial";
+    m_Saved = {};
+    m_Settings = {};
+    m_Added = {};
+    m_RequestedWidth = m_RequestedHeight = -1;
+    m_PrintingState = 0;
+    m_FontChanged = 1;
+    m_Signature = kSignature;
     m_pHeader = detail::NewObject<CHeader3D>(At("InitChartViewDefaults"));
+    if (m_pOpenGL == nullptr) return;
+    SetAntialiasing(m_Settings.samples);
+    SetFrameOffset(m_Settings.frameOffset);
+    m_pHeader->InitHeaders(m_pOpenGL.get());
 }
 
 void CChartView3D::InitDeviceContext(int useScreenSize) {
@@ -76,8 +84,8 @@ void CChartView3D::InitChartView3D(CDC* dc) {
     MakeCompatibleDC(dc);
     MakeCompatibleBitmap(m_RequestedWidth, m_RequestedHeight);
     MakeCompatibleOpenGL();
-    m_pOpenGL->SetSamples(m_Samples);
-    m_pOpenGL->SetFrameOffset(m_FrameOffset);
+    m_pOpenGL->SetSamples(m_Settings.samples);
+    m_pOpenGL->SetFrameOffset(m_Settings.frameOffset);
     m_pHeader->InitHeaders(m_pOpenGL.get());
     m_Initialized = 1;
 }
@@ -195,31 +203,31 @@ void CChartView3D::GetViewSize(int* width, int* height) const {
 }
 
 void CChartView3D::SetFont(const CString& name, int weight, int option) {
-    m_FontName = name;
-    m_FontWeight = weight;
-    m_FontOption = option;
+    m_Saved.fontName = name;
+    m_Saved.fontWeight = weight;
+    m_Saved.fontOption = option;
     m_FontChanged = 1;
 }
 
 void CChartView3D::SetFontItalics(int on) {
-    m_FontItalics = on;
+    m_Saved.fontItalics = on;
     m_FontChanged = 1;
 }
 
 void CChartView3D::SetFontUnderline(int on) {
-    m_FontUnderline = on;
+    m_Saved.fontUnderline = on;
     m_FontChanged = 1;
 }
 
 void CChartView3D::SetAntialiasing(int samples) {
-    m_Samples = samples;
+    m_Settings.samples = samples;
     if (m_pOpenGL == nullptr) return;
     const GLContext::HostContextGuard host;
     m_pOpenGL->SetSamples(samples);
 }
 
 void CChartView3D::SetFrameOffset(int on) {
-    m_FrameOffset = on;
+    m_Settings.frameOffset = on;
     if (m_pOpenGL == nullptr) return;
     const GLContext::HostContextGuard host;
     m_pOpenGL->SetFrameOffset(on);

@@ -11,6 +11,7 @@
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
+#include "varnel/foundation/file.h"
 #include "varnel/foundation/object_list.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
@@ -27,6 +28,10 @@ class COpenGL;
 class CTransform3D;
 class CWnd;
 struct CPrintInfo;
+
+namespace detail {
+class AddedFields;
+}
 
 class VARNEL_API CChartView3D {
  public:
@@ -97,42 +102,47 @@ class VARNEL_API CChartView3D {
     void SetFont(const CString& name, int weight, int option);
     void SetFontItalics(int on);
     void SetFontUnderline(int on);
-    CString GetFontName() const { return m_FontName; }
-    int GetFontWeight() const { return m_FontWeight; }
-    int GetFontItalics() const { return m_FontItalics; }
-    int GetFontUnderline() const { return m_FontUnderline; }
-    void SetViewBkColor(const RGBDType& c) { m_ViewBkColor = c; }
-    RGBDType GetViewBkColor() const { return m_ViewBkColor; }
-    void SetViewBorderColor(const RGBDType& c) { m_ViewBorderColor = c; }
-    RGBDType GetViewBorderColor() const { return m_ViewBorderColor; }
+    CString GetFontName() const { return m_Saved.fontName; }
+    int GetFontWeight() const { return m_Saved.fontWeight; }
+    int GetFontItalics() const { return m_Saved.fontItalics; }
+    int GetFontUnderline() const { return m_Saved.fontUnderline; }
+    void SetViewBkColor(const RGBDType& c) { m_Saved.bkColor = c; }
+    RGBDType GetViewBkColor() const { return m_Saved.bkColor; }
+    void SetViewBorderColor(const RGBDType& c) { m_Saved.borderColor = c; }
+    RGBDType GetViewBorderColor() const { return m_Saved.borderColor; }
     /// In pixels; default 1.
-    void SetViewBorderThickness(double width) { m_ViewBorderThickness = width; }
-    double GetViewBorderThickness() const { return m_ViewBorderThickness; }
-    void EnableBorder(int on) { m_BorderEnable = on; }
-    int GetBorderEnable() const { return m_BorderEnable; }
+    void SetViewBorderThickness(double width) { m_Saved.borderThickness = width; }
+    double GetViewBorderThickness() const { return m_Saved.borderThickness; }
+    void EnableBorder(int on) { m_Saved.borderEnable = on; }
+    int GetBorderEnable() const { return m_Saved.borderEnable; }
     /// Stored and saved only.
-    void SetViewBkMode(int mode) { m_ViewBkMode = mode; }
-    int GetViewBkMode() const { return m_ViewBkMode; }
+    void SetViewBkMode(int mode) { m_Saved.bkMode = mode; }
+    int GetViewBkMode() const { return m_Saved.bkMode; }
     /// 1 fit the page, 3 the normalized rectangle, others the whole page.
-    void SetPrintScaleMode(int mode) { m_PrintScaleMode = mode; }
-    int GetPrintScaleMode() const { return m_PrintScaleMode; }
+    void SetPrintScaleMode(int mode) { m_Settings.printScaleMode = mode; }
+    int GetPrintScaleMode() const { return m_Settings.printScaleMode; }
     /// Where on the page mode 3 prints, in fractions of the page.
-    void SetNormPrintRect(const REALRECT& rect) { m_NormPrintRect = rect; }
-    REALRECT GetNormPrintRect() const { return m_NormPrintRect; }
+    void SetNormPrintRect(const REALRECT& rect) { m_Settings.normPrintRect = rect; }
+    REALRECT GetNormPrintRect() const { return m_Settings.normPrintRect; }
     int GetPrintingState() const { return m_PrintingState; }
     /// 0 (the default): what is printed is the image, scaled. Otherwise the view is drawn anew at
     /// the resolution and in the proportions of the printed area, lines as thick as in the image.
-    void SetPrintResolution(int on) { m_PrintResolution = on; }
-    int GetPrintResolution() const { return m_PrintResolution; }
+    void SetPrintResolution(int on) { m_Settings.printResolution = on; }
+    int GetPrintResolution() const { return m_Settings.printResolution; }
 
     /// Samples a pixel: 0 (the default) draws without antialiasing, exactly and repeatably; 4 looks
     /// good. The nearest number that the driver has is used.
     void SetAntialiasing(int samples);
-    int GetAntialiasing() const { return m_Samples; }
+    int GetAntialiasing() const { return m_Settings.samples; }
     /// Whether filled polygons with frames are pushed back a little, so that the frames show whole
     /// (the default).
     void SetFrameOffset(int on);
-    int GetFrameOffset() const { return m_FrameOffset; }
+    int GetFrameOffset() const { return m_Settings.frameOffset; }
+
+    /// 1: the view's header is drawn after the charts and over them; 0 (the default): before them,
+    /// so that a chart that covers the whole view hides it.
+    void SetHeaderOnTop(int on) { m_Added.headerOnTop = on != 0 ? 1 : 0; }
+    int GetHeaderOnTop() const { return m_Added.headerOnTop; }
 
     /// The rendering context, null before the view is initialised; owned by the view.
     COpenGL* GetOpenGLPntr() const { return m_pOpenGL.get(); }
@@ -177,21 +187,62 @@ class VARNEL_API CChartView3D {
 
     /// Writes everything that the view owns. An existing file is replaced only when all is written.
     void Save(const CString& fileName);
-    /// Reads a chart file into this view, whose charts are added to those it has.
+    /// Reads a chart file into this view, whose charts are added to those it has. What cannot be
+    /// opened, and a file that cannot be a chart file, raises "Error Opening File for Input"; after
+    /// any error the view is as it was. A file that ends too early is no error: what is there is
+    /// loaded.
     void Load(const CString& fileName);
-    /// 0 when the last Load met the end of its file too early, else 1.
+    /// 0 when the last Load met the end of its file too early, or settings behind the charts that
+    /// are damaged; else 1.
     int GetLoadComplete() const { return m_LoadComplete; }
 
-    template <class Archive>
-    void Record(Archive& record);
-
  private:
+    /// What the chart file's record of a view holds.
+    struct Saved {
+        int fontWeight = 700;
+        int fontOption = 128;  ///< how many characters the font has
+        int fontItalics = 0;
+        int fontUnderline = 0;
+        CString fontName = "Arial";
+        RGBDType bkColor{1.0, 1.0, 1.0, 1.0};
+        int bkMode = 2;
+        double borderThickness = 1.0;  ///< pixels
+        RGBDType borderColor{0.0, 0.0, 0.0, 1.0};
+        int borderEnable = 1;
+
+        template <class Archive>
+        void Record(Archive& record) {
+            record(fontWeight, fontOption, fontItalics, fontUnderline, fontName, bkColor, bkMode,
+                   borderThickness, borderColor, borderEnable);
+        }
+    };
+
+    /// What the host sets anew for each view.
+    struct Settings {
+        int printScaleMode = 1;
+        REALRECT normPrintRect;
+        int printResolution = 0;
+        int samples = 0;
+        int frameOffset = 1;
+    };
+
+    struct Staged;
+
+    /// What the chart file's plain records lack.
+    struct Added {
+        int headerOnTop = 0;  ///< 1: the header is drawn after the charts
+    };
+
+    void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,
+                    const ObjectList<CLegend3D>& legends);
+    void ReadStaged(File& file, Staged& staged);
     void ActivateBitmap(int on);
     void CopyBitmap(CDC* dc, int x, int y, int w, int h);
     void DrawBorder();
     void DrawCharts();
     void DrawLegends();
     void DrawHeader();
+    void DrawHeaderOnTop();
     void RequireContext(const char* operation);
     void InitAndDraw(CDC* dc, int x, int y);
     void SelectPalette(CDC* dc) const;
@@ -215,24 +266,12 @@ class VARNEL_API CChartView3D {
     int m_ViewWidth = 0;
     int m_ViewHeight = 0;
     double m_ViewAspect = 1.0;
-    double m_ViewBorderThickness = 1.0;
-    RGBDType m_ViewBkColor;
-    RGBDType m_ViewBorderColor;
-    int m_ViewBkMode = 2;
-    int m_PrintScaleMode = 1;
     int m_Initialized = 0;
-    int m_FontOption = 128;
-    REALRECT m_NormPrintRect;
     int m_PrintingState = 0;
-    int m_PrintResolution = 0;
-    int m_BorderEnable = 1;
     int m_FontChanged = 1;
-    int m_FontItalics = 0;
-    int m_FontUnderline = 0;
-    CString m_FontName;
-    int m_FontWeight = 700;
-    int m_Samples = 0;
-    int m_FrameOffset = 1;
+    Saved m_Saved;
+    Settings m_Settings;
+    Added m_Added;
     int m_LoadComplete = 1;
     int m_Signature = kSignature;
     ObjectList<CChart3D> m_ChartList;

@@ -17,36 +17,39 @@ namespace {
 
 /// Height of an em of the view's own text, in device units (the view is 2 high).
 constexpr double kViewFontSize = 0.2;
-constexpr int kColorAndDepth = 16640;
+constexpr int kDepth = 256;
+constexpr int kColorAndDepth = 16384 + kDepth;
 
 }  // namespace
 
 void CChartView3D::DrawView() {
     RequireContext("DrawView");
     const GLContext::HostContextGuard host;
+    if (m_ViewWidth < 1 || m_ViewHeight < 1) SetViewSizePrinter();
     m_DrawWidth = m_ViewWidth;
     m_DrawHeight = m_ViewHeight;
     m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
     m_ViewAspect = static_cast<double>(m_DrawHeight) / static_cast<double>(m_DrawWidth);
     m_pOpenGL->MakeCurrent();
-    m_pOpenGL->SetClearColor(m_ViewBkColor.r, m_ViewBkColor.g, m_ViewBkColor.b, 1.0);
+    m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 1.0);
     m_pOpenGL->Clear(kColorAndDepth);
     m_pOpenGL->LoadIdentity();
-    if (m_BorderEnable != 0) DrawBorder();
+    if (m_Saved.borderEnable != 0) DrawBorder();
     if (m_FontChanged != 0) {
-        m_pOpenGL->RegisterFont(m_FontName, kViewFontSize, m_FontWeight, m_FontItalics,
-                                m_FontUnderline, m_FontOption);
+        m_pOpenGL->RegisterFont(m_Saved.fontName, kViewFontSize, m_Saved.fontWeight,
+                                m_Saved.fontItalics, m_Saved.fontUnderline, m_Saved.fontOption);
         m_FontChanged = 0;
     }
-    DrawHeader();
+    if (m_Added.headerOnTop == 0) DrawHeader();
     DrawCharts();
+    if (m_Added.headerOnTop != 0) DrawHeaderOnTop();
     DrawLegends();
     m_pOpenGL->ReadBackDrawn();
 }
 
 void CChartView3D::DrawBorder() {
-    detail::DrawViewportBorder(*m_pOpenGL, m_DrawWidth, m_DrawHeight, m_ViewBorderThickness,
-                               m_ViewBorderColor);
+    detail::DrawViewportBorder(*m_pOpenGL, m_DrawWidth, m_DrawHeight, m_Saved.borderThickness,
+                               m_Saved.borderColor);
 }
 
 void CChartView3D::DrawHeader() {
@@ -54,6 +57,13 @@ void CChartView3D::DrawHeader() {
     m_pOpenGL->SetFontScaleFactor(kViewFontSize);
     m_pHeader->SetViewAspect(m_ViewAspect);
     m_pHeader->DrawHeader();
+}
+
+void CChartView3D::DrawHeaderOnTop() {
+    m_pOpenGL->LoadIdentity();
+    m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
+    m_pOpenGL->Clear(kDepth);
+    DrawHeader();
 }
 
 void CChartView3D::DrawCharts() {
@@ -70,6 +80,7 @@ void CChartView3D::DrawLegends() {
 }
 
 void CChartView3D::InitAndDraw(CDC* dc, int x, int y) {
+    if (m_ViewWidth < 1 || m_ViewHeight < 1) return;  // as of a window that is not shown
     DrawView();
     const HPALETTE palette = m_pDIBSection != nullptr ? m_pDIBSection->GetDIBPalette() : nullptr;
     const HPALETTE previous = dc->SelectPalette(palette, 0);

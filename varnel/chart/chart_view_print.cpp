@@ -62,19 +62,19 @@ void CChartView3D::DrawViewPrinter(CDC* dc) {
     RequireContext("DrawViewPrinter");
     if (m_pDIBSection == nullptr)
         detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_CHARTVIEW3D, "DrawViewPrinter");
-    m_pDIBSection->SetNormPrintRect(m_NormPrintRect);
-    if (m_PrintResolution != 0 && PrintAtPrinterResolution(dc)) return;
+    m_pDIBSection->SetNormPrintRect(m_Settings.normPrintRect);
+    if (m_Settings.printResolution != 0 && PrintAtPrinterResolution(dc)) return;
     SetViewSizePrinter();
     DrawView();
-    m_pDIBSection->PrintDIBSection(dc, static_cast<WORD>(m_PrintScaleMode), "");
+    m_pDIBSection->PrintDIBSection(dc, static_cast<WORD>(m_Settings.printScaleMode), "");
 }
 
 /// False when there is no such area or it is too large to be drawn; then nothing is printed.
 bool CChartView3D::PrintAtPrinterResolution(CDC* dc) {
     if (dc == nullptr || m_BitmapWidth < 1 || m_BitmapHeight < 1) return false;
     RECT area;
-    m_pDIBSection->CalculatePrintRect(dc, area, static_cast<WORD>(m_PrintScaleMode),
-                                      m_NormPrintRect);
+    m_pDIBSection->CalculatePrintRect(dc, area, static_cast<WORD>(m_Settings.printScaleMode),
+                                      m_Settings.normPrintRect);
     const HBITMAP page = NewBitmap(area.right - area.left, area.bottom - area.top);
     if (!page) return false;
     const GLContext::HostContextGuard host;

@@ -1,25 +1,116 @@
 // CChartView3D: the chart file.
+#include <algorithm>
+#include <array>
+
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/legend/legend.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/files.h"
 
 namespace varnel {
+namespace {
 
-template <class Archive>
-void CChartView3D::Record(Archive& record) {
-    record(m_FontWeight, m_FontOption, m_FontItalics, m_FontUnderline, m_FontName, m_ViewBkColor,
-           m_ViewBkMode, m_ViewBorderThickness, m_ViewBorderColor, m_BorderEnable);
+constexpr detail::Origin kLoad{ERR3DCLASS_CHARTVIEW3D, "Load"};
+
+/// Which values of a chart file's first integers a view can have written. The format has no mark of
+/// its own: this is what tells it from a text, a picture or an archive.
+struct SaneRange {
+    std::int32_t least;
+    std::int32_t most;
+};
+constexpr std::array<SaneRange, 5> kFirstFields = {{
+    {0, 1000},     // the font's weight
+    {-1, 0xFFFF},  // how many characters it has
+    {-1, 255},     // italics
+    {-1, 255},     // underline
+    {0, 1024},     // the length of the font's name
+}};
+
+/// A file whose first bytes were looked at: they come first again.
+class LookedAtFile : public File {
+ public:
+    LookedAtFile(File& file, std::size_t size) : m_File(file), m_First(Start(file, size)) {}
+
+    const std::vector<BYTE>& GetFirst() const { return m_First.GetBytes(); }
+
+    void Write(const void* bytes, std::size_t size) override { m_File.Write(bytes, size); }
+    std::uint64_t Remaining() const override {
+        const std::uint64_t rest = m_File.Remaining();
+        return rest + std::min(m_First.Remaining(), UINT64_MAX - rest);
+    }
+    void Commit() override { m_File.Commit(); }
+
+ protected:
+    std::size_t ReadSome(void* bytes, std::size_t size) override {
+        const auto ours =
+            static_cast<std::size_t>(std::min<std::uint64_t>(size, m_First.Remaining()));
+        m_First.Read(bytes, ours);
+        return ours + m_File.Read(static_cast<BYTE*>(bytes) + ours, size - ours);
+    }
+
+ private:
+    static std::vector<BYTE> Start(File& file, std::size_t size) {
+        std::vector<BYTE> bytes(
+            static_cast<std::size_t>(std::min<std::uint64_t>(size, file.Remaining())));
+        bytes.resize(file.Read(bytes.data(), bytes.size()));
+        return bytes;
+    }
+
+    File& m_File;
+    MemoryFile m_First;
+};
+
+/// Whether a file that begins like this can be a chart file; one that ends there is cut off.
+bool CanBeAChartFile(const std::vector<BYTE>& bytes) {
+    MemoryFile file(bytes);
+    detail::RecordReader record(file);
+    return std::ranges::all_of(kFirstFields, [&](const SaneRange& range) {
+        std::int32_t value = range.least;
+        record(value);
+        return range.least <= value && value <= range.most;
+    });
+}
+
+/// Makes one header's texts and attributes those of another.
+void CopyHeader(CHeader3D& from, CHeader3D& to) {
+    MemoryFile record;
+    from.Save(&record);
+    to.Load(&record);
+}
+
+}  // namespace
+
+/// What a file holds, apart from the view until all of it is read.
+struct CChartView3D::Staged {
+    Saved saved;
+    ObjectList<CChart3D> charts;
+    ObjectList<CLegend3D> legends;
+    CHeader3D header;
+    detail::AddedFields added;
+    bool complete = true;
+};
+
+void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,
+                              const ObjectList<CLegend3D>& legends) {
+    fields.Of(m_Added, [](auto field) { field("headerOnTop", &Added::headerOnTop); });
+    fields.Object("header", m_pHeader.get());
+    fields.List("chart", charts);
+    fields.List("legend", legends);
 }
 
 void CChartView3D::Save(const CString& fileName) {
     const auto file = OpenOutputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save");
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save",
+                      fileName + " cannot be written");
     detail::WithFile(file.get(), {ERR3DCLASS_CHARTVIEW3D, "Save"}, [this](File& f) {
         detail::RecordWriter record(f);
-        Record(record);
+        m_Saved.Record(record);
         record(std::int32_t{m_ChartList.GetCount()});
         for (const auto& chart : m_ChartList)
             chart->Save(&f);
@@ -27,28 +118,61 @@ void CChartView3D::Save(const CString& fileName) {
         for (const auto& legend : m_LegendList)
             legend->Save(&f);
         m_pHeader->Save(&f);
+        detail::AddedFields fields;
+        VisitAdded(fields, m_ChartList, m_LegendList);
+        fields.WriteBlock(f);
         f.Commit();
     });
 }
 
+void CChartView3D::ReadStaged(File& file, Staged& staged) {
+    detail::RecordReader record(file);
+    staged.saved = m_Saved;
+    staged.saved.Record(record);
+    std::int32_t charts = 0;
+    record(charts);
+    for (std::int32_t i = 0; i < charts && record.Has(1, 1); ++i) {
+        RequireContext("NewChart3D");
+        staged.charts.Append(detail::NewObject<CChart3D>({kLoad.cls, "NewChart3D"}, this))
+            ->Load(&file);
+    }
+    std::int32_t legends = 0;
+    record(legends);
+    for (std::int32_t i = 0; i < legends && record.Has(1, 1); ++i) {
+        RequireContext("NewLegend3D");
+        staged.legends.Append(detail::NewObject<CLegend3D>({kLoad.cls, "NewLegend3D"}, this))
+            ->Load(&file);
+    }
+    CopyHeader(*m_pHeader, staged.header);
+    staged.header.Load(&file);
+    staged.added = detail::AddedFields::ReadBlock(file, staged.complete);
+    staged.complete = staged.complete && !file.RanDry();
+}
+
 void CChartView3D::Load(const CString& fileName) {
     const auto file = OpenInputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_CHARTVIEW3D, "Load");
-    detail::WithFile(file.get(), {ERR3DCLASS_CHARTVIEW3D, "Load"}, [this](File& f) {
-        detail::RecordReader record(f);
-        Record(record);
-        m_FontChanged = 1;
-        std::int32_t charts = 0;
-        record(charts);
-        for (std::int32_t i = 0; i < charts && record.Has(1, 1); ++i)
-            NewChart3D()->Load(&f);
-        std::int32_t legends = 0;
-        record(legends);
-        for (std::int32_t i = 0; i < legends && record.Has(1, 1); ++i)
-            NewLegend3D()->Load(&f);
-        m_pHeader->Load(&f);
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
+                      fileName + " cannot be read");
+    const GLContext::HostContextGuard host;
+    Staged staged;
+    detail::WithFile(file.get(), kLoad, [&](File& f) {
+        LookedAtFile chartFile(f, kFirstFields.size() * sizeof(std::int32_t));
+        if (!CanBeAChartFile(chartFile.GetFirst()))
+            detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
+                          fileName + " is no chart file");
+        ReadStaged(chartFile, staged);
     });
-    m_LoadComplete = file->RanDry() ? 0 : 1;
+    m_Saved = staged.saved;
+    m_FontChanged = 1;
+    CopyHeader(staged.header, *m_pHeader);
+    VisitAdded(staged.added, staged.charts, staged.legends);
+    staged.added.TellUnknown();
+    m_ChartList.AppendAll(staged.charts);
+    m_LegendList.AppendAll(staged.legends);
+    m_LoadComplete = staged.complete ? 1 : 0;
+    if (!staged.complete)
+        detail::Diagnose("Load", fileName, " is damaged or ends too early; the rest is loaded");
 }
 
 }  // namespace varnel

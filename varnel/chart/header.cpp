@@ -1,5 +1,6 @@
 #include "varnel/chart/header.h"
 
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 
@@ -76,6 +77,12 @@ void CHeader3D::Record(Archive& record) {
         else
             text->Save(&record.GetFile());
     }
+}
+
+void CHeader3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Object("title 1", m_pTitle1.get());
+    fields.Object("title 2", m_pTitle2.get());
+    fields.Object("footer", m_pFooter.get());
 }
 
 void CHeader3D::Save(HANDLE file) {

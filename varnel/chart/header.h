@@ -17,6 +17,10 @@ namespace varnel {
 
 class COpenGL;
 
+namespace detail {
+class AddedFields;
+}
+
 class VARNEL_API CHeader3D {
  public:
     static constexpr int kSignature = 1212;
@@ -67,6 +71,9 @@ class VARNEL_API CHeader3D {
     /// nothing.
     void Save(HANDLE file);
     void Load(HANDLE file);
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

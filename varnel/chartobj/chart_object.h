@@ -31,6 +31,7 @@ class CPolysurface;
 class CTransform3D;
 
 namespace detail {
+class AddedFields;
 struct Data25D;
 struct GroupView;
 struct SegmentColors;
@@ -402,6 +403,9 @@ class VARNEL_API CChartObj3D {
     /// Reads a record. The bar heights of a 3D bar chart are not in it; a contour chart comes back
     /// with 0 data points; stored segment colours switch segment colours on.
     void Load(HANDLE file);
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

@@ -5,6 +5,7 @@
 
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/surface/polysurface.h"
 
@@ -188,6 +189,10 @@ void CChartObj3D::RecordSurface(Archive& record) {
     // The values take the place of the independent data, which leaves no points.
     if constexpr (Archive::kLoading) m_NumDataPnts = 0;
     ArrayField(record, m_pSegmentColors, numContours + 1LL, numContours + 1LL);
+}
+
+void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Object("surface", m_pPolysurface.get());
 }
 
 void CChartObj3D::Save(HANDLE file) {

@@ -21,6 +21,13 @@ class ObjectList {
         return m_Items.back().get();
     }
 
+    /// Appends all items of another list, which is empty afterwards.
+    void AppendAll(ObjectList& other) {
+        for (auto& item : other.m_Items)
+            Append(std::move(item));
+        other.RemoveAll();
+    }
+
     /// The item at a 0-based index, null outside the list.
     T* GetAt(int index) const {
         if (index < 0 || static_cast<std::size_t>(index) >= m_Items.size()) return nullptr;

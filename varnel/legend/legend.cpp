@@ -7,6 +7,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/legend/detail/legend_scale.h"
 #include "varnel/render/opengl.h"
@@ -226,6 +227,10 @@ void CLegend3D::Record(Archive& record) {
         for (const auto& entry : m_LegendObjs)
             entry->Save(&record.GetFile());
     }
+}
+
+void CLegend3D::VisitAdded(detail::AddedFields& fields) {
+    fields.List("entry", m_LegendObjs);
 }
 
 void CLegend3D::Save(HANDLE file) {

@@ -27,6 +27,7 @@ class CTextObj3D;
 class CTransform3D;
 
 namespace detail {
+class AddedFields;
 class LegendPainter;
 struct LegendContent;
 struct LegendLayout;
@@ -178,6 +179,9 @@ class VARNEL_API CLegend3D {
     void Save(HANDLE file);
     /// Replaces the entries and the scale.
     void Load(HANDLE file);
+
+    /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     template <class Archive>
     void Record(Archive& record);

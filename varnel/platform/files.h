@@ -8,10 +8,9 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "varnel/foundation/export.h"
-#include "varnel/foundation/file.h"
+#include "varnel/foundation/memory_file.h"
 #include "varnel/foundation/types.h"
 
 namespace varnel {
@@ -25,25 +24,5 @@ VARNEL_API std::unique_ptr<File> OpenInputFile(const CString& name);
 /// Symbolic links are followed. A replaced file keeps its owner and permissions; one whose owner
 /// cannot be kept is written directly.
 VARNEL_API std::unique_ptr<File> OpenOutputFile(const CString& name);
-
-/// A file that lives in memory: written at its end, read from its start.
-class VARNEL_API MemoryFile : public File {
- public:
-    MemoryFile() = default;
-    explicit MemoryFile(std::vector<BYTE> bytes) : m_Bytes(std::move(bytes)) {}
-
-    const std::vector<BYTE>& GetBytes() const { return m_Bytes; }
-
-    void Write(const void* bytes, std::size_t size) override;
-    std::uint64_t Remaining() const override { return m_Bytes.size() - m_Position; }
-    void Commit() override {}
-
- protected:
-    std::size_t ReadSome(void* bytes, std::size_t size) override;
-
- private:
-    std::vector<BYTE> m_Bytes;
-    std::size_t m_Position = 0;
-};
 
 }  // namespace varnel
