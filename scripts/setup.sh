@@ -14,6 +14,7 @@ packages=(
     # tests and checks
     libgtest-dev clang-format imagemagick
     xvfb xclip xdotool poppler-utils
+    fonts-dejavu-core fonts-droid-fallback
 )
 
 missing=()

@@ -4,6 +4,7 @@
 #include <ft2build.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -11,8 +12,10 @@
 #include <fstream>
 #include <future>
 #include <map>
-#include <memory>
 #include <string>
+
+#include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/diagnostics.h"
 #include FT_FREETYPE_H
 
 namespace varnel {
@@ -30,12 +33,24 @@ LOGFONT Described(const char* face, int weight = 400, bool italic = false, bool 
     return font;
 }
 
-std::vector<GlyphOutline> Build(const LOGFONT& font, double deviation = kDeviation,
-                                double extrusion = kExtrusion) {
-    return BuildGlyphOutlines(font, 256, deviation, extrusion);
+struct Letter {
+    GLYPHMETRICSFLOAT metrics;
+    GlyphOutline outline;
+};
+
+/// The characters of Windows-1252; none when the system has no font.
+std::vector<Letter> Build(const LOGFONT& font, double deviation = kDeviation,
+                          double extrusion = kExtrusion) {
+    std::vector<Letter> letters;
+    const auto face = GlyphFace::Find(font, deviation, extrusion);
+    for (unsigned c = 0; face != nullptr && c < 256; ++c) {
+        const char32_t u = detail::Windows1252ToUnicode(static_cast<unsigned char>(c));
+        letters.push_back({face->Metrics(u), face->Outline(u)});
+    }
+    return letters;
 }
 
-const GlyphOutline& Glyph(const std::vector<GlyphOutline>& glyphs, char c) {
+const Letter& Glyph(const std::vector<Letter>& glyphs, char c) {
     return glyphs.at(static_cast<unsigned char>(c));
 }
 
@@ -101,64 +116,56 @@ TEST(GlyphOutlines, MetricsAreThoseOfTheFace) {
         ASSERT_EQ(glyphs.size(), 256U);
         for (unsigned c = 0x20; c < 256; ++c) {
             const auto byte = static_cast<unsigned char>(c);
-            if (c >= 0x7F && Windows1252ToUnicode(byte) == c && c < 0xA0) continue;  // no character
+            if (c >= 0x7F && detail::Windows1252ToUnicode(byte) == c && c < 0xA0)
+                continue;  // no character
             SCOPED_TRACE(c);
-            ExpectMetrics(glyphs[c].metrics, face.Metrics(Windows1252ToUnicode(byte)), face.Em());
+            ExpectMetrics(glyphs[c].metrics, face.Metrics(detail::Windows1252ToUnicode(byte)),
+                          face.Em());
         }
     }
     // What a reader of Windows-1252 must see.
-    EXPECT_EQ(Windows1252ToUnicode(0x80), char32_t{0x20AC});
-    EXPECT_EQ(Windows1252ToUnicode(0x99), char32_t{0x2122});
-    EXPECT_EQ(Windows1252ToUnicode(0xE9), char32_t{0xE9});
+    EXPECT_EQ(detail::Windows1252ToUnicode(0x80), char32_t{0x20AC});
+    EXPECT_EQ(detail::Windows1252ToUnicode(0x99), char32_t{0x2122});
+    EXPECT_EQ(detail::Windows1252ToUnicode(0xE9), char32_t{0xE9});
 }
 
 TEST(GlyphOutlines, ControlCharactersAreBlank) {
     const auto glyphs = Build(Described("Arial"));
     for (const int c : {0, 9, 10, 31, 127, 0x81}) {
-        EXPECT_TRUE(glyphs[static_cast<std::size_t>(c)].triangles.empty()) << c;
+        EXPECT_TRUE(glyphs[static_cast<std::size_t>(c)].outline.triangles.empty()) << c;
         EXPECT_EQ(glyphs[static_cast<std::size_t>(c)].metrics.gmfCellIncX,
                   Glyph(glyphs, ' ').metrics.gmfCellIncX);
     }
 }
 
-using Position = std::array<float, 3>;
+using Position = std::array<double, 3>;
 
-Position At(const GlyphVertex& v) {
-    return {v.position[0], v.position[1], v.position[2]};
-}
-
-/// Six times the volume of the tetrahedron of a triangle and the origin.
-double Volume6(const GlyphVertex* t) {
-    const float *a = t[0].position, *b = t[1].position, *c = t[2].position;
-    return a[0] * (b[1] * c[2] - b[2] * c[1]) + a[1] * (b[2] * c[0] - b[0] * c[2]) +
-           a[2] * (b[0] * c[1] - b[1] * c[0]);
-}
-
-/// The area of the triangles that lie in front.
-double FrontArea(const GlyphOutline& glyph) {
-    double area = 0.0;
-    for (std::size_t i = 0; i < glyph.triangles.size(); i += 3) {
-        const GlyphVertex* t = &glyph.triangles[i];
-        if (t->normal[2] <= 0.0F) continue;
-        area +=
-            0.5 * ((t[1].position[0] - t[0].position[0]) * (t[2].position[1] - t[0].position[1]) -
-                   (t[2].position[0] - t[0].position[0]) * (t[1].position[1] - t[0].position[1]));
+/// The corners of a letter's triangles, three each.
+std::vector<Position> Corners(const GlyphOutline& letter) {
+    std::vector<Position> corners;
+    for (const std::uint32_t number : letter.triangles) {
+        const GlyphPoint& p = letter.points.at(number);
+        corners.push_back({p.x, p.y, p.z});
     }
-    return area;
+    return corners;
 }
 
-/// Whether the normals of a triangle agree with the side from which it runs counter-clockwise.
-bool FacesItsNormal(const GlyphVertex* t) {
-    const float *a = t[0].position, *b = t[1].position, *c = t[2].position;
-    const double u[3] = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-    const double v[3] = {c[0] - a[0], c[1] - a[1], c[2] - a[2]};
-    const double* const p = u;
-    const double* const q = v;
-    const double cross[3] = {p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2],
-                             p[0] * q[1] - p[1] * q[0]};
-    const float* n = t->normal;
-    const double along = cross[0] * n[0] + cross[1] * n[1] + cross[2] * n[2];
-    return along >= -1e-9;  // slivers may have no area
+Position Cross(const Position& a, const Position& b) {
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+/// Twice the area of a triangle as seen from the front: below 0 when it faces the back.
+double Seen2(const Position* t) {
+    return (t[1][0] - t[0][0]) * (t[2][1] - t[0][1]) - (t[2][0] - t[0][0]) * (t[1][1] - t[0][1]);
+}
+
+/// The area of a letter's front.
+double FrontArea(const Letter& letter) {
+    const std::vector<Position> corners = Corners(letter.outline);
+    double area = 0.0;
+    for (std::size_t i = 0; i < letter.outline.frontSize; i += 3)
+        area += 0.5 * Seen2(&corners[i]);
+    return area;
 }
 
 TEST(GlyphOutlines, LettersAreClosedSolids) {
@@ -168,21 +175,25 @@ TEST(GlyphOutlines, LettersAreClosedSolids) {
             const auto glyphs = Build(Described(face, 700, false, underline));
             for (std::size_t c = 0; c < glyphs.size(); ++c) {
                 SCOPED_TRACE(c);
-                const auto& triangles = glyphs[c].triangles;
-                ASSERT_EQ(triangles.size() % 3, 0U);
+                const std::vector<Position> corners = Corners(glyphs[c].outline);
+                ASSERT_EQ(corners.size() % 3, 0U);
                 std::map<std::pair<Position, Position>, int> edges;
                 double volume = 0.0;
-                bool outward = true;
-                for (std::size_t i = 0; i < triangles.size(); i += 3) {
+                for (std::size_t i = 0; i < corners.size(); i += 3) {
                     for (std::size_t k = 0; k < 3; ++k) {
-                        const Position a = At(triangles[i + k]);
-                        const Position b = At(triangles[i + (k + 1) % 3]);
+                        const Position& a = corners[i + k];
+                        const Position& b = corners[i + (k + 1) % 3];
                         a < b ? ++edges[{a, b}] : --edges[{b, a}];
                     }
-                    volume += Volume6(&triangles[i]) / 6.0;
-                    outward = outward && FacesItsNormal(&triangles[i]);
+                    const Position n = Cross(corners[i + 1], corners[i + 2]);
+                    for (std::size_t k = 0; k < 3; ++k)
+                        volume += corners[i][k] * n[k] / 6.0;
+                    // The front faces the front, the back the back, and the sides neither.
+                    const bool front = i < glyphs[c].outline.frontSize;
+                    const bool back = !front && i < 2 * glyphs[c].outline.frontSize;
+                    const double seen = Seen2(&corners[i]);
+                    EXPECT_TRUE(front ? seen >= -1e-9 : back ? seen <= 1e-9 : seen == 0.0);
                 }
-                EXPECT_TRUE(outward);
                 for (const auto& [edge, balance] : edges)
                     ASSERT_EQ(balance, 0);
                 EXPECT_NEAR(volume, FrontArea(glyphs[c]) * kExtrusion, 1e-5);
@@ -208,20 +219,18 @@ TEST(GlyphOutlines, HolesStayOpenAndOverlapsCountOnce) {
     EXPECT_GT(FrontArea(Glyph(underlined, 'g')), FrontArea(Glyph(glyphs, 'g')) + bar * 0.2);
 }
 
-/// The distance of a point from the walls of a letter, seen from the front.
-double DistanceToOutline(double x, double y, const GlyphOutline& glyph) {
+/// The distance of a point from the edge of a letter.
+double DistanceToEdge(double x, double y, const Letter& letter) {
     double nearest = 1e9;
-    for (std::size_t i = 0; i < glyph.triangles.size(); i += 3) {
-        const GlyphVertex* t = &glyph.triangles[i];
-        if (t->normal[2] != 0.0F) continue;
-        const double ax = t[0].position[0], ay = t[0].position[1];
-        const double dx = t[1].position[0] - ax, dy = t[1].position[1] - ay;
-        const double length2 = dx * dx + dy * dy;
-        if (length2 == 0.0) continue;
-        const double along = ((x - ax) * dx + (y - ay) * dy) / length2;
-        const double s = along < 0.0 ? 0.0 : along > 1.0 ? 1.0 : along;
-        nearest = std::min(nearest, std::hypot(x - ax - s * dx, y - ay - s * dy));
-    }
+    for (const auto& contour : letter.outline.contours)
+        for (std::size_t i = 0; i < contour.size(); ++i) {
+            const POINTFLOAT a = contour[i];
+            const POINTFLOAT b = contour[(i + 1) % contour.size()];
+            const double dx = b.x - a.x, dy = b.y - a.y;
+            const double length = std::max(1e-12, dx * dx + dy * dy);
+            const double t = std::clamp(((x - a.x) * dx + (y - a.y) * dy) / length, 0.0, 1.0);
+            nearest = std::min(nearest, std::hypot(x - a.x - t * dx, y - a.y - t * dy));
+        }
     return nearest;
 }
 
@@ -230,17 +239,16 @@ TEST(GlyphOutlines, ChordsKeepTheDeviation) {
     for (const double deviation : {0.1, 1.0}) {
         const auto coarse = Build(Described("Arial"), deviation);
         for (const char c : {'O', 'S', '8', '&'}) {
-            const GlyphOutline& glyph = Glyph(coarse, c);
-            EXPECT_LT(glyph.triangles.size(), Glyph(fine, c).triangles.size());
+            const Letter& letter = Glyph(coarse, c);
+            EXPECT_LT(letter.outline.points.size(), Glyph(fine, c).outline.points.size());
             double worst = 0.0;
-            for (std::size_t i = 0; i < glyph.triangles.size(); i += 3) {
-                const GlyphVertex* t = &glyph.triangles[i];
-                if (t->normal[2] != 0.0F) continue;
-                worst =
-                    std::max(worst, DistanceToOutline((t[0].position[0] + t[1].position[0]) / 2.0,
-                                                      (t[0].position[1] + t[1].position[1]) / 2.0,
-                                                      Glyph(fine, c)));
-            }
+            for (const auto& contour : letter.outline.contours)
+                for (std::size_t i = 0; i < contour.size(); ++i) {
+                    const POINTFLOAT a = contour[i];
+                    const POINTFLOAT b = contour[(i + 1) % contour.size()];
+                    worst = std::max(worst, DistanceToEdge((a.x + b.x) / 2.0, (a.y + b.y) / 2.0,
+                                                           Glyph(fine, c)));
+                }
             EXPECT_LE(worst, deviation / 28.0 + 1.0 / 2048.0) << c;
             EXPECT_GT(worst, deviation / 28.0 / 8.0) << c;
         }
@@ -254,13 +262,13 @@ TEST(GlyphOutlines, UnderlineJoinsOverTheAdvance) {
     const double middle = face.Get()->underline_position / face.Em();
     const double thickness = face.Get()->underline_thickness / face.Em();
     for (const char c : {' ', 'A', 'x', 'i'}) {
-        const GlyphOutline& glyph = Glyph(underlined, c);
+        const Letter& glyph = Glyph(underlined, c);
         float left = 9.0F, right = -9.0F, low = 9.0F;
-        for (const GlyphVertex& v : glyph.triangles) {
-            if (v.position[1] > -1e-3F) continue;
-            left = std::min(left, v.position[0]);
-            right = std::max(right, v.position[0]);
-            low = std::min(low, v.position[1]);
+        for (const GlyphPoint& p : glyph.outline.points) {
+            if (p.y > -1e-3F) continue;
+            left = std::min(left, p.x);
+            right = std::max(right, p.x);
+            low = std::min(low, p.y);
         }
         EXPECT_FLOAT_EQ(left, 0.0F);
         EXPECT_FLOAT_EQ(right, glyph.metrics.gmfCellIncX);
@@ -272,35 +280,61 @@ TEST(GlyphOutlines, UnderlineJoinsOverTheAdvance) {
 TEST(GlyphOutlines, FlatLettersHaveTheirFrontOnly) {
     const auto glyphs = Build(Described("Arial"), kDeviation, 0.0);
     ASSERT_EQ(glyphs.size(), 256U);
-    for (const GlyphVertex& v : Glyph(glyphs, 'B').triangles) {
-        EXPECT_EQ(v.position[2], 0.0F);
-        EXPECT_EQ(v.normal[2], 1.0F);
-    }
+    const GlyphOutline& letter = Glyph(glyphs, 'B').outline;
+    EXPECT_EQ(letter.frontSize, letter.triangles.size());
+    for (const GlyphPoint& p : letter.points)
+        EXPECT_EQ(p.z, 0.0F);
 }
 
-TEST(GlyphOutlines, ArgumentsOutOfRangeGiveNothing) {
+TEST(GlyphOutlines, OnlyAnImpossibleDepthGivesNothing) {
     const LOGFONT font = Described("Arial");
     const double nan = std::nan("");
-    EXPECT_TRUE(BuildGlyphOutlines(font, 0, 0.1, 0.01).empty());
-    EXPECT_TRUE(BuildGlyphOutlines(font, -1, 0.1, 0.01).empty());
-    EXPECT_TRUE(BuildGlyphOutlines(font, 257, 0.1, 0.01).empty());
-    EXPECT_TRUE(BuildGlyphOutlines(font, 128, 0.1, -0.01).empty());
-    EXPECT_TRUE(BuildGlyphOutlines(font, 128, 0.1, nan).empty());
-    // Any deviation gives letters.
+    for (const double depth : {-0.01, nan, HUGE_VAL})
+        EXPECT_EQ(GlyphFace::Find(font, 0.1, depth), nullptr);
     for (const double deviation : {-1.0, nan, 1e300})
-        EXPECT_EQ(BuildGlyphOutlines(font, 66, deviation, 0.01).size(), 66U);
-    // So does any name: the system's closest match.
-    EXPECT_EQ(BuildGlyphOutlines(Described("No such \xFC face"), 66, 0.1, 0.01).size(), 66U);
+        EXPECT_FALSE(GlyphFace::Find(font, deviation)->Outline(U'O').triangles.empty());
+    // Any name gives the system's closest match.
+    EXPECT_NE(GlyphFace::Find(Described("No such \xFC face")), nullptr);
 }
 
-TEST(GlyphOutlines, ThreadsBuildTheSame) {
-    const auto build = [] { return Build(Described("Arial", 700)); };
+TEST(GlyphOutlines, OtherFacesLendWhatOneLacks) {
+    const auto face = GlyphFace::Find(Described("Liberation Mono"));
+    const LOGFONT wide = Described("Droid Sans Fallback");
+    const auto lender = GlyphFace::Find(wide);
+    std::vector<std::string> told;
+    SetDiagnostics(1);
+    const auto before = SetDiagnosticHandler([&told](const CString& s) { told.push_back(s); });
+    // No face has a character that Unicode never assigns: it is told once, and looks like others.
+    for (int i = 0; i < 2; ++i)
+        EXPECT_GT(face->Metrics(0x0378).gmfCellIncX, 0.0F);
+    EXPECT_EQ(face->Outline(0x0378).triangles, face->Outline(0x0379).triangles);
+    for (const char32_t steering : {0x200D, 0xFE0F, 0xFEFF}) {
+        EXPECT_EQ(face->Metrics(steering).gmfCellIncX, 0.0F);
+        EXPECT_TRUE(face->Outline(steering).triangles.empty());
+    }
+    const GLYPHMETRICSFLOAT sun = face->Metrics(U'日');
+    SetDiagnosticHandler(before);
+    SetDiagnostics(0);
+    if (told.size() > 1) GTEST_SKIP() << "no font with Chinese characters is installed";
+    EXPECT_EQ(told, std::vector<std::string>{"Text: no font of this system has the character "
+                                             "U+0378"});
+    EXPECT_EQ(sun.gmfCellIncX, 1.0F);  // as wide as high, twice what the face's letters are
+    EXPECT_GT(face->Outline(U'日').contours.size(), 2U);
+    EXPECT_EQ(lender->Metrics(U'日').gmfBlackBoxX, sun.gmfBlackBoxX);
+}
+
+TEST(GlyphOutlines, ThreadsShareOneFace) {
+    const LOGFONT font = Described("Arial", 600);
+    const auto build = [&font] { return Build(font); };
     auto first = std::async(std::launch::async, build);
     auto second = std::async(std::launch::async, build);
     const auto a = first.get();
     const auto b = second.get();
+    ASSERT_EQ(a.size(), 256U);
     for (std::size_t c = 0; c < 256; ++c)
-        EXPECT_EQ(a[c].triangles.size(), b[c].triangles.size());
+        EXPECT_EQ(a[c].outline.triangles, b[c].outline.triangles);
+    EXPECT_EQ(GlyphFace::Find(font, kDeviation, kExtrusion),
+              GlyphFace::Find(font, kDeviation, kExtrusion));
 }
 
 /// A font configuration of the test's own, which only processes started by it see.

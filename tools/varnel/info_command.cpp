@@ -64,7 +64,7 @@ void PrintPoint(const char* name, const point3Dtype& p) {
 }
 
 void PrintTitle(const char* name, const CString& text) {
-    if (!text.empty()) std::cout << name << text << '\n';
+    if (!text.empty()) std::cout << name << ToUtf8(text) << '\n';
 }
 
 void PrintChart(const CChart3D& chart, int number) {
@@ -105,8 +105,8 @@ int Info(const std::string& file) {
         CChartView3D view(&window, 16, 16);
         const Loaded loaded = LoadChartFile(view, file);
         if (loaded.usable) {
-            std::cout << "view: " << view.GetNumCharts() << " charts, font " << view.GetFontName()
-                      << '\n';
+            std::cout << "view: " << view.GetNumCharts() << " charts, font "
+                      << ToUtf8(view.GetFontName()) << '\n';
             PrintTitle("title: ", view.GetHeader()->GetTitle1());
             for (int i = 0; i < view.GetNumCharts(); ++i)
                 PrintChart(*view.GetChart(i), i + 1);

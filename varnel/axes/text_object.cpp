@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/render/detail/text_batch.h"
+#include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -78,12 +80,11 @@ void CTextObj3D::OutText() {
 void CTextObj3D::OutTextNorm() {
     const CFont3D* const font = CurrentFont();
     if (m_Saved.m_bTextEnable == 0 || font == nullptr || m_pTransform == nullptr) return;
-    // The lists draw in ems, so the justification is needed in ems, too.
-    const double emSize = font->GetFontScaleFactor();
-    if (emSize == 0.0) return;
+    if (font->GetFontScaleFactor() == 0.0 || font->GetFace() == nullptr) return;
+    // Letters are drawn in ems, so the justification is needed in ems, too.
+    const detail::TextSize size = detail::TextMeasurer(font->GetFace()).Measure(m_Saved.m_String);
     point3Dtype justify;
-    calccharjust(justify, font->TextWidth3D(m_Saved.m_String) / emSize,
-                 font->TextHeight3D(m_Saved.m_String) / emSize);
+    calccharjust(justify, size.width, size.height);
     point3Dtype scale;
     CalcComplexAspectRatio(scale);
 
@@ -97,23 +98,51 @@ void CTextObj3D::OutTextNorm() {
     const int colorMode = m_pOpenGL->GetColorMode();
     m_pOpenGL->SetColorMode(0);
     m_pOpenGL->SetFillStyle3D(m_Saved.m_Color, SetRGBD(0.0, 0.0, 0.0, 1.0), m_Saved.m_Color);
-    CallLists(*font);
+    DrawLines(*font, size.width);
     m_pOpenGL->SetColorMode(colorMode);
     m_pOpenGL->PopMatrix();
 }
 
-void CTextObj3D::CallLists(const CFont3D& font) const {
-    constexpr std::size_t most = std::numeric_limits<GLsizei>::max();
+void CTextObj3D::DrawLines(const CFont3D& font, double width) const {
+    const detail::Utf8Text text(m_Saved.m_String);
+    const auto lines = std::count(text.Get().begin(), text.Get().end(), '\n');
+    double y = static_cast<double>(lines) * detail::kLineSpacing;
+    detail::ForEachLine(text.Get(), [&](std::string_view line) {
+        const double own =
+            lines > 0 ? detail::TextMeasurer(font.GetFace()).Measure(line).width : width;
+        m_pOpenGL->PushMatrix();
+        // JustifyOffset is how far a text of that width lies before its location.
+        m_pOpenGL->Translate3D(detail::JustifyOffset(own - width, m_Saved.m_XJustify), y, 0.0);
+        DrawLine(font, line);
+        m_pOpenGL->PopMatrix();
+        y -= detail::kLineSpacing;
+    });
+}
+
+void CTextObj3D::DrawLine(const CFont3D& font, std::string_view line) const {
+    double placement[16];
+    m_pOpenGL->GetModelView(placement);
+    detail::Matrix4 matrix;
+    std::copy(placement, placement + 16, matrix.m.begin());
     m_pOpenGL->SyncState();
-    glListBase(static_cast<GLuint>(font.GetListBase()));
+    detail::TextBatch batch;
+    batch.Add(*font.GetFace(), line, matrix, m_Saved.m_Color);
+    if (batch.Indices().empty()) return;
+    glPushMatrix();
+    glLoadIdentity();
     glCullFace(GL_BACK);
     glEnable(GL_CULL_FACE);
-    // Each letter moves OpenGL's matrix on; the rendering context is to find the one it set.
-    glPushMatrix();
-    glCallLists(static_cast<GLsizei>(std::min(m_Saved.m_String.size(), most)), GL_UNSIGNED_BYTE,
-                m_Saved.m_String.data());
-    glPopMatrix();
+    constexpr auto stride = static_cast<GLsizei>(sizeof(detail::LineVertex));
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_COLOR_ARRAY);
+    glVertexPointer(3, GL_FLOAT, stride, batch.Vertices().front().position);
+    glColorPointer(3, GL_FLOAT, stride, batch.Vertices().front().color);
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(batch.Indices().size()), GL_UNSIGNED_INT,
+                   batch.Indices().data());
+    glDisableClientState(GL_COLOR_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
     glDisable(GL_CULL_FACE);
+    glPopMatrix();
 }
 
 void CTextObj3D::Transform() {

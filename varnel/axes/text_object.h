@@ -1,9 +1,12 @@
-// CTextObj3D: one string of solid letters at a point of the chart.
+// CTextObj3D: a text of solid letters at a point of the chart, of one line or, with line feeds, of
+// several, each justified within the longest one's width.
 //
 // The location is given in data coordinates (OutText) or in normalized ones, -chart rect .. +chart
 // rect of the transform (OutTextNorm). The text lies in a plane of the chart's box or faces the
 // viewer, and is drawn in the font that the rendering context has at that moment.
 #pragma once
+
+#include <string_view>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -144,7 +147,8 @@ class VARNEL_API CTextObj3D {
 
  private:
     const CFont3D* CurrentFont() const;
-    void CallLists(const CFont3D& font) const;
+    void DrawLines(const CFont3D& font, double width) const;
+    void DrawLine(const CFont3D& font, std::string_view line) const;
 
     /// The attributes, as records keep them.
     struct Saved {

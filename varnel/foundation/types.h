@@ -18,7 +18,7 @@ using LONG = std::int32_t;    ///< signed 32 bits
 /// A colour packed as red + green * 256 + blue * 65536.
 using COLORREF = std::uint32_t;
 
-/// Text in 8-bit characters; characters above 127 are Windows-1252.
+/// Text in UTF-8; one that is not valid UTF-8 as a whole is read as Windows-1252.
 using CString = std::string;
 
 /// A rectangle in device pixels; right and bottom lie just outside it.

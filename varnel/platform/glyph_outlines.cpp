@@ -1,251 +1,34 @@
 #include "varnel/platform/glyph_outlines.h"
 
 #include <GL/glu.h>
-#include <fontconfig/fontconfig.h>
-#include <ft2build.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <deque>
-#include <memory>
+#include <map>
+#include <mutex>
 #include <new>
-#include <optional>
+#include <tuple>
+#include <unordered_map>
 #include <utility>
-#include FT_FREETYPE_H
-#include FT_BBOX_H
-#include FT_OUTLINE_H
+
+#include "varnel/foundation/detail/diagnose.h"
+#include "varnel/platform/detail/font_face.h"
 
 namespace varnel {
-
 namespace {
 
-/// In design units of the font.
-struct Point {
-    double x;
-    double y;
-    bool operator==(const Point&) const = default;
-};
-using Contour = std::vector<Point>;
-
-// --- Finding and opening a face --------------------------------------------------------------
-
-struct Deleter {
-    void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
-    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
-    void operator()(FT_Face face) const { FT_Done_Face(face); }
-    void operator()(GLUtesselator* tess) const { gluDeleteTess(tess); }
-};
-template <class Handle>
-using Owned = std::unique_ptr<std::remove_pointer_t<Handle>, Deleter>;
-
-struct FaceFile {
-    std::string name;
-    int index;
-};
-
-std::string ToUtf8(const CString& text) {
-    std::string utf8;
-    for (const char c : text) {
-        std::array<char, 4> bytes{};
-        const char32_t u = Windows1252ToUnicode(static_cast<unsigned char>(c));
-        if (u < 0x80) {
-            utf8 += static_cast<char>(u);
-        } else if (u < 0x800) {
-            bytes = {static_cast<char>(0xC0 | (u >> 6)), static_cast<char>(0x80 | (u & 0x3F))};
-            utf8.append(bytes.data(), 2);
-        } else {
-            bytes = {static_cast<char>(0xE0 | (u >> 12)),
-                     static_cast<char>(0x80 | ((u >> 6) & 0x3F)),
-                     static_cast<char>(0x80 | (u & 0x3F))};
-            utf8.append(bytes.data(), 3);
-        }
-    }
-    return utf8;
-}
-
-/// The system's closest match. It never fails for a family that is not installed, only on a system
-/// without fonts.
-std::optional<FaceFile> FindFace(const LOGFONT& font) {
-    static const bool ready = FcInit() != FcFalse;
-    if (!ready) return std::nullopt;
-
-    const Owned<FcPattern*> wanted(FcPatternCreate());
-    if (!wanted) throw std::bad_alloc();
-    const std::string family = ToUtf8(font.lfFaceName);
-    const int weight = font.lfWeight == 0 ? 400 : std::clamp(font.lfWeight, 1, 1000);
-    FcPatternAddString(wanted.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
-    FcPatternAddDouble(wanted.get(), FC_WEIGHT, FcWeightFromOpenTypeDouble(weight));
-    FcPatternAddInteger(wanted.get(), FC_SLANT, font.lfItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-    FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
-    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
-    FcDefaultSubstitute(wanted.get());
-
-    FcResult result = FcResultNoMatch;
-    const Owned<FcPattern*> match(FcFontMatch(nullptr, wanted.get(), &result));
-    FcChar8* file = nullptr;
-    int index = 0;
-    if (!match || FcPatternGetString(match.get(), FC_FILE, 0, &file) != FcResultMatch)
-        return std::nullopt;
-    FcPatternGetInteger(match.get(), FC_INDEX, 0, &index);
-    return FaceFile{reinterpret_cast<const char*>(file), index};
-}
-
-/// An opened face. FreeType's library object is not shared: it may be used by one thread only.
-class Face {
- public:
-    explicit Face(const LOGFONT& font) {
-        const std::optional<FaceFile> found = FindFace(font);
-        FT_Library library = nullptr;
-        if (!found || FT_Init_FreeType(&library) != 0) return;
-        m_Library.reset(library);
-        FT_Face face = nullptr;
-        if (FT_New_Face(library, found->name.c_str(), found->index, &face) != 0) return;
-        m_Face.reset(face);
-        if (!FT_IS_SCALABLE(face) || face->units_per_EM == 0) {
-            m_Face.reset();
-            return;
-        }
-        // Symbol faces have no Unicode map; their characters start at U+F000.
-        if (FT_Select_Charmap(face, FT_ENCODING_UNICODE) != 0 &&
-            FT_Select_Charmap(face, FT_ENCODING_MS_SYMBOL) == 0)
-            m_Symbols = true;
-        m_Shear = font.lfItalic != 0 && (face->style_flags & FT_STYLE_FLAG_ITALIC) == 0;
-    }
-
-    bool IsOpen() const { return m_Face != nullptr; }
-    double UnitsPerEm() const { return m_Face->units_per_EM; }
-
-    /// Loads a character, unscaled. Null when the face has no outline for it, not even the one that
-    /// stands for missing characters. Control characters are as wide as a space.
-    FT_GlyphSlot Load(unsigned char byte) const {
-        char32_t character = Windows1252ToUnicode(byte);
-        if (character < 0x20 || (character >= 0x7F && character < 0xA0))
-            character = U' ';
-        else if (m_Symbols)
-            character = 0xF000U + byte;
-        const FT_UInt glyph = FT_Get_Char_Index(m_Face.get(), character);
-        if (FT_Load_Glyph(m_Face.get(), glyph, FT_LOAD_NO_SCALE) != 0 ||
-            m_Face->glyph->format != FT_GLYPH_FORMAT_OUTLINE)
-            return nullptr;
-        if (m_Shear) {
-            const FT_Matrix slant = {0x10000, 0x10000 / 5, 0, 0x10000};
-            FT_Outline_Transform(&m_Face->glyph->outline, &slant);
-        }
-        return m_Face->glyph;
-    }
-
-    /// The underline of a character, counter-clockwise.
-    Contour Underline(double advance) const {
-        double middle = m_Face->underline_position;
-        double thickness = m_Face->underline_thickness;
-        if (thickness <= 0.0) {
-            middle = -0.1 * UnitsPerEm();
-            thickness = 0.05 * UnitsPerEm();
-        }
-        const double low = middle - thickness / 2.0;
-        const double high = middle + thickness / 2.0;
-        return {{0.0, low}, {advance, low}, {advance, high}, {0.0, high}};
-    }
-
- private:
-    Owned<FT_Library> m_Library;
-    Owned<FT_Face> m_Face;
-    bool m_Symbols = false;
-    bool m_Shear = false;
-};
-
-// --- Curves to chords ------------------------------------------------------------------------
-
-/// Receives an outline piece by piece. The callbacks are called from C, so that nothing may be
-/// thrown through them.
-class Flattener {
- public:
-    explicit Flattener(double deviation) : m_Deviation(deviation) {}
-
-    std::vector<Contour> Flatten(FT_Outline& outline) {
-        const FT_Outline_Funcs callbacks = {MoveTo, LineTo, ConicTo, CubicTo, 0, 0};
-        if (FT_Outline_Decompose(&outline, &callbacks, this) == kOutOfMemory)
-            throw std::bad_alloc();
-        for (Contour& contour : m_Contours)
-            if (contour.size() > 1 && contour.front() == contour.back()) contour.pop_back();
-        return std::move(m_Contours);
-    }
-
- private:
-    static constexpr int kOutOfMemory = 0x40;
-    static constexpr double kMostChords = 128.0;
-
-    static Point At(const FT_Vector* v) {
-        return {static_cast<double>(v->x), static_cast<double>(v->y)};
-    }
-    static int MoveTo(const FT_Vector* to, void* self) {
-        return Guarded(self, [&](Flattener& f) { f.m_Contours.push_back({At(to)}); });
-    }
-    static int LineTo(const FT_Vector* to, void* self) {
-        return Guarded(self, [&](Flattener& f) { f.Append(At(to)); });
-    }
-    static int ConicTo(const FT_Vector* control, const FT_Vector* to, void* self) {
-        return Guarded(self, [&](Flattener& f) { f.Conic(At(control), At(to)); });
-    }
-    static int CubicTo(const FT_Vector* c1, const FT_Vector* c2, const FT_Vector* to, void* self) {
-        return Guarded(self, [&](Flattener& f) { f.Cubic(At(c1), At(c2), At(to)); });
-    }
-    template <class Body>
-    static int Guarded(void* self, Body&& body) noexcept {
-        try {
-            body(*static_cast<Flattener*>(self));
-            return 0;
-        } catch (const std::bad_alloc&) {
-            return kOutOfMemory;
-        }
-    }
-
-    void Append(const Point& p) {
-        if (p != m_Contours.back().back()) m_Contours.back().push_back(p);
-    }
-
-    /// A chord over the parameter range h lies at most h * h / 8 * |second derivative| off its
-    /// curve.
-    int Chords(double secondDerivative) const {
-        const double n = std::ceil(std::sqrt(secondDerivative / (8.0 * m_Deviation)));
-        return static_cast<int>(std::clamp(n, 1.0, kMostChords));
-    }
-    static double Bend(const Point& a, const Point& b, const Point& c) {
-        return std::hypot(a.x - 2.0 * b.x + c.x, a.y - 2.0 * b.y + c.y);
-    }
-
-    void Conic(const Point& c, const Point& b) {
-        const Point a = m_Contours.back().back();
-        const int n = Chords(2.0 * Bend(a, c, b));
-        for (int i = 1; i < n; ++i) {
-            const double t = static_cast<double>(i) / n;
-            const double s = 1.0 - t;
-            Append({s * s * a.x + 2.0 * s * t * c.x + t * t * b.x,
-                    s * s * a.y + 2.0 * s * t * c.y + t * t * b.y});
-        }
-        Append(b);
-    }
-
-    void Cubic(const Point& c, const Point& d, const Point& b) {
-        const Point a = m_Contours.back().back();
-        const int n = Chords(6.0 * std::max(Bend(a, c, d), Bend(c, d, b)));
-        for (int i = 1; i < n; ++i) {
-            const double t = static_cast<double>(i) / n;
-            const double s = 1.0 - t;
-            const double k[4] = {s * s * s, 3.0 * s * s * t, 3.0 * s * t * t, t * t * t};
-            Append({k[0] * a.x + k[1] * c.x + k[2] * d.x + k[3] * b.x,
-                    k[0] * a.y + k[1] * c.y + k[2] * d.y + k[3] * b.y});
-        }
-        Append(b);
-    }
-
-    double m_Deviation;
-    std::vector<Contour> m_Contours;
-};
+using detail::Contour;
+using detail::DesignPoint;
+using detail::FontFace;
+using detail::FontFile;
 
 // --- Contours to triangles -------------------------------------------------------------------
+
+struct TessDeleter {
+    void operator()(GLUtesselator* tess) const { gluDeleteTess(tess); }
+};
 
 /// The tessellator, set to the nonzero winding rule in the plane of the letters.
 class Tessellator {
@@ -291,7 +74,7 @@ class Tessellator {
         m_Runs.clear();
         m_Failed = false;
         for (const Contour& contour : contours)
-            for (const Point& p : contour)
+            for (const DesignPoint& p : contour)
                 m_Vertices.push_back({{p.x, p.y, 0.0}});
         auto vertex = m_Vertices.begin();
         gluTessBeginPolygon(m_Tess.get(), this);
@@ -342,7 +125,7 @@ class Tessellator {
     }
     static void EdgeFlag(GLboolean, void*) noexcept {}
 
-    Owned<GLUtesselator*> m_Tess;
+    std::unique_ptr<GLUtesselator, TessDeleter> m_Tess;
     std::deque<Vertex3> m_Vertices;  // never moved: the tessellator keeps pointers to them
     std::vector<Contour> m_Runs;
     Vertex3 m_Spare{};
@@ -357,103 +140,213 @@ class SolidBuilder {
     SolidBuilder(double unitsPerEm, double extrusion)
         : m_UnitsPerEm(unitsPerEm), m_Back(static_cast<float>(-extrusion)) {}
 
-    std::vector<GlyphVertex> Build(const std::vector<Contour>& boundary, const Contour& front) {
-        const bool flat = m_Back == 0.0F;
-        std::size_t edges = 0;
-        for (const Contour& contour : boundary)
-            edges += contour.size();
-        m_Out.clear();
-        m_Out.reserve(flat ? front.size() : 2 * front.size() + 6 * edges);
-        for (const Point& p : front)
-            Add({0.0F, 0.0F, 1.0F}, p, 0.0F);
-        if (flat) return std::move(m_Out);
-
-        for (std::size_t i = 0; i + 2 < front.size(); i += 3)
-            for (const std::size_t k : {i, i + 2, i + 1})
-                Add({0.0F, 0.0F, -1.0F}, front[k], m_Back);
-        for (const Contour& contour : boundary)
-            for (std::size_t i = 0; i < contour.size(); ++i)
-                AddSide(contour[i], contour[(i + 1) % contour.size()]);
+    GlyphOutline Build(const std::vector<Contour>& boundary, const Contour& front) {
+        for (const DesignPoint& p : front)
+            m_Out.triangles.push_back(NumberOf(p));
+        m_Out.frontSize = m_Out.triangles.size();
+        for (const Contour& contour : boundary) {
+            auto& edge = m_Out.contours.emplace_back();
+            for (const DesignPoint& p : contour)
+                edge.push_back({Ems(p.x), Ems(p.y)});
+        }
+        if (m_Back != 0.0F) AddBackAndSides(boundary);
         return std::move(m_Out);
     }
 
  private:
-    using Normal = std::array<float, 3>;
+    float Ems(double units) const { return static_cast<float>(units / m_UnitsPerEm); }
 
-    void Add(const Normal& n, const Point& p, float z) {
-        m_Out.push_back(
-            {{n[0], n[1], n[2]},
-             {static_cast<float>(p.x / m_UnitsPerEm), static_cast<float>(p.y / m_UnitsPerEm), z}});
+    std::uint32_t NumberOf(const DesignPoint& p) {
+        const auto next = static_cast<std::uint32_t>(m_Out.points.size());
+        const auto [at, isNew] = m_Numbers.try_emplace({p.x, p.y}, next);
+        if (isNew) m_Out.points.push_back({Ems(p.x), Ems(p.y), 0.0F});
+        return at->second;
     }
 
-    /// The inside of the letter lies to the left of a -> b, so the wall faces right.
-    void AddSide(const Point& a, const Point& b) {
-        const double length = std::hypot(b.x - a.x, b.y - a.y);
-        const Normal n = {static_cast<float>((b.y - a.y) / length),
-                          static_cast<float>((a.x - b.x) / length), 0.0F};
-        Add(n, a, m_Back);
-        Add(n, b, m_Back);
-        Add(n, b, 0.0F);
-        Add(n, a, m_Back);
-        Add(n, b, 0.0F);
-        Add(n, a, 0.0F);
+    void AddBackAndSides(const std::vector<Contour>& boundary) {
+        // The inside of the letter lies to the left of a -> b, so the wall faces right.
+        std::vector<std::pair<std::uint32_t, std::uint32_t>> edges;
+        for (const Contour& contour : boundary)
+            for (std::size_t i = 0; i < contour.size(); ++i)
+                edges.emplace_back(NumberOf(contour[i]),
+                                   NumberOf(contour[(i + 1) % contour.size()]));
+        const auto behind = static_cast<std::uint32_t>(m_Out.points.size());
+        m_Out.points.reserve(2 * m_Out.points.size());
+        for (std::size_t i = 0; i < behind; ++i)
+            m_Out.points.push_back({m_Out.points[i].x, m_Out.points[i].y, m_Back});
+
+        auto& triangles = m_Out.triangles;
+        triangles.reserve(2 * m_Out.frontSize + 6 * edges.size());
+        for (std::size_t i = 0; i + 2 < m_Out.frontSize; i += 3)
+            for (const std::size_t k : {i, i + 2, i + 1})
+                triangles.push_back(behind + triangles[k]);
+        for (const auto& [a, b] : edges)
+            triangles.insert(triangles.end(), {behind + a, behind + b, b, behind + a, b, a});
     }
 
     double m_UnitsPerEm;
     float m_Back;
-    std::vector<GlyphVertex> m_Out;
+    GlyphOutline m_Out;
+    std::map<std::pair<double, double>, std::uint32_t> m_Numbers;
 };
 
-GLYPHMETRICSFLOAT Measure(FT_GlyphSlot glyph, double unitsPerEm) {
-    const auto ems = [unitsPerEm](FT_Pos units) {
-        return static_cast<float>(static_cast<double>(units) / unitsPerEm);
-    };
-    FT_BBox box = {0, 0, 0, 0};
-    if (glyph->outline.n_points > 0) FT_Outline_Get_BBox(&glyph->outline, &box);
-    GLYPHMETRICSFLOAT metrics;
-    metrics.gmfBlackBoxX = ems(box.xMax - box.xMin);
-    metrics.gmfBlackBoxY = ems(box.yMax - box.yMin);
-    metrics.gmfptGlyphOrigin = {ems(box.xMin), ems(box.yMax)};
-    metrics.gmfCellIncX = ems(glyph->metrics.horiAdvance);
-    return metrics;
+/// Whether a character only steers how others are shown: joiners, direction marks, variants.
+bool IsInvisible(char32_t c) {
+    return (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2060 && c <= 0x206F) || (c >= 0xFE00 && c <= 0xFE0F) || c == 0xFEFF;
+}
+
+bool IsControl(char32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0);
 }
 
 }  // namespace
 
-char32_t Windows1252ToUnicode(unsigned char byte) {
-    static constexpr char32_t k80To9F[32] = {
-        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-    return byte >= 0x80 && byte < 0xA0 ? k80To9F[byte - 0x80] : byte;
+/// Finds the face that has a character and makes its letter. Used under the lock.
+class GlyphFace::Builder {
+ public:
+    Builder(const LOGFONT& font, double deviation, double extrusion)
+        : m_Font(font), m_Deviation(deviation), m_Extrusion(extrusion) {
+        if (const auto file = detail::FindFontFile(font))
+            m_Main = FontFace::Open(*file, font.lfItalic != 0);
+    }
+
+    bool HasFace() const { return m_Main != nullptr; }
+
+    GLYPHMETRICSFLOAT Metrics(char32_t character) {
+        const std::lock_guard lock(m_Mutex);
+        const Sign& sign = Find(character);
+        if (sign.missing) Tell(character);
+        return sign.metrics;
+    }
+
+    const GlyphOutline& Outline(char32_t character) {
+        const std::lock_guard lock(m_Mutex);
+        Sign& sign = Find(character);
+        if (!sign.outline) sign.outline = std::make_unique<GlyphOutline>(Build(character, sign));
+        return *sign.outline;
+    }
+
+ private:
+    /// What is known of a character.
+    struct Sign {
+        FontFace* face = nullptr;  ///< that has it, or its stand-in; null: nothing to draw
+        bool missing = false;
+        GLYPHMETRICSFLOAT metrics;
+        std::unique_ptr<GlyphOutline> outline;  ///< once it was drawn
+    };
+    struct Fallback {
+        FontFile file;
+        std::unique_ptr<FontFace> face;  ///< null: cannot be used
+    };
+
+    /// The references stay valid.
+    Sign& Find(char32_t character) {
+        const auto [at, isNew] = m_Signs.try_emplace(character);
+        if (isNew) Fill(at->second, character);
+        return at->second;
+    }
+
+    void Fill(Sign& sign, char32_t character) {
+        if (IsInvisible(character)) return;
+        sign.face = FaceFor(character);
+        sign.missing = !IsControl(character) && !sign.face->Has(character);
+        if (sign.face->Load(Shown(character)))
+            sign.metrics = sign.face->Metrics();
+        else
+            sign.face = nullptr;
+    }
+
+    static char32_t Shown(char32_t character) { return IsControl(character) ? U' ' : character; }
+
+    FontFace* FaceFor(char32_t character) {
+        if (IsControl(character) || m_Main->Has(character)) return m_Main.get();
+        if (!m_Others) m_Others = std::make_unique<detail::FallbackFonts>(m_Font);
+        for (const FontFile& file : m_Others->FilesWith(character)) {
+            FontFace* const face = Opened(file);
+            if (face != nullptr && face->Has(character) && face->Load(character)) return face;
+        }
+        return m_Main.get();
+    }
+
+    FontFace* Opened(const FontFile& file) {
+        for (const Fallback& known : m_Fallbacks)
+            if (known.file == file) return known.face.get();
+        m_Fallbacks.push_back({file, FontFace::Open(file, m_Font.lfItalic != 0)});
+        return m_Fallbacks.back().face.get();
+    }
+
+    GlyphOutline Build(char32_t character, const Sign& sign) {
+        if (sign.face == nullptr || !sign.face->Load(Shown(character))) return {};
+        FontFace& face = *sign.face;
+        const double units = face.UnitsPerEm();
+        const double height = std::max(1.0, std::abs(static_cast<double>(m_Font.lfHeight)));
+        // Chords closer to the curve than a design unit would show nothing but rounding.
+        const double deviation = std::max(1.0, m_Deviation / height * units);
+        std::vector<Contour> boundary = m_Tessellator.Boundary(face.Chords(deviation));
+        if (m_Font.lfUnderline) {
+            boundary.push_back(Underline(face.Advance(), units));
+            boundary = m_Tessellator.Boundary(boundary);
+        }
+        return SolidBuilder(units, m_Extrusion).Build(boundary, m_Tessellator.Triangles(boundary));
+    }
+
+    /// In a face's units: the main face's bar, so that it runs through.
+    Contour Underline(double advance, double units) const {
+        const double scale = units / m_Main->UnitsPerEm();
+        Contour bar = m_Main->Underline(advance / scale);
+        for (DesignPoint& p : bar)
+            p = {p.x * scale, p.y * scale};
+        return bar;
+    }
+
+    static void Tell(char32_t character) {
+        std::array<char, 16> code{};
+        std::snprintf(code.data(), code.size(), "U+%04X", static_cast<unsigned>(character));
+        detail::Diagnose("Text", "no font of this system has the character ", code.data());
+    }
+
+    LOGFONT m_Font;
+    double m_Deviation;
+    double m_Extrusion;
+    std::mutex m_Mutex;
+    Tessellator m_Tessellator;
+    std::unique_ptr<FontFace> m_Main;
+    std::unique_ptr<detail::FallbackFonts> m_Others;  ///< once a character was missing
+    std::vector<Fallback> m_Fallbacks;
+    std::unordered_map<char32_t, Sign> m_Signs;
+};
+
+GlyphFace::GlyphFace(std::unique_ptr<Builder> builder) : m_Builder(std::move(builder)) {
+}
+GlyphFace::~GlyphFace() = default;
+
+GLYPHMETRICSFLOAT GlyphFace::Metrics(char32_t character) {
+    return m_Builder->Metrics(character);
 }
 
-std::vector<GlyphOutline> BuildGlyphOutlines(const LOGFONT& font, int numChars, double deviation,
-                                             double extrusion) {
-    if (numChars < 1 || numChars > 256 || !(extrusion >= 0.0) || !std::isfinite(extrusion))
-        return {};
-    const Face face(font);
-    if (!face.IsOpen()) return {};
+const GlyphOutline& GlyphFace::Outline(char32_t character) {
+    return m_Builder->Outline(character);
+}
 
-    const double height = std::max(1.0, std::abs(static_cast<double>(font.lfHeight)));
-    const double units = face.UnitsPerEm();
-    Tessellator tessellator;
-    SolidBuilder solid(units, extrusion);
-    std::vector<GlyphOutline> glyphs(static_cast<std::size_t>(numChars));
-    for (std::size_t i = 0; i < glyphs.size(); ++i) {
-        const FT_GlyphSlot glyph = face.Load(static_cast<unsigned char>(i));
-        if (glyph == nullptr) continue;
-        glyphs[i].metrics = Measure(glyph, units);
-        // Chords closer to the curve than a design unit would show nothing but rounding.
-        Flattener flattener(std::max(1.0, deviation / height * units));
-        std::vector<Contour> boundary = tessellator.Boundary(flattener.Flatten(glyph->outline));
-        if (font.lfUnderline) {
-            boundary.push_back(face.Underline(static_cast<double>(glyph->metrics.horiAdvance)));
-            boundary = tessellator.Boundary(boundary);
-        }
-        glyphs[i].triangles = solid.Build(boundary, tessellator.Triangles(boundary));
-    }
-    return glyphs;
+std::shared_ptr<GlyphFace> GlyphFace::Find(const LOGFONT& font, double deviation,
+                                           double extrusion) {
+    if (!(extrusion >= 0.0) || !std::isfinite(extrusion)) return nullptr;
+    if (!(deviation > 0.0)) deviation = 0.0;
+
+    // So many that no program notices; a host that invents names does not fill the memory.
+    constexpr std::size_t kMostKept = 64;
+    static std::mutex mutex;
+    static std::map<std::tuple<LOGFONT, double, double>, std::shared_ptr<GlyphFace>> kept;
+    const std::lock_guard lock(mutex);
+    const auto key = std::make_tuple(font, deviation, extrusion);
+    if (const auto found = kept.find(key); found != kept.end()) return found->second;
+    auto builder = std::make_unique<Builder>(font, deviation, extrusion);
+    if (!builder->HasFace()) return nullptr;
+    if (kept.size() >= kMostKept) kept.clear();
+    const std::shared_ptr<GlyphFace> face(new GlyphFace(std::move(builder)));
+    kept.emplace(key, face);
+    return face;
 }
 
 }  // namespace varnel

@@ -1,11 +1,16 @@
-// Outlines of a font's characters as solid letters, and their metrics.
+// Characters of a font as solid letters, and their measures, each made when it is first asked for.
 //
-// The system's fonts are searched for the face that comes closest to a description. Coordinates are
-// in units of the em (the font's height), x right, y up, from the character's origin on the
-// baseline; the front of a letter lies at z = 0, its back at z = -extrusion. Needs no OpenGL
-// context and may be called from any thread. Nothing here is called by hosts.
+// The system's fonts are searched for the face that comes closest to a description; a character
+// that it lacks comes from the next best face that has it. Coordinates are in units of the em (the
+// font's height), x right, y up, from the character's origin on the baseline; the front of a letter
+// lies at z = 0, its back at z = -extrusion. One character is one letter: scripts whose letters
+// join or change places are not shaped, and text always runs from left to right. Nothing here is
+// called by hosts.
 #pragma once
 
+#include <compare>
+#include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "varnel/foundation/export.h"
@@ -20,6 +25,8 @@ struct LOGFONT {
     BYTE lfItalic = 0;     ///< 1: italic, or sheared where the face has no italic
     BYTE lfUnderline = 0;  ///< 1: a bar below each character, over its whole advance
     CString lfFaceName;
+
+    auto operator<=>(const LOGFONT&) const = default;
 };
 
 struct POINTFLOAT {
@@ -36,27 +43,52 @@ struct GLYPHMETRICSFLOAT {
     float gmfCellIncY = 0.0F;
 };
 
-/// A vertex of a letter.
-struct GlyphVertex {
-    float normal[3];
-    float position[3];
+struct GlyphPoint {
+    float x = 0.0F;
+    float y = 0.0F;
+    float z = 0.0F;
 };
 
-/// One character: three vertices a triangle, counter-clockwise seen from outside of the letter.
+/// A letter as triangles, counter-clockwise seen from outside of it.
 struct GlyphOutline {
-    GLYPHMETRICSFLOAT metrics;
-    std::vector<GlyphVertex> triangles;
+    std::vector<GlyphPoint> points;
+    std::vector<std::uint32_t> triangles;  ///< three numbers of points each; the front comes first
+    std::size_t frontSize = 0;             ///< how many of `triangles` are the front
+    /// The edge of the front: closed polygons, the letter to their left.
+    std::vector<std::vector<POINTFLOAT>> contours;
 };
 
-/// The first `numChars` (1..256) characters of Windows-1252 in the face that comes closest to
-/// `font`. Curves are replaced by chords that lie at most `deviation` / |lfHeight| em away from
-/// them, but no less than one design unit of the font. `extrusion` (in ems) must not be negative; 0
-/// gives flat letters of one side. Empty when the system has no usable font or an argument is out
-/// of range. Throws std::bad_alloc.
-VARNEL_API std::vector<GlyphOutline> BuildGlyphOutlines(const LOGFONT& font, int numChars,
-                                                        double deviation, double extrusion);
+/// The letters of one description. All threads share one object; it may be used by several at once.
+class VARNEL_API GlyphFace {
+ public:
+    /// Deviation and depth of the letters that a font has unless it is told otherwise.
+    static constexpr double kDeviation = 0.1;
+    static constexpr double kExtrusion = 0.01;
 
-/// The Unicode character of a Windows-1252 byte; the five bytes without one give themselves.
-VARNEL_API char32_t Windows1252ToUnicode(unsigned char byte);
+    /// The letters of the face that comes closest to `font`. Curves are replaced by chords that lie
+    /// at most `deviation` / |lfHeight| em away from them, but no less than one design unit of the
+    /// font. `extrusion` is the depth in ems; 0 gives flat letters of one side. Null when the
+    /// system has no usable font, or the extrusion is negative or not finite. Throws
+    /// std::bad_alloc.
+    static std::shared_ptr<GlyphFace> Find(const LOGFONT& font, double deviation = kDeviation,
+                                           double extrusion = kExtrusion);
+    ~GlyphFace();
+    GlyphFace(const GlyphFace&) = delete;
+    GlyphFace& operator=(const GlyphFace&) = delete;
+
+    /// The measures of a character. One that no face has gets the box that stands for missing
+    /// characters, and is told as a diagnostic. Control characters are as wide as a space,
+    /// characters that only steer (joiners, direction marks) have no width.
+    GLYPHMETRICSFLOAT Metrics(char32_t character);
+
+    /// The letter, which lives as long as this object.
+    const GlyphOutline& Outline(char32_t character);
+
+ private:
+    class Builder;
+    explicit GlyphFace(std::unique_ptr<Builder> builder);
+
+    std::unique_ptr<Builder> m_Builder;
+};
 
 }  // namespace varnel

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "varnel/foundation/strings.h"
 #include "varnel/platform/detail/x11_connection.h"
 #include "varnel/platform/detail/x11_events.h"
 #include "varnel/platform/detail/x11_painter.h"
@@ -162,7 +163,8 @@ bool X11Window::Impl::Connect() {
     return true;
 }
 
-void X11Window::Impl::Title(const CString& title) {
+void X11Window::Impl::Title(const CString& given) {
+    const CString title = ToUtf8(given);
     drawing->Do([&](Display* d) {
         const auto* bytes = reinterpret_cast<const unsigned char*>(title.data());
         const auto size = static_cast<int>(title.size());

@@ -1,45 +1,15 @@
 #include "varnel/render/font.h"
 
-#include <GL/gl.h>
-
-#include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <limits>
 #include <new>
 
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
-#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/device_context.h"
+#include "varnel/render/detail/text_measure.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
-
-namespace {
-
-/// Compiles one letter: all its triangles in one run (lists that mix primitives are not replayed
-/// reliably in feedback mode), then the step to the next letter.
-void CompileGlyph(GLuint list, const GlyphOutline& glyph) {
-    glNewList(list, GL_COMPILE);
-    if (!glyph.triangles.empty()) {
-        const float* normal = nullptr;
-        glBegin(GL_TRIANGLES);
-        for (const GlyphVertex& vertex : glyph.triangles) {
-            if (normal == nullptr || std::memcmp(normal, vertex.normal, sizeof vertex.normal) != 0)
-                glNormal3fv(normal = vertex.normal);
-            glVertex3fv(vertex.position);
-        }
-        glEnd();
-    }
-    glTranslatef(glyph.metrics.gmfCellIncX, glyph.metrics.gmfCellIncY, 0.0F);
-    glEndList();
-}
-
-unsigned char Index(char c) {
-    return static_cast<unsigned char>(c);
-}
-
-}  // namespace
 
 CFont3D::CFont3D() {
     InitFontDefaults();
@@ -49,9 +19,7 @@ CFont3D::CFont3D(COpenGL* gl, CDC* dc, int listBase) : CFont3D() {
     InitFont(gl, dc, listBase);
 }
 
-CFont3D::~CFont3D() {
-    DeleteLists();
-}
+CFont3D::~CFont3D() = default;
 
 void CFont3D::InitFontDefaults() {
     m_LogFont = LOGFONT();
@@ -92,63 +60,34 @@ int CFont3D::RegisterFont(const CString& face, double size, int weight, int ital
     m_LogFont.lfItalic = italic != 0;
     m_LogFont.lfUnderline = underline != 0;
     m_LogFont.lfFaceName = face;
-    const int built = BuildLists();
-    if (built != 0) {
-        m_FontScaleFactor = size;
-        m_FaceName = face;
-    }
-    return built;
-}
-
-int CFont3D::BuildLists() {
-    const bool fits = m_ListBase > 0 && m_ListBase <= std::numeric_limits<int>::max() - 256;
-    if (m_pDC == nullptr || m_pDC->GetSafeHdc() == nullptr || m_pOpenGL == nullptr || !fits)
-        return 0;
-    m_pOpenGL->MakeCurrent();
-    GLContext* const context = GLContext::Current();
-    if (context == nullptr) return 0;
-
-    std::vector<GlyphOutline> glyphs;
-    try {
-        glyphs = BuildGlyphOutlines(m_LogFont, m_NumFontChars, m_FontRendering, m_FontExtrusion);
-    } catch (const std::bad_alloc&) {
-        return 0;
-    }
-    if (glyphs.empty()) return 0;
-
-    // Lists that stay where they were are replaced; characters beyond the new ones keep their old
-    // lists and measures.
-    if (m_Built.context != context || m_Built.base != m_ListBase) DeleteLists();
-    for (std::size_t i = 0; i < glyphs.size(); ++i) {
-        CompileGlyph(static_cast<GLuint>(m_ListBase) + static_cast<GLuint>(i), glyphs[i]);
-        m_GlyphMetrics[i] = glyphs[i].metrics;
-    }
-    const int count = static_cast<int>(glyphs.size());
-    m_Built = {context, m_ListBase, std::max(count, m_Built.count)};
+    auto found = FindFace();
+    if (found == nullptr) return 0;
+    m_Face = std::move(found);
+    m_FontScaleFactor = size;
+    m_FaceName = face;
     return 1;
 }
 
-void CFont3D::DeleteLists() {
-    const BuiltLists built = std::exchange(m_Built, {});
-    if (built.count == 0) return;
-    m_pOpenGL->MakeCurrent();
-    // A closed context took its lists along; another one may be current now.
-    if (GLContext::Current() == built.context)
-        glDeleteLists(static_cast<GLuint>(built.base), built.count);
+std::shared_ptr<GlyphFace> CFont3D::FindFace() const {
+    if (m_pDC == nullptr || m_pDC->GetSafeHdc() == nullptr || m_pOpenGL == nullptr ||
+        m_ListBase < 1 || m_pOpenGL->MakeCurrent() == 0)
+        return nullptr;
+    try {
+        auto found = GlyphFace::Find(m_LogFont, m_FontRendering, m_FontExtrusion);
+        if (found == nullptr && m_FontExtrusion >= 0.0)
+            detail::Diagnose("RegisterFont", "this system has no usable font: no text is drawn");
+        return found;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 double CFont3D::TextWidth3D(const CString& s) const {
-    double width = 0.0;
-    for (const char c : s)
-        width += static_cast<double>(m_GlyphMetrics[Index(c)].gmfCellIncX);
-    return width * m_FontScaleFactor;
+    return detail::TextMeasurer(m_Face).Measure(s).width * m_FontScaleFactor;
 }
 
 double CFont3D::TextHeight3D(const CString& s) const {
-    double height = 0.0;
-    for (const char c : s)
-        height = std::max(height, static_cast<double>(m_GlyphMetrics[Index(c)].gmfBlackBoxY));
-    return height * m_FontScaleFactor;
+    return detail::TextMeasurer(m_Face).Measure(s).height * m_FontScaleFactor;
 }
 
 double CFont3D::TextDiagonal3D(const CString& s) const {

@@ -1,12 +1,12 @@
-// CFont3D: one outline font as OpenGL display lists, one solid letter each, and its measures.
+// CFont3D: one outline font: its letters as solids, and its measures.
 //
-// A context (COpenGL) owns its font; text is measured and drawn with it. Lists draw in ems from the
-// origin of the current matrix, front side at z = 0, and move the matrix on by the letter's
-// advance. Measured sizes are ems times the font scale factor, which a registration sets to the
-// font size.
+// A context (COpenGL) owns its font; text is measured and drawn with it. Text is UTF-8, or
+// Windows-1252 where it is not valid UTF-8 as a whole. A letter is made when it is first drawn or
+// measured, once a process; characters that the face lacks come from the system's other fonts.
+// Measured sizes are ems times the font scale factor, which a registration sets to the font size.
 #pragma once
 
-#include <array>
+#include <memory>
 
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -17,7 +17,6 @@ namespace varnel {
 
 class CDC;
 class COpenGL;
-class GLContext;
 
 class VARNEL_API CFont3D {
  public:
@@ -27,7 +26,6 @@ class VARNEL_API CFont3D {
     CFont3D();
     /// Defaults, then InitFont.
     CFont3D(COpenGL* gl, CDC* dc, int listBase);
-    /// Deletes the display lists while their context is alive. The COpenGL must be alive, too.
     ~CFont3D();
     CFont3D(const CFont3D&) = delete;
     CFont3D& operator=(const CFont3D&) = delete;
@@ -37,22 +35,28 @@ class VARNEL_API CFont3D {
     /// Gives every attribute its default.
     void InitFontDefaults();
     /// Binds the font to a device context ("CDC Parameter Error" unless it has a device) and to a
-    /// live rendering context ("OpenGL Parameter Error"); neither is owned. Lists are numbered from
-    /// listBase. A device that passed stays stored when the rendering context fails.
+    /// live rendering context ("OpenGL Parameter Error"); neither is owned. `listBase`, a number
+    /// above 0, is stored and saved. A device that passed stays stored when the rendering context
+    /// fails.
     void InitFont(COpenGL* gl, CDC* dc, int listBase);
 
-    /// Builds the lists of the first `numChars` (1..256) characters of the installed face that
-    /// comes closest to `face`, without underline. `size` becomes the font scale factor, `weight`
-    /// runs from 100 to 900 (700 is bold). Returns 0 when no lists could be built (no font on the
-    /// system, no context); face name and scale factor then stay, the other arguments are kept.
+    /// Takes the installed face that comes closest to `face`, without underline. `size` becomes the
+    /// font scale factor, `weight` runs from 100 to 900 (700 is bold); `numChars` is stored and
+    /// saved, and does not limit what can be drawn. Returns 0 when the system has no font (which is
+    /// told as a diagnostic), the extrusion is negative or the context is closed; face name and
+    /// scale factor then stay, the other arguments are kept.
     int RegisterFont(const CString& face, double size, int weight, int italic, int numChars);
     /// The same, underlined when `underline` is not 0.
     int RegisterFont(const CString& face, double size, int weight, int italic, int underline,
                      int numChars);
 
-    /// The sum of the advances times the scale factor; 0 for an empty string.
+    // A text may have several lines, separated by line feeds.
+
+    /// The sum of the advances of the longest line's characters times the scale factor; 0 for an
+    /// empty string.
     double TextWidth3D(const CString& s) const;
-    /// The height of the highest letter's outline times the scale factor; 0 for an empty string.
+    /// The height of the highest letter's outline times the scale factor; 0 for an empty string. Of
+    /// several lines: from the first line's highest letter to the last baseline, 1.2 em a line.
     double TextHeight3D(const CString& s) const;
     /// The diagonal of width and height.
     double TextDiagonal3D(const CString& s) const;
@@ -67,34 +71,30 @@ class VARNEL_API CFont3D {
     /// registration on; default 0.1.
     void SetFontRendering(double deviation) { m_FontRendering = deviation; }
     double GetFontRendering() const { return m_FontRendering; }
-    /// Stores the number of characters; a registration sets it, too.
+    /// Stored and saved only; a registration sets it, too.
     void SetNumFontChars(int n) { m_NumFontChars = n; }
     int GetNumFontChars() const { return m_NumFontChars; }
 
-    /// The number of the list of character 0.
+    /// Stored and saved only.
     int GetListBase() const { return m_ListBase; }
+
+    /// The letters of the last successful registration, null before the first one.
+    const std::shared_ptr<GlyphFace>& GetFace() const { return m_Face; }
+    /// What the last registration asked for.
+    const LOGFONT& GetLogFont() const { return m_LogFont; }
 
     /// The record. A failing medium raises "Disk I/O Error"; a null file does nothing.
     void Save(HANDLE file);
-    /// Lists and measures are not in the record: register the font again afterwards.
+    /// The letters are not in the record: register the font again afterwards.
     void Load(HANDLE file);
 
     template <class Archive>
     void Record(Archive& record);
 
  private:
-    int BuildLists();
-    void DeleteLists();
-
-    /// The lists that exist, and where.
-    struct BuiltLists {
-        GLContext* context = nullptr;
-        int base = 0;
-        int count = 0;
-    };
+    std::shared_ptr<GlyphFace> FindFace() const;
 
     COpenGL* m_pOpenGL = nullptr;
-    std::array<GLYPHMETRICSFLOAT, 256> m_GlyphMetrics{};
     CDC* m_pDC = nullptr;
     LOGFONT m_LogFont;
     int m_nReserved = 0;
@@ -110,7 +110,7 @@ class VARNEL_API CFont3D {
     double m_FontSize = 0.0;
     CString m_FaceName;
     int m_nSignature;
-    BuiltLists m_Built;
+    std::shared_ptr<GlyphFace> m_Face;
 };
 
 }  // namespace varnel
