@@ -5,7 +5,9 @@
 #include <cmath>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/chartobj/box_statistics.h"
+#include "varnel/foundation/diagnostics.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -166,31 +168,67 @@ TEST(ChartObject, CopiesShareTheirArraysAndOutliveEachOther) {
     EXPECT_EQ(copy.GetLineWidth(), 3);
 }
 
-TEST(ChartObject, SetUpsStoreTheirOddities) {
+TEST(ChartObject, SetUpsKeepTheFlagsThatTheyDoNotTake) {
     CChartObj3D object;
-    constexpr point3Dtype points[] = {{1, 2, 3, 4}};
-    object.ProjectionLineChart3D(points, 5.0, 1, 0, 1, kRed, 2, 7.0);
-    EXPECT_EQ(object.GetConstValue(), 7.0);
-    EXPECT_TRUE(Same(object.GetOutlineColor(), kRed));
-
-    constexpr RGBDType colors[6] = {kRed, kRed, kRed, kRed, kGreen, kRed};
+    constexpr int all[] = {9, 9, 9, 9, 9, 9};
+    constexpr RGBDType colors[6] = {};
+    object.SetComboChartFlags(all);
     object.OHLCChart25D(kFour, nullptr, 3.0, 1, 10, 11, 0.5, 2, colors, kBlack, 0, 1, 0, nullptr);
-    int flags[6] = {9, 9, 9, 9, 9, 9};
-    object.GetComboChartFlags(flags);
-    EXPECT_EQ(std::vector<int>(flags, flags + 6), (std::vector<int>{1, 1, 1, 1, 1, 0}));
-    EXPECT_EQ(object.GetNumGroups(), 4);
     object.BoxAndWhiskerChart25D(kFour, nullptr, 0, 1, 1, 1, 10, 1, 1, colors, kBlack, 0, 1, 0, 0);
+    int flags[6] = {};
     object.GetComboChartFlags(flags);
-    EXPECT_EQ(flags[0], 0);
-    EXPECT_EQ(flags[1], 1);
-    EXPECT_TRUE(Same(object.GetGroupColor(4), kGreen));
-
-    // The base value stays behind the constant one here.
-    object.GroupBarChart25D(nullptr, nullptr, 1.0, 2.0, 0, 0, 0, 1, 1, nullptr, kBlack, 0, 0, 0);
-    EXPECT_EQ(object.GetConstValue(), 1.0);
-    EXPECT_EQ(object.GetBaseValue(), 2.0);
+    EXPECT_EQ(std::vector<int>(flags, flags + 6), (std::vector<int>{0, 1, 1, 1, 1, 9}));
     object.LineChart25D(nullptr, nullptr, 0, 0, 0, std::nan(""), kRed, 0);
     EXPECT_EQ(object.GetLineWidth(), 0);
+}
+
+TEST(ChartObject, SpansThatDoNotBelongTogetherStoreNothingAndSayWhy) {
+    CChartObj3D object;
+    const std::span<const double> four(kFour), three(kFour, 3);
+    const auto what = [&](auto&& call) {
+        try {
+            call();
+        } catch (const Error& error) {
+            EXPECT_EQ(error.m_ErrorType, ERR3D_PARAMETER);
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(what([&] { object.RibbonChart25D(four, three, 0, 1, kRed, kBlack, 0, 0); }),
+              "RibbonChart25D: one array has 4 elements, another one 3");
+    EXPECT_EQ(what([&] { object.SetGroupDataStorage(three, four, {}); }),
+              "SetGroupDataStorage: 4 values are no groups of 3");
+    EXPECT_EQ(what([&] { object.SetContourStorage(nullptr, four, std::span(&kRed, 1)); }),
+              "SetContourStorage: there are 1 colours for 5");
+    EXPECT_EQ(
+        what([&] { object.OHLCChart25D(four, four, 0, 0, 0, 1, 1, {}, kBlack, 0, 0, 0, nullptr); }),
+        "OHLCChart25D: 4 values are not 4 groups of 4");
+    EXPECT_EQ(object.GetNumDataPnts(), 0);
+    object.SetSeriesStorage(three, three);
+    EXPECT_EQ(object.GetDepData(2), 3);
+    object.SetDataStorage25D(four, four, {});
+    EXPECT_EQ(object.GetBarHeight(0), 0);
+}
+
+TEST(ChartObject, WhatIsSilentlyNothingIsTold) {
+    std::string told;
+    const NoticeHandler before =
+        SetDiagnosticHandler([&](const std::string& text) { told += text + "\n"; });
+    SetDiagnostics(1);
+    CChartObj3D object;
+    object.PolysurfaceChart3D(nullptr);
+    object.LineChart25D(kFour, nullptr, 0, 1, 0, 1, {1, 0, 255, 1}, 0);
+    object.SetChartType(19);
+    object.DrawChartObj();
+    test::Saved(object);
+    SetDiagnostics(0);
+    SetDiagnosticHandler(before);
+    EXPECT_EQ(told,
+              "InitPolysurfaceStorage: no surface is given, so what was stored before stays\n"
+              "InitDepDataStorage: no array is given, so what was stored before stays\n"
+              "CChartObj3D: a colour has the component 255; components run from 0 to 1\n"
+              "DrawChartObj: there is no chart type 19\n"
+              "Save: the object has no transform; a chart with it cannot be loaded\n");
 }
 
 TEST(BoxStatistics, InterpolatesQuartilesAndLeavesOutWhatIsNoData) {

@@ -146,6 +146,19 @@ TEST(Contour, EveryCrossedPolygonIsInExactlyOneChain) {
     }
 }
 
+TEST(Contour, PolygonsWithACornerThatIsNoDataAreNotCrossed) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    const double z[16] = {0, 1, 2, 3, 0, kNaN, 2, 3, 0, 1, 2, 3, 0, 1, 2, kNaN};
+    const CPolysurface surface(4, 4, 0.0, 0.0, 3.0, 3.0, z, 1);
+    std::size_t crossed = 0;
+    for (const auto& chain : Chains(surface, 0.5)) {
+        crossed += chain.size();
+        for (const int polygon : chain)
+            EXPECT_TRUE(std::isfinite(surface.GetPSPMean(polygon, 2)));
+    }
+    EXPECT_EQ(crossed, 3U);  // of the six between the first two columns three have the corner
+}
+
 TEST(Contour, FindsTheBandOfAValue) {
     const double levels[3] = {1, 2, 4};
     const RGBDType colors[4] = {};

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -224,6 +225,17 @@ TEST(PolysurfaceGrid, EvenGridHasTheNeighboursOfItsTriangles) {
         EXPECT_EQ(CPolysurface(4, 5, 0.0, 0.0, 4.0, 3.0, flat.data(), type).GetPSNumPolygons(), 0);
 }
 
+TEST(PolysurfaceGrid, ValuesThatAreNoDataAreNotAmongItsLimits) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const std::vector<double> z = {std::nan(""), 2, -kInfinity, 7, kInfinity, 3};
+    const CPolysurface some(2, 3, 0, 0, 1, 1, z, 0);
+    EXPECT_EQ(some.GetRGMinZ(), 2);
+    EXPECT_EQ(some.GetRGMaxZ(), 7);
+    EXPECT_EQ(some.GetRGRangeZ(), 5);
+    const std::vector<double> nothing(4, kInfinity);
+    EXPECT_EQ(CPolysurface(2, 2, 0, 0, 1, 1, nothing, 0).GetRGRangeZ(), 0);
+}
+
 double Hill(double x, double y) {
     return 10 - x * x - y;
 }
@@ -282,7 +294,10 @@ TEST(PolysurfaceGrid, BadGridsAreErrors) {
         raises(ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(points.data(), 2, 2, 3); }));
     EXPECT_TRUE(raises(ERR3D_ARRAY_NEW, "OpenPolysurface",
                        [&] { CPolysurface(points.data(), 50000, 50000, 1); }));
-    const CPolysurface grid(points.data(), 2, 2, 1);
+    EXPECT_TRUE(raises(ERR3D_PARAMETER, "ConvertRG2PS", [&] { CPolysurface(points, 2, 3, 1); }));
+    EXPECT_TRUE(raises(ERR3D_PARAMETER, "CreatePolysurfaceEvenGrid",
+                       [&] { CPolysurface(2, 3, 0.0, 0.0, 1.0, 1.0, std::span(z), 1); }));
+    const CPolysurface grid(points, 2, 2, 1);
     EXPECT_TRUE(raises(ERR3D_PARAMETER, "ReducePolysurface", [&] { CPolysurface(&grid, 0); }));
     EXPECT_TRUE(raises(ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(&grid, 3); }));
     EXPECT_EQ(CPolysurface(points.data(), 1, 4, 1).GetPSNumPolygons(), 0);
@@ -310,31 +325,6 @@ TEST(Polysurface, CopiesAreDeep) {
     EXPECT_EQ(assigned.GetPSNumPoints(), 0);
 }
 
-// --- Records
-// --------------------------------------------------------------------------------------
-
-/// Bytes written as the file has them.
-struct Bytes {
-    std::vector<BYTE> bytes;
-    Bytes& Int(std::int32_t v) {
-        for (int k = 0; k < 4; ++k)
-            bytes.push_back(static_cast<BYTE>(v >> 8 * k));
-        return *this;
-    }
-    Bytes& Double(double v) {
-        std::uint64_t bits;
-        std::memcpy(&bits, &v, 8);
-        for (int k = 0; k < 8; ++k)
-            bytes.push_back(static_cast<BYTE>(bits >> 8 * k));
-        return *this;
-    }
-    Bytes& Doubles(std::initializer_list<double> values) {
-        for (const double v : values)
-            Double(v);
-        return *this;
-    }
-};
-
 TEST(PolysurfaceRecord, IsExactToTheByte) {
     CPolysurface surface(1, 2, 2);
     surface.SetOnePolysurfacePoint(0, {1, 2, 3, 4});
@@ -342,22 +332,13 @@ TEST(PolysurfaceRecord, IsExactToTheByte) {
     const int indices[2] = {0, 4};
     surface.AddPolysurfacePolygon(0, indices, 2, kRed, kGreen);
 
-    Bytes expected;
-    expected.Int(0).Int(0);
-    for (int k = 0; k < 11; ++k)
-        expected.Double(0);
-    expected.Int(0).Int(0).Int(1).Int(5);
-    expected.Doubles({1, 2, 3, 4});
-    for (int k = 0; k < 12; ++k)
-        expected.Double(0);
-    expected.Doubles({5, 6, 7, 8});
-    expected.Int(2).Int(1).Int(4).Int(2).Int(2);
-    expected.Doubles({1, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0.5}).Int(2).Int(0);
-    for (int k = 0; k < 12; ++k)
-        expected.Double(0);
-    expected.Int(0).Int(0);
-    expected.Int(0).Int(4).Int(0).Int(0);
-    EXPECT_EQ(Saved(surface), expected.bytes);
+    test::RecordBytes expected;
+    expected.Ints({0, 0}).Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0, 1, 5});
+    expected.Doubles({1, 2, 3, 4}).Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    expected.Doubles({5, 6, 7, 8}).Ints({2, 1, 4, 2, 2});
+    expected.Doubles({1, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0.5}).Ints({2, 0});
+    expected.Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0, 0, 4, 0, 0});
+    EXPECT_EQ(Saved(surface), expected.Get());
 }
 
 TEST(PolysurfaceRecord, HoldsTheGridAndTheNeighbours) {
@@ -365,9 +346,9 @@ TEST(PolysurfaceRecord, HoldsTheGridAndTheNeighbours) {
     CPolysurface surface(2, 3, 10.0, 20.0, 14.0, 21.0, z, 1);
     surface.SetPolysurfaceColors(2, kRed, kGreen);
     const auto bytes = Saved(surface);
-    Bytes head;
-    head.Int(2).Int(3).Doubles({10, 14, 4, 20, 21, 1, 1, 6, 5, 2, 1}).Int(1).Int(1).Int(3).Int(10);
-    EXPECT_TRUE(std::equal(head.bytes.begin(), head.bytes.end(), bytes.begin()));
+    test::RecordBytes head;
+    head.Ints({2, 3}).Doubles({10, 14, 4, 20, 21, 1, 1, 6, 5, 2, 1}).Ints({1, 1, 3, 10});
+    EXPECT_TRUE(std::equal(head.Get().begin(), head.Get().end(), bytes.begin()));
     constexpr std::size_t kSize = 112 + 10 * 32 + 20 + 14 * 104 + 46 * 4 + 14 * 12;
     EXPECT_EQ(bytes.size(), kSize);
 

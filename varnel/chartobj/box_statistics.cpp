@@ -6,6 +6,7 @@
 #include <numeric>
 #include <span>
 
+#include "varnel/chartobj/detail/common_count.h"
 #include "varnel/foundation/detail/raise.h"
 
 namespace varnel {
@@ -28,7 +29,9 @@ double Mean(std::span<const double> samples) {
 void BoxStatistics(const double* samples, int count, double* six, int stride) {
     const detail::Origin origin{ERR3DCLASS_CHARTOBJ3D, "BoxStatistics"};
     if (six == nullptr || (samples == nullptr && count > 0))
-        detail::Raise(ERR3D_NULL_POINTER, origin.cls, origin.operation);
+        detail::Raise(
+            ERR3D_NULL_POINTER, origin.cls, origin.operation,
+            six == nullptr ? "there is no place for the results" : "the samples are null");
     const auto sorted = detail::NewArray<double>(std::max(count, 0), origin);
     const auto end = std::copy_if(samples, samples + std::max(count, 0), sorted.get(),
                                   [](double v) { return std::isfinite(v); });
@@ -44,6 +47,10 @@ void BoxStatistics(const double* samples, int count, double* six, int stride) {
     }
     for (int k = 0; k < 6; ++k)
         six[static_cast<std::ptrdiff_t>(k) * stride] = values[k];
+}
+
+void BoxStatistics(std::span<const double> samples, double* six, int stride) {
+    BoxStatistics(samples.data(), detail::CommonCount("BoxStatistics", samples), six, stride);
 }
 
 }  // namespace varnel

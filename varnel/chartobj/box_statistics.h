@@ -1,6 +1,8 @@
 // The six numbers of a box-and-whisker chart from raw samples.
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/export.h"
 
 namespace varnel {
@@ -15,5 +17,6 @@ namespace varnel {
 /// 1, 2, 3, 4 the lower quartile is 1.75. A null array or a failing allocation raises "Memory Null
 /// Pointer" or "Array New Error" ("BoxStatistics").
 VARNEL_API void BoxStatistics(const double* samples, int count, double* six, int stride = 1);
+VARNEL_API void BoxStatistics(std::span<const double> samples, double* six, int stride = 1);
 
 }  // namespace varnel

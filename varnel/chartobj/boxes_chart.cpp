@@ -1,8 +1,11 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/boxes_geometry.h"
+#include "varnel/chartobj/detail/common_count.h"
 
 namespace varnel {
 namespace {
+
+constexpr int kBoxSeries = 6;  // minimum, quartile, median, quartile, maximum, mean
 
 template <class ColorOf>
 struct BoxPainter {
@@ -37,17 +40,49 @@ struct BoxPainter {
 
 }  // namespace
 
+void CChartObj3D::BoxAndWhiskerChart25D(const double* ind, const double* groupData,
+                                        double constValue, int n, double indWidth,
+                                        double depthWidth, int symbol, double relSize,
+                                        int lineWidth, const RGBDType* colors,
+                                        const RGBDType& outline, int depthJustify, int depJustify,
+                                        int indAxis, int flag) {
+    SetSeries(ind, n, constValue, indAxis);
+    SetGroups(groupData, kBoxSeries, colors);
+    SetWidths(indWidth, depthWidth);
+    m_Saved.m_Symbol = symbol;
+    m_Saved.m_RelSize = relSize;
+    m_Saved.m_LineWidth = lineWidth;
+    m_Saved.m_OutlineColor = outline;
+    m_Saved.m_DepthJustify = depthJustify;
+    m_Saved.m_DepJustify = depJustify;
+    m_Saved.m_ComboChartFlags[0] = flag;
+    m_Saved.m_ChartType = BOXANDWHISKERCHART25D;
+}
+
+void CChartObj3D::BoxAndWhiskerChart25D(std::span<const double> ind,
+                                        std::span<const double> groupData, double constValue,
+                                        double indWidth, double depthWidth, int symbol,
+                                        double relSize, int lineWidth,
+                                        std::span<const RGBDType> colors, const RGBDType& outline,
+                                        int depthJustify, int depJustify, int indAxis, int flag) {
+    const int n =
+        detail::GroupCount("BoxAndWhiskerChart25D", ind, groupData, kBoxSeries, colors, kBoxSeries);
+    BoxAndWhiskerChart25D(ind.data(), groupData.data(), constValue, n, indWidth, depthWidth, symbol,
+                          relSize, lineWidth, detail::DataOf(colors), outline, depthJustify,
+                          depJustify, indAxis, flag);
+}
+
 void CChartObj3D::DrawBoxAndWhiskerChart25D() {
     const auto colorOf = [this](detail::BoxPart part) -> const RGBDType& {
         return GroupColor(part);
     };
-    detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_RelSize);
+    detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();
-    data.indOffset = calcbgoffset(m_IndWidth, m_DepJustify);
-    detail::WalkBoxes(*m_pTransform, data, m_ComboChartFlags[0] != 0,
-                      BoxPainter{*m_pOpenGL, pen, colorOf, m_OutlineColor, m_Symbol, m_LineStyle,
-                                 m_LineWidth, m_OutlineWidth});
-    m_pOpenGL->SetLineStyle3D(0, 1.0, m_OutlineColor);
+    data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_DepJustify);
+    detail::WalkBoxes(*m_pTransform, data, m_Saved.m_ComboChartFlags[0] != 0,
+                      BoxPainter{*m_pOpenGL, pen, colorOf, m_Saved.m_OutlineColor, m_Saved.m_Symbol,
+                                 m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth});
+    m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 
 }  // namespace varnel

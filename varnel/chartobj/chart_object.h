@@ -16,7 +16,9 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 
+#include "varnel/chartobj/chart_codes.h"
 #include "varnel/chartobj/shared_array.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -32,35 +34,11 @@ class CTransform3D;
 
 namespace detail {
 class AddedFields;
+struct ChartTypes;
 struct Data25D;
 struct GroupView;
 struct SegmentColors;
 }  // namespace detail
-
-/// The chart types; any other code draws nothing.
-enum ChartType3D : int {
-    RIBBONCHART25D = 1,
-    BARCHART25D = 2,
-    BARCHART3D = 3,
-    AREAFILLCHART25D = 4,
-    AREARANGECHART25D = 5,
-    LINECHART25D = 6,
-    SCATTERCHART3D = 7,
-    LINECHART3D = 8,
-    PROJECTIONLINECHART3D = 9,
-    GROUPBARCHART25D = 10,
-    GROUPRIBBONCHART25D = 11,
-    GROUPAREAFILLCHART25D = 12,
-    OHLCCHART25D = 13,
-    PLANECHART3D = 14,
-    SCATTERTEXT3D = 15,
-    BOXANDWHISKERCHART25D = 16,
-    FLOATINGBARCHART25D = 17,
-    PLANECHART25D = 18,
-    POLYSURFACECHART2D = 50,
-    POLYSURFACECHART3D = 51,
-    CONTOURPOLYSURFACE3D = 52,
-};
 
 /// Arrays are shared by copies of an object and freed with the last of them; the rendering context
 /// and the transform are not owned.
@@ -96,68 +74,120 @@ class VARNEL_API CChartObj3D {
     // attributes and selects the type. Counts are numbers of elements; n is the number of data
     // points. Attributes that an operation does not take keep their values. A count that is
     // negative or too large for memory raises "Array New Error" of the storage operation concerned.
+    // The operations that take spans count by themselves; spans of lengths that do not belong
+    // together raise "Parameter Error" and store nothing.
     //
-    // Widths along the independent and depth axes are in world units; on a logarithmic axis the
-    // width of a bar, box or slab is in decades. Justification 0 starts a width at its value, 1
-    // centres it there, 2 ends it there.
+    // Widths along the independent and depth axes are in data units, and so are base values and
+    // heights. Codes: `indAxis` is INDAXIS_X (0) or INDAXIS_Y (1); a justification WIDTH_STARTS
+    // (0), WIDTH_CENTERED (1) or WIDTH_ENDS (2) says where a width lies about the value that it is
+    // placed at; a `lineStyle` is 0 solid, 1..6 dots to dashes of growing length, 7..10 mixed
+    // dashes, any other solid.
+    //
+    // On a logarithmic axis each type has a rule of its own for what it converts, told with it;
+    // SetExactExtents makes all of them go between their converted ends.
 
     /// The data line widened along the depth axis: one quadrilateral per pair of points.
     void RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
                         double depthWidth, const RGBDType& fill, const RGBDType& outline,
                         int depthJustify, int indAxis);
+    void RibbonChart25D(std::span<const double> ind, std::span<const double> dep, double constValue,
+                        double depthWidth, const RGBDType& fill, const RGBDType& outline,
+                        int depthJustify, int indAxis);
 
-    /// One bar per point, from the base value to the datum.
+    /// One bar per point, from the base value to the datum. On a logarithmic value axis its height
+    /// is the logarithm of the difference of the two; on a logarithmic independent or depth axis
+    /// its widths are decades.
     void BarChart25D(const double* ind, const double* dep, double baseValue, double constValue,
                      int n, double indWidth, double depthWidth, const RGBDType& fill,
                      const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
+    void BarChart25D(std::span<const double> ind, std::span<const double> dep, double baseValue,
+                     double constValue, double indWidth, double depthWidth, const RGBDType& fill,
+                     const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
 
-    /// One bar per point; the point is the upper corner, heights[i] the level of the bar's foot.
+    /// One bar per point; the point is the upper corner, heights[i] the level of the bar's foot. On
+    /// logarithmic axes foot and top are converted, and each width is the logarithm of the one
+    /// given: a bar is then as wide as the way from 1 to its width.
     void BarChart3D(const point3Dtype* points, const double* heights, int n, double indWidth,
                     double depthWidth, const RGBDType& fill, const RGBDType& outline);
+    void BarChart3D(std::span<const point3Dtype> points, std::span<const double> heights,
+                    double indWidth, double depthWidth, const RGBDType& fill,
+                    const RGBDType& outline);
 
-    /// The area between the data line and the base value, cut where the line crosses it.
+    /// The area between the data line and the base value, cut where the line crosses it. All
+    /// corners are converted, so that widths and the base are right on logarithmic axes too.
     void AreaFillChart25D(const double* ind, const double* dep, double baseValue, double constValue,
                           int n, double depthWidth, const RGBDType& fill, const RGBDType& outline,
                           int depthJustify, int indAxis);
+    void AreaFillChart25D(std::span<const double> ind, std::span<const double> dep,
+                          double baseValue, double constValue, double depthWidth,
+                          const RGBDType& fill, const RGBDType& outline, int depthJustify,
+                          int indAxis);
 
     /// A band from dep to dep - dep2. With segment colours the whole band has one colour, that of
     /// SetAreaRangeColor.
     void AreaRangeChart25D(const double* ind, const double* dep, const double* dep2,
                            double constValue, int n, double depthWidth, const RGBDType& fill,
                            const RGBDType& outline, int depthJustify, int indAxis);
+    void AreaRangeChart25D(std::span<const double> ind, std::span<const double> dep,
+                           std::span<const double> dep2, double constValue, double depthWidth,
+                           const RGBDType& fill, const RGBDType& outline, int depthJustify,
+                           int indAxis);
 
     /// A polyline; the width, in pixels, is truncated to an integer.
     void LineChart25D(const double* ind, const double* dep, double constValue, int n, int lineStyle,
                       double lineWidth, const RGBDType& color, int indAxis);
+    void LineChart25D(std::span<const double> ind, std::span<const double> dep, double constValue,
+                      int lineStyle, double lineWidth, const RGBDType& color, int indAxis);
 
-    /// A symbol per point: 10 cube, 11 plus, 12 diamond, 13 pyramid, 14 hourglass, 15 arrow, any
-    /// other none. Symbols are relSize / 10 device units large, whatever the axes. Each is joined
-    /// by a line to its projection, where constValue takes the place of z (projection plane 0 or
-    /// 3), y (1 or 4) or x (2 or 5); a negative plane leaves the lines out.
+    /// A symbol per point: SYMBOL_CUBE (10), SYMBOL_PLUS (11), SYMBOL_DIAMOND (12), SYMBOL_PYRAMID
+    /// (13), SYMBOL_HOURGLASS (14), SYMBOL_ARROW (15), any other none. Symbols are relSize / 10
+    /// device units large, whatever the axes. Each is joined by a line to its projection, where
+    /// constValue takes the place of z (projection plane 0 or 3), y (1 or 4) or x (2 or 5); a
+    /// negative plane (PROJECTION_NONE) leaves the lines out. On a logarithmic axis the line starts
+    /// at the logarithm of the logarithm; SetExactExtents lets it start at the symbol.
     void ScatterChart3D(const point3Dtype* points, double relSize, int n, int symbol,
+                        const RGBDType& fill, const RGBDType& outline, int projectionPlane,
+                        double constValue);
+    void ScatterChart3D(std::span<const point3Dtype> points, double relSize, int symbol,
                         const RGBDType& fill, const RGBDType& outline, int projectionPlane,
                         double constValue);
 
     /// A polyline through points; width in pixels.
     void LineChart3D(const point3Dtype* points, int n, int lineStyle, int lineWidth,
                      const RGBDType& color);
+    void LineChart3D(std::span<const point3Dtype> points, int lineStyle, int lineWidth,
+                     const RGBDType& color);
 
-    /// The polyline's projection onto plane 0, 1 or 2 at constValue; `first` has no effect.
+    /// The polyline's projection alone, constValue in the place of z (projection plane 0), y (1)
+    /// or x (2), nothing for any other plane; `first` has no effect.
     void ProjectionLineChart3D(const point3Dtype* points, double first, int n, int lineStyle,
                                int lineWidth, const RGBDType& color, int projectionPlane,
                                double constValue);
+    void ProjectionLineChart3D(std::span<const point3Dtype> points, int lineStyle, int lineWidth,
+                               const RGBDType& color, int projectionPlane, double constValue);
 
-    /// Groups of bars: groupType 0 side by side in the width of one bar, rising from the base by
-    /// their absolute values; 1 stacked from 0. Element i of group g is groupData[g * n + i].
+    /// Groups of bars: groupType GROUPS_SIDE_BY_SIDE (0) in the width of one bar, rising from the
+    /// base by their absolute values; GROUPS_STACKED (1) on each other from 0, a negative datum
+    /// rising too and lowering what follows. SetExactExtents lets both hang below the base. Element
+    /// i of group g is groupData[g * n + i]. On logarithmic axes both ends of each width are
+    /// converted, the height of a bar side by side is the logarithm of its value.
     void GroupBarChart25D(const double* ind, const double* groupData, double constValue,
                           double baseValue, int n, int numGroups, int groupType, double indWidth,
                           double depthWidth, const RGBDType* groupColors, const RGBDType& outline,
                           int indJustify, int depthJustify, int indAxis);
+    void GroupBarChart25D(std::span<const double> ind, std::span<const double> groupData,
+                          double constValue, double baseValue, int groupType, double indWidth,
+                          double depthWidth, std::span<const RGBDType> groupColors,
+                          const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
 
     /// One ribbon per group, each at the running total of the groups so far.
     void GroupRibbonChart25D(const double* ind, const double* groupData, double constValue, int n,
                              int numGroups, double depthWidth, const RGBDType* groupColors,
                              const RGBDType& outline, int depthJustify, int indAxis);
+    void GroupRibbonChart25D(std::span<const double> ind, std::span<const double> groupData,
+                             double constValue, double depthWidth,
+                             std::span<const RGBDType> groupColors, const RGBDType& outline,
+                             int depthJustify, int indAxis);
 
     /// Stacked bands: group 0 from the base value (0 unless an earlier set-up set another) to its
     /// data, each further group from the running total below it to its own. A negative datum lowers
@@ -166,6 +196,10 @@ class VARNEL_API CChartObj3D {
     void GroupAreaFillChart25D(const double* ind, const double* groupData, double constValue, int n,
                                int numGroups, double depthWidth, const RGBDType* groupColors,
                                const RGBDType& outline, int depthJustify, int indAxis);
+    void GroupAreaFillChart25D(std::span<const double> ind, std::span<const double> groupData,
+                               double constValue, double depthWidth,
+                               std::span<const RGBDType> groupColors, const RGBDType& outline,
+                               int depthJustify, int indAxis);
 
     /// Prices, as four groups of n: open, high, low, close. Each point occupies GetIndWidth() along
     /// the independent axis, placed about its value by depJustify (pass 1 to centre it), and the
@@ -184,15 +218,26 @@ class VARNEL_API CChartObj3D {
                       int symbol, int symbol2, double relSize, int lineWidth,
                       const RGBDType* colors, const RGBDType& outline, int depthJustify,
                       int depJustify, int indAxis, const int* flags);
+    void OHLCChart25D(std::span<const double> ind, std::span<const double> groupData,
+                      double constValue, int symbol, int symbol2, double relSize, int lineWidth,
+                      std::span<const RGBDType> colors, const RGBDType& outline, int depthJustify,
+                      int depJustify, int indAxis, const int* flags);
 
-    /// A slab per point, 0.1 working units thick; the point is its lower corner.
+    /// A slab per point, 0.1 working units thick; the point is its lower corner. On logarithmic
+    /// axes a width is the logarithm of the one given.
     void PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                       const RGBDType& fill, const RGBDType& outline);
+    void PlaneChart3D(std::span<const point3Dtype> points, double indWidth, double depthWidth,
+                      const RGBDType& fill, const RGBDType& outline);
 
-    /// A text per point, centred on it, in a text plane (0..2 fixed, 3 facing the viewer), joined
-    /// to its projection as in ScatterChart3D. Draws in the context's current font.
+    /// A text per point, centred on it, in the text plane TEXTPLANE_XY (0), TEXTPLANE_XZ (1),
+    /// TEXTPLANE_YZ (2) or TEXTPLANE_VIEWER (3, facing the viewer), joined to its projection as in
+    /// ScatterChart3D, from the text itself. Draws in the context's current font.
     void ScatterText3D(const point3Dtype* points, const CString* strings, int n, double relSize,
                        int textPlane, const RGBDType& color, int projectionPlane,
+                       double constValue);
+    void ScatterText3D(std::span<const point3Dtype> points, std::span<const CString> strings,
+                       double relSize, int textPlane, const RGBDType& color, int projectionPlane,
                        double constValue);
 
     /// Boxes, as six groups of n: minimum, lower quartile, median, upper quartile, maximum, mean
@@ -206,28 +251,50 @@ class VARNEL_API CChartObj3D {
                                double indWidth, double depthWidth, int symbol, double relSize,
                                int lineWidth, const RGBDType* colors, const RGBDType& outline,
                                int depthJustify, int depJustify, int indAxis, int flag);
+    void BoxAndWhiskerChart25D(std::span<const double> ind, std::span<const double> groupData,
+                               double constValue, double indWidth, double depthWidth, int symbol,
+                               double relSize, int lineWidth, std::span<const RGBDType> colors,
+                               const RGBDType& outline, int depthJustify, int depJustify,
+                               int indAxis, int flag);
 
-    /// Bars from dep downward by heights.
+    /// Bars from dep downward by heights. On a logarithmic value axis the height is a logarithm of
+    /// its own, taken off that of dep; widths are as in BarChart25D.
     void FloatingBarChart25D(const double* ind, const double* dep, const double* heights,
                              double constValue, int n, double indWidth, double depthWidth,
                              const RGBDType& fill, const RGBDType& outline, int indJustify,
                              int depthJustify, int indAxis);
+    void FloatingBarChart25D(std::span<const double> ind, std::span<const double> dep,
+                             std::span<const double> heights, double constValue, double indWidth,
+                             double depthWidth, const RGBDType& fill, const RGBDType& outline,
+                             int indJustify, int depthJustify, int indAxis);
 
-    /// A slab per point at the height of its datum, 2 % of the working range of z thick.
+    /// A slab per point at the height of its datum, 2 % of the working range of z thick. On
+    /// logarithmic axes a width is the logarithm of the one given.
     void PlaneChart25D(const double* ind, const double* dep, double constValue, int n,
                        double indWidth, double depthWidth, const RGBDType& fill,
                        const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
+    void PlaneChart25D(std::span<const double> ind, std::span<const double> dep, double constValue,
+                       double indWidth, double depthWidth, const RGBDType& fill,
+                       const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
 
-    /// The surface flattened onto projection plane 0, 1 or 2 at constValue. The surface is copied.
+    /// The surface flattened: constValue in the place of z (projection plane 0), y (1) or x (2);
+    /// not flattened for any other plane. The surface is copied.
     void PolysurfaceChart2D(CPolysurface* surface, double constValue, int projectionPlane);
 
     /// The surface's polygons in their colours.
     void PolysurfaceChart3D(CPolysurface* surface);
 
-    /// Contour lines of the surface at numContours values, drawn at z = constValue; there are
-    /// numContours + 1 colours.
+    /// Contour lines of the surface at numContours ascending values, drawn at z = constValue, line
+    /// i in colors[i]. There are numContours + 1 colours; the last one is kept and saved, and no
+    /// line has it. `contourLabelFlag` is kept and saved and has no effect. Lines are pieces of
+    /// polygons, as CContour3D draws them: at a level that points lie on they have gaps and stubs,
+    /// and they are not converted on logarithmic axes. SetContourStyle gives whole lines, on
+    /// logarithmic axes too, with labels.
     void ContourPolysurface3D(CPolysurface* surface, const double* values, const RGBDType* colors,
                               int numContours, double constValue, int contourLabelFlag);
+    void ContourPolysurface3D(CPolysurface* surface, std::span<const double> values,
+                              std::span<const RGBDType> colors, double constValue,
+                              int contourLabelFlag);
 
     // --- Storages: copy as many elements as the counts say -----------------------------------
     //
@@ -269,14 +336,26 @@ class VARNEL_API CChartObj3D {
     /// Sets n, then stores `ind` and, over it, `dep` as the independent data: the dependent data
     /// are not touched. A dep2 becomes both the second dependent data and the bar heights.
     void SetDataStorage25D(const double* ind, const double* dep, const double* dep2, int n);
+    /// dep2 can be empty.
+    void SetDataStorage25D(std::span<const double> ind, std::span<const double> dep,
+                           std::span<const double> dep2);
+    /// Sets n and stores both arrays, each in its own place.
+    void SetSeriesStorage(std::span<const double> ind, std::span<const double> dep);
     void SetGroupDataStorage(const double* ind, const double* group, int n, int numGroups,
                              const RGBDType* colors);
+    void SetGroupDataStorage(std::span<const double> ind, std::span<const double> group,
+                             std::span<const RGBDType> colors);
     void SetBarHeightsStorage(const double* heights);
     void SetContourStorage(CPolysurface* surface, const double* values, const RGBDType* colors,
                            int numContours);
+    void SetContourStorage(CPolysurface* surface, std::span<const double> values,
+                           std::span<const RGBDType> colors);
     void Set3DPointStorage(const point3Dtype* points, int n);
+    void Set3DPointStorage(std::span<const point3Dtype> points);
     void SetPolysurface(CPolysurface* surface);
     void SetDataStringsStorage(const point3Dtype* points, const CString* strings, int n);
+    void SetDataStringsStorage(std::span<const point3Dtype> points,
+                               std::span<const CString> strings);
 
     // --- Elements: an index out of range or a missing array is ignored, or reads as zero ------
 
@@ -307,7 +386,7 @@ class VARNEL_API CChartObj3D {
     void SetPolysurfacePoint(int i, const point3Dtype& point);
     point3Dtype GetPolysurfacePoint(int i) const;
     /// The object's copy of its surface, null when it has none.
-    const CPolysurface* GetPolysurface() const { return m_pPolysurface.get(); }
+    const CPolysurface* GetPolysurface() const { return m_Saved.m_pPolysurface.get(); }
     void SetScatterTextString(int i, const CString& text);
     CString GetScatterTextString(int i) const;
 
@@ -319,69 +398,81 @@ class VARNEL_API CChartObj3D {
 
     // --- Attributes: stored as they are ------------------------------------------------------
 
-    void SetRelSize(double size) { m_RelSize = size; }
-    double GetRelSize() const { return m_RelSize; }
-    void SetTextPlane(int plane) { m_TextPlane = plane; }
-    int GetTextPlane() const { return m_TextPlane; }
-    void SetFillColor(const RGBDType& color) { m_FillColor = color; }
-    RGBDType GetFillColor() const { return m_FillColor; }
-    void SetOutlineColor(const RGBDType& color) { m_OutlineColor = color; }
-    RGBDType GetOutlineColor() const { return m_OutlineColor; }
+    void SetRelSize(double size) { m_Saved.m_RelSize = size; }
+    double GetRelSize() const { return m_Saved.m_RelSize; }
+    /// TEXTPLANE_XY (0), TEXTPLANE_XZ (1), TEXTPLANE_YZ (2), TEXTPLANE_VIEWER (3).
+    void SetTextPlane(int plane) { m_Saved.m_TextPlane = plane; }
+    int GetTextPlane() const { return m_Saved.m_TextPlane; }
+    void SetFillColor(const RGBDType& color) { m_Saved.m_FillColor = color; }
+    RGBDType GetFillColor() const { return m_Saved.m_FillColor; }
+    void SetOutlineColor(const RGBDType& color) { m_Saved.m_OutlineColor = color; }
+    RGBDType GetOutlineColor() const { return m_Saved.m_OutlineColor; }
     /// The colour of the lines of open-high-low-close charts.
-    RGBDType GetLineColor() const { return m_LineColor; }
-    void SetSymbol(int symbol) { m_Symbol = symbol; }
-    int GetSymbol() const { return m_Symbol; }
-    void SetSymbol2(int symbol) { m_Symbol2 = symbol; }
-    int GetSymbol2() const { return m_Symbol2; }
-    void SetIndWidth(double width) { m_IndWidth = width; }
-    double GetIndWidth() const { return m_IndWidth; }
-    double GetBaseValue() const { return m_BaseValue; }
-    double GetConstValue() const { return m_ConstValue; }
-    void SetNumDataPnts(int n) { m_NumDataPnts = n; }
-    int GetNumDataPnts() const { return m_NumDataPnts; }
-    void SetNumGroups(int n) { m_NumGroups = n; }
-    int GetNumGroups() const { return m_NumGroups; }
-    void SetNumContours(int n) { m_NumContours = n; }
-    int GetNumContours() const { return m_NumContours; }
-    void SetLineStyle(int style) { m_LineStyle = style; }
-    int GetLineStyle() const { return m_LineStyle; }
+    RGBDType GetLineColor() const { return m_Saved.m_LineColor; }
+    /// SYMBOL_CUBE (10) to SYMBOL_ARROW (15), any other none.
+    void SetSymbol(int symbol) { m_Saved.m_Symbol = symbol; }
+    int GetSymbol() const { return m_Saved.m_Symbol; }
+    /// The symbol of closing prices; codes as above.
+    void SetSymbol2(int symbol) { m_Saved.m_Symbol2 = symbol; }
+    int GetSymbol2() const { return m_Saved.m_Symbol2; }
+    void SetIndWidth(double width) { m_Saved.m_IndWidth = width; }
+    double GetIndWidth() const { return m_Saved.m_IndWidth; }
+    double GetBaseValue() const { return m_Saved.m_BaseValue; }
+    double GetConstValue() const { return m_Saved.m_ConstValue; }
+    void SetNumDataPnts(int n) { m_Saved.m_NumDataPnts = n; }
+    int GetNumDataPnts() const { return m_Saved.m_NumDataPnts; }
+    void SetNumGroups(int n) { m_Saved.m_NumGroups = n; }
+    int GetNumGroups() const { return m_Saved.m_NumGroups; }
+    void SetNumContours(int n) { m_Saved.m_NumContours = n; }
+    int GetNumContours() const { return m_Saved.m_NumContours; }
+    /// 0 solid, 1..10 dots and dashes, any other solid.
+    void SetLineStyle(int style) { m_Saved.m_LineStyle = style; }
+    int GetLineStyle() const { return m_Saved.m_LineStyle; }
     /// In pixels.
-    void SetLineWidth(int width) { m_LineWidth = width; }
-    int GetLineWidth() const { return m_LineWidth; }
-    void SetIndJustify(int justify) { m_IndJustify = justify; }
-    int GetIndJustify() const { return m_IndJustify; }
+    void SetLineWidth(int width) { m_Saved.m_LineWidth = width; }
+    int GetLineWidth() const { return m_Saved.m_LineWidth; }
+    /// WIDTH_STARTS (0), WIDTH_CENTERED (1) or WIDTH_ENDS (2).
+    void SetIndJustify(int justify) { m_Saved.m_IndJustify = justify; }
+    int GetIndJustify() const { return m_Saved.m_IndJustify; }
     /// How open-high-low-close and box-and-whisker charts place GetIndWidth() about their values.
-    void SetDepJustify(int justify) { m_DepJustify = justify; }
-    void SetIndAxis(int axis) { m_IndAxis = axis; }
-    int GetIndAxis() const { return m_IndAxis; }
-    void SetProjectionPlane(int plane) { m_ProjectionPlane = plane; }
-    int GetProjectionPlane() const { return m_ProjectionPlane; }
-    void SetGroupType(int type) { m_GroupType = type; }
-    int GetGroupType() const { return m_GroupType; }
-    void SetSegmentColorMode(int on) { m_SegmentColorMode = on; }
-    int GetSegmentColorMode() const { return m_SegmentColorMode; }
-    void SetContourLabelFlag(int flag) { m_ContourLabelFlag = flag; }
-    int GetContourLabelFlag() const { return m_ContourLabelFlag; }
-    /// 0 flat colours, 1 lit, 2 lit and coloured by value through the context's colour texture.
-    void SetColorMode(int mode) { m_ColorMode = mode; }
-    int GetColorMode() const { return m_ColorMode; }
+    void SetDepJustify(int justify) { m_Saved.m_DepJustify = justify; }
+    /// INDAXIS_X (0) or INDAXIS_Y (1).
+    void SetIndAxis(int axis) { m_Saved.m_IndAxis = axis; }
+    int GetIndAxis() const { return m_Saved.m_IndAxis; }
+    /// What constValue replaces: z (0, 3), y (1, 4), x (2, 5); negative: no projection.
+    void SetProjectionPlane(int plane) { m_Saved.m_ProjectionPlane = plane; }
+    int GetProjectionPlane() const { return m_Saved.m_ProjectionPlane; }
+    /// GROUPS_SIDE_BY_SIDE (0) or GROUPS_STACKED (1); any other draws no bars.
+    void SetGroupType(int type) { m_Saved.m_GroupType = type; }
+    int GetGroupType() const { return m_Saved.m_GroupType; }
+    /// Non-zero: data points have colours of their own (InitSegmentColorsStorage).
+    void SetSegmentColorMode(int on) { m_Saved.m_SegmentColorMode = on; }
+    int GetSegmentColorMode() const { return m_Saved.m_SegmentColorMode; }
+    /// Kept and saved, without effect; see SetContourStyle.
+    void SetContourLabelFlag(int flag) { m_Saved.m_ContourLabelFlag = flag; }
+    int GetContourLabelFlag() const { return m_Saved.m_ContourLabelFlag; }
+    /// COLOR_MODE_FLAT (0), COLOR_MODE_LIT (1) or COLOR_MODE_VALUE (2): in the colours of the
+    /// context's colour texture, which replace the lit ones.
+    void SetColorMode(int mode) { m_Saved.m_ColorMode = mode; }
+    int GetColorMode() const { return m_Saved.m_ColorMode; }
     /// Non-zero clips to the chart's box; what lies exactly on its lower faces is cut away.
-    void SetClipping(int on) { m_Clipping = on; }
-    int GetClipping() const { return m_Clipping; }
+    void SetClipping(int on) { m_Saved.m_Clipping = on; }
+    int GetClipping() const { return m_Saved.m_Clipping; }
     /// Non-zero outlines filled polygons.
-    void SetOutlineMode(int on) { m_OutlineMode = on; }
-    int GetOutlineMode() const { return m_OutlineMode; }
+    void SetOutlineMode(int on) { m_Saved.m_OutlineMode = on; }
+    int GetOutlineMode() const { return m_Saved.m_OutlineMode; }
     /// In pixels.
-    void SetOutlineWidth(double width) { m_OutlineWidth = width; }
-    double GetOutlineWidth() const { return m_OutlineWidth; }
+    void SetOutlineWidth(double width) { m_Saved.m_OutlineWidth = width; }
+    double GetOutlineWidth() const { return m_Saved.m_OutlineWidth; }
     /// The gap between neighbouring filled segments, as a fraction of the independent axis's
     /// working range.
-    void SetFillGap(double gap) { m_FillGap = gap; }
-    double GetFillGap() const { return m_FillGap; }
-    void SetChartType(int type) { m_ChartType = type; }
-    int GetChartType() const { return m_ChartType; }
-    void EnableChartObj(int on) { m_Enable = on; }
-    int GetChartObjEnable() const { return m_Enable; }
+    void SetFillGap(double gap) { m_Saved.m_FillGap = gap; }
+    double GetFillGap() const { return m_Saved.m_FillGap; }
+    /// A ChartType3D; any other draws nothing.
+    void SetChartType(int type) { m_Saved.m_ChartType = type; }
+    int GetChartType() const { return m_Saved.m_ChartType; }
+    void EnableChartObj(int on) { m_Saved.m_Enable = on; }
+    int GetChartObjEnable() const { return m_Saved.m_Enable; }
     /// Six flags; their meaning is told at OHLCChart25D and BoxAndWhiskerChart25D. Null does
     /// nothing.
     void SetComboChartFlags(const int* flags);
@@ -398,7 +489,8 @@ class VARNEL_API CChartObj3D {
     void DrawChartObj();
 
     /// Writes the object's record. A failing medium raises "Disk I/O Error"; a null file does
-    /// nothing. Counts are written as what is stored.
+    /// nothing. Counts are written as what is stored; where arrays that an earlier set-up left
+    /// behind exclude those of the current type, the latter are written.
     void Save(HANDLE file);
     /// Reads a record. The bar heights of a 3D bar chart are not in it; a contour chart comes back
     /// with 0 data points; stored segment colours switch segment colours on.
@@ -411,15 +503,23 @@ class VARNEL_API CChartObj3D {
     void Record(Archive& record);
 
  private:
+    void MatchCountsToType();
     void MatchCountsToStorages();
     template <class Archive>
     void RecordArrays(Archive& record);
     template <class Archive>
     void RecordSurface(Archive& record);
 
-    void SetUpStackedGroups(const double* ind, const double* groupData, double constValue, int n,
-                            int numGroups, double depthWidth, const RGBDType* groupColors,
-                            const RGBDType& outline, int depthJustify, int indAxis);
+    // What the set-up operations of several families assign.
+    void SetSeries(const double* ind, int n, double constValue, int indAxis);
+    void SetGroups(const double* groupData, int numGroups, const RGBDType* groupColors);
+    void SetPoints(const point3Dtype* points, int n);
+    void SetProjection(int plane, double constValue);
+    void SetWidths(double indWidth, double depthWidth);
+    void SetJustify(int indJustify, int depthJustify);
+    static void TellColor(const RGBDType& color);
+    void SetColors(const RGBDType& fill, const RGBDType& outline);
+    void SetLine(int style, int width, const RGBDType& color);
 
     static double calcbgoffset(double width, int justify);
     void CheckSetSegmentColor(std::size_t i);
@@ -430,8 +530,7 @@ class VARNEL_API CChartObj3D {
     detail::Data25D GetData25D() const;
     detail::SegmentColors GetSegmentColors() const;
 
-    using Routine = void (CChartObj3D::*)();
-    static Routine FindRoutine(int chartType);
+    friend struct detail::ChartTypes;
     void DrawRibbonChart25D();
     void DrawBarChart25D();
     void DrawBarChart3D();
@@ -454,60 +553,67 @@ class VARNEL_API CChartObj3D {
     void DrawPolysurfaceChart3D();
     void DrawContourPolysurface3D();
 
+    /// What the record holds, and what InitChartObjDefaults sets afresh.
+    struct Saved {
+        // Placement, in data units.
+        double m_ConstValue = 0.0;  ///< of a 2.5D chart along its depth axis, or of a projection
+        double m_BaseValue = 0.0;   ///< from which bars and areas rise
+        double m_RelSize = 1.0;     ///< of symbols (in tenths of a device unit) and texts
+        double m_DepthWidth = 1.0;
+        double m_IndWidth = 1.0;
+        double m_FillGap = 0.0016;             ///< share of the independent axis's working range
+        double m_OutlineWidth = 1.0;           ///< pixels
+        double m_PlaneThicknessFactor = 0.02;  ///< share of the working range of z
+        RGBDType m_FillColor{0.0, 0.0, 1.0, 1.0};
+        RGBDType m_OutlineColor{0.0, 0.0, 0.0, 1.0};
+        RGBDType m_LineColor{0.0, 0.0, 0.0, 1.0};  ///< of price charts
+        int m_Symbol = SYMBOL_NONE;
+        int m_Symbol2 = SYMBOL_NONE;  ///< of closing prices
+        int m_NumDataPnts = 0;
+        // What was stored last; they tell the reader of a record which arrays follow.
+        int m_NumDepData2 = 0;
+        int m_NumBarHeights = 0;
+        int m_Num3DPoints = 0;
+        int m_NumGroupColors = 0;
+        int m_NumSegmentColors = 0;
+        int m_NumDataStrings = 0;
+        int m_bPolysurface = 0;
+        int m_NumGroups = 0;
+        int m_LineWidth = 1;  ///< pixels
+        int m_LineStyle = 0;
+        int m_IndJustify = WIDTH_STARTS;
+        int m_DepJustify = WIDTH_STARTS;  ///< of m_IndWidth in price and box charts
+        int m_DepthJustify = WIDTH_STARTS;
+        int m_IndAxis = INDAXIS_X;
+        int m_ProjectionPlane = PROJECTION_ALONG_Z;
+        int m_TextPlane = 1;  ///< x-z
+        int m_GroupType = GROUPS_SIDE_BY_SIDE;
+        int m_ChartType = 0;
+        int m_NumContours = 0;
+        int m_ColorMode = 1;         ///< lit
+        int m_ContourLabelFlag = 0;  ///< kept, without effect
+        int m_SegmentColorMode = 0;
+        int m_Clipping = 0;
+        int m_OutlineMode = 1;
+        int m_ComboChartFlags[6] = {};  ///< parts of price and box charts
+        int m_Enable = 1;
+        SharedArray<double> m_pIndData;  ///< of contour charts, the levels
+        SharedArray<double> m_pDepData;
+        SharedArray<double> m_pGroupData;
+        SharedArray<double> m_pDepData2;
+        SharedArray<double> m_pBarHeights;
+        SharedArray<point3Dtype> m_p3DPoints;
+        SharedArray<RGBDType> m_pGroupColors;
+        SharedArray<RGBDType> m_pSegmentColors;  ///< of contour charts, the levels' colours
+        std::shared_ptr<CPolysurface> m_pPolysurface;
+        SharedArray<CString> m_pDataStrings;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
-    double m_ConstValue;
-    double m_BaseValue;
-    double m_RelSize;
-    double m_DepthWidth;
-    double m_IndWidth;
-    double m_FillGap;
-    double m_OutlineWidth;
-    double m_PlaneThicknessFactor;
-    RGBDType m_FillColor;
-    RGBDType m_OutlineColor;
-    RGBDType m_LineColor;
-    int m_Symbol;
-    int m_Symbol2;
-    int m_NumDataPnts;
-    int m_NumDepData2;
-    int m_NumBarHeights;
-    int m_Num3DPoints;
-    int m_NumGroupColors;
-    int m_NumSegmentColors;
-    int m_NumDataStrings;
-    int m_bPolysurface;
-    int m_NumGroups;
-    int m_LineWidth;
-    int m_LineStyle;
-    int m_IndJustify;
-    int m_DepJustify;
-    int m_DepthJustify;
-    int m_IndAxis;
-    int m_ProjectionPlane;
-    int m_TextPlane;
-    int m_GroupType;
-    int m_ChartType;
-    int m_NumContours;
-    int m_ColorMode;
-    int m_ContourLabelFlag;
-    int m_SegmentColorMode;
-    int m_Clipping;
-    int m_OutlineMode;
-    int m_ComboChartFlags[6];
-    int m_Enable;
-    SharedArray<double> m_pIndData;
-    SharedArray<double> m_pDepData;
-    SharedArray<double> m_pGroupData;
-    SharedArray<double> m_pDepData2;
-    SharedArray<double> m_pBarHeights;
-    SharedArray<point3Dtype> m_p3DPoints;
-    SharedArray<RGBDType> m_pGroupColors;
-    SharedArray<RGBDType> m_pSegmentColors;
-    std::shared_ptr<CPolysurface> m_pPolysurface;
-    SharedArray<CString> m_pDataStrings;
-    int m_ClassTag;
     int m_TransformID = 0;
+    Saved m_Saved;
+    int m_ClassTag = kSignature;
 };
 
 }  // namespace varnel

@@ -29,110 +29,112 @@ constexpr long long kAll = std::numeric_limits<long long>::max();
 }  // namespace
 
 void CChartObj3D::SetIndData(int i, double value) {
-    SetElement(m_pIndData, i, m_NumDataPnts, value);
+    SetElement(m_Saved.m_pIndData, i, m_Saved.m_NumDataPnts, value);
 }
 
 double CChartObj3D::GetIndData(int i) const {
-    return GetElement(m_pIndData, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pIndData, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetDepData(int i, double value) {
-    SetElement(m_pDepData, i, m_NumDataPnts, value);
+    SetElement(m_Saved.m_pDepData, i, m_Saved.m_NumDataPnts, value);
 }
 
 double CChartObj3D::GetDepData(int i) const {
-    return GetElement(m_pDepData, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pDepData, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetGroupData(int group, int i, double value) {
-    SetElement(m_pGroupData, GroupIndex(group, i, m_NumGroups, m_NumDataPnts), kAll, value);
+    SetElement(m_Saved.m_pGroupData,
+               GroupIndex(group, i, m_Saved.m_NumGroups, m_Saved.m_NumDataPnts), kAll, value);
 }
 
 double CChartObj3D::GetGroupData(int group, int i) const {
-    return GetElement(m_pGroupData, GroupIndex(group, i, m_NumGroups, m_NumDataPnts), kAll);
+    return GetElement(m_Saved.m_pGroupData,
+                      GroupIndex(group, i, m_Saved.m_NumGroups, m_Saved.m_NumDataPnts), kAll);
 }
 
 void CChartObj3D::SetDepData2(int i, double value) {
-    SetElement(m_pDepData2, i, m_NumDataPnts, value);
+    SetElement(m_Saved.m_pDepData2, i, m_Saved.m_NumDataPnts, value);
 }
 
 double CChartObj3D::GetDepData2(int i, double) const {
-    return GetElement(m_pDepData2, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pDepData2, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetBarHeight(int i, double value) {
-    SetElement(m_pBarHeights, i, m_NumDataPnts, value);
+    SetElement(m_Saved.m_pBarHeights, i, m_Saved.m_NumDataPnts, value);
 }
 
 double CChartObj3D::GetBarHeight(int i) const {
-    return GetElement(m_pBarHeights, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pBarHeights, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetGroupColor(int i, const RGBDType& color) {
-    SetElement(m_pGroupColors, i, m_NumGroups, color);
+    SetElement(m_Saved.m_pGroupColors, i, m_Saved.m_NumGroups, color);
 }
 
 RGBDType CChartObj3D::GetGroupColor(int i) const {
-    return GetElement(m_pGroupColors, i, m_NumGroups);
+    return GetElement(m_Saved.m_pGroupColors, i, m_Saved.m_NumGroups);
 }
 
 void CChartObj3D::SetSegmentColor(int i, const RGBDType& color) {
-    SetElement(m_pSegmentColors, i, m_NumDataPnts, color);
+    SetElement(m_Saved.m_pSegmentColors, i, m_Saved.m_NumDataPnts, color);
 }
 
 RGBDType CChartObj3D::GetSegmentColor(int i) const {
-    return GetElement(m_pSegmentColors, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pSegmentColors, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetContourColor(int i, const RGBDType& color) {
-    SetElement(m_pSegmentColors, i, m_NumContours + 1LL, color);
+    SetElement(m_Saved.m_pSegmentColors, i, m_Saved.m_NumContours + 1LL, color);
 }
 
 RGBDType CChartObj3D::GetContourColor(int i) const {
-    return GetElement(m_pSegmentColors, i, m_NumDataPnts + 1LL);
+    return GetElement(m_Saved.m_pSegmentColors, i, m_Saved.m_NumDataPnts + 1LL);
 }
 
 void CChartObj3D::SetContourValue(int i, double value) {
-    SetElement(m_pIndData, i, m_NumContours, value);
+    SetElement(m_Saved.m_pIndData, i, m_Saved.m_NumContours, value);
 }
 
 void CChartObj3D::Set3DPoint(int i, const point3Dtype& point) {
-    SetElement(m_p3DPoints, i, m_NumDataPnts, point);
+    SetElement(m_Saved.m_p3DPoints, i, m_Saved.m_NumDataPnts, point);
 }
 
 point3Dtype CChartObj3D::Get3DPoint(int i) const {
-    return GetElement(m_p3DPoints, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_p3DPoints, i, m_Saved.m_NumDataPnts);
 }
 
 void CChartObj3D::SetPolysurfacePoint(int i, const point3Dtype& point) {
-    if (m_pPolysurface != nullptr) m_pPolysurface->SetOnePolysurfacePoint(i, point);
+    if (m_Saved.m_pPolysurface != nullptr) m_Saved.m_pPolysurface->SetOnePolysurfacePoint(i, point);
 }
 
 point3Dtype CChartObj3D::GetPolysurfacePoint(int i) const {
     point3Dtype point;
-    if (m_pPolysurface != nullptr) m_pPolysurface->GetOnePolysurfacePoint(i, point);
+    if (m_Saved.m_pPolysurface != nullptr) m_Saved.m_pPolysurface->GetOnePolysurfacePoint(i, point);
     return point;
 }
 
 void CChartObj3D::SetScatterTextString(int i, const CString& text) {
-    SetElement(m_pDataStrings, i, m_NumDataPnts, text);
+    SetElement(m_Saved.m_pDataStrings, i, m_Saved.m_NumDataPnts, text);
 }
 
 CString CChartObj3D::GetScatterTextString(int i) const {
-    return GetElement(m_pDataStrings, i, m_NumDataPnts);
+    return GetElement(m_Saved.m_pDataStrings, i, m_Saved.m_NumDataPnts);
 }
 
 RGBDType CChartObj3D::GetAreaRangeColor() const {
-    const RGBDType* const color = m_pSegmentColors.At(m_NumDataPnts, kAll);
-    return color != nullptr ? *color : m_FillColor;
+    const RGBDType* const color = m_Saved.m_pSegmentColors.At(m_Saved.m_NumDataPnts, kAll);
+    return color != nullptr ? *color : m_Saved.m_FillColor;
 }
 
 void CChartObj3D::SetComboChartFlags(const int* flags) {
-    if (flags != nullptr) std::copy_n(flags, 6, m_ComboChartFlags);
+    if (flags != nullptr) std::copy_n(flags, 6, m_Saved.m_ComboChartFlags);
 }
 
 void CChartObj3D::GetComboChartFlags(int* flags) const {
-    if (flags != nullptr) std::copy_n(m_ComboChartFlags, 6, flags);
+    if (flags != nullptr) std::copy_n(m_Saved.m_ComboChartFlags, 6, flags);
 }
 
 }  // namespace varnel

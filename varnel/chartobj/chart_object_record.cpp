@@ -5,7 +5,9 @@
 
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/chart_types.h"
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/surface/polysurface.h"
 
@@ -95,109 +97,137 @@ SharedArray<double> WithRowsOf(const detail::GroupView& groups, std::size_t numP
 
 }  // namespace
 
+// What an earlier set-up left behind must not take the place of the current type's data, since a
+// record has room for either. Where the current type has none, what was stored by hand is kept.
+void CChartObj3D::MatchCountsToType() {
+    Saved& s = m_Saved;
+    const detail::ChartType* const type = detail::ChartTypes::Find(s.m_ChartType);
+    if (type == nullptr) return;
+    using detail::ChartData;
+    const bool series = type->data == ChartData::Series && s.m_pIndData && s.m_pDepData;
+    const bool groups = type->data == ChartData::Groups && s.m_pIndData && s.m_pGroupData;
+    const bool points = type->data == ChartData::Points && s.m_p3DPoints;
+    if (series || groups) s.m_Num3DPoints = 0;
+    if (series) s.m_NumGroups = 0;
+    // Contour values lie where the independent data do, and leave no points when they are read.
+    if ((series || groups || points) && s.m_bPolysurface != 0) s.m_NumContours = 0;
+    // Contour colours lie where segment colours do.
+    if (type->data == ChartData::Contours) s.m_NumSegmentColors = 0;
+}
+
 // The reader goes by the counts alone, so they must tell what is there.
 void CChartObj3D::MatchCountsToStorages() {
-    m_Num3DPoints = StoredCount(m_p3DPoints, m_Num3DPoints);
-    m_NumDepData2 = StoredCount(m_pDepData2, m_NumDepData2);
-    m_NumBarHeights = StoredCount(m_pBarHeights, m_NumBarHeights);
-    m_NumGroupColors = StoredCount(m_pGroupColors, m_NumGroupColors);
-    m_NumSegmentColors = StoredCount(m_pSegmentColors, m_NumSegmentColors);
-    m_NumDataStrings = StoredCount(m_pDataStrings, m_NumDataStrings);
-    m_bPolysurface = m_bPolysurface != 0 && m_pPolysurface != nullptr;
-    if (m_bPolysurface != 0)
-        m_NumContours =
-            std::min(StoredCount(m_pIndData, m_NumContours),
-                     std::max(StoredCount(m_pSegmentColors, m_NumContours + 1LL) - 1, 0));
-    if (m_Num3DPoints != 0) {
-        m_NumDataPnts = StoredCount(m_p3DPoints, m_NumDataPnts);
+    Saved& s = m_Saved;
+    s.m_Num3DPoints = StoredCount(s.m_p3DPoints, s.m_Num3DPoints);
+    s.m_NumDepData2 = StoredCount(s.m_pDepData2, s.m_NumDepData2);
+    s.m_NumBarHeights = StoredCount(s.m_pBarHeights, s.m_NumBarHeights);
+    s.m_NumGroupColors = StoredCount(s.m_pGroupColors, s.m_NumGroupColors);
+    s.m_NumSegmentColors = StoredCount(s.m_pSegmentColors, s.m_NumSegmentColors);
+    s.m_NumDataStrings = StoredCount(s.m_pDataStrings, s.m_NumDataStrings);
+    s.m_bPolysurface = s.m_bPolysurface != 0 && s.m_pPolysurface != nullptr;
+    if (s.m_bPolysurface != 0)
+        s.m_NumContours =
+            std::min(StoredCount(s.m_pIndData, s.m_NumContours),
+                     std::max(StoredCount(s.m_pSegmentColors, s.m_NumContours + 1LL) - 1, 0));
+    if (s.m_Num3DPoints != 0) {
+        s.m_NumDataPnts = StoredCount(s.m_p3DPoints, s.m_NumDataPnts);
         return;
     }
-    int numPoints = StoredCount(m_pIndData, m_NumDataPnts);
-    if (numPoints != 0 && m_NumGroups != 0) {
+    int numPoints = StoredCount(s.m_pIndData, s.m_NumDataPnts);
+    if (numPoints != 0 && s.m_NumGroups != 0) {
         const detail::GroupView groups = GetGroups();
         const std::size_t numGroups = groups.StoredGroups();
-        if (numPoints != m_NumDataPnts || groups.values.size() < groups.numPoints * numGroups)
-            m_pGroupData = WithRowsOf(groups, static_cast<std::size_t>(numPoints));
-        m_NumGroups = static_cast<int>(numGroups);
+        if (numPoints != s.m_NumDataPnts || groups.values.size() < groups.numPoints * numGroups)
+            s.m_pGroupData = WithRowsOf(groups, static_cast<std::size_t>(numPoints));
+        s.m_NumGroups = static_cast<int>(numGroups);
     }
-    if (m_NumGroups == 0) numPoints = StoredCount(m_pDepData, numPoints);
-    m_NumDataPnts = numPoints;
+    if (s.m_NumGroups == 0) numPoints = StoredCount(s.m_pDepData, numPoints);
+    s.m_NumDataPnts = numPoints;
 }
 
 template <class Archive>
 void CChartObj3D::Record(Archive& record) {
+    Saved& s = m_Saved;
     record(detail::CounterField{nSelfID}, m_TransformID);
-    record(m_ConstValue, m_BaseValue, m_RelSize, m_DepthWidth, m_IndWidth, m_FillGap,
-           m_PlaneThicknessFactor, m_OutlineWidth);
-    record(m_FillColor, m_OutlineColor, m_LineColor);
-    record(m_Symbol, m_Symbol2, m_NumDataPnts, m_NumDepData2, m_NumBarHeights, m_Num3DPoints,
-           m_NumGroupColors, m_NumSegmentColors, m_NumDataStrings, m_bPolysurface, m_NumGroups,
-           m_LineWidth, m_LineStyle, m_IndJustify, m_DepJustify, m_DepthJustify, m_IndAxis,
-           m_ProjectionPlane, m_TextPlane, m_GroupType, m_ChartType);
-    record(m_SegmentColorMode, m_NumContours, m_ContourLabelFlag, m_ColorMode, m_Clipping,
-           m_OutlineMode);
-    record(m_ComboChartFlags, m_Enable);
+    record(s.m_ConstValue, s.m_BaseValue, s.m_RelSize, s.m_DepthWidth, s.m_IndWidth, s.m_FillGap,
+           s.m_PlaneThicknessFactor, s.m_OutlineWidth);
+    record(s.m_FillColor, s.m_OutlineColor, s.m_LineColor);
+    record(s.m_Symbol, s.m_Symbol2, s.m_NumDataPnts, s.m_NumDepData2, s.m_NumBarHeights,
+           s.m_Num3DPoints, s.m_NumGroupColors, s.m_NumSegmentColors, s.m_NumDataStrings,
+           s.m_bPolysurface, s.m_NumGroups, s.m_LineWidth, s.m_LineStyle, s.m_IndJustify,
+           s.m_DepJustify, s.m_DepthJustify, s.m_IndAxis, s.m_ProjectionPlane, s.m_TextPlane,
+           s.m_GroupType, s.m_ChartType);
+    record(s.m_SegmentColorMode, s.m_NumContours, s.m_ContourLabelFlag, s.m_ColorMode, s.m_Clipping,
+           s.m_OutlineMode);
+    record(s.m_ComboChartFlags, s.m_Enable);
     RecordArrays(record);
 }
 
 template <class Archive>
 void CChartObj3D::RecordArrays(Archive& record) {
-    const int n = m_NumDataPnts;
-    if (m_Num3DPoints == 0) {
-        ArrayField(record, m_pIndData, n, n);
-        if (m_NumGroups == 0) {
-            ArrayField(record, m_pDepData, n, n);
+    Saved& s = m_Saved;
+    const int n = s.m_NumDataPnts;
+    if (s.m_Num3DPoints == 0) {
+        ArrayField(record, s.m_pIndData, n, n);
+        if (s.m_NumGroups == 0) {
+            ArrayField(record, s.m_pDepData, n, n);
         } else {
-            const bool negative = n < 0 || m_NumGroups < 0;
-            const long long count = negative ? -1 : static_cast<long long>(m_NumGroups) * n;
-            ArrayField(record, m_pGroupData, count, count);
+            const bool negative = n < 0 || s.m_NumGroups < 0;
+            const long long count = negative ? -1 : static_cast<long long>(s.m_NumGroups) * n;
+            ArrayField(record, s.m_pGroupData, count, count);
         }
-        if (ArrayField(record, m_pDepData2, m_NumDepData2, n) && Archive::kLoading)
-            m_NumDepData2 = n;
-        if (ArrayField(record, m_pBarHeights, m_NumBarHeights, n) && Archive::kLoading)
-            m_NumBarHeights = n;
-    } else if (ArrayField(record, m_p3DPoints, n, n) && Archive::kLoading) {
-        m_Num3DPoints = n;
+        if (ArrayField(record, s.m_pDepData2, s.m_NumDepData2, n) && Archive::kLoading)
+            s.m_NumDepData2 = n;
+        if (ArrayField(record, s.m_pBarHeights, s.m_NumBarHeights, n) && Archive::kLoading)
+            s.m_NumBarHeights = n;
+    } else if (ArrayField(record, s.m_p3DPoints, n, n) && Archive::kLoading) {
+        s.m_Num3DPoints = n;
     }
-    if (ArrayField(record, m_pGroupColors, m_NumGroupColors, m_NumGroups) && Archive::kLoading)
-        m_NumGroupColors = m_NumGroups;
+    if (ArrayField(record, s.m_pGroupColors, s.m_NumGroupColors, s.m_NumGroups) &&
+        Archive::kLoading)
+        s.m_NumGroupColors = s.m_NumGroups;
     // One colour more than points is the area range colour behind them.
-    const bool hasRangeColor = m_NumSegmentColors == n + 1LL;
-    if (ArrayField(record, m_pSegmentColors, m_NumSegmentColors, n + 1LL) && Archive::kLoading) {
-        m_SegmentColorMode = 1;
-        m_NumSegmentColors = hasRangeColor ? n + 1 : n;
+    const bool hasRangeColor = s.m_NumSegmentColors == n + 1LL;
+    if (ArrayField(record, s.m_pSegmentColors, s.m_NumSegmentColors, n + 1LL) &&
+        Archive::kLoading) {
+        s.m_SegmentColorMode = 1;
+        s.m_NumSegmentColors = hasRangeColor ? n + 1 : n;
     }
-    if (m_bPolysurface != 0) RecordSurface(record);
-    StringsField(record, m_pDataStrings, m_NumDataStrings, m_NumDataPnts);
-    if (Archive::kLoading && m_NumDataStrings != 0) m_NumDataStrings = m_NumDataPnts;
+    if (s.m_bPolysurface != 0) RecordSurface(record);
+    StringsField(record, s.m_pDataStrings, s.m_NumDataStrings, s.m_NumDataPnts);
+    if (Archive::kLoading && s.m_NumDataStrings != 0) s.m_NumDataStrings = s.m_NumDataPnts;
 }
 
 template <class Archive>
 void CChartObj3D::RecordSurface(Archive& record) {
+    Saved& s = m_Saved;
     File& file = record.GetFile();
     if constexpr (Archive::kLoading) {
         if (file.RanDry()) return;
-        m_pPolysurface =
+        s.m_pPolysurface =
             detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {kClass, "InitPolysurfaceStorage"},
                                     [&file] { return std::make_shared<CPolysurface>(&file); });
     } else {
-        m_pPolysurface->Save(&file);
+        s.m_pPolysurface->Save(&file);
     }
-    if (m_NumContours == 0) return;
-    const int numContours = m_NumContours;
-    ArrayField(record, m_pIndData, numContours, numContours);
+    if (s.m_NumContours == 0) return;
+    const int numContours = s.m_NumContours;
+    ArrayField(record, s.m_pIndData, numContours, numContours);
     // The values take the place of the independent data, which leaves no points.
-    if constexpr (Archive::kLoading) m_NumDataPnts = 0;
-    ArrayField(record, m_pSegmentColors, numContours + 1LL, numContours + 1LL);
+    if constexpr (Archive::kLoading) s.m_NumDataPnts = 0;
+    ArrayField(record, s.m_pSegmentColors, numContours + 1LL, numContours + 1LL);
 }
 
 void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
-    fields.Object("surface", m_pPolysurface.get());
+    fields.Object("surface", m_Saved.m_pPolysurface.get());
 }
 
 void CChartObj3D::Save(HANDLE file) {
     if (file == nullptr) return;
     CChartObj3D saved(*this);
+    if (m_TransformID == 0)
+        detail::Diagnose("Save", "the object has no transform; a chart with it cannot be loaded");
+    saved.MatchCountsToType();
     saved.MatchCountsToStorages();
     detail::SaveRecord(saved, file, kClass);
 }

@@ -2,6 +2,8 @@
 #include <utility>
 
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/common_count.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/polysurface.h"
 
@@ -23,7 +25,8 @@ SharedArray<T> CopyArray(const T* p, long long given, long long count, const cha
 // The old array is let go of first, so that its memory can serve the new one.
 template <class T>
 void Store(SharedArray<T>& slot, const T* p, long long count, const char* operation) {
-    if (p == nullptr) return;
+    if (p == nullptr)
+        return detail::Diagnose(operation, "no array is given, so what was stored before stays");
     slot = {};
     slot = CopyArray(p, count, count, operation);
 }
@@ -31,145 +34,151 @@ void Store(SharedArray<T>& slot, const T* p, long long count, const char* operat
 }  // namespace
 
 void CChartObj3D::InitIndDataStorage(const double* p) {
-    Store(m_pIndData, p, m_NumDataPnts, "InitIndDataStorage");
+    Store(m_Saved.m_pIndData, p, m_Saved.m_NumDataPnts, "InitIndDataStorage");
 }
 
 void CChartObj3D::InitDepDataStorage(const double* p) {
-    Store(m_pDepData, p, m_NumDataPnts, "InitDepDataStorage");
+    Store(m_Saved.m_pDepData, p, m_Saved.m_NumDataPnts, "InitDepDataStorage");
 }
 
 void CChartObj3D::InitGroupDataStorage(const double* p) {
-    const bool negative = m_NumGroups < 0 || m_NumDataPnts < 0;
-    const long long count = static_cast<long long>(m_NumGroups) * m_NumDataPnts;
-    Store(m_pGroupData, p, negative ? -1 : count, "InitGroupDataStorage");
+    const bool negative = m_Saved.m_NumGroups < 0 || m_Saved.m_NumDataPnts < 0;
+    const long long count = static_cast<long long>(m_Saved.m_NumGroups) * m_Saved.m_NumDataPnts;
+    Store(m_Saved.m_pGroupData, p, negative ? -1 : count, "InitGroupDataStorage");
 }
 
 void CChartObj3D::InitDepData2Storage(const double* p) {
-    if (p == nullptr) return;
-    Store(m_pDepData2, p, m_NumDataPnts, "InitDepData2Storage");
-    m_NumDepData2 = m_NumDataPnts;
+    Store(m_Saved.m_pDepData2, p, m_Saved.m_NumDataPnts, "InitDepData2Storage");
+    if (p != nullptr) m_Saved.m_NumDepData2 = m_Saved.m_NumDataPnts;
 }
 
 void CChartObj3D::InitBarHeightsStorage(const double* p) {
-    if (p == nullptr) return;
-    Store(m_pBarHeights, p, m_NumDataPnts, "InitBarHeightsStorage");
-    m_NumBarHeights = m_NumDataPnts;
+    Store(m_Saved.m_pBarHeights, p, m_Saved.m_NumDataPnts, "InitBarHeightsStorage");
+    if (p != nullptr) m_Saved.m_NumBarHeights = m_Saved.m_NumDataPnts;
 }
 
 void CChartObj3D::Init3DPointStorage(const point3Dtype* p) {
     if (p == nullptr) {
-        m_NumDataPnts = 0;
+        m_Saved.m_NumDataPnts = 0;
         return;
     }
-    m_Num3DPoints = m_NumDataPnts;
-    Store(m_p3DPoints, p, m_NumDataPnts, "Init3DPointStorage");
+    m_Saved.m_Num3DPoints = m_Saved.m_NumDataPnts;
+    Store(m_Saved.m_p3DPoints, p, m_Saved.m_NumDataPnts, "Init3DPointStorage");
 }
 
 void CChartObj3D::InitGroupColorsStorage(const RGBDType* p) {
-    if (p == nullptr) return;
-    Store(m_pGroupColors, p, m_NumGroups, "InitGroupColorsStorage");
-    m_NumGroupColors = m_NumGroups;
+    Store(m_Saved.m_pGroupColors, p, m_Saved.m_NumGroups, "InitGroupColorsStorage");
+    if (p != nullptr) m_Saved.m_NumGroupColors = m_Saved.m_NumGroups;
 }
 
 void CChartObj3D::InitSegmentColorsStorage(const RGBDType* p) {
     if (p == nullptr) {
-        m_SegmentColorMode = 0;
+        m_Saved.m_SegmentColorMode = 0;
         return;
     }
-    Store(m_pSegmentColors, p, m_NumDataPnts, "InitSegmentColorsStorage");
-    m_NumSegmentColors = m_NumDataPnts;
-    m_SegmentColorMode = 1;
+    Store(m_Saved.m_pSegmentColors, p, m_Saved.m_NumDataPnts, "InitSegmentColorsStorage");
+    m_Saved.m_NumSegmentColors = m_Saved.m_NumDataPnts;
+    m_Saved.m_SegmentColorMode = 1;
 }
 
 void CChartObj3D::InitContourValueStorage(const double* p) {
-    Store(m_pIndData, p, m_NumContours, "InitContourValueStorage");
+    Store(m_Saved.m_pIndData, p, m_Saved.m_NumContours, "InitContourValueStorage");
 }
 
 void CChartObj3D::InitContourColorsStorage(const RGBDType* p) {
-    Store(m_pSegmentColors, p, m_NumContours < 0 ? -1 : m_NumContours + 1LL,
+    Store(m_Saved.m_pSegmentColors, p, m_Saved.m_NumContours < 0 ? -1 : m_Saved.m_NumContours + 1LL,
           "InitContourColorsStorage");
 }
 
 void CChartObj3D::InitPolysurfaceStorage(CPolysurface* surface) {
-    if (surface == nullptr) return;
-    m_pPolysurface.reset();
-    m_pPolysurface =
+    if (surface == nullptr)
+        return detail::Diagnose("InitPolysurfaceStorage",
+                                "no surface is given, so what was stored before stays");
+    m_Saved.m_pPolysurface.reset();
+    m_Saved.m_pPolysurface =
         detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {ERR3DCLASS_CHARTOBJ3D, "InitPolysurfaceStorage"},
                                 [surface] { return std::make_shared<CPolysurface>(surface); });
-    m_bPolysurface = 1;
+    m_Saved.m_bPolysurface = 1;
 }
 
 void CChartObj3D::InitDataStringsStorage(const CString* p) {
-    if (p == nullptr) return;
-    Store(m_pDataStrings, p, m_NumDataPnts, "InitDataStringsStorage");
-    m_NumDataStrings = m_NumDataPnts;
+    Store(m_Saved.m_pDataStrings, p, m_Saved.m_NumDataPnts, "InitDataStringsStorage");
+    if (p != nullptr) m_Saved.m_NumDataStrings = m_Saved.m_NumDataPnts;
 }
 
 void CChartObj3D::SetAreaRangeColor(const RGBDType& color) {
-    const long long n = m_NumDataPnts;
-    const auto pointColors = m_pSegmentColors.First(n);
-    if (!m_pSegmentColors || n < 0 || static_cast<long long>(pointColors.size()) < n) return;
-    if (m_pSegmentColors.At(n, n + 1) == nullptr)
-        m_pSegmentColors = CopyArray<RGBDType>(pointColors.data(), n, n + 1, "SetAreaRangeColor");
-    *m_pSegmentColors.At(n, n + 1) = color;
+    SharedArray<RGBDType>& colors = m_Saved.m_pSegmentColors;
+    const long long n = m_Saved.m_NumDataPnts;
+    const auto pointColors = colors.First(n);
+    if (!colors || n < 0 || static_cast<long long>(pointColors.size()) < n) return;
+    if (colors.At(n, n + 1) == nullptr)
+        colors = CopyArray<RGBDType>(pointColors.data(), n, n + 1, "SetAreaRangeColor");
+    *colors.At(n, n + 1) = color;
     // The count of what is saved.
-    m_NumSegmentColors = m_NumDataPnts + 1;
+    m_Saved.m_NumSegmentColors = m_Saved.m_NumDataPnts + 1;
 }
 
 void CChartObj3D::DeleteIndDataStorage() {
-    m_pIndData = {};
+    m_Saved.m_pIndData = {};
 }
 
 void CChartObj3D::DeleteDepDataStorage() {
-    m_pDepData = {};
+    m_Saved.m_pDepData = {};
 }
 
 void CChartObj3D::DeleteGroupDataStorage() {
-    m_pGroupData = {};
+    m_Saved.m_pGroupData = {};
 }
 
 void CChartObj3D::DeleteDepData2Storage() {
-    m_pDepData2 = {};
+    m_Saved.m_pDepData2 = {};
 }
 
 void CChartObj3D::DeleteBarHeightsStorage() {
-    m_pBarHeights = {};
+    m_Saved.m_pBarHeights = {};
 }
 
 void CChartObj3D::DeleteGroupColorsStorage() {
-    m_pGroupColors = {};
+    m_Saved.m_pGroupColors = {};
 }
 
 void CChartObj3D::DeleteContourColorsStorage() {
-    m_pSegmentColors = {};
+    m_Saved.m_pSegmentColors = {};
 }
 
 void CChartObj3D::Delete3DPointStorage() {
-    m_p3DPoints = {};
+    m_Saved.m_p3DPoints = {};
 }
 
 void CChartObj3D::DeletePolysurfaceStorage() {
-    m_pPolysurface.reset();
+    m_Saved.m_pPolysurface.reset();
 }
 
 void CChartObj3D::DeleteDataStringsStorage() {
-    m_pDataStrings = {};
+    m_Saved.m_pDataStrings = {};
 }
 
 void CChartObj3D::SetDataStorage25D(const double* ind, const double* dep, const double* dep2,
                                     int n) {
-    m_NumDataPnts = n;
+    m_Saved.m_NumDataPnts = n;
     InitIndDataStorage(ind);
-    // Hosts rely on the second array taking the first one's place.
+    // The second array takes the first one's place; SetSeriesStorage stores both.
     InitIndDataStorage(dep);
+    if (dep2 == nullptr) return;
     InitDepData2Storage(dep2);
     InitBarHeightsStorage(dep2);
 }
 
+void CChartObj3D::SetSeriesStorage(std::span<const double> ind, std::span<const double> dep) {
+    m_Saved.m_NumDataPnts = detail::CommonCount("SetSeriesStorage", ind, dep);
+    InitIndDataStorage(ind.data());
+    InitDepDataStorage(dep.data());
+}
+
 void CChartObj3D::SetGroupDataStorage(const double* ind, const double* group, int n, int numGroups,
                                       const RGBDType* colors) {
-    m_NumGroups = numGroups;
-    m_NumDataPnts = n;
+    m_Saved.m_NumGroups = numGroups;
+    m_Saved.m_NumDataPnts = n;
     InitGroupColorsStorage(colors);
     InitIndDataStorage(ind);
     InitGroupDataStorage(group);
@@ -181,14 +190,14 @@ void CChartObj3D::SetBarHeightsStorage(const double* heights) {
 
 void CChartObj3D::SetContourStorage(CPolysurface* surface, const double* values,
                                     const RGBDType* colors, int numContours) {
-    m_NumContours = numContours;
+    m_Saved.m_NumContours = numContours;
     InitPolysurfaceStorage(surface);
     InitContourValueStorage(values);
     InitContourColorsStorage(colors);
 }
 
 void CChartObj3D::Set3DPointStorage(const point3Dtype* points, int n) {
-    m_NumDataPnts = n;
+    m_Saved.m_NumDataPnts = n;
     Init3DPointStorage(points);
 }
 
@@ -197,9 +206,38 @@ void CChartObj3D::SetPolysurface(CPolysurface* surface) {
 }
 
 void CChartObj3D::SetDataStringsStorage(const point3Dtype* points, const CString* strings, int n) {
-    m_NumDataPnts = n;
+    m_Saved.m_NumDataPnts = n;
     Init3DPointStorage(points);
     InitDataStringsStorage(strings);
+}
+
+void CChartObj3D::SetDataStorage25D(std::span<const double> ind, std::span<const double> dep,
+                                    std::span<const double> dep2) {
+    const int n = dep2.empty() ? detail::CommonCount("SetDataStorage25D", ind, dep)
+                               : detail::CommonCount("SetDataStorage25D", ind, dep, dep2);
+    SetDataStorage25D(ind.data(), dep.data(), detail::DataOf(dep2), n);
+}
+
+void CChartObj3D::SetGroupDataStorage(std::span<const double> ind, std::span<const double> group,
+                                      std::span<const RGBDType> colors) {
+    const auto [n, numGroups] = detail::GroupCounts("SetGroupDataStorage", ind, group, colors);
+    SetGroupDataStorage(ind.data(), group.data(), n, numGroups, detail::DataOf(colors));
+}
+
+void CChartObj3D::SetContourStorage(CPolysurface* surface, std::span<const double> values,
+                                    std::span<const RGBDType> colors) {
+    SetContourStorage(surface, values.data(), detail::DataOf(colors),
+                      detail::ContourCount("SetContourStorage", values, colors));
+}
+
+void CChartObj3D::Set3DPointStorage(std::span<const point3Dtype> points) {
+    Set3DPointStorage(points.data(), detail::CommonCount("Set3DPointStorage", points));
+}
+
+void CChartObj3D::SetDataStringsStorage(std::span<const point3Dtype> points,
+                                        std::span<const CString> strings) {
+    SetDataStringsStorage(points.data(), strings.data(),
+                          detail::CommonCount("SetDataStringsStorage", points, strings));
 }
 
 }  // namespace varnel

@@ -1,28 +1,64 @@
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/planes_geometry.h"
 
 namespace varnel {
 
 using detail::Prism;
 
+void CChartObj3D::PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
+                               const RGBDType& fill, const RGBDType& outline) {
+    SetPoints(points, n);
+    SetWidths(indWidth, depthWidth);
+    SetColors(fill, outline);
+    m_Saved.m_ChartType = PLANECHART3D;
+}
+
+void CChartObj3D::PlaneChart3D(std::span<const point3Dtype> points, double indWidth,
+                               double depthWidth, const RGBDType& fill, const RGBDType& outline) {
+    PlaneChart3D(points.data(), detail::CommonCount("PlaneChart3D", points), indWidth, depthWidth,
+                 fill, outline);
+}
+
+void CChartObj3D::PlaneChart25D(const double* ind, const double* dep, double constValue, int n,
+                                double indWidth, double depthWidth, const RGBDType& fill,
+                                const RGBDType& outline, int indJustify, int depthJustify,
+                                int indAxis) {
+    SetSeries(ind, n, constValue, indAxis);
+    InitDepDataStorage(dep);
+    SetWidths(indWidth, depthWidth);
+    SetJustify(indJustify, depthJustify);
+    SetColors(fill, outline);
+    m_Saved.m_ChartType = PLANECHART25D;
+}
+
+void CChartObj3D::PlaneChart25D(std::span<const double> ind, std::span<const double> dep,
+                                double constValue, double indWidth, double depthWidth,
+                                const RGBDType& fill, const RGBDType& outline, int indJustify,
+                                int depthJustify, int indAxis) {
+    PlaneChart25D(ind.data(), dep.data(), constValue,
+                  detail::CommonCount("PlaneChart25D", ind, dep), indWidth, depthWidth, fill,
+                  outline, indJustify, depthJustify, indAxis);
+}
+
 void CChartObj3D::DrawPlaneChart3D() {
     const detail::SegmentColors colors = GetSegmentColors();
-    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
-    detail::WalkPlanes3D(*m_pTransform, m_p3DPoints.First(m_NumDataPnts), m_IndWidth, m_DepthWidth,
-                         [&](std::size_t i, const Prism& slab) {
-                             Draw(*m_pOpenGL, slab, colors.At(i, m_FillColor), m_OutlineColor);
-                         });
-    m_pOpenGL->SetLineWidth3D(1.0);
+    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
+    detail::WalkPlanes3D(
+        *m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts), m_Saved.m_IndWidth,
+        m_Saved.m_DepthWidth, [&](std::size_t i, const Prism& slab) {
+            Draw(*m_pOpenGL, slab, colors.At(i, m_Saved.m_FillColor), m_Saved.m_OutlineColor);
+        });
 }
 
 void CChartObj3D::DrawPlaneChart25D() {
     const detail::SegmentColors colors = GetSegmentColors();
-    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
-    detail::WalkPlanes25D(*m_pTransform, GetData25D(), m_PlaneThicknessFactor,
+    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
+    detail::WalkPlanes25D(*m_pTransform, GetData25D(), m_Saved.m_PlaneThicknessFactor,
                           [&](std::size_t i, const Prism& slab) {
-                              Draw(*m_pOpenGL, slab, colors.At(i, m_FillColor), m_OutlineColor);
+                              Draw(*m_pOpenGL, slab, colors.At(i, m_Saved.m_FillColor),
+                                   m_Saved.m_OutlineColor);
                           });
-    m_pOpenGL->SetLineWidth3D(1.0);
 }
 
 }  // namespace varnel

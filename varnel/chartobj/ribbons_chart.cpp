@@ -1,20 +1,61 @@
 #include <limits>
 
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/ribbons_geometry.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
 
+void CChartObj3D::RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
+                                 double depthWidth, const RGBDType& fill, const RGBDType& outline,
+                                 int depthJustify, int indAxis) {
+    SetSeries(ind, n, constValue, indAxis);
+    InitDepDataStorage(dep);
+    m_Saved.m_DepthWidth = depthWidth;
+    m_Saved.m_DepthJustify = depthJustify;
+    SetColors(fill, outline);
+    m_Saved.m_ChartType = RIBBONCHART25D;
+}
+
+void CChartObj3D::RibbonChart25D(std::span<const double> ind, std::span<const double> dep,
+                                 double constValue, double depthWidth, const RGBDType& fill,
+                                 const RGBDType& outline, int depthJustify, int indAxis) {
+    RibbonChart25D(ind.data(), dep.data(), constValue,
+                   detail::CommonCount("RibbonChart25D", ind, dep), depthWidth, fill, outline,
+                   depthJustify, indAxis);
+}
+
+void CChartObj3D::GroupRibbonChart25D(const double* ind, const double* groupData, double constValue,
+                                      int n, int numGroups, double depthWidth,
+                                      const RGBDType* groupColors, const RGBDType& outline,
+                                      int depthJustify, int indAxis) {
+    SetSeries(ind, n, constValue, indAxis);
+    SetGroups(groupData, numGroups, groupColors);
+    m_Saved.m_DepthWidth = depthWidth;
+    m_Saved.m_DepthJustify = depthJustify;
+    m_Saved.m_OutlineColor = outline;
+    m_Saved.m_ChartType = GROUPRIBBONCHART25D;
+}
+
+void CChartObj3D::GroupRibbonChart25D(std::span<const double> ind,
+                                      std::span<const double> groupData, double constValue,
+                                      double depthWidth, std::span<const RGBDType> groupColors,
+                                      const RGBDType& outline, int depthJustify, int indAxis) {
+    const auto [n, numGroups] =
+        detail::GroupCounts("GroupRibbonChart25D", ind, groupData, groupColors);
+    GroupRibbonChart25D(ind.data(), groupData.data(), constValue, n, numGroups, depthWidth,
+                        detail::DataOf(groupColors), outline, depthJustify, indAxis);
+}
+
 void CChartObj3D::DrawRibbonChart25D() {
-    m_pOpenGL->SetFillStyle3D(m_FillColor, m_FillColor, m_OutlineColor);
-    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, m_Saved.m_FillColor, m_Saved.m_OutlineColor);
+    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkRibbon(*m_pTransform, GetData25D(), [this](std::size_t i, const auto& points) {
         CheckSetSegmentColor(i);
         m_pOpenGL->PolyFillAbs3D(points.data(), 5);
     });
-    m_pOpenGL->SetLineWidth3D(1.0);
 }
 
 void CChartObj3D::DrawGroupRibbonChart25D() {
@@ -36,10 +77,10 @@ void CChartObj3D::DrawGroupRibbonChart25D() {
         // A ribbon of its own: default gap and outline mode whatever this object's are, and one
         // chart object more in the count.
         const auto ribbon = detail::NewObject<CChartObj3D>(origin, m_pOpenGL, m_pTransform);
-        ribbon->SetOutlineWidth(m_OutlineWidth);
-        ribbon->RibbonChart25D(data.ind.data(), heights.get(), m_ConstValue, static_cast<int>(n),
-                               m_DepthWidth, GroupColor(g), m_OutlineColor, m_DepthJustify,
-                               m_IndAxis);
+        ribbon->SetOutlineWidth(m_Saved.m_OutlineWidth);
+        ribbon->RibbonChart25D(data.ind.data(), heights.get(), m_Saved.m_ConstValue,
+                               static_cast<int>(n), m_Saved.m_DepthWidth, GroupColor(g),
+                               m_Saved.m_OutlineColor, m_Saved.m_DepthJustify, m_Saved.m_IndAxis);
         ribbon->DrawRibbonChart25D();
     }
 }

@@ -1,8 +1,12 @@
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/stock_geometry.h"
 
 namespace varnel {
 namespace {
+
+constexpr int kPriceSeries = 4;  // open, high, low, close
+constexpr int kLineColor = 4;    // behind those of the series
 
 struct StockColors {
     RGBDType open, rose, fell, close, line, outline;
@@ -37,16 +41,48 @@ struct StockPainter {
 
 }  // namespace
 
+void CChartObj3D::OHLCChart25D(const double* ind, const double* groupData, double constValue, int n,
+                               int symbol, int symbol2, double relSize, int lineWidth,
+                               const RGBDType* colors, const RGBDType& outline, int depthJustify,
+                               int depJustify, int indAxis, const int* flags) {
+    SetSeries(ind, n, constValue, indAxis);
+    SetGroups(groupData, kPriceSeries, colors);
+    m_Saved.m_Symbol = symbol;
+    m_Saved.m_Symbol2 = symbol2;
+    m_Saved.m_RelSize = relSize;
+    m_Saved.m_LineWidth = lineWidth;
+    if (colors != nullptr) m_Saved.m_LineColor = colors[kLineColor];
+    m_Saved.m_OutlineColor = outline;
+    m_Saved.m_DepthJustify = depthJustify;
+    m_Saved.m_DepJustify = depJustify;
+    for (int i = 0; i < 5; ++i)
+        m_Saved.m_ComboChartFlags[i] = flags != nullptr ? flags[i] : 1;
+    m_Saved.m_ChartType = OHLCCHART25D;
+}
+
+void CChartObj3D::OHLCChart25D(std::span<const double> ind, std::span<const double> groupData,
+                               double constValue, int symbol, int symbol2, double relSize,
+                               int lineWidth, std::span<const RGBDType> colors,
+                               const RGBDType& outline, int depthJustify, int depJustify,
+                               int indAxis, const int* flags) {
+    const int n =
+        detail::GroupCount("OHLCChart25D", ind, groupData, kPriceSeries, colors, kLineColor + 1);
+    OHLCChart25D(ind.data(), groupData.data(), constValue, n, symbol, symbol2, relSize, lineWidth,
+                 detail::DataOf(colors), outline, depthJustify, depJustify, indAxis, flags);
+}
+
 void CChartObj3D::DrawOHLCChart25D() {
-    const StockColors colors{GroupColor(0), GroupColor(1),  GroupColor(2),     GroupColor(3),
-                             m_LineColor,   m_OutlineColor, GetSegmentColors()};
-    detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_RelSize);
+    const StockColors colors{GroupColor(0),     GroupColor(1),       GroupColor(2),
+                             GroupColor(3),     m_Saved.m_LineColor, m_Saved.m_OutlineColor,
+                             GetSegmentColors()};
+    detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();
-    data.indOffset = calcbgoffset(m_IndWidth, m_DepJustify);
-    detail::WalkStocks(*m_pTransform, data, detail::StockParts(m_ComboChartFlags),
-                       StockPainter{*m_pOpenGL, pen, colors, m_Symbol, m_Symbol2, m_LineStyle,
-                                    m_LineWidth, m_OutlineWidth});
-    m_pOpenGL->SetLineStyle3D(0, 1.0, m_OutlineColor);
+    data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_DepJustify);
+    detail::WalkStocks(
+        *m_pTransform, data, detail::StockParts(m_Saved.m_ComboChartFlags),
+        StockPainter{*m_pOpenGL, pen, colors, m_Saved.m_Symbol, m_Saved.m_Symbol2,
+                     m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth});
+    m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 
 }  // namespace varnel

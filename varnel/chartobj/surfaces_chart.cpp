@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -8,15 +9,44 @@
 
 namespace varnel {
 
+void CChartObj3D::PolysurfaceChart2D(CPolysurface* surface, double constValue,
+                                     int projectionPlane) {
+    SetProjection(projectionPlane, constValue);
+    InitPolysurfaceStorage(surface);
+    m_Saved.m_ChartType = POLYSURFACECHART2D;
+}
+
+void CChartObj3D::PolysurfaceChart3D(CPolysurface* surface) {
+    InitPolysurfaceStorage(surface);
+    m_Saved.m_ChartType = POLYSURFACECHART3D;
+}
+
+void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, const double* values,
+                                       const RGBDType* colors, int numContours, double constValue,
+                                       int contourLabelFlag) {
+    m_Saved.m_ContourLabelFlag = contourLabelFlag;
+    m_Saved.m_ConstValue = constValue;
+    m_Saved.m_ChartType = CONTOURPOLYSURFACE3D;
+    SetContourStorage(surface, values, colors, numContours);
+}
+
+void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, std::span<const double> values,
+                                       std::span<const RGBDType> colors, double constValue,
+                                       int contourLabelFlag) {
+    ContourPolysurface3D(surface, values.data(), detail::DataOf(colors),
+                         detail::ContourCount("ContourPolysurface3D", values, colors), constValue,
+                         contourLabelFlag);
+}
+
 void CChartObj3D::DrawPolysurfaceChart3D() {
-    if (m_pPolysurface == nullptr) return;
+    if (m_Saved.m_pPolysurface == nullptr) return;
     const auto scratch =
-        detail::NewArray<point3Dtype>(m_pPolysurface->GetPSLargestPolygon() + 1LL,
+        detail::NewArray<point3Dtype>(m_Saved.m_pPolysurface->GetPSLargestPolygon() + 1LL,
                                       {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart3D"});
-    const bool wire = m_pPolysurface->GetWireFrame() != 0;
-    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    const bool wire = m_Saved.m_pPolysurface->GetWireFrame() != 0;
+    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkSurface(
-        *m_pTransform, *m_pPolysurface, {}, scratch.get(),
+        *m_pTransform, *m_Saved.m_pPolysurface, {}, scratch.get(),
         [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
             m_pOpenGL->SetFillStyle3D(first, first, second);
             if (wire)
@@ -24,19 +54,19 @@ void CChartObj3D::DrawPolysurfaceChart3D() {
             else
                 m_pOpenGL->PolyFillAbs3D(points, n);
         });
-    m_pOpenGL->SetLineWidth3D(1.0);
 }
 
 void CChartObj3D::DrawPolysurfaceChart2D() {
-    if (m_pPolysurface == nullptr) return;
+    if (m_Saved.m_pPolysurface == nullptr) return;
     constexpr RGBDType black{0.0, 0.0, 0.0, 1.0};
     const auto scratch =
-        detail::NewArray<point3Dtype>(m_pPolysurface->GetPSLargestPolygon() + 1LL,
+        detail::NewArray<point3Dtype>(m_Saved.m_pPolysurface->GetPSLargestPolygon() + 1LL,
                                       {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart2D"});
-    const bool wire = m_pPolysurface->GetWireFrame() != 0;
-    m_pOpenGL->SetLineWidth3D(m_OutlineWidth);
+    const bool wire = m_Saved.m_pPolysurface->GetWireFrame() != 0;
+    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkSurface(
-        *m_pTransform, *m_pPolysurface, {m_ProjectionPlane, m_ConstValue}, scratch.get(),
+        *m_pTransform, *m_Saved.m_pPolysurface, {m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue},
+        scratch.get(),
         [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
             m_pOpenGL->SetFillStyle3D(first, black, second);
             // Unlike the frames in space, these are in the line colour.
@@ -45,19 +75,18 @@ void CChartObj3D::DrawPolysurfaceChart2D() {
             else
                 m_pOpenGL->PolyFillAbs3D(points, n);
         });
-    m_pOpenGL->SetLineWidth3D(1.0);
 }
 
 void CChartObj3D::DrawContourPolysurface3D() {
-    const auto levels = m_pIndData.First(m_NumContours);
-    const auto colors = m_pSegmentColors.First(m_NumContours);
+    const auto levels = m_Saved.m_pIndData.First(m_Saved.m_NumContours);
+    const auto colors = m_Saved.m_pSegmentColors.First(m_Saved.m_NumContours);
     const auto numLevels = static_cast<int>(std::min(levels.size(), colors.size()));
-    if (m_pPolysurface == nullptr || numLevels == 0) return;
+    if (m_Saved.m_pPolysurface == nullptr || numLevels == 0) return;
     // Making the object draws everything.
-    const auto contour =
-        detail::NewObject<CContour3D>({ERR3DCLASS_CHARTOBJ3D, "DrawContourPolysurface3D"},
-                                      m_pOpenGL, m_pTransform, m_pPolysurface.get(), levels.data(),
-                                      colors.data(), numLevels, m_ConstValue, m_ContourLabelFlag);
+    const auto contour = detail::NewObject<CContour3D>(
+        {ERR3DCLASS_CHARTOBJ3D, "DrawContourPolysurface3D"}, m_pOpenGL, m_pTransform,
+        m_Saved.m_pPolysurface.get(), levels.data(), detail::DataOf(colors), numLevels,
+        m_Saved.m_ConstValue, m_Saved.m_ContourLabelFlag);
 }
 
 }  // namespace varnel

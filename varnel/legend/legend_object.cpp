@@ -18,7 +18,7 @@ constexpr int kDiffuse = 4609;
 constexpr double kRectangleHeight = 0.8;
 
 bool IsSymbol(int code) {
-    return code >= detail::kCubeSymbol && code <= detail::kArrowSymbol;
+    return code >= SYMBOL_CUBE && code <= SYMBOL_ARROW;
 }
 
 bool HasGroups(int chartType) {

@@ -37,13 +37,13 @@ struct SymbolPart {
 /// Parts whose corners are those of a symbol as seen from anywhere.
 std::vector<SymbolPart> PartsOf(int symbol) {
     switch (symbol) {
-        case kPlusSymbol:
+        case SYMBOL_PLUS:
             return {{0.5, 0.5, -0.25, 0.25}, {0.25, 0.25, -0.5, 0.5}};
-        case kDiamondSymbol:
+        case SYMBOL_DIAMOND:
             return {{0.5, 0.5, 0.0, 0.0}, {0.0, 0.0, -1.0, 1.0}};
-        case kPyramidSymbol:
+        case SYMBOL_PYRAMID:
             return {{0.5, 0.5, -0.5, -0.5}, {0.0, 0.0, 0.5, 0.5}};
-        case kArrowSymbol:
+        case SYMBOL_ARROW:
             return {{0.25, 0.25, -0.5, 0.0}, {0.5, 0.5, 0.0, 0.0}, {0.0, 0.25, 0.25, 0.25}};
         default:
             return {{0.5, 0.5, -0.5, 0.5}};

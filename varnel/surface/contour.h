@@ -3,8 +3,13 @@
 // Making or initializing the object draws everything at once: for each level the lines along which
 // the surface's z crosses it, each line followed from polygon to neighbouring polygon, in the
 // level's colour and at one fixed z. Coordinates are those of the surface. The surface needs its
-// neighbour table; without one each polygon is a line of its own. Lines as data, without drawing,
-// are in surface/contour_lines.h.
+// neighbour table; without one each polygon is a line of its own. Polygons with a corner that is
+// not finite have no lines.
+//
+// Which to choose: here both ends of an edge count as crossed, so that at a level that points lie
+// on lines have gaps and stubs; levels between the data are drawn whole. Whole lines at every
+// level, as data without drawing, are in surface/contour_lines.h; a contour chart draws those, with
+// labels and on logarithmic axes too, once it is given a style (CChartObj3D::SetContourStyle).
 #pragma once
 
 #include "varnel/foundation/colors.h"
@@ -28,7 +33,8 @@ class VARNEL_API CContour3D {
                const double* levels, const RGBDType* colors, int numLevels, double contourZ,
                int flag);
 
-    /// Draws `numLevels` levels, ascending, with one colour each, at z = contourZ. Nothing is
+    /// Draws `numLevels` levels, ascending, with one colour each (colors[i] that of levels[i]), one
+    /// pixel wide, at z = contourZ. Nothing is
     /// owned: everything must live as long as this object is used. `flag` is kept and has no
     /// effect. Raises "Array New Error" ("InitContour"). Without a context, surface, levels or
     /// colours nothing is drawn.

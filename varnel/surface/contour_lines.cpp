@@ -299,4 +299,10 @@ ContourLines TraceContourLines(const CPolysurface& surface, const double* levels
                                    [&] { return Trace(surface, levels, numLevels); });
 }
 
+ContourLines TraceContourLines(const CPolysurface& surface, std::span<const double> levels) {
+    constexpr std::size_t kMost = std::numeric_limits<int>::max();
+    return TraceContourLines(surface, levels.data(),
+                             static_cast<int>(std::min(levels.size(), kMost)));
+}
+
 }  // namespace varnel

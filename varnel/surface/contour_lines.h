@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "varnel/foundation/export.h"
@@ -44,5 +45,7 @@ struct ContourLines {
 /// that is not finite are left out. Raises "Array New Error" ("TraceContourLines") of CContour3D.
 VARNEL_API ContourLines TraceContourLines(const CPolysurface& surface, const double* levels,
                                           int numLevels);
+VARNEL_API ContourLines TraceContourLines(const CPolysurface& surface,
+                                          std::span<const double> levels);
 
 }  // namespace varnel

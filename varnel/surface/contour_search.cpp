@@ -10,6 +10,7 @@ namespace varnel::detail {
 
 namespace {
 
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr Origin kOrigin{ERR3DCLASS_CONTOUR3D, "InitContour"};
 
 bool IsBetween(double level, double a, double b) {
@@ -67,12 +68,18 @@ ContourSearch::ContourSearch(const CPolysurface& surface)
     for (int i = 0; i < m_NumPolygons; ++i) {
         int n = 0;
         const int* const polygon = surface.FindPSPolygon(i, n);
-        double lowest = std::numeric_limits<double>::infinity();
-        double highest = -lowest;
+        double lowest = kInfinity;
+        double highest = -kInfinity;
         for (int k = 0; k < n; ++k) {
-            // Comparisons in this order pass over what is not a number.
-            lowest = points[polygon[k]].z < lowest ? points[polygon[k]].z : lowest;
-            highest = points[polygon[k]].z > highest ? points[polygon[k]].z : highest;
+            const point3Dtype& p = points[polygon[k]];
+            lowest = std::min(lowest, p.z);
+            highest = std::max(highest, p.z);
+            // A corner that is no data leaves a polygon without a range: no level crosses it.
+            if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) {
+                lowest = kInfinity;
+                highest = -kInfinity;
+                break;
+            }
         }
         m_Lowest[i] = lowest;
         m_Highest[i] = highest;

@@ -25,7 +25,9 @@ bool IsSame(const RGBDType& a, const RGBDType& b) {
 /// A table of the surface, whose numbers are 32-bit integers.
 template <class T>
 std::unique_ptr<T[]> NewTable(long long count, detail::Origin origin = kOpen) {
-    if (count > kMostInt) detail::Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation);
+    if (count > kMostInt)
+        detail::Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation,
+                      detail::Say("the count is ", count));
     return detail::NewArray<T>(count, origin);
 }
 
@@ -52,6 +54,21 @@ CPolysurface::CPolysurface(HANDLE file) {
 CPolysurface::CPolysurface(const point3Dtype* pts, int start, int n) {
     OpenPolysurface(n, 2LL * n + 2, 3);
     SetPolysurfacePoints(pts, start, n);
+}
+
+CPolysurface::CPolysurface(std::span<const point3Dtype> pts) {
+    const auto n = static_cast<long long>(pts.size());
+    OpenPolysurface(n, 2 * n + 2, 3);
+    SetPolysurfacePoints(pts, 0);
+}
+
+CPolysurface::CPolysurface(std::span<const point3Dtype> pts, int rows, int cols, int gridType) {
+    ConvertRG2PS(pts, rows, cols, gridType);
+}
+
+CPolysurface::CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
+                           std::span<const double> z, int gridType) {
+    CreatePolysurfaceEvenGrid(rows, cols, x0, y0, x1, y1, z, gridType);
 }
 
 CPolysurface::CPolysurface(int numPoints, int maxPolygons, int pointsPerPolygon) {
@@ -95,11 +112,13 @@ void CPolysurface::OpenPolysurface(long long numPoints, long long maxPolygons,
                                    int pointsPerPolygon) {
     ClosePolysurface();
     if (numPoints == 0) return;
-    if (numPoints < 0) detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation);
+    if (numPoints < 0)
+        detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
+                      detail::Say("the number of points is ", numPoints));
     auto points = NewTable<point3Dtype>(numPoints + kSparePoints);
     OpenPolygons(maxPolygons, pointsPerPolygon);
     m_pPoints = std::move(points);
-    m_NumPoints = static_cast<std::int32_t>(numPoints) + kSparePoints;
+    m_Saved.m_NumPoints = static_cast<std::int32_t>(numPoints) + kSparePoints;
 }
 
 /// Replaces the polygon table and the index array by empty ones.
@@ -107,90 +126,66 @@ void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon) {
     // A tenth more indices than nominal.
     const double capacity = static_cast<double>(maxPolygons) * 1.1 * pointsPerPolygon;
     if (capacity > static_cast<double>(kMostInt) || capacity < 0.0)
-        detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation);
+        detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
+                      detail::Say(maxPolygons, " polygons of ", pointsPerPolygon, " points"));
     auto polygons = NewTable<Polygon>(maxPolygons);
     m_pIndices = NewTable<std::int32_t>(static_cast<long long>(capacity));
     m_pPolygons = std::move(polygons);
-    m_MaxPolygons = static_cast<std::int32_t>(maxPolygons);
-    m_IndexCapacity = static_cast<std::int32_t>(capacity);
-    m_PointsPerPolygon = pointsPerPolygon;
+    m_Saved.m_MaxPolygons = static_cast<std::int32_t>(maxPolygons);
+    m_Saved.m_IndexCapacity = static_cast<std::int32_t>(capacity);
+    m_Saved.m_PointsPerPolygon = pointsPerPolygon;
     ResetPolysurfacePolygons();
 }
 
 void CPolysurface::ClosePolysurface() {
-    m_NumPoints = m_MaxPolygons = m_IndexCapacity = m_PointsPerPolygon = 0;
     m_pPoints.reset();
     m_pPolygons.reset();
     m_pIndices.reset();
-    ResetPolysurfacePolygons();
-    FreeAdjacentPolygonList();
-    m_EvenGridFlag = 0;
-    m_GridType = 1;
-    m_RGRows = m_RGColumns = 0;
-    m_RGMinX = m_RGMaxX = m_RGMinY = m_RGMaxY = m_RGMinZ = m_RGMaxZ = 0.0;
-    m_RGStepX = m_RGStepY = m_RGRangeX = m_RGRangeY = m_RGRangeZ = 0.0;
-    m_WireFrame = 0;
+    m_pColors.reset();
+    m_pAdjacentPolyList.reset();
+    m_Saved = {};
 }
 
 void CPolysurface::CopyPolysurface(const CPolysurface* src) {
     if (src == nullptr || src == this) return;
-    auto points = CopyTable(src->m_pPoints, src->m_NumPoints);
-    auto polygons = CopyTable(src->m_pPolygons, src->m_MaxPolygons);
-    auto indices = CopyTable(src->m_pIndices, src->m_IndexCapacity);
-    auto colors = CopyTable(src->m_pColors, src->m_MaxPolygons);
-    auto neighbours = CopyTable(src->m_pAdjacentPolyList, 3LL * src->m_MaxPolygons);
+    const Saved& from = src->m_Saved;
+    auto points = CopyTable(src->m_pPoints, from.m_NumPoints);
+    auto polygons = CopyTable(src->m_pPolygons, from.m_MaxPolygons);
+    auto indices = CopyTable(src->m_pIndices, from.m_IndexCapacity);
+    auto colors = CopyTable(src->m_pColors, from.m_MaxPolygons);
+    auto neighbours = CopyTable(src->m_pAdjacentPolyList, 3LL * from.m_MaxPolygons);
 
-    m_NumPoints = src->m_NumPoints;
+    m_Saved = from;
     m_pPoints = std::move(points);
-    m_MaxPolygons = src->m_MaxPolygons;
-    m_NumPolygons = src->m_NumPolygons;
-    m_IndexCapacity = src->m_IndexCapacity;
-    m_PointsPerPolygon = src->m_PointsPerPolygon;
-    m_IndexCount = src->m_IndexCount;
-    m_LargestPolygon = src->m_LargestPolygon;
     m_pPolygons = std::move(polygons);
     m_pIndices = std::move(indices);
-    m_CommonColors = src->m_CommonColors;
-    m_HasCommonColors = src->m_HasCommonColors;
     m_pColors = std::move(colors);
     m_pAdjacentPolyList = std::move(neighbours);
-    m_AdjacentPolyListValid = src->m_AdjacentPolyListValid;
-    m_EvenGridFlag = src->m_EvenGridFlag;
-    m_GridType = src->m_GridType;
-    m_RGRows = src->m_RGRows;
-    m_RGColumns = src->m_RGColumns;
-    m_RGMinX = src->m_RGMinX;
-    m_RGMaxX = src->m_RGMaxX;
-    m_RGMinY = src->m_RGMinY;
-    m_RGMaxY = src->m_RGMaxY;
-    m_RGStepX = src->m_RGStepX;
-    m_RGStepY = src->m_RGStepY;
-    m_RGRangeX = src->m_RGRangeX;
-    m_RGRangeY = src->m_RGRangeY;
-    m_RGMinZ = src->m_RGMinZ;
-    m_RGMaxZ = src->m_RGMaxZ;
-    m_RGRangeZ = src->m_RGRangeZ;
-    m_WireFrame = src->m_WireFrame;
 }
 
 // --- Points --------------------------------------------------------------------------------------
 
 void CPolysurface::SetPolysurfacePoints(const point3Dtype* pts, int start, int n) {
-    if (pts == nullptr || start < 0 || start >= m_NumPoints || n <= 0) return;
-    std::copy_n(pts, std::min(n, m_NumPoints - start), m_pPoints.get() + start);
+    if (pts == nullptr || start < 0 || start >= m_Saved.m_NumPoints || n <= 0) return;
+    std::copy_n(pts, std::min(n, m_Saved.m_NumPoints - start), m_pPoints.get() + start);
+}
+
+void CPolysurface::SetPolysurfacePoints(std::span<const point3Dtype> pts, int start) {
+    SetPolysurfacePoints(pts.data(), start,
+                         static_cast<int>(std::min<std::size_t>(pts.size(), kMostInt)));
 }
 
 void CPolysurface::SetOnePolysurfacePoint(int i, const point3Dtype& p) {
-    if (i >= 0 && i < m_NumPoints) m_pPoints[i] = p;
+    if (i >= 0 && i < m_Saved.m_NumPoints) m_pPoints[i] = p;
 }
 
 void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
-    p = i >= 0 && i < m_NumPoints ? m_pPoints[i] : point3Dtype{};
+    p = i >= 0 && i < m_Saved.m_NumPoints ? m_pPoints[i] : point3Dtype{};
 }
 
 void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {
     if (axis < 0 || axis > 2) return;
-    for (int i = 0; i < m_NumPoints; ++i) {
+    for (int i = 0; i < m_Saved.m_NumPoints; ++i) {
         point3Dtype& p = m_pPoints[i];
         p.w = (GetCoord3D(p, axis) - offset) * scale;
     }
@@ -200,24 +195,34 @@ void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {
 
 void CPolysurface::RequirePolygons(const char* operation) const {
     if (m_pPolygons == nullptr || m_pIndices == nullptr)
-        detail::Raise(ERR3D_BAD_POLYSURFACE, ERR3DCLASS_POLYSURFACE, operation);
+        detail::Raise(ERR3D_BAD_POLYSURFACE, ERR3DCLASS_POLYSURFACE, operation,
+                      "the surface has points and no table of polygons");
 }
 
 void CPolysurface::AddPolysurfacePolygon(int i, const int* indices, int n, const RGBDType& first,
                                          const RGBDType& second) {
-    if (m_NumPoints == 0) return;
+    if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("AddPolysurfacePolygon");
-    if (!IsPolygon(i) || m_NumPolygons == m_MaxPolygons) return;
-    if (n < 0 || n > m_IndexCapacity - m_IndexCount || (n > 0 && indices == nullptr)) return;
+    if (!IsPolygon(i) || m_Saved.m_NumPolygons == m_Saved.m_MaxPolygons) return;
+    if (n < 0 || n > m_Saved.m_IndexCapacity - m_Saved.m_IndexCount ||
+        (n > 0 && indices == nullptr))
+        return;
     for (int j = 0; j < n; ++j)
-        if (indices[j] < 0 || indices[j] >= m_NumPoints) return;
+        if (indices[j] < 0 || indices[j] >= m_Saved.m_NumPoints) return;
 
     SetColors(i, {first, second}, "AddPolysurfacePolygon");
-    m_pPolygons[i] = {n, m_IndexCount};
-    std::copy_n(indices, n, m_pIndices.get() + m_IndexCount);
-    m_IndexCount += n;
-    m_NumPolygons += 1;
-    m_LargestPolygon = std::max(m_LargestPolygon, n);
+    m_pPolygons[i] = {n, m_Saved.m_IndexCount};
+    std::copy_n(indices, n, m_pIndices.get() + m_Saved.m_IndexCount);
+    m_Saved.m_IndexCount += n;
+    m_Saved.m_NumPolygons += 1;
+    m_Saved.m_LargestPolygon = std::max(m_Saved.m_LargestPolygon, n);
+}
+
+void CPolysurface::AddPolysurfacePolygon(int i, std::span<const int> indices, const RGBDType& first,
+                                         const RGBDType& second) {
+    AddPolysurfacePolygon(i, indices.data(),
+                          static_cast<int>(std::min<std::size_t>(indices.size(), kMostInt)), first,
+                          second);
 }
 
 void CPolysurface::SetPolysurfaceColors(int i, const RGBDType& first, const RGBDType& second) {
@@ -226,25 +231,26 @@ void CPolysurface::SetPolysurfaceColors(int i, const RGBDType& first, const RGBD
 
 void CPolysurface::SetColors(int i, const PolygonColors& colors, const char* operation) {
     if (m_pColors == nullptr) {
-        if (!m_HasCommonColors) m_CommonColors = colors;
-        m_HasCommonColors = true;
-        if (IsSame(m_CommonColors.first, colors.first) &&
-            IsSame(m_CommonColors.second, colors.second))
+        if (!m_Saved.m_HasCommonColors) m_Saved.m_CommonColors = colors;
+        m_Saved.m_HasCommonColors = true;
+        if (IsSame(m_Saved.m_CommonColors.first, colors.first) &&
+            IsSame(m_Saved.m_CommonColors.second, colors.second))
             return;
-        m_pColors = NewTable<PolygonColors>(m_MaxPolygons, {ERR3DCLASS_POLYSURFACE, operation});
-        std::fill_n(m_pColors.get(), m_MaxPolygons, m_CommonColors);
+        m_pColors =
+            NewTable<PolygonColors>(m_Saved.m_MaxPolygons, {ERR3DCLASS_POLYSURFACE, operation});
+        std::fill_n(m_pColors.get(), m_Saved.m_MaxPolygons, m_Saved.m_CommonColors);
     }
     m_pColors[i] = colors;
 }
 
 const CPolysurface::PolygonColors& CPolysurface::GetColors(int i) const {
-    return m_pColors == nullptr ? m_CommonColors : m_pColors[i];
+    return m_pColors == nullptr ? m_Saved.m_CommonColors : m_pColors[i];
 }
 
 void CPolysurface::GetPolysurfacePolygon(int i, point3Dtype* pts, int& n, RGBDType& first,
                                          RGBDType& second) const {
     n = 0;
-    if (m_NumPoints == 0) return;
+    if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("GetPolysurfacePolygon");
     GPSPolygon(i, pts, n);
     if (!IsPolygon(i)) return;
@@ -254,7 +260,7 @@ void CPolysurface::GetPolysurfacePolygon(int i, point3Dtype* pts, int& n, RGBDTy
 
 void CPolysurface::GPSPolygon(int i, point3Dtype* pts, int& n) const {
     n = 0;
-    if (m_NumPoints == 0) return;
+    if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("GPSPolygon");
     const int* const indices = FindPSPolygon(i, n);
     if (n == 0) return;
@@ -266,7 +272,7 @@ void CPolysurface::GPSPolygon(int i, point3Dtype* pts, int& n) const {
 void CPolysurface::GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& first,
                                        RGBDType& second) const {
     n = 0;
-    if (m_NumPoints == 0) return;
+    if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("GetPSPolygonIndices");
     const int* const own = FindPSPolygon(i, n);
     if (!IsPolygon(i)) return;
@@ -286,12 +292,12 @@ double CPolysurface::GetPSPMean(int i, int axis) const {
 }
 
 void CPolysurface::ResetPolysurfacePolygons() {
-    m_NumPolygons = 0;
-    m_IndexCount = 0;
-    m_LargestPolygon = 0;
-    std::fill_n(m_pPolygons.get(), m_MaxPolygons, Polygon{});
-    m_HasCommonColors = false;
-    m_CommonColors = {};
+    m_Saved.m_NumPolygons = 0;
+    m_Saved.m_IndexCount = 0;
+    m_Saved.m_LargestPolygon = 0;
+    std::fill_n(m_pPolygons.get(), m_Saved.m_MaxPolygons, Polygon{});
+    m_Saved.m_HasCommonColors = false;
+    m_Saved.m_CommonColors = {};
     m_pColors.reset();
 }
 
@@ -299,16 +305,16 @@ void CPolysurface::ResetPolysurfacePolygons() {
 
 void CPolysurface::AllocAdjacentPolygonList() {
     FreeAdjacentPolygonList();
-    const long long count = 3LL * m_MaxPolygons;
+    const long long count = 3LL * m_Saved.m_MaxPolygons;
     m_pAdjacentPolyList =
         NewTable<std::int32_t>(count, {ERR3DCLASS_POLYSURFACE, "AllocAdjacentPolygonList"});
     std::fill_n(m_pAdjacentPolyList.get(), count, -1);
-    m_AdjacentPolyListValid = 1;
+    m_Saved.m_AdjacentPolyListValid = 1;
 }
 
 void CPolysurface::FreeAdjacentPolygonList() {
     m_pAdjacentPolyList.reset();
-    m_AdjacentPolyListValid = 0;
+    m_Saved.m_AdjacentPolyListValid = 0;
 }
 
 void CPolysurface::AddAdjacentPolyList(int i, const int* three) {
@@ -337,7 +343,8 @@ void CPolysurface::DelaunaySurface(BOOL adjacency) {
     // Surfaces that were opened for other polygons can lack the room.
     FreeAdjacentPolygonList();
     const long long triangles = triangulation.GetNumTriangles();
-    if (triangles > m_MaxPolygons || 3 * triangles > m_IndexCapacity) OpenPolygons(2LL * n + 2, 3);
+    if (triangles > m_Saved.m_MaxPolygons || 3 * triangles > m_Saved.m_IndexCapacity)
+        OpenPolygons(2LL * n + 2, 3);
     if (adjacency != 0) AllocAdjacentPolygonList();
     ResetPolysurfacePolygons();
     triangulation.ForEachTriangle([&](int t, const int* vertices, const int* neighbours) {

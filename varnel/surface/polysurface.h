@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -20,6 +21,12 @@
 #include "varnel/foundation/types.h"
 
 namespace varnel {
+
+/// How the cells of a grid become polygons.
+enum GridType3D : int {
+    GRID_QUADRILATERALS = 0,
+    GRID_TRIANGLES = 1,
+};
 
 class VARNEL_API CPolysurface {
  public:
@@ -36,16 +43,20 @@ class VARNEL_API CPolysurface {
     /// Scattered points, with room for their triangles; see SetPolysurfacePoints and
     /// DelaunaySurface, which the caller calls next.
     CPolysurface(const point3Dtype* pts, int start, int n);
+    explicit CPolysurface(std::span<const point3Dtype> pts);
     /// Room for points and polygons, all points (0, 0, 0, 0).
     CPolysurface(int numPoints, int maxPolygons, int pointsPerPolygon);
     /// A grid of points; see ConvertRG2PS.
     CPolysurface(const point3Dtype* pts, int rows, int cols, int gridType);
+    CPolysurface(std::span<const point3Dtype> pts, int rows, int cols, int gridType);
     /// A function over an even grid; see CreatePolysurfaceFunction.
     CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
                  double (*f)(double, double));
     /// z values over an even grid; see CreatePolysurfaceEvenGrid.
     CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1, const double* z,
                  int gridType);
+    CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
+                 std::span<const double> z, int gridType);
     /// A copy; see CopyPolysurface.
     explicit CPolysurface(const CPolysurface* src);
     /// A coarser version of a grid; see ReducePolysurface.
@@ -57,18 +68,24 @@ class VARNEL_API CPolysurface {
     int GetSignature() const { return m_Magic; }
 
     /// Makes this a surface over a grid of rows x cols points, point r * cols + c in row r and
-    /// column c. `type` 0 makes one quadrilateral a cell from the points given, 1 two triangles; 2
-    /// and 3 do the same over the points that are already stored, and ignore `pts`; any other makes
-    /// no polygons. Cells and their polygons are numbered row by row; polygons are blue with black
-    /// as second colour. Raises "Object New Error" when nothing is open afterwards, and "Parameter
-    /// Error" when fewer points are stored than the grid has.
+    /// column c. `type` GRID_QUADRILATERALS (0) makes one quadrilateral a cell from the points
+    /// given, GRID_TRIANGLES (1) two triangles; 2 and 3 do the same over the points that are
+    /// already stored, and ignore `pts`; any other makes no polygons. Cells and their polygons are
+    /// numbered row by row; polygons are blue with black as second colour. Raises "Object New
+    /// Error" when nothing is open afterwards, and "Parameter Error" when fewer points are stored
+    /// than the grid has.
     void ConvertRG2PS(const point3Dtype* pts, int rows, int cols, int type);
+    /// "Parameter Error" also for a number of points that is not rows x cols.
+    void ConvertRG2PS(std::span<const point3Dtype> pts, int rows, int cols, int type);
 
     /// z (and w) values over an even grid from (x0, y0) to (x1, y1), row by row, as quadrilaterals
     /// (type 0) or triangles (1), with the neighbour table. Raises "Parameter Error" for fewer than
     /// 2 rows or columns or null values.
     void CreatePolysurfaceEvenGrid(int rows, int cols, double x0, double y0, double x1, double y1,
                                    const double* z, int type);
+    /// "Parameter Error" also for a number of values that is not rows x cols.
+    void CreatePolysurfaceEvenGrid(int rows, int cols, double x0, double y0, double x1, double y1,
+                                   std::span<const double> z, int type);
 
     /// z = w = f(x, y) over an even grid, joined by DelaunaySurface with the neighbour table.
     /// Raises "Parameter Error" for fewer than 2 rows or columns or a null function.
@@ -85,12 +102,12 @@ class VARNEL_API CPolysurface {
     /// nothing.
     void ReducePolysurface(const CPolysurface* src, int f, int type);
 
-    // --- Points, from 0; the last four of the storage are spare ones
-    // ------------------------------
+    // --- Points, from 0; the last four of the storage are spare ones ---------------------------
 
     /// Copies n points into the places from `start` on, as far as there are places (spare ones
     /// included).
     void SetPolysurfacePoints(const point3Dtype* pts, int start, int n);
+    void SetPolysurfacePoints(std::span<const point3Dtype> pts, int start);
     void SetOnePolysurfacePoint(int i, const point3Dtype& p);
     /// p becomes (0, 0, 0, 0) when there is no such point.
     void GetOnePolysurfacePoint(int i, point3Dtype& p) const;
@@ -98,7 +115,7 @@ class VARNEL_API CPolysurface {
     /// nothing is open.
     point3Dtype* GetPSPoints() { return m_pPoints.get(); }
     const point3Dtype* GetPSPoints() const { return m_pPoints.get(); }
-    int GetPSNumPoints() const { return m_NumPoints == 0 ? 0 : m_NumPoints - 4; }
+    int GetPSNumPoints() const { return m_Saved.m_NumPoints == 0 ? 0 : m_Saved.m_NumPoints - 4; }
     /// w = (coordinate - offset) * scale for every stored point; axis 0 x, 1 y, 2 z, any other does
     /// nothing.
     void CopyXYorZtoV(double scale, double offset, int axis);
@@ -109,6 +126,8 @@ class VARNEL_API CPolysurface {
     /// which there is no room, or that names a point that does not exist, is left out. Raises "Bad
     /// Polysurface Error" when the tables are missing.
     void AddPolysurfacePolygon(int i, const int* indices, int n, const RGBDType& first,
+                               const RGBDType& second);
+    void AddPolysurfacePolygon(int i, std::span<const int> indices, const RGBDType& first,
                                const RGBDType& second);
     void SetPolysurfaceColors(int i, const RGBDType& first, const RGBDType& second);
     /// The n points of polygon i, its first point again (pts has room for n + 1, see
@@ -123,7 +142,7 @@ class VARNEL_API CPolysurface {
     void GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& first, RGBDType& second) const;
     /// The point numbers of polygon i in the surface's own table, valid until it changes.
     const int* FindPSPolygon(int i, int& n) const {
-        const bool exists = i >= 0 && i < m_MaxPolygons;
+        const bool exists = i >= 0 && i < m_Saved.m_MaxPolygons;
         n = exists ? m_pPolygons[i].count : 0;
         return exists ? m_pIndices.get() + m_pPolygons[i].start : nullptr;
     }
@@ -131,15 +150,14 @@ class VARNEL_API CPolysurface {
     double GetPSPMean(int i, int axis) const;
     /// Takes all polygons away; the room for them stays.
     void ResetPolysurfacePolygons();
-    int GetPSNumPolygons() const { return m_NumPolygons; }
-    int GetPSMaxPolygons() const { return m_MaxPolygons; }
-    int GetPSPointsPerPolygon() const { return m_PointsPerPolygon; }
+    int GetPSNumPolygons() const { return m_Saved.m_NumPolygons; }
+    int GetPSMaxPolygons() const { return m_Saved.m_MaxPolygons; }
+    int GetPSPointsPerPolygon() const { return m_Saved.m_PointsPerPolygon; }
     /// The most points that any of the polygons has had; a buffer for one more holds each of them
     /// closed.
-    int GetPSLargestPolygon() const { return m_LargestPolygon; }
+    int GetPSLargestPolygon() const { return m_Saved.m_LargestPolygon; }
 
     // --- Neighbours: three to a polygon, entry j across its edge from point j to the next
-    // ---------
 
     /// Makes the neighbour table of a grid of triangles; nothing without a grid. (On quadrilaterals
     /// the entries mean nothing.) Raises "Array New Error" ("AllocAdjacentPolygonList").
@@ -151,27 +169,27 @@ class VARNEL_API CPolysurface {
     const int* GetAdjacentPolygonPntr() const { return m_pAdjacentPolyList.get(); }
 
     // --- The grid that the surface was made from
-    // --------------------------------------------------
 
-    BOOL GetEvenGridFlag() const { return m_EvenGridFlag; }
-    int GetGridType() const { return m_GridType; }
-    int GetRGRows() const { return m_RGRows; }
-    int GetRGColumns() const { return m_RGColumns; }
-    double GetRGMinX() const { return m_RGMinX; }
-    double GetRGMaxX() const { return m_RGMaxX; }
-    double GetRGMinY() const { return m_RGMinY; }
-    double GetRGMaxY() const { return m_RGMaxY; }
-    double GetRGMinZ() const { return m_RGMinZ; }
-    double GetRGMaxZ() const { return m_RGMaxZ; }
-    double GetRGStepX() const { return m_RGStepX; }
-    double GetRGStepY() const { return m_RGStepY; }
-    double GetRGRangeX() const { return m_RGRangeX; }
-    double GetRGRangeY() const { return m_RGRangeY; }
-    double GetRGRangeZ() const { return m_RGRangeZ; }
+    BOOL GetEvenGridFlag() const { return m_Saved.m_EvenGridFlag; }
+    int GetGridType() const { return m_Saved.m_GridType; }
+    int GetRGRows() const { return m_Saved.m_RGRows; }
+    int GetRGColumns() const { return m_Saved.m_RGColumns; }
+    double GetRGMinX() const { return m_Saved.m_RGMinX; }
+    double GetRGMaxX() const { return m_Saved.m_RGMaxX; }
+    double GetRGMinY() const { return m_Saved.m_RGMinY; }
+    double GetRGMaxY() const { return m_Saved.m_RGMaxY; }
+    // The z limits are those of the values that are finite, 0 when none is.
+    double GetRGMinZ() const { return m_Saved.m_RGMinZ; }
+    double GetRGMaxZ() const { return m_Saved.m_RGMaxZ; }
+    double GetRGStepX() const { return m_Saved.m_RGStepX; }
+    double GetRGStepY() const { return m_Saved.m_RGStepY; }
+    double GetRGRangeX() const { return m_Saved.m_RGRangeX; }
+    double GetRGRangeY() const { return m_Saved.m_RGRangeY; }
+    double GetRGRangeZ() const { return m_Saved.m_RGRangeZ; }
 
     /// Whether charts draw the surface as lines only. Not saved.
-    void SetWireFrame(BOOL on) { m_WireFrame = on; }
-    BOOL GetWireFrame() const { return m_WireFrame; }
+    void SetWireFrame(BOOL on) { m_Saved.m_WireFrame = on; }
+    BOOL GetWireFrame() const { return m_Saved.m_WireFrame; }
 
     // --- Triangulation ---------------------------------------------------------------------------
 
@@ -186,7 +204,6 @@ class VARNEL_API CPolysurface {
     void DelaunaySurface(BOOL adjacency);
 
     // --- Files: the surface's record, in a chart file or as a file of its own
-    // ----------------------
 
     /// Raises "Disk I/O Error" ("Save"); a null file does nothing.
     void Save(HANDLE file);
@@ -213,7 +230,7 @@ class VARNEL_API CPolysurface {
     void ClosePolysurface();
     void OpenPolygons(long long maxPolygons, int pointsPerPolygon);
     void RequirePolygons(const char* operation) const;
-    bool IsPolygon(int i) const { return i >= 0 && i < m_MaxPolygons; }
+    bool IsPolygon(int i) const { return i >= 0 && i < m_Saved.m_MaxPolygons; }
 
     void SetColors(int i, const PolygonColors& colors, const char* operation);
     const PolygonColors& GetColors(int i) const;
@@ -235,41 +252,46 @@ class VARNEL_API CPolysurface {
     void RecordPolygon(Archive& record, int i);
     bool CheckTables();
 
-    std::int32_t m_NumPoints = 0;  ///< spare points included
+    /// What a record holds of the surface besides its tables, and what closing sets afresh.
+    struct Saved {
+        std::int32_t m_NumPoints = 0;  ///< spare points included
+        std::int32_t m_MaxPolygons = 0;
+        std::int32_t m_NumPolygons = 0;
+        std::int32_t m_IndexCapacity = 0;
+        std::int32_t m_PointsPerPolygon = 0;  ///< nominal
+        std::int32_t m_IndexCount = 0;
+        std::int32_t m_LargestPolygon = 0;  ///< not in the record, but computed from it
+        BOOL m_AdjacentPolyListValid = 0;
+        // The grid, in data units.
+        BOOL m_EvenGridFlag = 0;
+        std::int32_t m_GridType = 1;
+        std::int32_t m_RGRows = 0;
+        std::int32_t m_RGColumns = 0;
+        double m_RGMinX = 0.0;
+        double m_RGMaxX = 0.0;
+        double m_RGMinY = 0.0;
+        double m_RGMaxY = 0.0;
+        double m_RGStepX = 0.0;
+        double m_RGStepY = 0.0;
+        double m_RGRangeX = 0.0;
+        double m_RGRangeY = 0.0;
+        double m_RGMinZ = 0.0;
+        double m_RGMaxZ = 0.0;
+        double m_RGRangeZ = 0.0;
+        BOOL m_WireFrame = 0;  ///< not in the record
+        // As long as all polygons have the same colours, which is how surfaces are made, they are
+        // kept once: 64 bytes a polygon would be most of a large surface's memory.
+        PolygonColors m_CommonColors;
+        bool m_HasCommonColors = false;
+    };
+
+    Saved m_Saved;
+    // The tables, as long as the counts say.
     std::unique_ptr<point3Dtype[]> m_pPoints;
-    std::int32_t m_MaxPolygons = 0;
-    std::int32_t m_NumPolygons = 0;
-    std::int32_t m_IndexCapacity = 0;
-    std::int32_t m_PointsPerPolygon = 0;
-    std::int32_t m_IndexCount = 0;
-    std::int32_t m_LargestPolygon = 0;
     std::unique_ptr<Polygon[]> m_pPolygons;
     std::unique_ptr<std::int32_t[]> m_pIndices;
-
-    // As long as all polygons have the same colours, which is how surfaces are made, they are kept
-    // once: 64 bytes a polygon would be most of a large surface's memory.
-    PolygonColors m_CommonColors;
-    bool m_HasCommonColors = false;
-    std::unique_ptr<PolygonColors[]> m_pColors;
-
+    std::unique_ptr<PolygonColors[]> m_pColors;  ///< null while all have the common ones
     std::unique_ptr<std::int32_t[]> m_pAdjacentPolyList;
-    BOOL m_AdjacentPolyListValid = 0;
-    BOOL m_EvenGridFlag = 0;
-    std::int32_t m_GridType = 1;
-    std::int32_t m_RGRows = 0;
-    std::int32_t m_RGColumns = 0;
-    double m_RGMinX = 0.0;
-    double m_RGMaxX = 0.0;
-    double m_RGMinY = 0.0;
-    double m_RGMaxY = 0.0;
-    double m_RGStepX = 0.0;
-    double m_RGStepY = 0.0;
-    double m_RGRangeX = 0.0;
-    double m_RGRangeY = 0.0;
-    double m_RGMinZ = 0.0;
-    double m_RGMaxZ = 0.0;
-    double m_RGRangeZ = 0.0;
-    BOOL m_WireFrame = 0;
     int m_Magic = kSignature;
 };
 

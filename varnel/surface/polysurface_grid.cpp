@@ -1,6 +1,7 @@
 // Surfaces over grids of points: conversion, even grids, functions, neighbours, reduction.
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/polysurface.h"
@@ -9,8 +10,19 @@ namespace varnel {
 
 namespace {
 
+constexpr detail::Origin kConvert{ERR3DCLASS_POLYSURFACE, "ConvertRG2PS"};
+
 constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
 constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+
+/// Raises unless there are as many values as a grid of that size has points.
+void RequireGrid(std::size_t count, int rows, int cols, const char* operation) {
+    const bool fits = rows > 0 && cols > 0 &&
+                      count == static_cast<std::size_t>(rows) * static_cast<std::size_t>(cols);
+    if (!fits)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, operation,
+                      detail::Say(count, " values for a grid of ", rows, " x ", cols));
+}
 
 }  // namespace
 
@@ -22,31 +34,40 @@ void CPolysurface::ConvertRG2PS(const point3Dtype* pts, int rows, int cols, int 
         OpenPolysurface(count, triangles ? 2 * cells : cells, triangles ? 3 : 4);
         SetPolysurfacePoints(pts, 0, static_cast<int>(count));
     }
-    if (m_NumPoints == 0) detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_POLYSURFACE, "ConvertRG2PS");
+    if (m_Saved.m_NumPoints == 0)
+        detail::Raise(ERR3D_OBJECT_NEW, kConvert.cls, kConvert.operation,
+                      detail::Say("no points for a grid of ", rows, " x ", cols));
     if (count == 0 || count > GetPSNumPoints())
-        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, "ConvertRG2PS");
+        detail::Raise(
+            ERR3D_PARAMETER, kConvert.cls, kConvert.operation,
+            detail::Say("a grid of ", rows, " x ", cols, " over ", GetPSNumPoints(), " points"));
 
-    m_RGRows = rows;
-    m_RGColumns = cols;
-    m_GridType = type;
+    m_Saved.m_RGRows = rows;
+    m_Saved.m_RGColumns = cols;
+    m_Saved.m_GridType = type;
     SetGridLimits();
     ResetPolysurfacePolygons();
     if (triangles || type == 0 || type == 2) AddGridPolygons(triangles);
-    m_EvenGridFlag = 1;
+    m_Saved.m_EvenGridFlag = 1;
+}
+
+void CPolysurface::ConvertRG2PS(std::span<const point3Dtype> pts, int rows, int cols, int type) {
+    RequireGrid(pts.size(), rows, cols, kConvert.operation);
+    ConvertRG2PS(pts.data(), rows, cols, type);
 }
 
 /// The limits of the grid from its first and last point.
 void CPolysurface::SetGridLimits() {
     const point3Dtype& first = m_pPoints[0];
-    const point3Dtype& last = m_pPoints[m_RGRows * m_RGColumns - 1];
-    m_RGMinX = first.x;
-    m_RGMaxX = last.x;
-    m_RGMinY = first.y;
-    m_RGMaxY = last.y;
-    m_RGRangeX = m_RGMaxX - m_RGMinX;
-    m_RGRangeY = m_RGMaxY - m_RGMinY;
-    m_RGStepX = m_RGRangeX / (m_RGColumns - 1);
-    m_RGStepY = m_RGRangeY / (m_RGRows - 1);
+    const point3Dtype& last = m_pPoints[m_Saved.m_RGRows * m_Saved.m_RGColumns - 1];
+    m_Saved.m_RGMinX = first.x;
+    m_Saved.m_RGMaxX = last.x;
+    m_Saved.m_RGMinY = first.y;
+    m_Saved.m_RGMaxY = last.y;
+    m_Saved.m_RGRangeX = m_Saved.m_RGMaxX - m_Saved.m_RGMinX;
+    m_Saved.m_RGRangeY = m_Saved.m_RGMaxY - m_Saved.m_RGMinY;
+    m_Saved.m_RGStepX = m_Saved.m_RGRangeX / (m_Saved.m_RGColumns - 1);
+    m_Saved.m_RGStepY = m_Saved.m_RGRangeY / (m_Saved.m_RGRows - 1);
 }
 
 //     q3 ---- q2
@@ -55,11 +76,11 @@ void CPolysurface::SetGridLimits() {
 //     q0 ---- q1
 void CPolysurface::AddGridPolygons(bool triangles) {
     int k = 0;
-    for (int r = 0; r < m_RGRows - 1; ++r) {
-        for (int c = 0; c < m_RGColumns - 1; ++c) {
-            const int q0 = r * m_RGColumns + c;
+    for (int r = 0; r < m_Saved.m_RGRows - 1; ++r) {
+        for (int c = 0; c < m_Saved.m_RGColumns - 1; ++c) {
+            const int q0 = r * m_Saved.m_RGColumns + c;
             const int q1 = q0 + 1;
-            const int q3 = q0 + m_RGColumns;
+            const int q3 = q0 + m_Saved.m_RGColumns;
             const int q2 = q3 + 1;
             const int corners[4] = {q0, q1, q2, q3};
             const int lower[3] = {q0, q1, q3};
@@ -77,11 +98,13 @@ void CPolysurface::AddGridPolygons(bool triangles) {
 template <class Value>
 void CPolysurface::CreateEvenGrid(int rows, int cols, double x0, double y0, double x1, double y1,
                                   Value&& value, const char* operation) {
-    if (rows < 2 || cols < 2) detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, operation);
+    if (rows < 2 || cols < 2)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, operation,
+                      detail::Say("a grid of ", rows, " x ", cols, " points has no cells"));
     const long long count = static_cast<long long>(rows) * cols;
     OpenPolysurface(count, 2 * count + 2, 3);
-    m_RGRows = rows;
-    m_RGColumns = cols;
+    m_Saved.m_RGRows = rows;
+    m_Saved.m_RGColumns = cols;
     const double stepx = (x1 - x0) / (cols - 1);
     const double stepy = (y1 - y0) / (rows - 1);
     int k = 0;
@@ -95,20 +118,27 @@ void CPolysurface::CreateEvenGrid(int rows, int cols, double x0, double y0, doub
     }
 }
 
+/// From the values that are data; 0 when none is.
 void CPolysurface::SetGridZLimits() {
-    m_RGMinZ = m_RGMaxZ = m_pPoints[0].z;
-    for (int k = 1; k < m_RGRows * m_RGColumns; ++k) {
-        m_RGMinZ = std::min(m_RGMinZ, m_pPoints[k].z);
-        m_RGMaxZ = std::max(m_RGMaxZ, m_pPoints[k].z);
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -lowest;
+    for (int k = 0; k < m_Saved.m_RGRows * m_Saved.m_RGColumns; ++k) {
+        const double z = m_pPoints[k].z;
+        if (!std::isfinite(z)) continue;
+        lowest = std::min(lowest, z);
+        highest = std::max(highest, z);
     }
-    m_RGRangeZ = std::abs(m_RGMaxZ - m_RGMinZ);
-    m_EvenGridFlag = 1;
+    m_Saved.m_RGMinZ = lowest <= highest ? lowest : 0.0;
+    m_Saved.m_RGMaxZ = lowest <= highest ? highest : 0.0;
+    m_Saved.m_RGRangeZ = std::abs(m_Saved.m_RGMaxZ - m_Saved.m_RGMinZ);
+    m_Saved.m_EvenGridFlag = 1;
 }
 
 void CPolysurface::CreatePolysurfaceEvenGrid(int rows, int cols, double x0, double y0, double x1,
                                              double y1, const double* z, int type) {
     constexpr const char* kOperation = "CreatePolysurfaceEvenGrid";
-    if (z == nullptr) detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation);
+    if (z == nullptr)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation, "there are no values");
     CreateEvenGrid(
         rows, cols, x0, y0, x1, y1, [z](int k, double, double) { return z[k]; }, kOperation);
     // Types that are none must not be taken for those that bring their own points.
@@ -118,10 +148,17 @@ void CPolysurface::CreatePolysurfaceEvenGrid(int rows, int cols, double x0, doub
     SetGridZLimits();
 }
 
+void CPolysurface::CreatePolysurfaceEvenGrid(int rows, int cols, double x0, double y0, double x1,
+                                             double y1, std::span<const double> z, int type) {
+    RequireGrid(z.size(), rows, cols, "CreatePolysurfaceEvenGrid");
+    CreatePolysurfaceEvenGrid(rows, cols, x0, y0, x1, y1, z.data(), type);
+}
+
 void CPolysurface::CreatePolysurfaceFunction(int rows, int cols, double x0, double y0, double x1,
                                              double y1, double (*f)(double, double)) {
     constexpr const char* kOperation = "CreatePolysurfaceFunction";
-    if (f == nullptr) detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation);
+    if (f == nullptr)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation, "there is no function");
     CreateEvenGrid(
         rows, cols, x0, y0, x1, y1, [f](int, double x, double y) { return f(x, y); }, kOperation);
     SetGridLimits();
@@ -130,10 +167,10 @@ void CPolysurface::CreatePolysurfaceFunction(int rows, int cols, double x0, doub
 }
 
 void CPolysurface::CreateRGAdjacentPolygonList() {
-    if (m_EvenGridFlag == 0) return;
+    if (m_Saved.m_EvenGridFlag == 0) return;
     AllocAdjacentPolygonList();
-    const int cellRows = m_RGRows - 1;
-    const int cellColumns = m_RGColumns - 1;
+    const int cellRows = m_Saved.m_RGRows - 1;
+    const int cellColumns = m_Saved.m_RGColumns - 1;
     int k = 0;
     for (int r = 0; r < cellRows; ++r) {
         for (int c = 0; c < cellColumns; ++c, k += 2) {
@@ -149,16 +186,20 @@ void CPolysurface::CreateRGAdjacentPolygonList() {
 void CPolysurface::ReducePolysurface(const CPolysurface* src, int f, int /*type*/) {
     constexpr detail::Origin kOrigin{ERR3DCLASS_POLYSURFACE, "ReducePolysurface"};
     if (src == nullptr) return;
-    const int rows = std::max(0, src->m_RGRows);
-    const int cols = std::max(0, src->m_RGColumns);
-    if (f < 1 || static_cast<long long>(rows) * cols > src->GetPSNumPoints())
-        detail::Raise(ERR3D_PARAMETER, kOrigin.cls, kOrigin.operation);
+    const int rows = std::max(0, src->m_Saved.m_RGRows);
+    const int cols = std::max(0, src->m_Saved.m_RGColumns);
+    if (f < 1)
+        detail::Raise(ERR3D_PARAMETER, kOrigin.cls, kOrigin.operation,
+                      detail::Say("the factor is ", f));
+    if (static_cast<long long>(rows) * cols > src->GetPSNumPoints())
+        detail::Raise(ERR3D_PARAMETER, kOrigin.cls, kOrigin.operation,
+                      "the surface does not have the points of its grid");
     const int newRows = rows / f;
     const int newCols = cols / f;
     const auto scratch =
         detail::NewArray<point3Dtype>(static_cast<long long>(newRows) * newCols, kOrigin);
-    const double stepx = f * src->m_RGStepX;
-    const double stepy = f * src->m_RGStepY;
+    const double stepx = f * src->m_Saved.m_RGStepX;
+    const double stepy = f * src->m_Saved.m_RGStepY;
     for (int r = 0; r < newRows; ++r) {
         for (int c = 0; c < newCols; ++c) {
             const point3Dtype* block = src->m_pPoints.get() + r * f * cols + c * f;
@@ -166,9 +207,9 @@ void CPolysurface::ReducePolysurface(const CPolysurface* src, int f, int /*type*
             for (int i = 0; i < f; ++i)
                 for (int j = 0; j < f; ++j)
                     sum += block[i * cols + j].z;
-            scratch[r * newCols + c] = {src->m_RGMinX + c * stepx, src->m_RGMinY + r * stepy,
-                                        sum / (static_cast<double>(f) * f),
-                                        block[(f - 1) * cols + f - 1].w};
+            scratch[r * newCols + c] = {
+                src->m_Saved.m_RGMinX + c * stepx, src->m_Saved.m_RGMinY + r * stepy,
+                sum / (static_cast<double>(f) * f), block[(f - 1) * cols + f - 1].w};
         }
     }
     ConvertRG2PS(scratch.get(), newRows, newCols, 1);

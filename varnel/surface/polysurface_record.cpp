@@ -1,5 +1,7 @@
 // The record of a surface in chart files, and surfaces as files of their own.
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
@@ -46,51 +48,56 @@ void CPolysurface::RecordPolygon(Archive& record, int i) {
 /// False when a table is not wholly in the file.
 template <class Archive>
 bool CPolysurface::Record(Archive& record) {
-    record(m_RGRows, m_RGColumns, m_RGMinX, m_RGMaxX, m_RGRangeX, m_RGMinY, m_RGMaxY, m_RGRangeY,
-           m_RGMinZ, m_RGMaxZ, m_RGRangeZ, m_RGStepX, m_RGStepY, m_AdjacentPolyListValid,
-           m_EvenGridFlag, m_GridType, m_NumPoints);
-    if (!RecordTable(record, m_pPoints, m_NumPoints)) return false;
+    record(m_Saved.m_RGRows, m_Saved.m_RGColumns, m_Saved.m_RGMinX, m_Saved.m_RGMaxX,
+           m_Saved.m_RGRangeX, m_Saved.m_RGMinY, m_Saved.m_RGMaxY, m_Saved.m_RGRangeY,
+           m_Saved.m_RGMinZ, m_Saved.m_RGMaxZ, m_Saved.m_RGRangeZ, m_Saved.m_RGStepX,
+           m_Saved.m_RGStepY, m_Saved.m_AdjacentPolyListValid, m_Saved.m_EvenGridFlag,
+           m_Saved.m_GridType, m_Saved.m_NumPoints);
+    if (!RecordTable(record, m_pPoints, m_Saved.m_NumPoints)) return false;
     if constexpr (Archive::kLoading) {
-        if (!record.Has(5, sizeof m_MaxPolygons)) return false;
+        if (!record.Has(5, sizeof m_Saved.m_MaxPolygons)) return false;
     }
-    record(m_MaxPolygons, m_NumPolygons, m_IndexCapacity, m_PointsPerPolygon, m_IndexCount);
-    if (!Prepare(record, m_pPolygons, m_MaxPolygons, kPolygonRecordSize)) return false;
-    for (int i = 0; i < m_MaxPolygons; ++i)
+    record(m_Saved.m_MaxPolygons, m_Saved.m_NumPolygons, m_Saved.m_IndexCapacity,
+           m_Saved.m_PointsPerPolygon, m_Saved.m_IndexCount);
+    if (!Prepare(record, m_pPolygons, m_Saved.m_MaxPolygons, kPolygonRecordSize)) return false;
+    for (int i = 0; i < m_Saved.m_MaxPolygons; ++i)
         RecordPolygon(record, i);
-    if (!RecordTable(record, m_pIndices, m_IndexCapacity)) return false;
-    return m_AdjacentPolyListValid == 0 ||
-           RecordTable(record, m_pAdjacentPolyList, 3LL * m_MaxPolygons);
+    if (!RecordTable(record, m_pIndices, m_Saved.m_IndexCapacity)) return false;
+    return m_Saved.m_AdjacentPolyListValid == 0 ||
+           RecordTable(record, m_pAdjacentPolyList, 3LL * m_Saved.m_MaxPolygons);
 }
 
 /// Whether what was read is a surface. Records and neighbours beyond the polygons in use, which say
 /// nothing, are cleared.
 bool CPolysurface::CheckTables() {
     constexpr int kFewestPoints = 5;
-    if (m_NumPoints < kFewestPoints || m_NumPolygons < 0 || m_NumPolygons > m_MaxPolygons ||
-        m_PointsPerPolygon < 0 || m_IndexCount < 0 || m_IndexCount > m_IndexCapacity)
+    if (m_Saved.m_NumPoints < kFewestPoints || m_Saved.m_NumPolygons < 0 ||
+        m_Saved.m_NumPolygons > m_Saved.m_MaxPolygons || m_Saved.m_PointsPerPolygon < 0 ||
+        m_Saved.m_IndexCount < 0 || m_Saved.m_IndexCount > m_Saved.m_IndexCapacity)
         return false;
-    const bool grid = m_EvenGridFlag != 0;
-    if (grid && (m_RGRows < 1 || m_RGColumns < 1 ||
-                 static_cast<long long>(m_RGRows) * m_RGColumns > GetPSNumPoints()))
+    const bool grid = m_Saved.m_EvenGridFlag != 0;
+    if (grid && (m_Saved.m_RGRows < 1 || m_Saved.m_RGColumns < 1 ||
+                 static_cast<long long>(m_Saved.m_RGRows) * m_Saved.m_RGColumns > GetPSNumPoints()))
         return false;
 
-    m_LargestPolygon = 0;
-    for (int i = 0; i < m_MaxPolygons; ++i) {
+    m_Saved.m_LargestPolygon = 0;
+    for (int i = 0; i < m_Saved.m_MaxPolygons; ++i) {
         Polygon& polygon = m_pPolygons[i];
         const bool fits = polygon.count >= 0 && polygon.start >= 0 &&
-                          polygon.count <= m_IndexCount - polygon.start;
-        if (!fits && i < m_NumPolygons) return false;
+                          polygon.count <= m_Saved.m_IndexCount - polygon.start;
+        if (!fits && i < m_Saved.m_NumPolygons) return false;
         if (!fits) polygon = {};
-        m_LargestPolygon = std::max(m_LargestPolygon, polygon.count);
+        m_Saved.m_LargestPolygon = std::max(m_Saved.m_LargestPolygon, polygon.count);
     }
-    const auto isPoint = [this](int index) { return index >= 0 && index < m_NumPoints; };
-    if (!std::all_of(m_pIndices.get(), m_pIndices.get() + m_IndexCount, isPoint)) return false;
+    const auto isPoint = [this](int index) { return index >= 0 && index < m_Saved.m_NumPoints; };
+    if (!std::all_of(m_pIndices.get(), m_pIndices.get() + m_Saved.m_IndexCount, isPoint))
+        return false;
 
-    if (m_AdjacentPolyListValid == 0) return true;
-    for (long long k = 0; k < 3LL * m_MaxPolygons; ++k) {
+    if (m_Saved.m_AdjacentPolyListValid == 0) return true;
+    for (long long k = 0; k < 3LL * m_Saved.m_MaxPolygons; ++k) {
         std::int32_t& neighbour = m_pAdjacentPolyList[k];
-        const bool fits = neighbour >= -1 && neighbour < m_MaxPolygons;
-        if (!fits && k < 3LL * m_NumPolygons) return false;
+        const bool fits = neighbour >= -1 && neighbour < m_Saved.m_MaxPolygons;
+        if (!fits && k < 3LL * m_Saved.m_NumPolygons) return false;
         if (!fits) neighbour = -1;
     }
     return true;
@@ -119,14 +126,18 @@ void CPolysurface::Load(HANDLE file) {
 void CPolysurface::Save(const CString& fileName) {
     constexpr detail::Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Save"};
     const auto file = OpenOutputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation);
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation,
+                      detail::Say(fileName, ": ", std::strerror(errno)));
     Save(file.get());
     detail::WithFile(file.get(), kOrigin, [](File& f) { f.Commit(); });
 }
 
 void CPolysurface::Load(const CString& fileName) {
     const auto file = OpenInputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_POLYSURFACE, "Load");
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_POLYSURFACE, "Load",
+                      detail::Say(fileName, ": ", std::strerror(errno)));
     Load(file.get());
 }
 

@@ -2,22 +2,13 @@
 // chart, and of one size whatever the axes are.
 #pragma once
 
+#include "varnel/chartobj/chart_codes.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/points.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::detail {
-
-/// The symbol codes; any other draws nothing.
-enum SymbolCode : int {
-    kCubeSymbol = 10,
-    kPlusSymbol = 11,
-    kDiamondSymbol = 12,
-    kPyramidSymbol = 13,
-    kHourglassSymbol = 14,
-    kArrowSymbol = 15,
-};
 
 /// Draws one symbol of unit size (the diamond twice as high) about the origin of the matrix.
 void DrawSymbol(COpenGL& gl, int symbol, const RGBDType& fill, const RGBDType& outline);
