@@ -37,7 +37,7 @@ void UseTable(const Table& table) {
             if (groups.NumRows() > rows) std::abort();
             if (rows > 0 && groups.NumRows() == 0) std::abort();
             // What a group is called survives the way through the small table.
-            if (rows > 0 && groups.Text("1").at(0) != table.Text(name).at(0) &&
+            if (rows > 0 && groups.Text(groups.Names().at(0)).at(0) != table.Text(name).at(0) &&
                 groups.Names().at(0) == name)
                 std::abort();
         });

@@ -142,8 +142,61 @@ TEST_F(ProgramTest, WhatIsWrongIsToldInASentence) {
         "env -u DISPLAY " + std::string(VARNEL_PROGRAM) + " view " + m_File + " 2>&1", &status);
     EXPECT_NE(said.find("DISPLAY is not set"), std::string::npos) << said;
     EXPECT_EQ(status, 1);
-    Run("render " + m_File + picture + " --size 10", &status);
-    EXPECT_NE(status, 0);
+    for (const char* wrong : {" --size 10", " --limit-time -1", " --limit-memory 2X", " --none"}) {
+        Run("render " + m_File + picture + wrong, &status);
+        EXPECT_EQ(status, 64) << wrong;
+    }
+}
+
+TEST_F(ProgramTest, ManyFilesAreDrawnPastBrokenOnesAndWithinLimits) {
+    const std::string broken = m_Folder.File("broken.chart");
+    std::ofstream(broken) << "no chart at all";
+    const std::string out = " -o " + m_Folder.File("out/") + " --size 80x60 --samples 0";
+    const std::string same = m_Folder.File("copy.chart");
+    std::filesystem::copy(m_File, same);
+    const std::string files = m_File + " " + broken + " " + same;
+    struct Case {
+        std::string arguments;
+        const char* said;
+        int status;
+        bool made;
+    };
+    const Case cases[] = {
+        {files, "2 of 3 pictures made", 1, true},
+        {m_File + " " + same + " --limit-time 60 --limit-memory 8G --format bmp", "", 0, true},
+        {files + " --limit-time 0.000001", "took longer than the limit of time", 3, false},
+        {m_File + " --limit-memory 30M", "varnel: ", 1, false},
+        {m_File + " " + m_File, "would both become", 1, false},
+        {m_File + " -o " + same + "/x/", "is no folder", 1, false},
+    };
+    for (const Case& c : cases) {
+        std::filesystem::remove_all(m_Folder.File("out"));
+        int status = -1;
+        const std::string said =
+            Run("render " + c.arguments + (c.arguments.find(" -o ") == c.arguments.npos ? out : ""),
+                &status);
+        // Without memory it is the driver's choice whether it fails or dies.
+        const bool died = status == 3 && c.arguments.find("memory 30M") != c.arguments.npos;
+        EXPECT_EQ(died ? 1 : status, c.status) << c.arguments << said;
+        EXPECT_NE(said.find(c.said), std::string::npos) << said;
+        const bool bmp = c.arguments.find("bmp") != c.arguments.npos;
+        EXPECT_EQ(std::filesystem::exists(m_Folder.File(bmp ? "out/copy.bmp" : "out/two.png")),
+                  c.made)
+            << c.arguments;
+    }
+}
+
+TEST_F(ProgramTest, DoctorAndManPage) {
+    int status = -1;
+    EXPECT_NE(Run("doctor", &status).find("can be made"), std::string::npos);
+    EXPECT_EQ(status, 0);
+    const std::string without = test::RunCommand(
+        "VARNEL_EGL=device:99 " + std::string(VARNEL_PROGRAM) + " doctor", &status);
+    EXPECT_NE(without.find("install libegl-mesa0"), std::string::npos) << without;
+    EXPECT_EQ(status, 1);
+    const std::string page = Run("man", &status);
+    for (const char* part : {".SH EXIT STATUS", "\\-\\-limit\\-memory", ".SS varnel doctor"})
+        EXPECT_NE(page.find(part), std::string::npos) << part;
 }
 
 TEST_F(ProgramTest, InfoListsWhatIsThere) {

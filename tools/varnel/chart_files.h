@@ -21,6 +21,6 @@ struct Loaded {
 Loaded LoadChartFile(varnel::CChartView3D& view, const std::string& file);
 
 /// A failure as a sentence about what was being done, such as "The view cannot be drawn".
-std::string Describe(const std::string& what, const varnel::CErr3D& error);
+std::string Describe(const std::string& what, const varnel::Error& error);
 
 }  // namespace tool

@@ -114,7 +114,7 @@ int Info(const std::string& file) {
         if (loaded.sentence.empty()) return 0;
         std::cerr << "varnel: " << loaded.sentence << '\n';
         return loaded.usable ? 2 : 1;
-    } catch (const CErr3D& e) {
+    } catch (const Error& e) {
         std::cerr << "varnel: " << Describe("The file " + file + " cannot be shown", e) << '\n';
         return 1;
     }

@@ -1,10 +1,16 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <cctype>
+#include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
+#include <map>
 
 #include "tools/varnel/chart_files.h"
 #include "tools/varnel/commands.h"
+#include "tools/varnel/limited_process.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/platform/window.h"
 
@@ -14,38 +20,147 @@ using namespace varnel;
 
 namespace {
 
+namespace fs = std::filesystem;
+
+struct Job {
+    std::string file;
+    std::string picture;
+};
+
 std::string LowerCaseExtension(const std::string& file) {
-    std::string extension = std::filesystem::path(file).extension().string();
+    std::string extension = fs::path(file).extension().string();
     std::ranges::transform(extension, extension.begin(),
                            [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension;
 }
 
+/// Where each picture goes; empty, and told, when that cannot be.
+std::vector<Job> PlanJobs(const RenderOptions& options) {
+    const bool isFolder = options.files.size() > 1 || options.output.ends_with('/') ||
+                          fs::is_directory(options.output);
+    if (!isFolder) {
+        const std::string extension = LowerCaseExtension(options.output);
+        if (extension == ".png" || extension == ".bmp")
+            return {{options.files.front(), options.output}};
+        std::cerr << "varnel: The picture " << options.output << " has to end in .png or .bmp.\n";
+        return {};
+    }
+    std::error_code error;
+    fs::create_directories(options.output, error);
+    if (!fs::is_directory(options.output)) {
+        std::cerr << "varnel: " << options.output << " is no folder"
+                  << (error ? ": " + error.message() : "") << ".\n";
+        return {};
+    }
+    std::vector<Job> jobs;
+    std::map<std::string, std::string> taken;
+    for (const std::string& file : options.files) {
+        const fs::path name = fs::path(file).stem().string() + "." + options.format;
+        const std::string picture = (fs::path(options.output) / name).string();
+        const auto [before, isNew] = taken.emplace(picture, file);
+        if (!isNew) {
+            std::cerr << "varnel: " << before->second << " and " << file << " would both become "
+                      << picture << ".\n";
+            return {};
+        }
+        jobs.push_back({file, picture});
+    }
+    return jobs;
+}
+
+void Tell(const std::string& sentence) {
+    std::cerr << "varnel: " << sentence << std::endl;
+}
+
+int DrawOne(const Job& job, const RenderOptions& options) {
+    try {
+        CWnd window(options.size.width, options.size.height);
+        CChartView3D view(&window, options.size.width, options.size.height);
+        view.SetAntialiasing(options.samples);
+        const Loaded loaded = LoadChartFile(view, job.file);
+        if (!loaded.sentence.empty()) Tell(loaded.sentence);
+        if (!loaded.usable) return kFailed;
+        LowerCaseExtension(job.picture) == ".png" ? view.SaveToPNG(job.picture)
+                                                  : view.SaveToFile(job.picture);
+        // A picture of a part of the chart is a picture, but no success.
+        return loaded.sentence.empty() ? kDone : kDamaged;
+    } catch (const Error& e) {
+        Tell(Describe("The picture " + job.picture + " cannot be made", e));
+    } catch (const std::bad_alloc&) {
+        Tell("The picture " + job.picture + " cannot be made: there is not enough memory.");
+    }
+    return kFailed;
+}
+
+int DrawLimited(const Job& job, const RenderOptions& options) {
+    const Limits limits{options.limitSeconds, options.limitMemory};
+    const Outcome outcome = RunLimited(limits, [&] { return DrawOne(job, options); });
+    switch (outcome.end) {
+        case Outcome::End::Exited:
+            return outcome.value;
+        case Outcome::End::OutOfTime:
+            Tell(job.file + " took longer than the limit of time.");
+            return kLimit;
+        default:
+            Tell(job.file + " ended its process" +
+                 (limits.memory > 0 ? ", perhaps at the limit of memory" : "") + " (" +
+                 strsignal(outcome.value) + ").");
+            return limits.memory > 0 ? kLimit : kFailed;
+    }
+}
+
+volatile std::sig_atomic_t interrupted = 0;
+
+/// The first Ctrl-C ends after the picture that is being drawn, the second at once: what is on disk
+/// is whole either way.
+void OnInterrupt(int) {
+    if (interrupted != 0) _exit(kInterrupted);
+    interrupted = 1;
+}
+
+/// A line on a terminal that says how far things are; nothing where standard error is a file.
+class Progress {
+ public:
+    explicit Progress(std::size_t count) : m_Count(count), m_Shown(count > 1 && isatty(2) != 0) {}
+    ~Progress() { Clear(); }
+    void Show(std::size_t done, const std::string& file) const {
+        if (m_Shown)
+            std::cerr << "\r\033[K" << done + 1 << "/" << m_Count << "  " << file << std::flush;
+    }
+    void Clear() const {
+        if (m_Shown) std::cerr << "\r\033[K" << std::flush;
+    }
+
+ private:
+    std::size_t m_Count;
+    bool m_Shown;
+};
+
 }  // namespace
 
-int Render(const std::string& file, const std::string& picture, const PictureSize& size,
-           int samples) {
-    CErr3D::SetErrorReportMode(0);
-    const std::string extension = LowerCaseExtension(picture);
-    if (extension != ".png" && extension != ".bmp") {
-        std::cerr << "varnel: The picture " << picture << " has to end in .png or .bmp.\n";
-        return 1;
+int Render(const RenderOptions& options) {
+    const std::vector<Job> jobs = PlanJobs(options);
+    if (jobs.empty()) return kFailed;
+    std::signal(SIGINT, OnInterrupt);
+    const bool limited = options.limitSeconds > 0 || options.limitMemory > 0;
+    std::map<int, std::size_t> counts;  // of files, by status
+    std::size_t done = 0;
+    {
+        const Progress progress(jobs.size());
+        for (; done < jobs.size() && interrupted == 0; ++done) {
+            progress.Show(done, jobs[done].file);
+            const int status =
+                limited ? DrawLimited(jobs[done], options) : DrawOne(jobs[done], options);
+            ++counts[status];
+        }
     }
-    try {
-        CWnd window(size.width, size.height);
-        CChartView3D view(&window, size.width, size.height);
-        view.SetAntialiasing(samples);
-        const Loaded loaded = LoadChartFile(view, file);
-        if (!loaded.sentence.empty()) std::cerr << "varnel: " << loaded.sentence << '\n';
-        if (!loaded.usable) return 1;
-        extension == ".png" ? view.SaveToPNG(picture) : view.SaveToFile(picture);
-        // A picture of a part of the chart is a picture, but no success.
-        return loaded.sentence.empty() ? 0 : 2;
-    } catch (const CErr3D& e) {
-        std::cerr << "varnel: " << Describe("The picture " + picture + " cannot be made", e)
-                  << '\n';
-        return 1;
-    }
+    if (jobs.size() > 1 && counts[kDone] < jobs.size())
+        std::cerr << "varnel: " << counts[kDone] + counts[kDamaged] << " of " << jobs.size()
+                  << " pictures made, " << counts[kDamaged] << " of them from damaged files.\n";
+    if (done < jobs.size()) return kInterrupted;
+    for (const int status : {kFailed, kLimit, kDamaged})
+        if (counts[status] > 0) return status;
+    return kDone;
 }
 
 }  // namespace tool

@@ -67,7 +67,7 @@ int View(const std::string& file, const PictureSize& size, int samples) {
         if (closed) return 0;
         std::cerr << "varnel: The display is gone.\n";
         return 1;
-    } catch (const CErr3D& e) {
+    } catch (const Error& e) {
         std::cerr << "varnel: " << Describe("The chart cannot be shown", e) << '\n';
         return 1;
     }

@@ -235,7 +235,7 @@ template <class Action>
 void Viewer::Try(const std::string& what, Action&& action) {
     try {
         action();
-    } catch (const CErr3D& e) {
+    } catch (const Error& e) {
         Tell(Describe(what, e));
     }
 }

@@ -23,6 +23,7 @@ struct Display {
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLConfig config = nullptr;
     bool surfaceless = false;  ///< contexts can be current without a surface
+    std::string name;          ///< of the candidate
 };
 
 /// A place where a display may be found.
@@ -212,6 +213,7 @@ bool NewEglContext(EglContext& out, std::string& why) {
         Display display;
         const std::optional<Failure> failure = Try(candidate, display, out);
         if (!failure) {
+            display.name = candidate.name;
             processDisplay = display;
             why.clear();
             return true;
@@ -219,6 +221,11 @@ bool NewEglContext(EglContext& out, std::string& why) {
         why += (why.empty() ? "" : "; ") + candidate.name + ": " + failure->text;
     }
     return false;
+}
+
+std::string EglPlatformName() {
+    const std::lock_guard lock(displayMutex);
+    return processDisplay ? processDisplay->name : std::string();
 }
 
 bool MakeEglCurrent(const EglContext& context) {

@@ -33,4 +33,7 @@ bool IsEglCurrent(const EglContext& context);
 /// Makes no context current on the thread.
 void MakeEglNonCurrent(const EglContext& context);
 
+/// How the process's display was found, such as "surfaceless"; empty before it was.
+std::string EglPlatformName();
+
 }  // namespace varnel::detail
