@@ -25,6 +25,7 @@
 #include "varnel/foundation/strings.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
+#include "varnel/layout/fit.h"
 #include "varnel/legend/legend.h"
 #include "varnel/legend/legend_object.h"
 #include "varnel/platform/clipboard.h"

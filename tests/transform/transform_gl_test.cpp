@@ -7,15 +7,11 @@
 #include <numbers>
 
 #include "tests/support/gl_fixture.h"
+#include "varnel/foundation/planes.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/files.h"
 
 namespace varnel {
-
-struct TransformTestAccess {
-    static double PositiveRotate(double angle) { return CTransform3D::PositiveRotate(angle); }
-};
-
 namespace {
 
 using Vector = std::array<double, 3>;
@@ -125,10 +121,107 @@ TEST_F(Transform, LimitsRangesAndIdentifiers) {
 }
 
 TEST(TransformAngles, NegativeOnesGainOneTurnAndLargeOnesKeepTheSettledFormula) {
-    EXPECT_EQ(TransformTestAccess::PositiveRotate(-30), 330);
-    EXPECT_EQ(TransformTestAccess::PositiveRotate(-400), -40);
-    EXPECT_EQ(TransformTestAccess::PositiveRotate(360), 360);
-    EXPECT_NEAR(TransformTestAccess::PositiveRotate(450), 450 - 129600, 1e-9);
+    EXPECT_EQ(CTransform3D::PositiveRotate(-30), 330);
+    EXPECT_EQ(CTransform3D::PositiveRotate(-400), -40);
+    EXPECT_EQ(CTransform3D::PositiveRotate(360), 360);
+    EXPECT_NEAR(CTransform3D::PositiveRotate(450), 450 - 129600, 1e-9);
+}
+
+TEST_F(Transform, ViewsAreAzimuthAndElevationOfTheViewer) {
+    // Where the ends of the axes stand on the screen: across, up, and away from the viewer.
+    const struct {
+        int rightHanded;
+        double azimuth, elevation;
+        Vector x, y, z;
+    } views[] = {
+        {1, -90, 0, {1, 0, 0}, {0, 0, 1}, {0, 1, 0}},
+        {1, -90, 90, {1, 0, 0}, {0, 1, 0}, {0, 0, -1}},
+        {1, 0, 0, {0, 0, -1}, {1, 0, 0}, {0, 1, 0}},
+        {0, 90, 0, {1, 0, 0}, {0, 0, -1}, {0, 1, 0}},
+        {0, 0, 0, {0, 0, -1}, {-1, 0, 0}, {0, 1, 0}},
+    };
+    for (const auto& view : views) {
+        CTransform3D t(&GL());
+        t.SetRightHanded(view.rightHanded);
+        t.SetChartRect({1, 1, 1, 0});
+        t.SetView(view.azimuth, view.elevation);
+        t.ChartTransform();
+        const Vector expected[3] = {view.x, view.y, view.z};
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            Vector end{};
+            end[axis] = 1;
+            const Vector at = Apply(t.GetGraphTransform(), end);
+            for (std::size_t i = 0; i < 3; ++i)
+                EXPECT_NEAR(at[i], expected[axis][i], 1e-12) << view.azimuth << " axis " << axis;
+        }
+        EXPECT_EQ(t.IsScaleInverted(1), view.rightHanded);
+        for (const auto& [azimuth, elevation] : {std::pair{-60.0, 30.0}, {135, -20}, {-90, 90}}) {
+            double a = 0;
+            double e = 0;
+            t.SetView(azimuth, elevation);
+            t.GetView(a, e);
+            EXPECT_NEAR(a, azimuth, 1e-12);
+            EXPECT_NEAR(e, elevation, 1e-12);
+        }
+    }
+}
+
+TEST_F(Transform, PixelsAndDataLeadToEachOther) {
+    for (const int rightHanded : {0, 1}) {
+        CTransform3D t(&GL(), {10, 1, 100, 0}, {20, 1000, 400, 0});
+        double x = 0;
+        double y = 0;
+        point3Dtype data;
+        EXPECT_FALSE(t.DataToPixel({10, 10, 100, 0}, x, y)) << "nothing was drawn";
+        EXPECT_FALSE(t.PixelToData(10, 10, 0, data));
+        t.SetAxisScaleMode(1, SCALE_LOGARITHMIC);
+        t.SetRightHanded(rightHanded);
+        t.SetTrueProportions(1);
+        t.SetView(-60, 30);
+        t.SetDrawnViewport({100, 50, 600, 300}, 500);
+        t.ChartTransform();
+        for (int plane = 0; plane < 6; ++plane) {
+            point3Dtype p{12.5, 30, 333, 0};
+            coordassign(
+                p, GetNormalAxis(plane),
+                GetCoord3D(plane < 3 ? t.GetScaleMin() : t.GetScaleMax(), GetNormalAxis(plane)));
+            ASSERT_TRUE(t.DataToPixel(p, x, y));
+            ASSERT_TRUE(t.PixelToData(x, y, plane, data));
+            for (int axis = 0; axis < 3; ++axis)
+                EXPECT_NEAR(GetCoord3D(data, axis) / GetCoord3D(p, axis), 1, 1e-10);
+        }
+        // The middle of the box is that of the viewport, whose upper edge is 150 pixels down.
+        ASSERT_TRUE(t.DataToPixel({15, std::sqrt(1000.0), 250, 0}, x, y));
+        EXPECT_NEAR(x, 400, 1e-9);
+        EXPECT_NEAR(y, 300, 1e-9);
+        t.SetView(-90, 0);
+        t.ChartTransform();
+        EXPECT_FALSE(t.PixelToData(x, y, 0, data)) << "the floor is seen edge-on";
+        EXPECT_TRUE(t.PixelToData(x, y, 1, 50.0, data));
+        EXPECT_NEAR(data.y, 50, 1e-9);
+    }
+}
+
+TEST_F(Transform, TheBoxInProportionAndFitted) {
+    CTransform3D t(&GL(), {0, 0, 0, 0}, {30, 10, 5, 0});
+    t.SetChartRect({0.6, 0.5, 0.5, 0});
+    t.SetBoxProportions(1, 1, 0.7);
+    EXPECT_NEAR(t.GetDrawnRect().y, 0.6, 1e-12);
+    EXPECT_NEAR(t.GetDrawnRect().z, 0.42, 1e-12);
+    t.SetBoxProportionsAsData(0.5);
+    t.ChartTransform();
+    EXPECT_NEAR(t.GetDrawnRect().y, 0.2, 1e-12);
+    EXPECT_NEAR(t.GetDrawnRect().z, 0.3, 1e-12);
+    t.SetFit({0.9, 0.8, 0.7, 0}, {0.1, 0, -0.1, 0});
+    t.ChartTransform();
+    EXPECT_NEAR(Apply(t.GetGraphTransform(), {30, 5, 0})[0], 1.0, 1e-12);
+    EXPECT_EQ(t.GetChartRect().x, 0.6) << "what was set stays";
+    EXPECT_EQ(t.GetOffset().x, 0);
+    t.ClearFit();
+    t.SetBoxProportions(0, 0, 0);
+    EXPECT_EQ(t.GetDrawnRect().y, 0.5);
+    test::ExpectError(ERR3D_PARAMETER, ERR3DCLASS_TRANSFORM3D, "SetBoxProportions",
+                      [&] { t.SetBoxProportions(1, -1, 1); });
 }
 
 TEST_F(Transform, RecordHasItsLayoutAndComesBack) {

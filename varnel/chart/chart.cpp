@@ -232,8 +232,14 @@ void CChart3D::SetChartViewport(const GLViewportType& v) {
 
 void CChart3D::SetFontFactors() {
     if (m_pOpenGL != nullptr) m_pOpenGL->SetFontScaleFactor(m_FontSize);
+    int width = 0;
+    int height = 0;
+    if (m_pChartView != nullptr) m_pChartView->GetViewSize(&width, &height);
     for (const auto& transform : m_TransformList) {
-        transform->SetFontAspect(m_ViewportAspect * m_ViewAspect);
+        transform->SetDrawnViewport(m_ChartViewport, height);
+        // Units of a transform that keeps its proportions are as wide as high already.
+        const double aspect = transform->GetTrueProportions() != 0 ? 1.0 : m_ViewportAspect;
+        transform->SetFontAspect(aspect * m_ViewAspect);
         transform->SetFontHeightSF(m_FontHeightSF);
     }
 }

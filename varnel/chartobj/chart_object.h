@@ -417,6 +417,7 @@ class VARNEL_API CChartObj3D {
     int GetSymbol2() const { return m_Saved.m_Symbol2; }
     void SetIndWidth(double width) { m_Saved.m_IndWidth = width; }
     double GetIndWidth() const { return m_Saved.m_IndWidth; }
+    double GetDepthWidth() const { return m_Saved.m_DepthWidth; }
     double GetBaseValue() const { return m_Saved.m_BaseValue; }
     double GetConstValue() const { return m_Saved.m_ConstValue; }
     void SetNumDataPnts(int n) { m_Saved.m_NumDataPnts = n; }
@@ -436,6 +437,8 @@ class VARNEL_API CChartObj3D {
     int GetIndJustify() const { return m_Saved.m_IndJustify; }
     /// How open-high-low-close and box-and-whisker charts place GetIndWidth() about their values.
     void SetDepJustify(int justify) { m_Saved.m_DepJustify = justify; }
+    int GetDepJustify() const { return m_Saved.m_DepJustify; }
+    int GetDepthJustify() const { return m_Saved.m_DepthJustify; }
     /// INDAXIS_X (0) or INDAXIS_Y (1).
     void SetIndAxis(int axis) { m_Saved.m_IndAxis = axis; }
     int GetIndAxis() const { return m_Saved.m_IndAxis; }

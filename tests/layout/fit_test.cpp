@@ -1,0 +1,97 @@
+#include "varnel/layout/fit.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace varnel {
+namespace {
+
+constexpr double kLabels = 60.0;  // pixels that stand around the box on each side
+
+PixelRect WithLabels(const BoxPlacement& p) {
+    PixelRect all = BoxExtent(p);
+    return {all.left - 2 * kLabels, all.bottom - kLabels, all.right, all.top + kLabels / 2};
+}
+
+BoxPlacement Frame(int width, int height, double azimuth, double elevation) {
+    BoxPlacement p;
+    p.width = width;
+    p.height = height;
+    p.trueProportions = true;
+    p.rotation = {-elevation, 0.0, 90.0 + azimuth, 0.0};
+    return p;
+}
+
+TEST(Fit, EverythingIsInsideAndTheBoxTouchesItsRoom) {
+    for (const auto& [width, height] :
+         {std::pair{1600, 1200}, {640, 480}, {360, 640}, {320, 240}}) {
+        for (const double azimuth : {-127.5, -60.0, 10.0, -90.0}) {
+            for (const double elevation : {0.0, 30.0, 90.0}) {
+                for (const bool fill : {false, true}) {
+                    FitOptions options;
+                    options.top = 30.0;
+                    options.fillFrame = fill;
+                    const BoxPlacement p =
+                        FitBox(Frame(width, height, azimuth, elevation), options, WithLabels);
+                    const PixelRect all = WithLabels(p);
+                    const double margin = 0.02 * std::min(width, height);
+                    const PixelRect room{margin, margin, width - margin, height - margin - 30.0};
+                    SCOPED_TRACE(testing::Message() << width << "x" << height << " " << azimuth
+                                                    << " " << elevation << " " << fill);
+                    EXPECT_TRUE(room.Contains(all, 0.5));
+                    const bool wide = all.Width() > room.Width() - 1.0;
+                    const bool high = all.Height() > room.Height() - 1.0;
+                    EXPECT_TRUE(wide || high);
+                    EXPECT_TRUE((wide && high) || !fill || elevation > 20.0);
+                }
+            }
+        }
+    }
+}
+
+TEST(Fit, SharesOfTheFrameAtUsualViews) {
+    FitOptions options;
+    options.top = StripsFor(TextSizesFor(1600, 1200), true, false, false).top;
+    const double labels = 3.5 * TextSizesFor(1600, 1200).label;
+    const auto measure = [&](const BoxPlacement& p) {
+        const PixelRect box = BoxExtent(p);
+        return PixelRect{box.left - labels, box.bottom - labels, box.right, box.top};
+    };
+    const auto share = [&](const BoxPlacement& p) {
+        return BoxExtent(p).Width() * BoxExtent(p).Height() / (1600.0 * 1200.0);
+    };
+    EXPECT_GT(share(FitBox(Frame(1600, 1200, -127.5, 30), options, measure)), 0.40);
+    options.proportions = {1.0, 0.12, 0.7, 0.0};
+    options.fillFrame = true;
+    EXPECT_GT(share(FitBox(Frame(1600, 1200, -90, 0), options, measure)), 0.70);
+}
+
+TEST(Fit, ATurningBoxKeepsItsSizeAndFitsEveryWay) {
+    const BoxPlacement fit = FitTurningBox(Frame(800, 600, -60, 25), {}, WithLabels);
+    for (int azimuth = -180; azimuth < 180; azimuth += 5) {
+        BoxPlacement p = FitTurningBox(Frame(800, 600, azimuth, 25), {}, WithLabels);
+        EXPECT_NEAR(p.rect.x, fit.rect.x, 1e-3);
+        EXPECT_NEAR(p.offset.z, fit.offset.z, 1e-3);
+        EXPECT_TRUE((PixelRect{9.0, 9.0, 791.0, 591.0}.Contains(WithLabels(p)))) << azimuth;
+    }
+}
+
+TEST(Fit, ProportionsHoldOnTheScreen) {
+    FitOptions options;
+    options.proportions = {2.0, 1.0, 1.0, 0.0};
+    const BoxPlacement p = FitBox(Frame(300, 900, -90, 90), options, BoxExtent);
+    EXPECT_NEAR(BoxExtent(p).Width() / BoxExtent(p).Height(), 2.0, 1e-6);
+    EXPECT_NEAR(BoxToPixel(p, p.rect).x, 300 - 6, 0.5);
+}
+
+TEST(Fit, TextSizesFollowTheSmallerSide) {
+    EXPECT_NEAR(TextSizesFor(640, 480).label, 14.67, 0.01);
+    EXPECT_EQ(TextSizesFor(200, 9000).label, 9.0);
+    EXPECT_EQ(TextSizesFor(4000, 9000).label, 60.0);
+    EXPECT_GT(TextSizesFor(1600, 1200).label, 25.0);
+    EXPECT_EQ(StripsFor(TextSizesFor(640, 480), false, false, false).top, 0.0);
+}
+
+}  // namespace
+}  // namespace varnel
