@@ -4,6 +4,9 @@
 #include <limits>
 
 #include "tests/support/gl_fixture.h"
+#include "varnel/foundation/notice.h"
+#include "varnel/render/aux_shapes.h"
+#include "varnel/render/detail/scene.h"
 #include "varnel/render/font.h"
 
 namespace varnel {
@@ -564,6 +567,155 @@ TEST_F(OpenGL, AntialiasingSmoothsAndKeepsTheGeometry) {
     ExpectPixel(20, 30, 0, 0, 0);
     GL().SetSamples(0);
     EXPECT_EQ(greys(), 0);
+}
+
+TEST_F(OpenGL, FollowsAtOnceWhileItIsCurrentAndCollectsNothing) {
+    const auto sent = [](GLenum what) {
+        float values[16];
+        glGetFloatv(what, values);
+        return values[what == GL_CURRENT_COLOR ? 0 : 12];  // red, or the move along x
+    };
+    GL().SetColorMode(COLOR_MODE_LIT);
+    Draw([&] {
+        GL().PushMatrix();
+        GL().Translate3D(0.5, 0, 0);
+        GL().SetFillStyle3D(kRed, kBlack, kBlack);
+        auxSolidCube(0.2);
+        GL().PopMatrix();
+    });
+    EXPECT_EQ(Inked(), 100);
+    EXPECT_GT(Pixel(75, 50).rgbRed, Pixel(75, 50).rgbGreen);
+    EXPECT_EQ(sent(GL_MODELVIEW_MATRIX), 0.0F) << "the matrix came back";
+    {
+        const CollectScope collecting(GL());
+        GL().Translate3D(0.25, 0, 0);
+        GL().SetCurrentColor(kGreen);
+        EXPECT_EQ(sent(GL_MODELVIEW_MATRIX), 0.0F);
+        EXPECT_EQ(sent(GL_CURRENT_COLOR), 1.0F);
+    }
+    EXPECT_EQ(sent(GL_MODELVIEW_MATRIX), 0.25F);
+    EXPECT_EQ(sent(GL_CURRENT_COLOR), 0.0F);
+
+    COpenGL other(m_Window->GetDC(), m_Section.get());
+    GL().Translate3D(0.5, 0, 0);
+    GL().SetCurrentColor(kBlack);
+    EXPECT_EQ(sent(GL_MODELVIEW_MATRIX), 0.0F) << "another context is current";
+    EXPECT_EQ(sent(GL_CURRENT_COLOR), 1.0F);
+    other.Close();
+}
+
+TEST_F(OpenGL, AContextMadeAgainStartsFromKnownState) {
+    const point3Dtype square[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
+    const auto use = [&] {
+        GL().SetColorMode(COLOR_MODE_LIT);
+        GL().SetClipLimits({-0.5, -0.5, -0.5, 0}, {0.5, 0.5, 0.5, 0});
+        GL().EnableClipping(1);
+        GL().SetLineStyle3D(LINE_SOLID, 5.0, kBlack);
+        GL().SetFillStyle3D(kRed, kBlack, kBlack);
+        Draw([&] {
+            GL().PolyFillAbs3D(square, 4);
+            GL().LineAbs3D({-1, 0, 0, 0}, {1, 0, 0, 0});
+        });
+        return std::vector<BYTE>(m_Section->FindDIBBits(),
+                                 m_Section->FindDIBBits() + kSize * kSize * 4);
+    };
+    const auto first = use();
+    EXPECT_NEAR(Inked(), 50 * 50, 100);
+    for (void (COpenGL::*again)() : {&COpenGL::InitContext, &COpenGL::SetOpenGLDefaults}) {
+        GL().Translate3D(0.3, 0, 0);
+        (GL().*again)();
+        EXPECT_FALSE(Enabled(GL_CLIP_PLANE0));
+        EXPECT_EQ(use(), first);
+    }
+}
+
+TEST_F(OpenGL, AFailedContextSaysWhyInTheError) {
+    CDC memory;
+    memory.CreateCompatibleDC(m_Window->GetDC());
+    CDIBSection section(m_Window->GetDC(), &memory, 1 << 20, 1, 8);
+    memory.SelectObject(section.GetBitmap());
+    int notices = 0;
+    const NoticeHandler before = SetNoticeHandler([&](const std::string&) { ++notices; });
+    const std::string what = test::WhatOf([&] { COpenGL none(m_Window->GetDC(), &section); });
+    SetNoticeHandler(before);
+    EXPECT_EQ(what, "InitContext: no framebuffer of 1048576 x 1");
+    EXPECT_EQ(notices, 0) << "report mode 0 shows nothing";
+}
+
+/// Counts what it is handed and keeps one of each.
+struct ListingSink : detail::SceneSink {
+    std::vector<detail::PolygonRecord> polygons;
+    std::vector<detail::Element> segments;
+    std::string text;
+    std::string order;
+    double corner = 0, lit = 0, dashes = 0, picture = 0;
+
+    void Clear(const detail::SceneState&, bool, bool) override { order += 'c'; }
+    void DrawBatch(const detail::SceneState& state, const detail::PrimitiveBatch& b) override {
+        order += 'b';
+        polygons = b.Polygons();
+        for (const detail::LineRun& run : b.Lines())
+            segments.insert(segments.end(), run.elements.begin(), run.elements.end());
+        corner = b.Corner(polygons.at(0).first + 1).x;
+        lit = detail::LitColor(state.light, polygons.at(0).normal, polygons.at(0).color).r;
+    }
+    void DrawStrip(const detail::SceneState&, const detail::LineStrip& strip) override {
+        order += 's';
+        dashes = strip.pattern * strip.repeat;
+    }
+    void DrawText(const detail::SceneState&, const detail::TextRun& run) override {
+        order += 't';
+        text = std::string(run.text) + (run.color.g == 1.0 ? " in green" : "");
+        corner += run.placement.At(0, 3);
+    }
+    void DrawImage(const detail::SceneState&, const detail::ImageQuad& image) override {
+        order += 'i';
+        picture = image.corners[2].x * image.repeatX;
+    }
+};
+
+TEST_F(OpenGL, AnotherSinkGetsTheWholeScene) {
+    ListingSink sink;
+    const point3Dtype square[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
+    const BYTE pixel[4] = {255, 0, 0, 255};
+    GL().Clear(CLEAR_COLOR_AND_DEPTH);
+    GL().SetColorMode(COLOR_MODE_LIT);
+    GL().SetLightComponent(LIGHT_DIFFUSE, {0.25, 0, 0, 1});
+    GL().SetLightPosition({0, 1, 0, 0});
+    for (const int component : {LIGHT_AMBIENT, LIGHT_DIFFUSE, LIGHT_POSITION})
+        GL().LoadLight(component);
+    GL().SetSink(&sink);
+    GL().Clear(CLEAR_COLOR);
+    GL().Translate3D(0.125, 0, 0);
+    {
+        const CollectScope collecting(GL());
+        GL().SetFrameFilled(1);
+        GL().SetFillStyle3D({1, 0, 0, 1}, kBlack, kBlack);
+        GL().SetElement(3, 7);
+        GL().PolyFillAbs3D(square, 4);
+        GL().SetFrameFilled(0);
+        GL().SetElement(-1, -1);
+    }
+    GL().SetLineStyle3D(LINE_DOTS_WIDE, 1.0, kBlack);
+    GL().LineAbs3D({0, 0, 0, 0}, {1, 0, 0, 0});
+    GL().SetCurrentColor(kGreen);
+    GL().DrawTextRun(*GL().GetFont(), "total");
+    GL().DrawPicture(pixel, 1, 1, square, 2, 1);
+    GL().SetSink(nullptr);
+    GL().ReadBack();
+    EXPECT_EQ(Inked(), kSize * kSize) << "the image stays as it was: black";
+    EXPECT_EQ(Pixel(50, 50).rgbRed, 0);
+    EXPECT_EQ(sink.order, "cbsti");
+    ASSERT_EQ(sink.polygons.size(), 1U);
+    EXPECT_EQ(sink.polygons[0].count, 4U);
+    EXPECT_EQ(sink.polygons[0].element, (detail::Element{3, 7}));
+    EXPECT_EQ(sink.segments, std::vector<detail::Element>(3, {3, 7}));
+    EXPECT_EQ(sink.corner, -1 + 0.125 + 0.125);
+    // Ambient light 0.4 and 0.1, and the diffuse light from the viewer's side.
+    EXPECT_NEAR(sink.lit, 0.75, 1e-7);
+    EXPECT_EQ(sink.dashes, 0x0101);
+    EXPECT_EQ(sink.text, "total in green");
+    EXPECT_EQ(sink.picture, 2 * 1.125);
 }
 
 TEST_F(OpenGL, ForeignPointersAndMissingDevices) {

@@ -1,14 +1,11 @@
 #include "varnel/axes/text_object.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 #include <cmath>
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/record.h"
-#include "varnel/render/detail/text_batch.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
@@ -113,36 +110,10 @@ void CTextObj3D::DrawLines(const CFont3D& font, double width) const {
         m_pOpenGL->PushMatrix();
         // JustifyOffset is how far a text of that width lies before its location.
         m_pOpenGL->Translate3D(detail::JustifyOffset(own - width, m_Saved.m_XJustify), y, 0.0);
-        DrawLine(font, line);
+        m_pOpenGL->DrawTextRun(font, line);
         m_pOpenGL->PopMatrix();
         y -= detail::kLineSpacing;
     });
-}
-
-void CTextObj3D::DrawLine(const CFont3D& font, std::string_view line) const {
-    double placement[16];
-    m_pOpenGL->GetModelView(placement);
-    detail::Matrix4 matrix;
-    std::copy(placement, placement + 16, matrix.m.begin());
-    m_pOpenGL->SyncState();
-    detail::TextBatch batch;
-    batch.Add(*font.GetFace(), line, matrix, m_Saved.m_Color);
-    if (batch.Indices().empty()) return;
-    glPushMatrix();
-    glLoadIdentity();
-    glCullFace(GL_BACK);
-    glEnable(GL_CULL_FACE);
-    constexpr auto stride = static_cast<GLsizei>(sizeof(detail::LineVertex));
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_COLOR_ARRAY);
-    glVertexPointer(3, GL_FLOAT, stride, batch.Vertices().front().position);
-    glColorPointer(3, GL_FLOAT, stride, batch.Vertices().front().color);
-    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(batch.Indices().size()), GL_UNSIGNED_INT,
-                   batch.Indices().data());
-    glDisableClientState(GL_COLOR_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-    glDisable(GL_CULL_FACE);
-    glPopMatrix();
 }
 
 void CTextObj3D::Transform() {

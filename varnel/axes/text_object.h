@@ -148,7 +148,6 @@ class VARNEL_API CTextObj3D {
  private:
     const CFont3D* CurrentFont() const;
     void DrawLines(const CFont3D& font, double width) const;
-    void DrawLine(const CFont3D& font, std::string_view line) const;
 
     /// The attributes, as records keep them.
     struct Saved {

@@ -6,7 +6,6 @@
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/platform/files.h"
-#include "varnel/render/detail/gl.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
@@ -18,38 +17,11 @@ bool IsFinite(const point3Dtype& p) {
     return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
 
-/// OpenGL state for one picture; what was set before comes back at the end.
-class TextureScope {
- public:
-    TextureScope() {
-        glPushAttrib(GL_TEXTURE_BIT | GL_ENABLE_BIT | GL_CURRENT_BIT);
-        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
-        glEnable(GL_TEXTURE_2D);
-    }
-    ~TextureScope() {
-        glPopClientAttrib();
-        glPopAttrib();
-    }
-    TextureScope(const TextureScope&) = delete;
-    TextureScope& operator=(const TextureScope&) = delete;
-};
-
-void UploadTexture(CDib& dib) {
-    GLint most = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
-    const auto side = static_cast<unsigned int>(most);
+/// The picture as OpenGL takes it, no larger than it can be.
+void FitPicture(CDib& dib, unsigned int side) {
     if (dib.GetTextureBits() == nullptr || dib.GetTextureWidth() > side ||
         dib.GetTextureHeight() > side)
         dib.TranslateDIBToOGL(nullptr, side);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, 4, static_cast<GLsizei>(dib.GetTextureWidth()),
-                 static_cast<GLsizei>(dib.GetTextureHeight()), 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                 dib.GetTextureBits());
 }
 
 }  // namespace
@@ -171,22 +143,11 @@ void CDIBObj3D::DrawDIBObj() {
     if (!m_pOpenGL->MakeCurrent()) return;
     m_pOpenGL->PushMatrix();
     m_pTransform->TextTransform();
-    m_pOpenGL->SyncState();
-    {
-        const TextureScope texture;
-        UploadTexture(*m_pDib);
-        glBegin(GL_QUADS);
-        glNormal3d(0.0, 1.0, 0.0);
-        glTexCoord2i(0, 0);
-        glVertex3d(c1.x, c1.y, c1.z);
-        glTexCoord2i(0, m_RepeatY);
-        glVertex3d(c2.x, c2.y, c2.z);
-        glTexCoord2i(m_RepeatX, m_RepeatY);
-        glVertex3d(c3.x, c3.y, c3.z);
-        glTexCoord2i(m_RepeatX, 0);
-        glVertex3d(c3.x, c3.y, c1.z);
-        glEnd();
-    }
+    FitPicture(*m_pDib, static_cast<unsigned int>(m_pOpenGL->GetLargestPicture()));
+    const point3Dtype corners[4] = {c1, c2, c3, {c3.x, c3.y, c1.z, 0.0}};
+    m_pOpenGL->DrawPicture(m_pDib->GetTextureBits(), static_cast<int>(m_pDib->GetTextureWidth()),
+                           static_cast<int>(m_pDib->GetTextureHeight()), corners, m_RepeatX,
+                           m_RepeatY);
     m_pOpenGL->PopMatrix();
     m_pOpenGL->SyncState();
 }

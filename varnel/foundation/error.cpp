@@ -43,7 +43,7 @@ CErr3D::CErr3D() {
 
 CErr3D::CErr3D(CErr3DTypes type, CErr3DClass cls, const CString& functionName)
     : m_ErrorClass(cls), m_ErrorType(type), m_FunctionName(functionName) {
-    if (detail::Counted(nErrorReportMode) == 1) ShowNotice(GetErrorDescription(type));
+    if (GetErrorReportMode() == 1) ShowNotice(GetErrorDescription(type));
 }
 
 void CErr3D::InitErr3DDefaults() {
@@ -59,6 +59,10 @@ CString CErr3D::GetErrorDescription(CErr3DTypes type) {
 
 void CErr3D::SetErrorReportMode(int mode) {
     detail::SetCounter(nErrorReportMode, mode);
+}
+
+int CErr3D::GetErrorReportMode() {
+    return detail::Counted(nErrorReportMode);
 }
 
 Error::Error(CErr3DTypes type, CErr3DClass cls, const CString& functionName, const CString& detail)

@@ -81,6 +81,7 @@ class VARNEL_API CErr3D {
     /// 1: each error's description is shown when the error is made; anything else: silence. One
     /// setting for the whole process; it starts at 1.
     static void SetErrorReportMode(int mode);
+    static int GetErrorReportMode();
 
     CErr3DClass m_ErrorClass;
     CErr3DTypes m_ErrorType;

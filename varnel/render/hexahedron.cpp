@@ -53,7 +53,7 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
     const int handedness = renderer.matrix.Handedness();
     const int orientation = Orientation(device.data()) * handedness;
     const bool whole = std::all_of(faceFlags, faceFlags + 6, [](int flag) { return flag != 0; });
-    const bool hideBack = orientation != 0 && whole && !renderer.clipping;
+    const bool hideBack = orientation != 0 && whole && !renderer.scene.clipping;
     unsigned edges = 0;
     for (const HexahedronFace& face : kHexahedronFaces) {
         if (faceFlags[face.flag] == 0) continue;
@@ -78,7 +78,7 @@ void AddHexahedronEdges(Renderer& renderer, unsigned edges, const RGBDType& colo
         const Vec3 ends[2] = {renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][0])],
                               renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][1])]};
         if (!SamePlace(ends[0], ends[1]))
-            renderer.batch.AddOutline(renderer.lineWidth, ends, 2, false, color);
+            renderer.batch.AddOutline(renderer.lineWidth, ends, 2, false, color, renderer.element);
     }
 }
 

@@ -111,6 +111,12 @@ void MatrixStack::Derive() {
     m_Affine = m[3] == 0.0 && m[7] == 0.0 && m[11] == 0.0 && m[15] == 1.0;
 }
 
+Vec3 MatrixStack::DirectionToDevice(const Vec3& d) const {
+    const auto& m = Top().m;
+    return {m[0] * d.x + m[4] * d.y + m[8] * d.z, m[1] * d.x + m[5] * d.y + m[9] * d.z,
+            m[2] * d.x + m[6] * d.y + m[10] * d.z};
+}
+
 Vec3 MatrixStack::NormalToDevice(const Vec3& n) const {
     return Normalized({Dot(m_NormalRows[0], n), Dot(m_NormalRows[1], n), Dot(m_NormalRows[2], n)});
 }

@@ -9,9 +9,18 @@
 // floats, so that data far from the origin (time stamps, say) do not jitter. Between the start and
 // the end of one object's drawing (CollectScope) primitives are collected and handed over in few
 // large calls, fills before the lines on them; outside of it each primitive is drawn at once.
+//
+// Drawing with OpenGL calls of one's own: while this context is current on the thread and nothing
+// is collected, OpenGL's matrix, current colour, lighting, texture switch and viewport follow the
+// operations below at once; during a collection, SyncState brings them up to date. A context of the
+// host's that is current instead is never touched. In turn, the primitives below take nothing from
+// OpenGL but the depth test, depth mask, blending and the like: they replace its matrix (what was
+// loaded with glLoadMatrix is ignored), and a projection other than the identity or a perspective
+// draws them wrongly, because faces that look away are left out.
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -20,6 +29,7 @@
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
 #include "varnel/platform/device_context.h"
+#include "varnel/render/codes.h"
 
 namespace varnel {
 
@@ -28,12 +38,9 @@ class CFont3D;
 
 namespace detail {
 class Renderer;
+class SceneSink;
 struct SurfaceStyle;
 }  // namespace detail
-
-/// The code of the ambient colour of the whole scene among the light components; the others are
-/// OpenGL's own: 4608 ambient, 4609 diffuse, 4610 specular, 4611 position.
-inline constexpr int LIGHT_MODEL_AMBIENT = 12345;
 
 class VARNEL_API COpenGL {
  public:
@@ -43,8 +50,8 @@ class VARNEL_API COpenGL {
 
     /// A context that renders into `pDIB`, current on this thread, with one font. `pDC` is the
     /// device whose colour depth is used; neither is owned and both must outlive Close(). Raises
-    /// "Pixel Format Error" ("InitContext") when no driver gives a usable context; the notice
-    /// channel is told what was tried.
+    /// "Pixel Format Error" ("InitContext") when no driver gives a usable context; what() says what
+    /// was tried, and with report mode 1 the notice channel is told, too.
     COpenGL(CDC* pDC, CDIBSection* pDIB);
 
     /// Deletes the fonts; calls no OpenGL once Close() was called.
@@ -56,7 +63,9 @@ class VARNEL_API COpenGL {
 
     /// Gives every attribute its default, creates the context and the first font.
     void SetOpenGLDefaults();
-    /// Creates the context and its fixed state.
+    /// Creates the context and its fixed state: identity matrix, no lighting, no clipping, lines
+    /// one pixel wide, a viewport that covers the image, no colour table. Called again, it replaces
+    /// the context.
     void InitContext();
     /// Chooses and sets the pixel format of the image's device context.
     BOOL bSetupPixelFormat();
@@ -83,11 +92,12 @@ class VARNEL_API COpenGL {
 
     /// Sets the colour that Clear uses; its alpha is always 0, whatever `a` is.
     void SetClearColor(double r, double g, double b, double a);
-    /// Clears the buffers of an OpenGL mask (16384 colour, 256 depth, 16640 both) inside the
-    /// viewport.
+    /// Clears inside the viewport what the mask says: CLEAR_COLOR (16384), CLEAR_DEPTH (256) or
+    /// CLEAR_COLOR_AND_DEPTH (16640).
     void Clear(int mask);
 
-    /// 0: flat colours; anything else: lit. Takes effect at once.
+    /// COLOR_MODE_FLAT (0): flat colours; anything else: lit (COLOR_MODE_LIT 1, COLOR_MODE_VALUE
+    /// 2). Takes effect at once.
     void SetColorMode(int mode);
     int GetColorMode() const { return m_ColorMode; }
 
@@ -124,12 +134,21 @@ class VARNEL_API COpenGL {
     void SetFrameFilled(BOOL on) { m_FrameFilled = on; }
     BOOL GetFrameFilled() const { return m_FrameFilled; }
 
-    /// Draws what was collected and gives OpenGL the matrix and state that this object holds. Call
-    /// it before OpenGL calls of your own, and again after calls that changed the matrix.
+    /// Draws what was collected and gives OpenGL the matrix, the current colour, lighting, texture
+    /// switch and line width that this object holds. Call it before OpenGL calls of your own inside
+    /// a collection, and after calls that changed one of these.
     void SyncState();
 
+    /// Hands everything drawn from now on to another consumer than the image, until null is given;
+    /// not owned. The state of OpenGL follows as before, the image keeps its picture.
+    void SetSink(detail::SceneSink* sink);
+    /// What the primitives drawn from now on stand for: the number of a chart object and of a datum
+    /// in it; -1, the default, none. Only consumers that ask for it are told.
+    void SetElement(int object, int index);
+
     // --- Matrices: operations on the model-view matrix, column-major as in OpenGL ------------
-    // They touch no OpenGL; its own matrix follows with the next drawing or SyncState().
+    // OpenGL's own matrix follows at once while this context is current on the thread and nothing
+    // is collected, else with the next drawing or SyncState(). A foreign context stays untouched.
 
     void LoadIdentity();
     void PushMatrix();
@@ -146,24 +165,25 @@ class VARNEL_API COpenGL {
 
     // --- Light: one directional light --------------------------------------------------------
 
-    /// Stores a light component; codes other than 4608, 4609, 4610 and LIGHT_MODEL_AMBIENT are
-    /// ignored. LoadLight sends it.
+    /// Stores a light component: LIGHT_AMBIENT (4608), LIGHT_DIFFUSE (4609), LIGHT_SPECULAR (4610)
+    /// or LIGHT_MODEL_AMBIENT (12345); other codes are ignored. LoadLight sends it.
     void SetLightComponent(int which, const RGBDType& c);
     /// The stored component, (0, 0, 0, 0) for other codes.
     RGBDType GetLightComponent(int which) const;
     /// Stores the direction of the light in chart axes (z up): sent as (x, z, -y).
     void SetLightPosition(const point3Dtype& p);
-    /// Sends a component to OpenGL: 4608 both ambient colours, 4609, 4610, 4611 the position, seen
-    /// through the current matrix.
+    /// Sends a component to OpenGL: LIGHT_AMBIENT (4608) both ambient colours, LIGHT_DIFFUSE
+    /// (4609), LIGHT_SPECULAR (4610), LIGHT_POSITION (4611) the position, seen through the current
+    /// matrix.
     void LoadLight(int which);
     /// Enables an OpenGL capability.
     void EnableLight(int cap);
 
     // --- Colour by value: a one-dimensional texture ------------------------------------------
 
-    /// Which coordinate of a vertex drives the texture: 0 x, 1 y, 3 the value w, anything else z. A
-    /// mode of 0 or more also sets the texture's parameters: nearest colour, repeated beyond its
-    /// ends, replacing the lit colour.
+    /// Which coordinate of a vertex drives the texture: TEXTURE_X (0), TEXTURE_Y (1), TEXTURE_VALUE
+    /// (3) the value w, anything else z. A mode of 0 or more also sets the texture's parameters:
+    /// nearest colour, repeated beyond its ends, replacing the lit colour.
     void SetTextureMode(int mode);
     void EnableTexture(BOOL on);
     /// The first n colours become the texture, the last one repeated up to a power of two (at least
@@ -208,9 +228,12 @@ class VARNEL_API COpenGL {
 
     // --- Style -------------------------------------------------------------------------------
 
-    void SetLineColor3D(const RGBDType& c) { m_LineColor = c; }
+    // Colour components run from 0 to 1; one above 1 is told as a diagnostic and counts as 1.
+
+    void SetLineColor3D(const RGBDType& c);
     RGBDType GetLineColor3D() const { return m_LineColor; }
-    /// Style 0..15 of the stipple table (others draw solid), width in pixels, colour.
+    /// Style 0..15 of the stipple table, LINE_SOLID to LINE_DASH_DOT_DOT (others draw solid), width
+    /// in pixels, colour.
     void SetLineStyle3D(int style, double width, const RGBDType& color);
     void SetLineStyle(int style) { m_LineStyle = style; }
     int GetLineStyle() const { return m_LineStyle; }
@@ -224,13 +247,14 @@ class VARNEL_API COpenGL {
     void SetLineNormal(const point3Dtype& n, BOOL absolute);
     point3Dtype GetLineNormal() const { return m_LineNormal; }
     /// Stores the fill, second and frame colours and, in colour modes 0 and 1, makes `fill` the
-    /// current colour.
+    /// current colour; see SetCurrentColor.
     void SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const RGBDType& frame);
     RGBDType GetFillColor() const { return m_FillColor; }
     RGBDType GetFillColor2() const { return m_FillColor2; }
     RGBDType GetFrameColor() const { return m_FrameColor; }
-    /// Makes a colour the current one, whatever the colour mode.
-    void SetCurrentColor(const RGBDType& color) { m_CurrentColor = color; }
+    /// Makes a colour the current one, whatever the colour mode. OpenGL's current colour follows at
+    /// once while this context is current on the thread and nothing is collected.
+    void SetCurrentColor(const RGBDType& color);
 
     // --- Lines -------------------------------------------------------------------------------
 
@@ -286,9 +310,27 @@ class VARNEL_API COpenGL {
                                 const RGBDType& frame);
     void DrawHourglassSolidObject3D(double w, double h, double d, const RGBDType& fill,
                                     const RGBDType& frame);
-    /// One of the shapes 1..10 of solids/aux_shapes.h, solid in the fill colour or as wire in the
-    /// line colour; other codes draw nothing. After a wire shape the colour mode is 0.
+    /// One of the shapes AUX_SPHERE (1) to AUX_CONE (10) of render/aux_shapes.h, solid in the fill
+    /// colour or as wire in the line colour; other codes draw nothing. After a wire shape the
+    /// colour mode is 0.
     void DrawAuxObject(int shape, int solid, const point3Dtype& size);
+    /// The solid shape, pushed back a little as fills are that get a frame (SetFrameOffset), so
+    /// that wire drawn over it is seen whole.
+    void DrawAuxObjectBehind(int shape, const point3Dtype& size);
+
+    // --- Texts and pictures ------------------------------------------------------------------
+
+    /// A text on one line, valid UTF-8, in the current colour, in ems from the origin of the
+    /// current matrix.
+    void DrawTextRun(const CFont3D& font, std::string_view text);
+    /// A picture on the quadrilateral of four corners (lower left, upper left, upper right, lower
+    /// right) with the normal (0, 1, 0), repeated over it. `pixels` holds width x height times red,
+    /// green, blue and alpha, the lowest row first; neither side may be longer than
+    /// GetLargestPicture().
+    void DrawPicture(const BYTE* pixels, int width, int height, const point3Dtype corners[4],
+                     int repeatX, int repeatY);
+    /// The longest side of a picture in pixels.
+    int GetLargestPicture();
 
     /// The normal of planes 0, 3 (0, 0, 1), 1, 4 (0, 1, 0) and 2, 5 (1, 0, 0); numbers repeat every
     /// three, negative ones give (0, 0, 0) unless they are multiples of 3. w is left alone.
@@ -304,6 +346,7 @@ class VARNEL_API COpenGL {
     void EndCollect();
     void FinishPrimitive();
     bool Ready();
+    bool Follows() const;
     void DropOpenLine();
     void FinishRun();
     void Outline(const point3Dtype* pts, int n, const RGBDType& color, bool closed);

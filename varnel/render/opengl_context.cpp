@@ -65,36 +65,27 @@ BOOL COpenGL::bSetupPixelFormat() {
 
 void COpenGL::InitContext() {
     if (m_pClientDC == nullptr || bSetupPixelFormat() == 0)
-        detail::Raise(ERR3D_PIXEL_FORMAT, ERR3DCLASS_OPENGL, "InitContext");
+        detail::Raise(ERR3D_PIXEL_FORMAT, ERR3DCLASS_OPENGL, "InitContext",
+                      "the device has no pixel format to draw in");
     m_pDIBSection->CreateRGBPalette();
     std::string why;
-    m_Renderer->context = GLContext::Create(*m_pClientDC, why);
-    if (m_Renderer->context == nullptr) {
-        ShowNotice(why);
-        detail::Raise(ERR3D_PIXEL_FORMAT, ERR3DCLASS_OPENGL, "InitContext");
+    auto context = GLContext::Create(*m_pClientDC, why);
+    if (context == nullptr) {
+        if (CErr3D::GetErrorReportMode() == 1) ShowNotice(why);
+        detail::Raise(ERR3D_PIXEL_FORMAT, ERR3DCLASS_OPENGL, "InitContext", why);
     }
-    glClearDepth(1.0);
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    // A chart's box may reach beyond the near and far planes when it turns; it is not cut there.
-    glEnable(GL_DEPTH_CLAMP);
-    glDisable(GL_POLYGON_SMOOTH);
-    glPolygonOffset(1.0F, 1.0F);
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glEnable(GL_NORMALIZE);
-    glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE);
+    // A new context covers the whole image, whatever the viewport of one before it was.
+    AssignViewport(m_Viewport, 0, 0, m_pDIBSection->DIBWidth(), m_pDIBSection->DIBHeight());
+    m_Renderer->Start(std::move(context), m_Viewport);
 }
 
 void COpenGL::Close() {
-    if (m_Renderer->context != nullptr) {
+    if (m_Renderer->gl.context != nullptr) {
         // Fonts hold display lists, which end with the context.
         Ready();
         m_FontList.RemoveAll();
         GLContext::MakeNonCurrent();
-        m_Renderer->context.reset();
+        m_Renderer->gl.context.reset();
     }
     if (m_pClientDC != nullptr) m_pClientDC->SelectPalette(nullptr, 0);
 }
@@ -114,34 +105,43 @@ void COpenGL::ExchangeBuffers() {
 
 void COpenGL::ReadBack() {
     SyncState();
-    if (Ready()) m_Renderer->context->ReadBack();
+    if (Ready()) m_Renderer->gl.context->ReadBack();
 }
 
 void COpenGL::ReadBackDrawn() {
     SyncState();
-    if (!Ready()) return;
-    m_Renderer->context->ReadBack(m_Renderer->drawnWidth, m_Renderer->drawnHeight);
-    m_Renderer->drawnWidth = m_Renderer->drawnHeight = 0;
+    if (Ready()) m_Renderer->gl.ReadBackDrawn();
 }
 
 bool COpenGL::Ready() {
-    return m_Renderer->MakeCurrent();
+    return m_Renderer->gl.MakeCurrent();
 }
 
-void COpenGL::SetClearColor(double r, double g, double b, double /*a*/) {
-    if (!Ready()) return;
-    glClearColor(static_cast<float>(r), static_cast<float>(g), static_cast<float>(b), 0.0F);
+void COpenGL::SetSink(detail::SceneSink* sink) {
+    m_Renderer->Flush();
+    m_Renderer->sink = sink != nullptr ? sink : &m_Renderer->gl;
+    m_Renderer->batch.KeepRecords(m_Renderer->sink->WantsRecords());
+}
+
+void COpenGL::SetElement(int object, int index) {
+    m_Renderer->element = {object, index};
+}
+
+void COpenGL::SetClearColor(double r, double g, double b, double a) {
+    m_Renderer->scene.background = SetRGBD(r, g, b, a);
+    if (Ready()) m_Renderer->gl.SetClearColor(m_Renderer->scene.background);
 }
 
 void COpenGL::Clear(int mask) {
     if (!Ready()) return;
     m_Renderer->Flush();
-    glClear(static_cast<GLbitfield>(mask) & (GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT));
+    m_Renderer->sink->Clear(m_Renderer->scene, (mask & CLEAR_COLOR) != 0,
+                            (mask & CLEAR_DEPTH) != 0);
 }
 
 void COpenGL::SetColorMode(int mode) {
     m_ColorMode = mode;
-    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->Lighting(mode != 0);
+    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->gl.Lighting(mode != 0);
 }
 
 void COpenGL::SetViewport(const GLViewportType& viewport) {
@@ -151,12 +151,8 @@ void COpenGL::SetViewport(const GLViewportType& viewport) {
     m_Viewport.height = std::max(m_Viewport.height, 0);
     if (!Ready()) return;
     m_Renderer->Flush();
-    const int scale = m_Renderer->context->PixelScale();
-    const GLViewportType& v = m_Viewport;
-    m_Renderer->Extend(v);
-    glViewport(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
-    glScissor(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
-    glEnable(GL_SCISSOR_TEST);
+    m_Renderer->scene.viewport = m_Viewport;
+    m_Renderer->gl.SetViewport(m_Viewport);
 }
 
 void COpenGL::GetViewport(GLViewportType& viewport) {
@@ -164,7 +160,7 @@ void COpenGL::GetViewport(GLViewportType& viewport) {
     if (!Ready()) return;
     GLint v[4];
     glGetIntegerv(GL_VIEWPORT, v);
-    const int scale = m_Renderer->context->PixelScale();
+    const int scale = m_Renderer->gl.context->PixelScale();
     AssignViewport(viewport, v[0] / scale, v[1] / scale, v[2] / scale, v[3] / scale);
 }
 
@@ -181,30 +177,29 @@ void COpenGL::SetClipLimits(const point3Dtype& p1, const point3Dtype& p2) {
         {1, 0, 0, -low.x - mx},  {0, 1, 0, -low.y - my},  {0, 0, 1, -low.z - mz},
         {-1, 0, 0, high.x + mx}, {0, -1, 0, high.y + my}, {0, 0, -1, high.z + mz},
     };
-    m_Renderer->SendIdentity();
-    GLenum id = GL_CLIP_PLANE0;
+    auto out = m_Renderer->scene.clipPlanes.begin();
     for (const auto& plane : planes) {
         std::array<double, 4> device{};
-        if (m_Renderer->matrix.PlaneToDevice(plane, device)) glClipPlane(id, device.data());
-        ++id;
+        if (m_Renderer->matrix.PlaneToDevice(plane, device)) *out = device;
+        ++out;
     }
+    m_Renderer->gl.SetClipPlanes(m_Renderer->scene);
     MatrixChanged();
 }
 
 void COpenGL::EnableClipping(BOOL on) {
     const bool clip = on != 0;
-    if (clip == m_Renderer->clipping || !Ready()) return;
+    if (clip == m_Renderer->scene.clipping || !Ready()) return;
     m_Renderer->Flush();
-    m_Renderer->clipping = clip;
-    for (GLenum i = 0; i < 6; ++i)
-        clip ? glEnable(GL_CLIP_PLANE0 + i) : glDisable(GL_CLIP_PLANE0 + i);
+    m_Renderer->scene.clipping = clip;
+    m_Renderer->gl.SetClipping(clip);
 }
 
 void COpenGL::SetSamples(int samples) {
     if (!Ready()) return;
     m_Renderer->Flush();
-    m_Renderer->context->SetSamples(samples);
-    m_Renderer->AllIsNew();
+    m_Renderer->gl.context->SetSamples(samples);
+    m_Renderer->gl.AllIsNew();
     // The number of framebuffer pixels per image pixel may have changed.
     if (m_Viewport.width > 0) SetViewport(m_Viewport);
 }
@@ -212,35 +207,36 @@ void COpenGL::SetSamples(int samples) {
 bool COpenGL::SetOutput(const HBITMAP& bitmap, double lineScale) {
     if (!Ready()) return false;
     m_Renderer->Flush();
-    if (!m_Renderer->context->SetTarget(bitmap)) return false;
-    m_Renderer->lineScale = bitmap ? lineScale : 1.0;
-    m_Renderer->AllIsNew();
+    if (!m_Renderer->gl.context->SetTarget(bitmap)) return false;
+    m_Renderer->gl.lineScale = bitmap ? lineScale : 1.0;
+    m_Renderer->gl.AllIsNew();
     return true;
 }
 
 int COpenGL::GetSamples() const {
-    return m_Renderer->context != nullptr ? m_Renderer->context->GetSamples() : 0;
+    return m_Renderer->gl.context != nullptr ? m_Renderer->gl.context->GetSamples() : 0;
 }
 
 void COpenGL::SetFrameOffset(BOOL on) {
     if (Ready()) m_Renderer->Flush();
-    m_Renderer->frameOffset = on != 0;
+    m_Renderer->scene.frameOffset = on != 0;
 }
 
 BOOL COpenGL::GetFrameOffset() const {
-    return m_Renderer->frameOffset ? 1 : 0;
+    return m_Renderer->scene.frameOffset ? 1 : 0;
 }
 
 void COpenGL::SyncState() {
     if (!Ready()) return;
     m_Renderer->Flush();
-    m_Renderer->matrixSent = false;
-    m_Renderer->SendMatrix();
-    m_Renderer->Lighting(m_ColorMode != 0);
-    m_Renderer->Texture(m_TextureEnabled != 0);
+    detail::GLSink& gl = m_Renderer->gl;
+    gl.matrixSent = false;
+    gl.SendMatrix(m_Renderer->matrix.Top());
+    gl.Lighting(m_ColorMode != 0);
+    gl.Texture(m_TextureEnabled != 0);
     UseLineWidth();
-    m_Renderer->LineWidth(m_Renderer->lineWidth);
-    glColor3d(m_CurrentColor.r, m_CurrentColor.g, m_CurrentColor.b);
+    gl.LineWidth(m_Renderer->lineWidth);
+    gl.SendColor(m_CurrentColor);
 }
 
 void COpenGL::BeginCollect() {
@@ -258,8 +254,18 @@ void COpenGL::FinishPrimitive() {
         m_Renderer->Flush();
 }
 
+bool COpenGL::Follows() const {
+    return m_Renderer->collecting == 0 && m_Renderer->gl.IsCurrent();
+}
+
 void COpenGL::MatrixChanged() {
-    m_Renderer->matrixSent = false;
+    m_Renderer->gl.matrixSent = false;
+    if (Follows()) m_Renderer->gl.SendMatrix(m_Renderer->matrix.Top());
+}
+
+void COpenGL::SetCurrentColor(const RGBDType& color) {
+    m_CurrentColor = color;
+    if (Follows()) m_Renderer->gl.SendColor(color);
 }
 
 void COpenGL::LoadIdentity() {

@@ -8,13 +8,13 @@ namespace varnel {
 void COpenGL::SetLightComponent(int which, const RGBDType& c) {
     const RGBFType color = RGBDtoRGBF(c);
     switch (which) {
-        case GL_AMBIENT:
+        case LIGHT_AMBIENT:
             m_LightAmbient = color;
             break;
-        case GL_DIFFUSE:
+        case LIGHT_DIFFUSE:
             m_LightDiffuse = color;
             break;
-        case GL_SPECULAR:
+        case LIGHT_SPECULAR:
             m_LightSpecular = color;
             break;
         case LIGHT_MODEL_AMBIENT:
@@ -27,11 +27,11 @@ void COpenGL::SetLightComponent(int which, const RGBDType& c) {
 
 RGBDType COpenGL::GetLightComponent(int which) const {
     switch (which) {
-        case GL_AMBIENT:
+        case LIGHT_AMBIENT:
             return RGBFtoRGBD(m_LightAmbient);
-        case GL_DIFFUSE:
+        case LIGHT_DIFFUSE:
             return RGBFtoRGBD(m_LightDiffuse);
-        case GL_SPECULAR:
+        case LIGHT_SPECULAR:
             return RGBFtoRGBD(m_LightSpecular);
         case LIGHT_MODEL_AMBIENT:
             return RGBFtoRGBD(m_LightModelAmbient);
@@ -52,19 +52,26 @@ void COpenGL::SetLightPosition(const point3Dtype& p) {
 void COpenGL::LoadLight(int which) {
     if (!Ready()) return;
     m_Renderer->Flush();
+    detail::SceneLight& light = m_Renderer->scene.light;
     switch (which) {
-        case GL_AMBIENT:
+        case LIGHT_AMBIENT:
+            light.ambient = m_LightAmbient;
+            light.sceneAmbient = m_LightModelAmbient;
             glLightfv(GL_LIGHT0, GL_AMBIENT, &m_LightAmbient.r);
             glLightModelfv(GL_LIGHT_MODEL_AMBIENT, &m_LightModelAmbient.r);
             break;
-        case GL_DIFFUSE:
+        case LIGHT_DIFFUSE:
+            light.diffuse = m_LightDiffuse;
             glLightfv(GL_LIGHT0, GL_DIFFUSE, &m_LightDiffuse.r);
             break;
-        case GL_SPECULAR:
+        case LIGHT_SPECULAR:
             glLightfv(GL_LIGHT0, GL_SPECULAR, &m_LightSpecular.r);
             break;
-        case GL_POSITION:
-            m_Renderer->SendMatrix();
+        case LIGHT_POSITION:
+            light.direction = detail::Normalized(m_Renderer->matrix.DirectionToDevice(
+                {static_cast<double>(m_LightPosition[0]), static_cast<double>(m_LightPosition[1]),
+                 static_cast<double>(m_LightPosition[2])}));
+            m_Renderer->gl.SendMatrix(m_Renderer->matrix.Top());
             glLightfv(GL_LIGHT0, GL_POSITION, m_LightPosition);
             break;
         default:

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/render/detail/check_color.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
 
@@ -26,9 +27,14 @@ WORD COpenGL::GetLineStipple(int style) const {
 }
 
 void COpenGL::SetLineStyle3D(int style, double width, const RGBDType& color) {
-    m_LineColor = color;
+    SetLineColor3D(color);
     m_LineStyle = style;
     m_LineWidth = static_cast<float>(width);
+}
+
+void COpenGL::SetLineColor3D(const RGBDType& color) {
+    detail::CheckColor("SetLineColor3D", color);
+    m_LineColor = color;
 }
 
 void COpenGL::SetLineNormal(const point3Dtype& n, BOOL absolute) {
@@ -88,10 +94,10 @@ void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
 void COpenGL::FinishRun() {
     detail::OpenLine& line = m_Renderer->line;
     if (line.stippled)
-        m_Renderer->DrawStippled(line.vertices, line.width, std::clamp(m_LineStyleFactor, 1, 256),
+        m_Renderer->DrawStippled(line, std::clamp(m_LineStyleFactor, 1, 256),
                                  GetLineStipple(m_LineStyle));
     else
-        m_Renderer->batch.AddPolyline(line.width, line.vertices);
+        m_Renderer->batch.AddPolyline(line.width, line.vertices, m_Renderer->element);
     line.vertices.clear();
 }
 

@@ -1,4 +1,5 @@
 // COpenGL: fill styles, filled polygons and outlines.
+#include "varnel/render/detail/check_color.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
 
@@ -16,7 +17,8 @@ void COpenGL::SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const
     m_FillColor = fill;
     m_FillColor2 = second;
     m_FrameColor = frame;
-    if (m_ColorMode == 0 || m_ColorMode == 1) m_CurrentColor = fill;
+    detail::CheckColor("SetFillStyle3D", fill);
+    if (m_ColorMode == COLOR_MODE_FLAT || m_ColorMode == COLOR_MODE_LIT) SetCurrentColor(fill);
 }
 
 detail::SurfaceStyle COpenGL::Style() const {
@@ -29,7 +31,8 @@ detail::SurfaceStyle COpenGL::Style() const {
 
 void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {
     DropOpenLine();
-    SetFillStyle3D(m_FillColor, m_FillColor2, m_FrameColor);
+    if (m_ColorMode == COLOR_MODE_FLAT || m_ColorMode == COLOR_MODE_LIT)
+        m_CurrentColor = m_FillColor;
     if (pts == nullptr || n < 3) return;
     const int corners = SamePlace(pts[0], pts[n - 1]) ? n - 1 : n;
     const bool visible = m_Renderer->ToDevice(pts, n);
@@ -40,7 +43,7 @@ void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {
         UseLineWidth();
         if (visible)
             m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n,
-                                         false, m_FrameColor);
+                                         false, m_FrameColor, m_Renderer->element);
     }
     FinishPrimitive();
 }
@@ -52,7 +55,7 @@ void COpenGL::Outline(const point3Dtype* pts, int n, const RGBDType& color, bool
     UseLineWidth();
     if (pts == nullptr || n < 2 || !m_Renderer->ToDevice(pts, n)) return;
     m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n, closed,
-                                 color);
+                                 color, m_Renderer->element);
     FinishPrimitive();
 }
 

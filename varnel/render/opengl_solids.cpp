@@ -176,6 +176,15 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
     SetColorMode(m_ColorMode);
 }
 
+void COpenGL::DrawAuxObjectBehind(int shape, const point3Dtype& size) {
+    if (GetFrameOffset() == 0 || !Ready()) return DrawAuxObject(shape, 1, size);
+    // What was collected before is drawn first: it is not to be pushed back.
+    m_Renderer->Flush();
+    m_Renderer->gl.Offset(true);
+    DrawAuxObject(shape, 1, size);
+    m_Renderer->gl.Offset(false);
+}
+
 void COpenGL::GetAxesPlaneNormal(int plane, point3Dtype& normal) const {
     normal.x = normal.y = normal.z = 0.0;
     switch (plane % 3) {

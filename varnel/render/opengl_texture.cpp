@@ -1,5 +1,7 @@
 // COpenGL: colour by value through a one-dimensional texture.
-#include "varnel/render/detail/gl.h"
+#include <algorithm>
+#include <iterator>
+
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
 
@@ -22,17 +24,12 @@ void COpenGL::SetTextureMode(int mode) {
     m_TextureMode = mode;
     if (mode < 0 || !Ready()) return;
     m_Renderer->Flush();
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
-    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    // Values beyond the range wrap around.
-    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    m_Renderer->gl.SetTableParameters();
 }
 
 void COpenGL::EnableTexture(BOOL on) {
     m_TextureEnabled = on;
-    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->Texture(on != 0);
+    if (m_Renderer->collecting == 0 && Ready()) m_Renderer->gl.Texture(on != 0);
 }
 
 void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double max, int n) {
@@ -78,8 +75,13 @@ void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, d
 void COpenGL::UploadTexture(int size) {
     if (!Ready()) return;
     m_Renderer->Flush();
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, size, 0, GL_RGBA, GL_UNSIGNED_BYTE, m_TextureArray);
+    detail::SceneState& scene = m_Renderer->scene;
+    std::transform(std::begin(m_TextureArray), std::end(m_TextureArray), scene.texture.begin(),
+                   [](const BYTE(&t)[4]) {
+                       return RGBBType{t[0], t[1], t[2], t[3]};
+                   });
+    scene.textureSize = size;
+    m_Renderer->gl.UploadTable(scene);
 }
 
 void COpenGL::CopyTextureArray(RGBDType* out) const {

@@ -57,13 +57,16 @@ void EdgeFilter::Reset() {
     m_Used = 0;
 }
 
-void PrimitiveBatch::AddPolygon(const FillState& state, const Vec3* corners, const double* texture,
-                                int n, const Vec3& normal, const RGBDType& color) {
-    m_State = state;
+void PrimitiveBatch::AddPolygon(const PolygonLook& look, const Vec3* corners, const double* texture,
+                                int n) {
+    m_State = look.state;
     const auto first = static_cast<std::uint32_t>(m_Vertices.size());
+    if (m_KeepRecords)
+        m_Polygons.push_back(
+            {first, static_cast<std::uint32_t>(n), look.normal, look.color, look.element});
     FillVertex vertex;
-    Store(vertex.normal, normal.x, normal.y, normal.z);
-    Store(vertex.color, color.r, color.g, color.b);
+    Store(vertex.normal, look.normal.x, look.normal.y, look.normal.z);
+    Store(vertex.color, look.color.r, look.color.g, look.color.b);
     const auto count = static_cast<std::size_t>(n);
     m_Vertices.resize(m_Vertices.size() + count);
     FillVertex* out = m_Vertices.data() + first;
@@ -84,11 +87,12 @@ void PrimitiveBatch::AddPolygon(const FillState& state, const Vec3* corners, con
 LineRun& PrimitiveBatch::RunOfWidth(float width) {
     for (LineRun& run : m_Lines)
         if (run.width == width) return run;
-    m_Lines.push_back({width, {}, {}, {}});
+    m_Lines.push_back({width, {}, {}, {}, {}});
     return m_Lines.back();
 }
 
-void PrimitiveBatch::AddPolyline(float width, const std::vector<LineVertex>& vertices) {
+void PrimitiveBatch::AddPolyline(float width, const std::vector<LineVertex>& vertices,
+                                 const Element& element) {
     if (vertices.size() < 2) return;
     LineRun& run = RunOfWidth(width);
     auto index = static_cast<std::uint32_t>(run.vertices.size());
@@ -97,12 +101,13 @@ void PrimitiveBatch::AddPolyline(float width, const std::vector<LineVertex>& ver
     for (; index < last; ++index) {
         run.indices.push_back(index);
         run.indices.push_back(index + 1);
+        if (m_KeepRecords) run.elements.push_back(element);
     }
     m_LineVertexCount += vertices.size();
 }
 
 void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool closed,
-                                const RGBDType& color) {
+                                const RGBDType& color, const Element& element) {
     LineRun& run = RunOfWidth(width);
     const auto first = static_cast<std::uint32_t>(run.vertices.size());
     LineVertex vertex;
@@ -111,10 +116,11 @@ void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool cl
         Store(vertex.position, corners[i].x, corners[i].y, corners[i].z);
         run.vertices.push_back(vertex);
     }
-    const auto join = [&run](std::uint32_t a, std::uint32_t b) {
+    const auto join = [&](std::uint32_t a, std::uint32_t b) {
         if (!run.edges.Insert(run.vertices, a, b)) return;
         run.indices.push_back(a);
         run.indices.push_back(b);
+        if (m_KeepRecords) run.elements.push_back(element);
     };
     const auto last = static_cast<std::uint32_t>(run.vertices.size()) - 1;
     for (std::uint32_t i = first; i < last; ++i)
@@ -123,12 +129,23 @@ void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool cl
     m_LineVertexCount += static_cast<std::size_t>(n);
 }
 
+Vec3 PrimitiveBatch::Corner(std::uint32_t vertex) const {
+    const float(&p)[3] = m_Vertices[vertex].position;
+    return {static_cast<double>(p[0]), static_cast<double>(p[1]), static_cast<double>(p[2])};
+}
+
+double PrimitiveBatch::TextureAt(std::uint32_t vertex) const {
+    return static_cast<double>(m_Vertices[vertex].texture);
+}
+
 void PrimitiveBatch::Clear() {
+    m_Polygons.clear();
     m_Vertices.clear();
     m_Indices.clear();
     for (LineRun& run : m_Lines) {
         run.vertices.clear();
         run.indices.clear();
+        run.elements.clear();
         run.edges.Reset();
     }
     m_LineVertexCount = 0;

@@ -1,9 +1,6 @@
 #include "varnel/render/detail/renderer.h"
 
-#include <algorithm>
-#include <cstring>
-
-#include "varnel/render/detail/gl.h"
+#include <utility>
 
 namespace varnel::detail {
 namespace {
@@ -65,136 +62,32 @@ void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
                                kTexelNudge);
         texture = textures.data();
     }
-    batch.AddPolygon(style.state, corners.data(), texture, n, matrix.NormalToDevice(normal),
-                     style.color);
+    batch.AddPolygon({style.state, style.color, matrix.NormalToDevice(normal), element},
+                     corners.data(), texture, n);
+}
+
+void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& viewport) {
+    gl.Start(std::move(context));
+    SceneState fresh;
+    fresh.viewport = viewport;
+    fresh.frameOffset = scene.frameOffset;
+    scene = fresh;
+    matrix = MatrixStack();
+    batch.Clear();
+    line = OpenLine();
+    lineWidth = 1.0F;
 }
 
 void Renderer::Flush() {
     if (batch.IsEmpty()) return;
-    if (MakeCurrent()) {
-        SendIdentity();
-        DrawFills();
-        DrawLines();
-    }
+    sink->DrawBatch(scene, batch);
     batch.Clear();
 }
 
-void Renderer::DrawFills() {
-    if (batch.Indices().empty()) return;
-    const FillState& state = batch.State();
-    Lighting(state.lit);
-    Texture(state.textured);
-    Offset(state.framed && frameOffset);
-    const FillVertex* vertices = batch.Vertices().data();
-    constexpr auto stride = static_cast<GLsizei>(sizeof(FillVertex));
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glEnableClientState(GL_COLOR_ARRAY);
-    glVertexPointer(3, GL_FLOAT, stride, vertices->position);
-    glNormalPointer(GL_FLOAT, stride, vertices->normal);
-    glColorPointer(3, GL_FLOAT, stride, vertices->color);
-    if (state.textured) {
-        glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-        glTexCoordPointer(1, GL_FLOAT, stride, &vertices->texture);
-    }
-    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(batch.Indices().size()), GL_UNSIGNED_INT,
-                   batch.Indices().data());
-    if (state.textured) glDisableClientState(GL_TEXTURE_COORD_ARRAY);
-    glDisableClientState(GL_COLOR_ARRAY);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-    Offset(false);
-}
-
-void Renderer::DrawLines() {
-    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
-    bool started = false;
-    for (const LineRun& run : batch.Lines()) {
-        if (run.indices.empty()) continue;
-        if (!started) {
-            Lighting(false);
-            Texture(false);
-            glEnableClientState(GL_VERTEX_ARRAY);
-            glEnableClientState(GL_COLOR_ARRAY);
-            started = true;
-        }
-        LineWidth(run.width);
-        glVertexPointer(3, GL_FLOAT, stride, run.vertices.front().position);
-        glColorPointer(3, GL_FLOAT, stride, run.vertices.front().color);
-        glDrawElements(GL_LINES, static_cast<GLsizei>(run.indices.size()), GL_UNSIGNED_INT,
-                       run.indices.data());
-    }
-    if (!started) return;
-    glDisableClientState(GL_COLOR_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-}
-
-void Renderer::DrawStippled(const std::vector<LineVertex>& vertices, float width, int factor,
-                            unsigned short pattern) {
-    if (vertices.size() < 2 || !MakeCurrent()) return;
+void Renderer::DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern) {
+    if (strip.vertices.size() < 2) return;
     Flush();
-    SendIdentity();
-    Lighting(false);
-    Texture(false);
-    LineWidth(width);
-    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
-    const double repeat = factor * context->PixelScale() * lineScale;
-    glLineStipple(static_cast<GLint>(std::max(repeat + 0.5, 1.0)), pattern);
-    glEnable(GL_LINE_STIPPLE);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_COLOR_ARRAY);
-    glVertexPointer(3, GL_FLOAT, stride, vertices.front().position);
-    glColorPointer(3, GL_FLOAT, stride, vertices.front().color);
-    glDrawArrays(GL_LINE_STRIP, 0, static_cast<GLsizei>(vertices.size()));
-    glDisableClientState(GL_COLOR_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-    glDisable(GL_LINE_STIPPLE);
-}
-
-void Renderer::SendMatrix() {
-    if (matrixSent) return;
-    glLoadMatrixd(matrix.Top().m.data());
-    matrixSent = true;
-}
-
-void Renderer::SendIdentity() {
-    glLoadIdentity();
-    matrixSent = false;
-}
-
-void Renderer::LineWidth(float width) {
-    const float sent = width * static_cast<float>(context->PixelScale() * lineScale);
-    if (sent == m_SentWidth) return;
-    glLineWidth(sent);
-    m_SentWidth = sent;
-}
-
-void Renderer::SendLighting(bool on) {
-    for (GLenum cap : {GL_LIGHTING, GL_LIGHT0, GL_COLOR_MATERIAL})
-        on ? glEnable(cap) : glDisable(cap);
-}
-
-void Renderer::SendTexture(bool on) {
-    on ? glEnable(GL_TEXTURE_1D) : glDisable(GL_TEXTURE_1D);
-    SendSampleShading(on);
-}
-
-/// With antialiasing, the texture is looked up at each sample: at the centre of a pixel that a
-/// polygon touches only with its border, the coordinate would lie outside the polygon's, and the
-/// highest values would wrap around to the first colours there.
-void Renderer::SendSampleShading(bool on) {
-    if (!m_HasSampleShading.has_value()) {
-        const auto* const extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
-        m_HasSampleShading =
-            extensions != nullptr && std::strstr(extensions, "GL_ARB_sample_shading") != nullptr;
-    }
-    if (!*m_HasSampleShading) return;
-    glMinSampleShading(1.0F);
-    on ? glEnable(GL_SAMPLE_SHADING) : glDisable(GL_SAMPLE_SHADING);
-}
-
-void Renderer::SendOffset(bool on) {
-    on ? glEnable(GL_POLYGON_OFFSET_FILL) : glDisable(GL_POLYGON_OFFSET_FILL);
+    sink->DrawStrip(scene, {strip.vertices, strip.width, repeat, pattern, element});
 }
 
 }  // namespace varnel::detail

@@ -1,7 +1,5 @@
 #include "varnel/solids/aux_object.h"
 
-#include <GL/gl.h>
-
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -70,17 +68,6 @@ bool CAuxObj3D::HasOutline() const {
     }
 }
 
-void CAuxObj3D::DrawSolid(const point3Dtype& size, bool outlined) const {
-    const bool pushBack = outlined && m_pOpenGL->GetFrameOffset() != 0;
-    // What was collected before is drawn first: it is not to be pushed back.
-    if (pushBack) {
-        m_pOpenGL->SyncState();
-        glEnable(GL_POLYGON_OFFSET_FILL);
-    }
-    m_pOpenGL->DrawAuxObject(m_AuxObjType, 1, size);
-    if (pushBack) glDisable(GL_POLYGON_OFFSET_FILL);
-}
-
 void CAuxObj3D::DrawAuxObj() {
     if (m_pOpenGL == nullptr || m_pTransform == nullptr) return;
     m_pOpenGL->PushMatrix();
@@ -97,8 +84,10 @@ void CAuxObj3D::DrawAuxObj() {
     if (m_SolidType != 0) {
         const bool outlined = HasOutline();
         m_pOpenGL->SetFillStyle3D(m_Color, kBlack, m_Color);
-        DrawSolid(size, outlined);
-        if (outlined) {
+        if (!outlined) {
+            m_pOpenGL->DrawAuxObject(m_AuxObjType, 1, size);
+        } else {
+            m_pOpenGL->DrawAuxObjectBehind(m_AuxObjType, size);
             m_pOpenGL->SetLineStyle3D(0, m_LineWidth, kBlack);
             m_pOpenGL->DrawAuxObject(m_AuxObjType, 0, size);
         }

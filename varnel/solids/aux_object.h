@@ -91,7 +91,6 @@ class VARNEL_API CAuxObj3D {
 
  private:
     bool HasOutline() const;
-    void DrawSolid(const point3Dtype& size, bool outlined) const;
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;

@@ -54,6 +54,8 @@ class MatrixStack {
 
     /// A point in device coordinates.
     Vec3 ToDevice(const point3Dtype& p) const;
+    /// A direction in device coordinates; its length changes with the scale.
+    Vec3 DirectionToDevice(const Vec3& d) const;
     /// The direction in device coordinates of a normal of a surface, at length 1.
     Vec3 NormalToDevice(const Vec3& n) const;
     /// -1 when the matrix mirrors, else 1.

@@ -21,6 +21,13 @@ struct FillVertex {
     float texture;
 };
 
+/// What a primitive stands for: the chart object and the datum in it, -1 for none.
+struct Element {
+    int object = -1;
+    int index = -1;
+    bool operator==(const Element&) const = default;
+};
+
 struct LineVertex {
     float position[3];
     float color[3];
@@ -32,6 +39,23 @@ struct FillState {
     bool textured = false;
     bool framed = false;  ///< pushed back, so that the frame wins
     bool operator==(const FillState&) const = default;
+};
+
+/// How a polygon looks, and what it stands for.
+struct PolygonLook {
+    FillState state;
+    RGBDType color;  ///< before lighting
+    Vec3 normal{};   ///< device coordinates, length 1 or 0
+    Element element;
+};
+
+/// One polygon of a batch, kept for sinks that want it: `count` places from `first` on.
+struct PolygonRecord {
+    std::uint32_t first;
+    std::uint32_t count;
+    Vec3 normal;
+    RGBDType color;  ///< before lighting
+    Element element;
 };
 
 /// Remembers the segments of a run, so that an edge that two polygons share is drawn once. Lines
@@ -57,6 +81,7 @@ struct LineRun {
     float width = 1.0F;  ///< pixels
     std::vector<LineVertex> vertices;
     std::vector<std::uint32_t> indices;
+    std::vector<Element> elements;  ///< of each segment, where records are kept
     EdgeFilter edges;
 };
 
@@ -65,15 +90,24 @@ class PrimitiveBatch {
     /// Whether fills of this state can join those that are waiting.
     bool Accepts(const FillState& state) const { return m_Vertices.empty() || state == m_State; }
 
+    /// Whether records of polygons and elements of segments are kept; the batch must be empty.
+    void KeepRecords(bool on) { m_KeepRecords = on; }
+
     /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null.
-    void AddPolygon(const FillState& state, const Vec3* corners, const double* texture, int n,
-                    const Vec3& normal, const RGBDType& color);
+    void AddPolygon(const PolygonLook& look, const Vec3* corners, const double* texture, int n);
 
     /// The segments of a polyline; fewer than two vertices are none.
-    void AddPolyline(float width, const std::vector<LineVertex>& vertices);
+    void AddPolyline(float width, const std::vector<LineVertex>& vertices, const Element& element);
 
     /// The segments of a polyline of n corners in one colour, each once; `closed` joins its ends.
-    void AddOutline(float width, const Vec3* corners, int n, bool closed, const RGBDType& color);
+    void AddOutline(float width, const Vec3* corners, int n, bool closed, const RGBDType& color,
+                    const Element& element);
+
+    /// The polygons, where records are kept.
+    const std::vector<PolygonRecord>& Polygons() const { return m_Polygons; }
+    /// Place and texture coordinate of a polygon's corner.
+    Vec3 Corner(std::uint32_t vertex) const;
+    double TextureAt(std::uint32_t vertex) const;
 
     const std::vector<FillVertex>& Vertices() const { return m_Vertices; }
     const std::vector<std::uint32_t>& Indices() const { return m_Indices; }
@@ -90,7 +124,9 @@ class PrimitiveBatch {
 
     LineRun& RunOfWidth(float width);
 
+    bool m_KeepRecords = false;
     FillState m_State;
+    std::vector<PolygonRecord> m_Polygons;
     std::vector<FillVertex> m_Vertices;
     std::vector<std::uint32_t> m_Indices;
     std::vector<LineRun> m_Lines;

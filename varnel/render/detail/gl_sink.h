@@ -1,0 +1,83 @@
+// The sink that draws: the one place that hands primitives to OpenGL, and the state that OpenGL
+// has, so that no call is made to set what is set.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "varnel/platform/detail/gl_context.h"
+#include "varnel/render/detail/scene.h"
+#include "varnel/render/detail/text_batch.h"
+
+namespace varnel::detail {
+
+class GLSink final : public SceneSink {
+ public:
+    std::unique_ptr<GLContext> context;
+    double lineScale = 1.0;   ///< factor on all widths and stipple patterns
+    bool matrixSent = false;  ///< whether OpenGL has the matrix that the others see
+
+    /// Makes the context current; false when there is none.
+    bool MakeCurrent() { return context != nullptr && context->MakeCurrent(); }
+    /// Whether the context is the thread's current one already.
+    bool IsCurrent() const { return context != nullptr && GLContext::Current() == context.get(); }
+    /// A new context: gives it the state that never changes, and remembers that nothing else is
+    /// set.
+    void Start(std::unique_ptr<GLContext> fresh);
+
+    bool WantsRecords() const override { return false; }
+    void Clear(const SceneState& state, bool color, bool depth) override;
+    void DrawBatch(const SceneState& state, const PrimitiveBatch& batch) override;
+    void DrawStrip(const SceneState& state, const LineStrip& strip) override;
+    void DrawText(const SceneState& state, const TextRun& run) override;
+    void DrawImage(const SceneState& state, const ImageQuad& image) override;
+
+    // State of OpenGL, set only where it differs.
+    static void SetClearColor(const RGBDType& color);
+    void SetViewport(const GLViewportType& viewport);
+    void SetClipping(bool on) { Switch(m_Clipping, on, &GLSink::SendClipping); }
+    void SetClipPlanes(const SceneState& state);
+    void Lighting(bool on) { Switch(m_Lighting, on, &GLSink::SendLighting); }
+    void Texture(bool on) { Switch(m_Texture, on, &GLSink::SendTexture); }
+    void Offset(bool on) { Switch(m_Offset, on, &GLSink::SendOffset); }
+    /// In image pixels.
+    void LineWidth(float width);
+    void SendMatrix(const Matrix4& matrix);
+    void SendIdentity();
+    /// Makes a colour OpenGL's current one.
+    static void SendColor(const RGBDType& color);
+    void UploadTable(const SceneState& state);
+    static void SetTableParameters();
+
+    /// The part of the image, from its lower left corner, that may differ from its memory.
+    void ReadBackDrawn();
+    /// The whole image differs from its memory.
+    void AllIsNew();
+
+ private:
+    void DrawFills(const SceneState& state, const PrimitiveBatch& batch);
+    void DrawLines(const PrimitiveBatch& batch);
+    void Extend(const GLViewportType& viewport);
+    void SendClipping(bool on);
+    void SendLighting(bool on);
+    void SendTexture(bool on);
+    void SendSampleShading(bool on);
+    void SendOffset(bool on);
+    void Switch(bool& state, bool on, void (GLSink::*send)(bool)) {
+        if (state == on) return;
+        (this->*send)(on);
+        state = on;
+    }
+
+    bool m_Lighting = false;
+    bool m_Texture = false;
+    bool m_Offset = false;
+    bool m_Clipping = false;
+    float m_SentWidth = 1.0F;
+    TextBatch m_Letters;
+    std::optional<bool> m_HasSampleShading;  ///< once it was asked for
+    int m_DrawnWidth = 0;
+    int m_DrawnHeight = 0;
+};
+
+}  // namespace varnel::detail

@@ -1,0 +1,110 @@
+// The scene as data: what COpenGL collects, and the consumer it is handed to.
+//
+// One consumer at a time gets everything that is drawn, in the order of drawing: GLSink, which
+// draws it into the image, or another one, which writes a file or finds what lies under a pixel.
+// All places are normalized device coordinates of the viewport: x right, y up, z away from the
+// viewer, -1..1 each; what lies outside of -1..1 in x and y is not seen (z may be anything). Widths
+// are in pixels of the image.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <span>
+#include <string_view>
+
+#include "varnel/foundation/colors.h"
+#include "varnel/foundation/viewports.h"
+#include "varnel/render/detail/matrix_stack.h"
+#include "varnel/render/detail/primitive_batch.h"
+
+namespace varnel {
+class CFont3D;
+}
+
+namespace varnel::detail {
+
+/// The one light, as OpenGL has it.
+struct SceneLight {
+    RGBFType sceneAmbient{0.2F, 0.2F, 0.2F, 1.0F};
+    RGBFType ambient{0.0F, 0.0F, 0.0F, 1.0F};
+    RGBFType diffuse{1.0F, 1.0F, 1.0F, 1.0F};
+    Vec3 direction{0.0, 0.0, 1.0};  ///< towards the light, in device coordinates, length 1
+};
+
+/// What holds for all primitives until it changes.
+struct SceneState {
+    GLViewportType viewport{};  ///< pixels of the image, from its lower left corner
+    RGBDType background;        ///< the colour of Clear
+    SceneLight light;
+    bool clipping = false;
+    /// (a, b, c, d): what has a x + b y + c z + d < 0 is cut off. Count only while clipping is on.
+    std::array<std::array<double, 4>, 6> clipPlanes{};
+    /// Colours by value, `textureSize` entries (0: none yet); see TextureIndex.
+    std::array<RGBBType, 256> texture{};
+    int textureSize = 0;
+    bool frameOffset = true;  ///< whether fills that get a frame lie behind their lines
+};
+
+/// The colour of a surface with a normal of length 1 (or 0: no light but the ambient one), each
+/// component within 0..1.
+RGBDType LitColor(const SceneLight& light, const Vec3& normal, const RGBDType& color);
+
+/// The entry of the colour table for a texture coordinate: the nearest one, repeated beyond 0..1.
+inline int TextureIndex(const SceneState& state, double coordinate) {
+    const double place = (coordinate - std::floor(coordinate)) * state.textureSize;
+    return place < state.textureSize ? static_cast<int>(place) : state.textureSize - 1;
+}
+/// What OpenGL makes of a (lit) colour and the texture's: the texture's, as far as it is opaque.
+RGBDType TexturedColor(const SceneState& state, double coordinate, const RGBDType& color);
+
+/// A polyline whose dashes run on from vertex to vertex.
+struct LineStrip {
+    std::span<const LineVertex> vertices;
+    float width;             ///< pixels
+    int repeat;              ///< pixels for each bit of the pattern, 1..256
+    unsigned short pattern;  ///< 16 bits, the lowest first; a bit that is set is drawn
+    Element element;
+};
+
+/// A text on one line.
+struct TextRun {
+    std::string_view text;  ///< valid UTF-8
+    const CFont3D& font;
+    Matrix4 placement;  ///< from ems, the first letter's origin at 0, to device coordinates
+    RGBDType color;
+    Element element;
+};
+
+/// A picture on a quadrilateral, repeated over it.
+struct ImageQuad {
+    const BYTE* pixels;  ///< red, green, blue, alpha; the lowest row first
+    int width;
+    int height;
+    std::array<Vec3, 4> corners;  ///< lower left, upper left, upper right, lower right
+    int repeatX;
+    int repeatY;
+    Vec3 normal;  ///< length 1
+    Element element;
+};
+
+/// A consumer of the scene.
+class SceneSink {
+ public:
+    SceneSink() = default;
+    SceneSink(const SceneSink&) = delete;
+    SceneSink& operator=(const SceneSink&) = delete;
+    virtual ~SceneSink() = default;
+
+    /// Whether batches are to carry the records of polygons and the elements of segments.
+    virtual bool WantsRecords() const { return true; }
+
+    /// The viewport becomes the background colour, or nothing stands in front any more, or both.
+    virtual void Clear(const SceneState& state, bool color, bool depth) = 0;
+    /// Fills, and then the lines on them.
+    virtual void DrawBatch(const SceneState& state, const PrimitiveBatch& batch) = 0;
+    virtual void DrawStrip(const SceneState& state, const LineStrip& strip) = 0;
+    virtual void DrawText(const SceneState& state, const TextRun& run) = 0;
+    virtual void DrawImage(const SceneState& state, const ImageQuad& image) = 0;
+};
+
+}  // namespace varnel::detail

@@ -1,0 +1,286 @@
+#include "varnel/render/detail/gl_sink.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+#include "varnel/render/detail/gl.h"
+#include "varnel/render/font.h"
+
+namespace varnel::detail {
+namespace {
+
+constexpr GLenum kFirstClipPlane = GL_CLIP_PLANE0;
+
+/// The vertex arrays that are used; none of them is afterwards.
+template <GLenum... Arrays>
+class ArrayScope {
+ public:
+    ArrayScope() { (glEnableClientState(Arrays), ...); }
+    ~ArrayScope() { (glDisableClientState(Arrays), ...); }
+    ArrayScope(const ArrayScope&) = delete;
+    ArrayScope& operator=(const ArrayScope&) = delete;
+};
+
+/// State for one picture; what was set before comes back at the end.
+class ImageScope {
+ public:
+    ImageScope() {
+        glPushAttrib(GL_TEXTURE_BIT | GL_ENABLE_BIT | GL_CURRENT_BIT);
+        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+        glEnable(GL_TEXTURE_2D);
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    }
+    ~ImageScope() {
+        glPopClientAttrib();
+        glPopAttrib();
+    }
+    ImageScope(const ImageScope&) = delete;
+    ImageScope& operator=(const ImageScope&) = delete;
+};
+
+}  // namespace
+
+void GLSink::Start(std::unique_ptr<GLContext> fresh) {
+    context = std::move(fresh);
+    m_Lighting = m_Texture = m_Offset = m_Clipping = false;
+    m_SentWidth = 1.0F;
+    m_HasSampleShading.reset();
+    matrixSent = false;
+    AllIsNew();
+    glClearDepth(1.0);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    // A chart's box may reach beyond the near and far planes when it turns; it is not cut there.
+    glEnable(GL_DEPTH_CLAMP);
+    glDisable(GL_POLYGON_SMOOTH);
+    glPolygonOffset(1.0F, 1.0F);
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+    glEnable(GL_NORMALIZE);
+    glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE);
+}
+
+void GLSink::SetClearColor(const RGBDType& color) {
+    const RGBFType c = RGBDtoRGBF(color);
+    glClearColor(c.r, c.g, c.b, 0.0F);
+}
+
+void GLSink::Clear(const SceneState& /*state*/, bool color, bool depth) {
+    glClear((color ? GL_COLOR_BUFFER_BIT : 0U) | (depth ? GL_DEPTH_BUFFER_BIT : 0U));
+}
+
+void GLSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
+    if (!MakeCurrent()) return;
+    SendIdentity();
+    DrawFills(state, batch);
+    DrawLines(batch);
+}
+
+void GLSink::DrawFills(const SceneState& state, const PrimitiveBatch& batch) {
+    if (batch.Indices().empty()) return;
+    const FillState& fill = batch.State();
+    Lighting(fill.lit);
+    Texture(fill.textured);
+    Offset(fill.framed && state.frameOffset);
+    const FillVertex* vertices = batch.Vertices().data();
+    constexpr auto stride = static_cast<GLsizei>(sizeof(FillVertex));
+    {
+        const ArrayScope<GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY> arrays;
+        glVertexPointer(3, GL_FLOAT, stride, vertices->position);
+        glNormalPointer(GL_FLOAT, stride, vertices->normal);
+        glColorPointer(3, GL_FLOAT, stride, vertices->color);
+        if (fill.textured) {
+            glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+            glTexCoordPointer(1, GL_FLOAT, stride, &vertices->texture);
+        }
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(batch.Indices().size()), GL_UNSIGNED_INT,
+                       batch.Indices().data());
+        if (fill.textured) glDisableClientState(GL_TEXTURE_COORD_ARRAY);
+    }
+    Offset(false);
+}
+
+void GLSink::DrawLines(const PrimitiveBatch& batch) {
+    const auto& runs = batch.Lines();
+    const auto isEmpty = [](const LineRun& run) { return run.indices.empty(); };
+    if (std::all_of(runs.begin(), runs.end(), isEmpty)) return;
+    Lighting(false);
+    Texture(false);
+    const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
+    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
+    for (const LineRun& run : runs) {
+        if (isEmpty(run)) continue;
+        LineWidth(run.width);
+        glVertexPointer(3, GL_FLOAT, stride, run.vertices.front().position);
+        glColorPointer(3, GL_FLOAT, stride, run.vertices.front().color);
+        glDrawElements(GL_LINES, static_cast<GLsizei>(run.indices.size()), GL_UNSIGNED_INT,
+                       run.indices.data());
+    }
+}
+
+void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
+    if (!MakeCurrent()) return;
+    SendIdentity();
+    Lighting(false);
+    Texture(false);
+    LineWidth(strip.width);
+    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
+    const double repeat = strip.repeat * context->PixelScale() * lineScale;
+    glLineStipple(static_cast<GLint>(std::max(repeat + 0.5, 1.0)), strip.pattern);
+    glEnable(GL_LINE_STIPPLE);
+    const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
+    glVertexPointer(3, GL_FLOAT, stride, strip.vertices.front().position);
+    glColorPointer(3, GL_FLOAT, stride, strip.vertices.front().color);
+    glDrawArrays(GL_LINE_STRIP, 0, static_cast<GLsizei>(strip.vertices.size()));
+    glDisable(GL_LINE_STIPPLE);
+}
+
+void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
+    if (!MakeCurrent()) return;
+    m_Letters.Clear();
+    m_Letters.Add(*run.font.GetFace(), run.text, run.placement, run.color);
+    if (m_Letters.Indices().empty()) return;
+    SendIdentity();
+    glCullFace(GL_BACK);
+    glEnable(GL_CULL_FACE);
+    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
+    {
+        const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
+        glVertexPointer(3, GL_FLOAT, stride, m_Letters.Vertices().front().position);
+        glColorPointer(3, GL_FLOAT, stride, m_Letters.Vertices().front().color);
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(m_Letters.Indices().size()),
+                       GL_UNSIGNED_INT, m_Letters.Indices().data());
+    }
+    glDisable(GL_CULL_FACE);
+}
+
+void GLSink::DrawImage(const SceneState& /*state*/, const ImageQuad& image) {
+    if (!MakeCurrent()) return;
+    SendIdentity();
+    const ImageScope scope;
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 image.pixels);
+    const int places[4][2] = {
+        {0, 0}, {0, image.repeatY}, {image.repeatX, image.repeatY}, {image.repeatX, 0}};
+    glBegin(GL_QUADS);
+    glNormal3d(image.normal.x, image.normal.y, image.normal.z);
+    for (std::size_t i = 0; i < 4; ++i) {
+        glTexCoord2iv(places[i]);
+        glVertex3d(image.corners[i].x, image.corners[i].y, image.corners[i].z);
+    }
+    glEnd();
+}
+
+void GLSink::SetViewport(const GLViewportType& v) {
+    const int scale = context->PixelScale();
+    Extend(v);
+    glViewport(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
+    glScissor(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
+    glEnable(GL_SCISSOR_TEST);
+}
+
+void GLSink::Extend(const GLViewportType& viewport) {
+    const auto end = [](int before, long long start, int extent) {
+        constexpr long long kMost = std::numeric_limits<int>::max();
+        return std::max(before, static_cast<int>(std::clamp(start + extent, 0LL, kMost)));
+    };
+    m_DrawnWidth = end(m_DrawnWidth, viewport.x, viewport.width);
+    m_DrawnHeight = end(m_DrawnHeight, viewport.y, viewport.height);
+}
+
+void GLSink::AllIsNew() {
+    m_DrawnWidth = m_DrawnHeight = std::numeric_limits<int>::max();
+}
+
+void GLSink::ReadBackDrawn() {
+    context->ReadBack(m_DrawnWidth, m_DrawnHeight);
+    m_DrawnWidth = m_DrawnHeight = 0;
+}
+
+void GLSink::SetClipPlanes(const SceneState& state) {
+    SendIdentity();
+    GLenum id = kFirstClipPlane;
+    for (const auto& plane : state.clipPlanes)
+        glClipPlane(id++, plane.data());
+}
+
+void GLSink::SendClipping(bool on) {
+    for (GLenum i = 0; i < 6; ++i)
+        on ? glEnable(kFirstClipPlane + i) : glDisable(kFirstClipPlane + i);
+}
+
+void GLSink::SendMatrix(const Matrix4& matrix) {
+    if (matrixSent) return;
+    glLoadMatrixd(matrix.m.data());
+    matrixSent = true;
+}
+
+void GLSink::SendIdentity() {
+    glLoadIdentity();
+    matrixSent = false;
+}
+
+void GLSink::SendColor(const RGBDType& color) {
+    glColor3d(color.r, color.g, color.b);
+}
+
+void GLSink::LineWidth(float width) {
+    const float sent = width * static_cast<float>(context->PixelScale() * lineScale);
+    if (sent == m_SentWidth) return;
+    glLineWidth(sent);
+    m_SentWidth = sent;
+}
+
+void GLSink::UploadTable(const SceneState& state) {
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, state.textureSize, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 state.texture.data());
+}
+
+void GLSink::SetTableParameters() {
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    // Values beyond the range wrap around.
+    glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+}
+
+void GLSink::SendLighting(bool on) {
+    for (GLenum cap : {GL_LIGHTING, GL_LIGHT0, GL_COLOR_MATERIAL})
+        on ? glEnable(cap) : glDisable(cap);
+}
+
+void GLSink::SendTexture(bool on) {
+    on ? glEnable(GL_TEXTURE_1D) : glDisable(GL_TEXTURE_1D);
+    SendSampleShading(on);
+}
+
+/// With antialiasing, the texture is looked up at each sample: at the centre of a pixel that a
+/// polygon touches only with its border, the coordinate would lie outside the polygon's, and the
+/// highest values would wrap around to the first colours there.
+void GLSink::SendSampleShading(bool on) {
+    if (!m_HasSampleShading.has_value()) {
+        const auto* const extensions = reinterpret_cast<const char*>(glGetString(GL_EXTENSIONS));
+        m_HasSampleShading =
+            extensions != nullptr && std::strstr(extensions, "GL_ARB_sample_shading") != nullptr;
+    }
+    if (!*m_HasSampleShading) return;
+    glMinSampleShading(1.0F);
+    on ? glEnable(GL_SAMPLE_SHADING) : glDisable(GL_SAMPLE_SHADING);
+}
+
+void GLSink::SendOffset(bool on) {
+    on ? glEnable(GL_POLYGON_OFFSET_FILL) : glDisable(GL_POLYGON_OFFSET_FILL);
+}
+
+}  // namespace varnel::detail

@@ -1,0 +1,40 @@
+// COpenGL: texts and pictures.
+#include "varnel/render/detail/gl.h"
+#include "varnel/render/detail/renderer.h"
+#include "varnel/render/opengl.h"
+
+namespace varnel {
+
+void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text) {
+    SyncState();
+    m_Renderer->sink->DrawText(m_Renderer->scene, {text, font, m_Renderer->matrix.Top(),
+                                                   m_CurrentColor, m_Renderer->element});
+    SyncState();
+}
+
+void COpenGL::DrawPicture(const BYTE* pixels, int width, int height, const point3Dtype corners[4],
+                          int repeatX, int repeatY) {
+    if (pixels == nullptr || width < 1 || height < 1) return;
+    SyncState();
+    const detail::MatrixStack& matrix = m_Renderer->matrix;
+    detail::ImageQuad image{pixels,
+                            width,
+                            height,
+                            {},
+                            repeatX,
+                            repeatY,
+                            matrix.NormalToDevice({0.0, 1.0, 0.0}),
+                            m_Renderer->element};
+    for (std::size_t i = 0; i < image.corners.size(); ++i)
+        image.corners[i] = matrix.ToDevice(corners[i]);
+    m_Renderer->sink->DrawImage(m_Renderer->scene, image);
+    SyncState();
+}
+
+int COpenGL::GetLargestPicture() {
+    GLint most = 0;
+    if (Ready()) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
+    return most;
+}
+
+}  // namespace varnel
