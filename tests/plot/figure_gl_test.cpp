@@ -1,0 +1,175 @@
+// Figures: every kind reaches the picture and the legend, and what is wrong is told in a sentence.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/error.h"
+#include "varnel/legend/legend.h"
+#include "varnel/platform/dib_section.h"
+#include "varnel/plot.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel::plot {
+namespace {
+
+const Values kX{1, 2, 3, 4}, kY{3, 1, 4, 1}, kHigher{5, 5, 6, 7};
+const Values kNames{"a", "b", "a", "b"};
+const Grid kHill{{0, 1, 0, 1, 3, 1, 0, 1, 0}, 3, 3};
+
+/// Pixels of the middle of the picture that are neither white nor grey: walls, lines and texts are.
+int Colored(Figure& figure) {
+    CChartView3D& view = figure.View();
+    view.DrawView();
+    const HBITMAP bitmap = view.GetDIBSectionPntr()->GetBitmap();
+    int colored = 0;
+    for (int y = 0; y < bitmap->Height(); ++y)
+        for (int x = 0; x < bitmap->Width() * 3 / 4; ++x) {
+            const RGBQUAD p = bitmap->PixelFromTop(x, y);
+            colored += std::abs(p.rgbRed - p.rgbBlue) > 40 || std::abs(p.rgbGreen - p.rgbRed) > 40;
+        }
+    return colored;
+}
+
+TEST(Figure, EveryKindIsSeenAndNamed) {
+    struct Case {
+        const char* kind;
+        std::function<Objects(Figure&)> draw;
+        int entries;
+    };
+    const Case cases[] = {
+        {"Line", [](Figure& f) { return f.Line(kX, kY, {.name = "n", .width = 4}); }, 1},
+        {"Line by", [](Figure& f) { return f.Line(kX, kY, {.width = 4, .by = kNames}); }, 2},
+        {"Scatter", [](Figure& f) { return f.Scatter(kX, kY, {.size = 12, .by = kNames}); }, 2},
+        {"Bars",
+         [](Figure& f) {
+             return f.Bars({"x", "y"}, {1, 2}, {.name = "n"});
+         },
+         1},
+        {"Floating", [](Figure& f) { return f.Bars(kX, kHigher, {.from = kY}); }, 0},
+        {"Side by side",
+         [](Figure& f) {
+             return f.Bars(kX, {kY, kHigher}, {.names = {"p", "q"}});
+         },
+         2},
+        {"Histogram", [](Figure& f) { return f.Histogram(kY); }, 0},
+        {"Area", [](Figure& f) { return f.Area(kX, kY); }, 0},
+        {"Range", [](Figure& f) { return f.Area(kX, kHigher, {.name = "n", .from = kY}); }, 1},
+        {"Stacked",
+         [](Figure& f) {
+             return f.Area(kX, {kY, kHigher}, {.names = {"p", "q"}});
+         },
+         2},
+        {"Candles",
+         [](Figure& f) {
+             return f.Candles(kX, kY, kHigher, {0, 0, 0, 0}, {4, 4, 4, 4});
+         },
+         0},
+        {"Boxes", [](Figure& f) { return f.Boxes(kNames, kHigher); }, 0},
+        {"ErrorBars",
+         [](Figure& f) {
+             return f.ErrorBars(kX, kY, kY, kY, {.color = RGBDType{1, 0, 0, 1}, .width = 4});
+         },
+         0},
+        {"Line3D", [](Figure& f) { return f.Line3D(kX, kY, kHigher, {.width = 4}); }, 0},
+        {"Scatter3D",
+         [](Figure& f) { return f.Scatter3D(kX, kY, kHigher, {.size = 12, .by = kNames}); }, 2},
+        {"Bars3D", [](Figure& f) { return f.Bars3D(kX, kNames, kHigher, {.name = "n"}); }, 1},
+        {"Surface", [](Figure& f) { return f.Surface(kHill); }, 0},
+        {"Triangles", [](Figure& f) { return f.Surface(kX, kY, kHigher); }, 0},
+        {"Function",
+         [](Figure& f) { return f.Surface([](double x, double y) { return x * y; }, 0, 1, 0, 1); },
+         0},
+        {"Contours",
+         [](Figure& f) {
+             return f.Contours(kHill, {.levels = {0.5, 1.5}});
+         },
+         2},
+        {"Bands", [](Figure& f) { return f.Contours(kHill, {.filled = true}); }, 0},
+        {"HeatMap", [](Figure& f) { return f.HeatMap(kHill); }, 0},
+    };
+    for (const Case& c : cases) {
+        Figure figure({.title = "t", .size = {200, 150}, .samples = 0});
+        const Objects objects = c.draw(figure);
+        ASSERT_FALSE(objects.empty()) << c.kind;
+        EXPECT_GT(Colored(figure), 60) << c.kind;
+        const CLegend3D* legend = figure.View().GetLegend(0);
+        EXPECT_EQ(legend != nullptr ? legend->GetNumLegendObjs() : 0, c.entries) << c.kind;
+        // Drawn again it is the same picture with the same legend.
+        const int before = Colored(figure);
+        EXPECT_EQ(Colored(figure), before) << c.kind;
+    }
+}
+
+TEST(Figure, NamesShareAnAxisAndChartsAFigure) {
+    Figure figure({.size = {200, 100}});
+    Chart& left = figure.At(1, 1, 1, 2);
+    left.Bars({"a", "b"}, {1, 2});
+    const Objects second = left.Line({"b", "c"}, {1, 2});
+    EXPECT_EQ(second[0]->GetIndData(0), 2) << "b is where it was";
+    EXPECT_EQ(second[0]->GetIndData(1), 3);
+    EXPECT_EQ(&figure.At(1, 1, 1, 2), &left);
+    figure.At(1, 2, 1, 2).Surface(kHill);
+    figure.View();
+    EXPECT_EQ(figure.View().GetNumCharts(), 2);
+    EXPECT_EQ(left.GetChart()->GetTransform(0)->GetScaleMax().x, 3.5);
+    left.y({.min = -5, .max = 10});
+    figure.View();
+    EXPECT_EQ(left.GetChart()->GetTransform(0)->GetScaleMin().z, -5);
+}
+
+TEST(Figure, WhatIsWrongIsToldInASentence) {
+    CErr3D::SetErrorReportMode(0);
+    const std::pair<std::function<void(Figure&)>, const char*> cases[] = {
+        {[](Figure& f) {
+             f.Line(kX, {1, 2});
+         },
+         "Line: y has 2 values, not 4"},
+        {[](Figure& f) { f.Line({}, {}); }, "Line: x is empty"},
+        {[](Figure& f) { f.Line(kX, kY, {.by = {"a"}}); }, "Line: by has 1 values, not 4"},
+        {[](Figure& f) {
+             f.Bars(kX, {kY, {1}});
+         },
+         "Bars: series 2 has 1 values, not 4"},
+        {[](Figure& f) { f.Candles(kX, kY, kY, kY, {}); }, "Candles: close is empty"},
+        {[](Figure& f) {
+             f.Line(kX, kY);
+             f.Surface(kHill);
+         },
+         "Surface: it is spatial, and the chart is flat already"},
+        {[](Figure& f) {
+             f.Line(kX, kY);
+             f.Line(kNames, kY);
+         },
+         "Line: x is names, its axis has numbers"},
+        {[](Figure& f) {
+             f.Surface(Grid{{1, 2, 3}, 2, 2});
+         },
+         "Surface: z has 3 values, not 4"},
+        {[](Figure& f) { f.Surface(kHill, {.map = "red"}); },
+         "Surface: there is no colour map \"red\"; there are viridis, magma, coolwarm, grey"},
+        {[](Figure& f) { f.Surface(kX, kX, kX); }, "Surface: the 4 points lie on one line"},
+        {[](Figure& f) { f.Histogram(kX, {.bins = -1}); }, "Histogram: bins is -1"},
+        {[](Figure& f) { f.At(3, 1, 2, 2); }, "At: row 3 of 2, column 1 of 2"},
+        {[](Figure&) {
+             Figure({.size = {0, 5}});
+         },
+         "Figure: the size is 0 x 5"},
+        {[](Figure& f) { f.Save("x.jpg"); }, "Save: x.jpg has to end in .png, .bmp or .chart"},
+    };
+    for (const auto& [draw, said] : cases) {
+        Figure figure({.size = {60, 40}, .samples = 0});
+        try {
+            draw(figure);
+            ADD_FAILURE() << said;
+        } catch (const Error& e) {
+            EXPECT_STREQ(e.what(), said);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace varnel::plot

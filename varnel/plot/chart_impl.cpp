@@ -1,0 +1,142 @@
+#include <algorithm>
+#include <cmath>
+
+#include "varnel/chart/chart_view.h"
+#include "varnel/plot/detail/chart_impl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel::plot {
+
+using detail::Refuse;
+
+namespace {
+
+const char* NameOf(Layout layout) {
+    return layout == Layout::Flat ? "flat" : layout == Layout::Map ? "a map" : "spatial";
+}
+
+const char* NameOf(DataKind kind) {
+    return kind == DataKind::Names ? "names" : kind == DataKind::Dates ? "dates" : "numbers";
+}
+
+}  // namespace
+
+void Chart::Impl::Begin(Layout wanted, const char* call) {
+    if (layout != Layout::None && layout != wanted)
+        Refuse(call, "it is ", NameOf(wanted), ", and the chart is ", NameOf(layout), " already");
+    layout = wanted;
+    if (chart != nullptr) return;
+    chart = view->NewChart3D();
+    chart->SetChartPosition(place);
+    chart->EnableBorder(0);
+    transform = chart->NewTransform({0, 0, 0, 0}, {1, 1, 1, 0});
+}
+
+CChartObj3D* Chart::Impl::NewObject() {
+    CChartObj3D* object = chart->NewChartObj(transform);
+    object->SetClipping(0);
+    return object;
+}
+
+std::vector<double> Chart::Impl::Take(int axis, const Values& values, const char* call,
+                                      const char* argument, long long count) {
+    if (values.empty()) Refuse(call, argument, " is empty");
+    if (count >= 0 && static_cast<long long>(values.size()) != count)
+        Refuse(call, argument, " has ", values.size(), " values, not ", count);
+    PlotAxis& state = axes[axis];
+    if (!state.kind) state.kind = values.Kind();
+    if (*state.kind != values.Kind())
+        Refuse(call, argument, " is ", NameOf(values.Kind()), ", its axis has ",
+               NameOf(*state.kind));
+    if (!values.Name().empty() && values.Name() != state.name) {
+        state.mixed = state.mixed || !state.name.empty();
+        state.name = values.Name();
+    }
+    std::vector<double> numbers = values.Numbers();
+    if (values.Kind() == DataKind::Names) {
+        std::vector<double> places;
+        for (const std::string& name : values.Categories()) {
+            const auto at = std::ranges::find(state.categories, name);
+            places.push_back(static_cast<double>(at - state.categories.begin()) + 1);
+            if (at == state.categories.end()) state.categories.push_back(name);
+        }
+        for (double& number : numbers)
+            number = places[static_cast<std::size_t>(number) - 1];
+    }
+    for (const double number : numbers)
+        Widen(axis, number);
+    return numbers;
+}
+
+void Chart::Impl::Widen(int axis, double value) {
+    axes[axis].range.Add(value, axes[axis].options.log);
+}
+
+RGBDType Chart::Impl::NextColor(const std::optional<RGBDType>& wanted) {
+    return wanted ? *wanted : detail::SeriesColor(series++);
+}
+
+int Chart::Impl::Pixels(double points) const {
+    return std::max(1, static_cast<int>(std::lround(points * pixelsPerPoint)));
+}
+
+double Chart::Impl::SymbolSize(double points) const {
+    return 20.0 * points * pixelsPerPoint / height;
+}
+
+double Chart::Impl::NextLayer() {
+    return std::min(0.5 + 0.005 * ++layers, 0.99);
+}
+
+void Chart::Impl::AddEntry(CChartObj3D* object, std::string name) {
+    if (!name.empty()) entries.push_back({object, {std::move(name)}});
+}
+
+namespace detail {
+
+double SmallestStep(std::vector<double> values) {
+    std::erase_if(values, [](double x) { return !std::isfinite(x); });
+    std::ranges::sort(values);
+    double step = 0.0;
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        const double gap = values[i] - values[i - 1];
+        if (gap > 0 && (step == 0.0 || gap < step)) step = gap;
+    }
+    return step > 0 ? step : 1.0;
+}
+
+RGBDType SeriesColor(int index) {
+    constexpr RGBDType colors[] = {
+        {0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1}, {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
+        {0.58, 0.40, 0.74, 1}, {0.55, 0.34, 0.29, 1}, {0.89, 0.47, 0.76, 1}, {0.50, 0.50, 0.50, 1}};
+    return colors[static_cast<std::size_t>(index) % std::size(colors)];
+}
+
+std::vector<Part> Split(const Values& by, std::size_t count, const char* call) {
+    std::vector<Part> parts;
+    if (by.empty()) {
+        parts.emplace_back();
+        for (std::size_t i = 0; i < count; ++i)
+            parts[0].rows.push_back(i);
+        return parts;
+    }
+    if (by.size() != count) Refuse(call, "by has ", by.size(), " values, not ", count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string name = by.Text(i);
+        auto part = std::ranges::find(parts, name, &Part::name);
+        if (part == parts.end()) part = parts.insert(parts.end(), {name, {}});
+        part->rows.push_back(i);
+    }
+    return parts;
+}
+
+std::vector<double> Pick(const std::vector<double>& values, const std::vector<std::size_t>& rows) {
+    std::vector<double> picked;
+    for (const std::size_t row : rows)
+        picked.push_back(values[row]);
+    return picked;
+}
+
+}  // namespace detail
+
+}  // namespace varnel::plot

@@ -1,0 +1,106 @@
+// What a chart of a figure knows before it is framed: the objects in it, what its axes stand for
+// and how far its data reach.
+#pragma once
+
+#include "varnel/chart/chart.h"
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/plot/figure.h"
+#include "varnel/scale/auto_scale.h"
+
+namespace varnel::plot {
+
+/// One axis of the box: 0 x, 1 y, 2 z of the library. Flat charts have their y on axis 2.
+struct PlotAxis {
+    AxisOptions options;
+    DataRange range;
+    std::optional<DataKind> kind;
+    std::vector<std::string> categories;
+    /// The name that all data on it have; empty and `mixed` when they have several.
+    std::string name;
+    bool mixed = false;
+    /// What bars stand on.
+    std::optional<double> base;
+};
+
+struct LegendEntry {
+    CChartObj3D* object = nullptr;
+    std::vector<std::string> names;  ///< several: those of the object's groups
+};
+
+/// How the box of a chart is looked at.
+enum class Layout { None, Flat, Spatial, Map };
+
+struct Chart::Impl {
+    CChartView3D* view = nullptr;
+    GLViewRType place{0, 0, 1, 1};
+    double pixelsPerPoint = 1.0;
+    int height = 1;  ///< of the chart, in pixels
+    CChart3D* chart = nullptr;
+    CTransform3D* transform = nullptr;
+    Layout layout = Layout::None;
+    PlotAxis axes[3];
+    std::vector<LegendEntry> entries;
+    std::string title, subtitle;
+    std::optional<double> azimuth, elevation;
+    int series = 0;
+    int layers = 0;  ///< flat objects so far, each in front of those before
+    bool colorBar = false;
+    std::string colorBarTitle;
+
+    /// Makes the chart what `wanted` says, or raises what `call` cannot be drawn into.
+    void Begin(Layout wanted, const char* call);
+    CChartObj3D* NewObject();
+    /// The data as positions along an axis, whose range and names then hold them. `argument` names
+    /// them in errors; `count` is how many there have to be, -1: any number but none.
+    std::vector<double> Take(int axis, const Values& values, const char* call, const char* argument,
+                             long long count = -1);
+    void Widen(int axis, double value);
+    RGBDType NextColor(const std::optional<RGBDType>& wanted);
+    int Pixels(double points) const;
+    /// The relative size of symbols that are `points` large.
+    double SymbolSize(double points) const;
+    /// Where along the depth of a flat chart the next object stands.
+    double NextLayer();
+    void AddEntry(CChartObj3D* object, std::string name);
+
+    /// Limits, axes, titles, view and legend from all of that: the one place where a chart gets
+    /// its frame.
+    void Compose();
+
+ private:
+    void ComposeAxis(int axis);
+    void ComposeView();
+    void ComposeLegend();
+    class CAxes3D* m_Axes = nullptr;
+    class CLegend3D* m_Legend = nullptr;
+};
+
+namespace detail {
+
+/// Raises "Parameter Error" of a call.
+template <class... Pieces>
+[[noreturn]] void Refuse(const char* call, const Pieces&... pieces) {
+    varnel::detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_GENERAL, call,
+                          varnel::detail::Say(pieces...));
+}
+
+/// The smallest distance between neighbours of sorted, different values; 1 for fewer than two.
+double SmallestStep(std::vector<double> values);
+
+/// The colour of a series: the palette, over and over.
+RGBDType SeriesColor(int index);
+
+/// Points in groups by their names; one group without a name where `by` is empty.
+struct Part {
+    std::string name;
+    std::vector<std::size_t> rows;
+};
+std::vector<Part> Split(const Values& by, std::size_t count, const char* call);
+
+/// Those values of a column that stand in the rows.
+std::vector<double> Pick(const std::vector<double>& values, const std::vector<std::size_t>& rows);
+
+}  // namespace detail
+
+}  // namespace varnel::plot

@@ -1,0 +1,121 @@
+// The options of figures and of the kinds of charts: aggregates for designated initialisers, as in
+// figure.Line(x, y, {.name = "warmest", .width = 2}). Lengths named "width" or "size" of lines and
+// symbols are in points (1/72 inch at the figure's dpi). What is left out follows from the data and
+// the palette.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "varnel/foundation/colors.h"
+#include "varnel/plot/data.h"
+
+namespace varnel::plot {
+
+/// In pixels.
+struct Size {
+    int width = 1200;
+    int height = 800;
+};
+
+struct FigureOptions {
+    std::string title{};
+    std::string subtitle{};
+    std::string footer{};
+    Size size{};
+    double dpi = 100.0;
+    int samples = 4;  ///< a pixel, for smooth edges; 0: exact pixels
+};
+
+struct AxisOptions {
+    std::string title{};
+    std::optional<double> min{};
+    std::optional<double> max{};
+    bool log = false;
+};
+
+enum class Dash { Solid, Dashed, Dotted };
+enum class Marker { Auto, Cube, Plus, Diamond, Pyramid, Hourglass, Arrow };
+
+struct LineOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    double width = 1.5;
+    Dash dash = Dash::Solid;
+    Values by{};  ///< one line for each of these names
+};
+
+struct ScatterOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    double size = 6.0;
+    Marker marker = Marker::Auto;
+    Values by{};        ///< one colour and symbol for each of these names
+    Values color_by{};  ///< colours by value, with a colour bar
+    std::string map = "viridis";
+};
+
+struct BarsOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    std::vector<std::string> names{};  ///< of several series; their columns' names otherwise
+    bool stacked = false;              ///< several series above each other, not side by side
+    double base = 0.0;                 ///< where bars stand
+    Values from{};                     ///< where each bar stands: floating bars
+    double width = 0.8;                ///< of the distance between bars
+};
+
+struct HistogramOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    int bins = 0;  ///< 0: by the rule of Freedman and Diaconis, at least as many as Sturges' rule
+    std::optional<double> min{};
+    std::optional<double> max{};
+};
+
+struct AreaOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    std::vector<std::string> names{};
+    double base = 0.0;
+    Values from{};  ///< the lower edge of a range
+};
+
+struct CandlesOptions {
+    RGBDType rising{0.30, 0.63, 0.29, 1.0};
+    RGBDType falling{0.82, 0.20, 0.22, 1.0};
+    bool ohlc = false;   ///< tics to the left and right in place of bodies
+    double width = 0.7;  ///< of the distance between days
+};
+
+struct BoxesOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    double width = 0.6;
+    bool mean = true;
+};
+
+struct ErrorBarsOptions {
+    std::optional<RGBDType> color{};
+    double width = 1.0;
+};
+
+struct SurfaceOptions {
+    std::string name{};
+    std::string map = "viridis";
+    std::optional<RGBDType> color{};  ///< one colour, lit, in place of the map
+    bool wire = false;
+    bool lines = false;  ///< the edges of its polygons too
+    bool color_bar = true;
+};
+
+struct ContourOptions {
+    std::string map = "viridis";
+    int count = 10;       ///< of levels, at round values, about
+    Values levels{};      ///< the levels themselves
+    bool filled = false;  ///< bands between the levels, under the lines
+    bool labels = true;   ///< the level on the longest line of each
+};
+
+}  // namespace varnel::plot

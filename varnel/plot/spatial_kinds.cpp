@@ -1,0 +1,316 @@
+// Kinds with three axes, and maps: the same surfaces seen from above.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "varnel/plot/detail/chart_impl.h"
+#include "varnel/scale/tic_labels.h"
+#include "varnel/surface/color_map.h"
+#include "varnel/surface/contour_lines.h"
+#include "varnel/surface/polysurface.h"
+
+namespace varnel::plot {
+
+using detail::Refuse;
+
+namespace {
+
+constexpr RGBDType kOutline{0.35, 0.35, 0.35, 1.0};
+constexpr int kTriangles = 1;
+
+std::vector<point3Dtype> ToPoints(const std::vector<double>& x, const std::vector<double>& y,
+                                  const std::vector<double>& z) {
+    std::vector<point3Dtype> points(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        points[i] = {x[i], y[i], z[i], 0};
+    return points;
+}
+
+std::vector<point3Dtype> TakePoints(auto& c, const Values& x, const Values& y, const Values& z,
+                                    const char* call) {
+    const std::vector<double> xs = c.Take(0, x, call, "x");
+    const auto count = static_cast<long long>(xs.size());
+    const std::vector<double> ys = c.Take(1, y, call, "y", count);
+    return ToPoints(xs, ys, c.Take(2, z, call, "z", count));
+}
+
+/// 0, 1, ... where there are no values.
+std::vector<double> TakeEdge(auto& c, int axis, const Values& values, const char* call,
+                             const char* argument, int count) {
+    if (!values.empty()) return c.Take(axis, values, call, argument, count);
+    std::vector<double> places(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < places.size(); ++i)
+        places[i] = static_cast<double>(i);
+    c.Widen(axis, 0);
+    c.Widen(axis, count - 1.0);
+    return places;
+}
+
+CPolysurface TakeGrid(auto& c, const Grid& grid, const char* call) {
+    if (grid.rows < 2 || grid.columns < 2)
+        Refuse(call, "the grid has ", grid.rows, " rows and ", grid.columns, " columns");
+    const auto rows = static_cast<std::size_t>(grid.rows);
+    const auto columns = static_cast<std::size_t>(grid.columns);
+    const std::vector<double> z =
+        c.Take(2, grid.z, call, "z", static_cast<long long>(rows * columns));
+    const std::vector<double> x = TakeEdge(c, 0, grid.x, call, "x", grid.columns);
+    const std::vector<double> y = TakeEdge(c, 1, grid.y, call, "y", grid.rows);
+    std::vector<point3Dtype> points(z.size());
+    for (std::size_t r = 0; r < rows; ++r)
+        for (std::size_t k = 0; k < columns; ++k)
+            points[r * columns + k] = {x[k], y[r], z[r * columns + k], z[r * columns + k]};
+    CPolysurface surface(points.data(), grid.rows, grid.columns, kTriangles);
+    surface.CreateRGAdjacentPolygonList();
+    return surface;
+}
+
+void RequireMap(const std::string& map, const char* call) {
+    RGBDType unused;
+    if (ColorMap(map, 1, &unused)) return;
+    std::string known;
+    for (const CString& name : ColorMapNames())
+        known += (known.empty() ? "" : ", ") + name;
+    Refuse(call, "there is no colour map \"", map, "\"; there are ", known);
+}
+
+Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options,
+                   const char* call) {
+    RequireMap(options.map, call);
+    surface.SetWireFrame(options.wire);
+    if (options.color)
+        for (int i = 0; i < surface.GetPSNumPolygons(); ++i)
+            surface.SetPolysurfaceColors(i, *options.color, *options.color);
+    CChartObj3D* object = c.NewObject();
+    object->PolysurfaceChart3D(&surface);
+    object->SetOutlineMode(options.lines);
+    object->SetOutlineColor(kOutline);
+    if (!options.color && c.chart->ColorSurfaceByHeight(object, options.map) && options.color_bar) {
+        c.colorBar = true;
+        c.colorBarTitle = options.name;
+    }
+    return {object};
+}
+
+/// Round levels, about as many as asked for, inside the range.
+std::vector<double> ChooseLevels(double min, double max, int count) {
+    const double rough = (max - min) / std::max(count, 1);
+    const double power = std::pow(10.0, std::floor(std::log10(rough)));
+    const double part = rough / power;
+    const double step = power * (part < 1.5 ? 1 : part < 3.5 ? 2 : part < 7.5 ? 5 : 10);
+    std::vector<double> levels;
+    for (double n = std::ceil(min / step); n * step < max; ++n)
+        levels.push_back(n * step);
+    return levels;
+}
+
+/// One object a level, its lines one behind the other with gaps between them. Lines over bands are
+/// grey; others have their level's colour and name.
+Objects AddContourLines(auto& c, const CPolysurface& surface, const std::vector<double>& levels,
+                        const std::vector<RGBDType>& colors, bool overBands, double z) {
+    const int count = static_cast<int>(levels.size());
+    const ContourLines contours = TraceContourLines(surface, levels.data(), count);
+    const TicLabels texts = ChooseLabels(levels);
+    std::vector<std::vector<point3Dtype>> runs(levels.size());
+    for (const ContourLine& line : contours.lines) {
+        std::vector<point3Dtype>& run = runs[static_cast<std::size_t>(line.level)];
+        for (std::size_t i = 0; i < line.count + line.closed; ++i) {
+            const point3Dtype& p = contours.points[line.first + i % line.count];
+            run.push_back({p.x, p.y, z, 0});
+        }
+        constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
+        run.push_back({kGap, kGap, kGap, 0});
+    }
+    Objects objects;
+    for (std::size_t l = levels.size(); l-- > 0;) {  // the legend has the highest on top
+        if (runs[l].empty()) continue;
+        CChartObj3D* object = c.NewObject();
+        object->LineChart3D(runs[l].data(), static_cast<int>(runs[l].size()), 0,
+                            c.Pixels(overBands ? 0.7 : 1.2), overBands ? kOutline : colors[l + 1]);
+        objects.push_back(object);
+        if (!overBands) c.AddEntry(object, texts.texts[l]);
+    }
+    return objects;
+}
+
+/// The level's number in the middle of the longest line of each level.
+CChartObj3D* AddContourLabels(auto& c, const CPolysurface& surface,
+                              const std::vector<double>& levels, double z) {
+    const int count = static_cast<int>(levels.size());
+    const ContourLines contours = TraceContourLines(surface, levels.data(), count);
+    const TicLabels texts = ChooseLabels(levels);
+    std::vector<point3Dtype> places;
+    std::vector<CString> labels;
+    for (int level = 0; level < count; ++level) {
+        const ContourLine* longest = nullptr;
+        for (const ContourLine& line : contours.lines)
+            if (line.level == level && (longest == nullptr || line.count > longest->count))
+                longest = &line;
+        if (longest == nullptr) continue;
+        const point3Dtype& p = contours.points[longest->first + longest->count / 2];
+        places.push_back({p.x, p.y, z, 0});
+        labels.push_back(texts.texts[static_cast<std::size_t>(level)]);
+    }
+    CChartObj3D* object = c.NewObject();
+    constexpr int kFacingViewer = 3;
+    object->ScatterText3D(places.data(), labels.data(), static_cast<int>(places.size()), 0.7,
+                          kFacingViewer, {0, 0, 0, 1}, -1, 0);
+    return object;
+}
+
+}  // namespace
+
+Objects Chart::Line3D(const Values& x, const Values& y, const Values& z,
+                      const LineOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Line3D");
+    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Line3D");
+    Objects objects;
+    for (const detail::Part& part : detail::Split(options.by, points.size(), "Line3D")) {
+        std::vector<point3Dtype> mine;
+        for (const std::size_t i : part.rows)
+            mine.push_back(points[i]);
+        CChartObj3D* line = c.NewObject();
+        const int style = options.dash == Dash::Solid ? 0 : options.dash == Dash::Dashed ? 2 : 3;
+        line->LineChart3D(mine.data(), static_cast<int>(mine.size()), style,
+                          c.Pixels(options.width), c.NextColor(options.color));
+        c.AddEntry(line, part.name.empty() ? options.name : part.name);
+        objects.push_back(line);
+    }
+    return objects;
+}
+
+Objects Chart::Scatter3D(const Values& x, const Values& y, const Values& z,
+                         const ScatterOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Scatter3D");
+    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Scatter3D");
+    Objects objects;
+    for (const detail::Part& part : detail::Split(options.by, points.size(), "Scatter3D")) {
+        std::vector<point3Dtype> mine;
+        for (const std::size_t i : part.rows)
+            mine.push_back(points[i]);
+        constexpr int symbols[] = {10, 12, 13, 14, 11, 15};
+        const int symbol = options.marker == Marker::Auto
+                               ? symbols[c.series % 6]
+                               : static_cast<int>(options.marker) - 1 + 10;
+        CChartObj3D* object = c.NewObject();
+        object->ScatterChart3D(mine.data(), c.SymbolSize(options.size),
+                               static_cast<int>(mine.size()), symbol, c.NextColor(options.color),
+                               kOutline, -1, 0);
+        c.AddEntry(object, part.name.empty() ? options.name : part.name);
+        objects.push_back(object);
+    }
+    return objects;
+}
+
+Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
+                      const BarsOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Bars3D");
+    std::vector<point3Dtype> corners = TakePoints(c, x, y, z, "Bars3D");
+    double width[2];
+    for (const int axis : {0, 1}) {
+        std::vector<double> places;
+        for (const point3Dtype& p : corners)
+            places.push_back(GetCoord3D(p, axis));
+        const double step = detail::SmallestStep(places);
+        for (const double at : places)
+            for (const double side : {-0.5, 0.5})
+                c.Widen(axis, at + side * step);
+        width[axis] = options.width * step;
+    }
+    for (point3Dtype& p : corners) {
+        p.x -= width[0] / 2;
+        p.y -= width[1] / 2;
+    }
+    c.axes[2].base = options.base;
+    const std::vector<double> feet(corners.size(), options.base);
+    CChartObj3D* bars = c.NewObject();
+    bars->BarChart3D(corners.data(), feet.data(), static_cast<int>(corners.size()), width[0],
+                     width[1], c.NextColor(options.color), kOutline);
+    c.AddEntry(bars, options.name);
+    return {bars};
+}
+
+Objects Chart::Surface(const Grid& grid, const SurfaceOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Surface");
+    CPolysurface surface = TakeGrid(c, grid, "Surface");
+    return AddSurface(c, surface, options, "Surface");
+}
+
+Objects Chart::Surface(const std::function<double(double, double)>& f, double x0, double x1,
+                       double y0, double y1, const SurfaceOptions& options) {
+    if (!f) Refuse("Surface", "the function is empty");
+    if (!(x1 > x0) || !(y1 > y0))
+        Refuse("Surface", "x from ", x0, " to ", x1, " and y from ", y0, " to ", y1);
+    constexpr int kPoints = 81;
+    std::vector<double> x, y, z;
+    for (int i = 0; i < kPoints; ++i) {
+        x.push_back(x0 + (x1 - x0) * i / (kPoints - 1));
+        y.push_back(y0 + (y1 - y0) * i / (kPoints - 1));
+    }
+    for (const double b : y)
+        for (const double a : x)
+            z.push_back(f(a, b));
+    return Surface(Grid{std::move(z), kPoints, kPoints, std::move(x), std::move(y)}, options);
+}
+
+Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
+                       const SurfaceOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Surface");
+    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Surface");
+    CPolysurface surface(points.data(), 0, static_cast<int>(points.size()));
+    surface.DelaunaySurface(1);
+    if (surface.GetPSNumPolygons() == 0)
+        Refuse("Surface", "the ", points.size(), " points lie on one line");
+    return AddSurface(c, surface, options, "Surface");
+}
+
+Objects Chart::HeatMap(const Grid& grid, const SurfaceOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Map, "HeatMap");
+    CPolysurface surface = TakeGrid(c, grid, "HeatMap");
+    const Objects objects = AddSurface(c, surface, options, "HeatMap");
+    // By the values that the points carry: the map itself has no heights.
+    constexpr int kByValue = 3;
+    c.chart->SetTextureMode(kByValue);
+    objects[0]->PolysurfaceChart2D(&surface, c.axes[2].range.min, 0);
+    return objects;
+}
+
+Objects Chart::Contours(const Grid& grid, const ContourOptions& options) {
+    Impl& c = *m_Impl;
+    RequireMap(options.map, "Contours");
+    c.Begin(Layout::Map, "Contours");
+    CPolysurface surface = TakeGrid(c, grid, "Contours");
+    const DataRange& range = c.axes[2].range;
+    const std::vector<double> levels = options.levels.empty()
+                                           ? ChooseLevels(range.min, range.max, options.count)
+                                           : options.levels.Numbers();
+    const int count = static_cast<int>(levels.size());
+    if (count < 1 || count > 255) Refuse("Contours", "there are ", count, " levels");
+    std::vector<RGBDType> colors(levels.size() + 1);
+    ColorMap(options.map, count + 1, colors.data());
+    Objects objects;
+    if (options.filled) {
+        surface.SetWireFrame(0);
+        for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
+            const auto above = std::ranges::upper_bound(levels, surface.GetPSPMean(i, 2));
+            const RGBDType& band = colors[static_cast<std::size_t>(above - levels.begin())];
+            surface.SetPolysurfaceColors(i, band, band);
+        }
+        objects.push_back(c.NewObject());
+        objects[0]->PolysurfaceChart2D(&surface, range.min, 0);
+        objects[0]->SetOutlineMode(0);
+        objects[0]->SetColorMode(0);
+    }
+    const double z = range.min + 0.01 * (range.max - range.min);
+    const Objects lines = AddContourLines(c, surface, levels, colors, options.filled, z);
+    objects.insert(objects.end(), lines.begin(), lines.end());
+    if (options.labels) objects.push_back(AddContourLabels(c, surface, levels, z));
+    return objects;
+}
+
+}  // namespace varnel::plot
