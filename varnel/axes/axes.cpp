@@ -17,8 +17,8 @@ CAxes3D::CAxes3D() {
 CAxes3D::CAxes3D(COpenGL* gl, CTransform3D* transform, const point3Dtype& minPoint,
                  const point3Dtype& maxPoint)
     : CAxes3D() {
-    m_MinPoint = minPoint;
-    m_MaxPoint = maxPoint;
+    m_Saved.m_MinPoint = minPoint;
+    m_Saved.m_MaxPoint = maxPoint;
     InitAxes(gl, transform);
 }
 
@@ -27,24 +27,10 @@ CAxes3D::~CAxes3D() = default;
 void CAxes3D::SetAxesDefaults() {
     m_pOpenGL = nullptr;
     m_pTransform = nullptr;
-    for (int plane = 0; plane < 6; ++plane) {
-        m_PlaneGrid[plane] = PlaneGrid{};
-        m_Wall[plane] = Wall{};
-        m_PlaneColorMode[plane] = 1;
-    }
+    m_Saved = {};
     SetPlaneTable();
-    m_MinPoint = point3Dtype{};
-    m_MaxPoint = point3Dtype{};
-    for (int axis = 0; axis < 3; ++axis) {
-        m_AxisColorMode[axis] = 1;
-        m_bAxisLabelsEnable[axis] = 0;
-        m_bAxisEnable[axis] = 0;
-    }
     FreeAxes();
     MakeMissingAxes();
-    m_OutlineMode = 1;
-    m_nTransformID = 0;
-    m_nSignature = kSignature;
     detail::Count(nSelfID);
 }
 
@@ -63,16 +49,16 @@ void CAxes3D::SetPlaneTable() {
 }
 
 void CAxes3D::InitPlaneGridTable(int plane, int first, int second, int normal) {
-    m_PlaneTable[plane][0] = first;
-    m_PlaneTable[plane][1] = second;
-    m_PlaneTable[plane][2] = normal;
+    m_Saved.m_PlaneTable[plane][0] = first;
+    m_Saved.m_PlaneTable[plane][1] = second;
+    m_Saved.m_PlaneTable[plane][2] = normal;
 }
 
 bool CAxes3D::HasPlaneTable() const {
     for (int plane = 0; plane < 6; ++plane) {
-        if (m_PlaneTable[plane][0] != GetSwapCoordAxis(plane, 0)) return false;
-        if (m_PlaneTable[plane][1] != GetSwapCoordAxis(plane, 1)) return false;
-        if (m_PlaneTable[plane][2] != GetNormalAxis(plane)) return false;
+        if (m_Saved.m_PlaneTable[plane][0] != GetSwapCoordAxis(plane, 0)) return false;
+        if (m_Saved.m_PlaneTable[plane][1] != GetSwapCoordAxis(plane, 1)) return false;
+        if (m_Saved.m_PlaneTable[plane][2] != GetNormalAxis(plane)) return false;
     }
     return true;
 }
@@ -83,18 +69,19 @@ void CAxes3D::InitAxes(COpenGL* gl, CTransform3D* transform) {
     detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
     m_pOpenGL = gl;
     m_pTransform = transform;
-    m_nTransformID = transform->GetSelfID();
+    m_Saved.m_nTransformID = transform->GetSelfID();
     for (int axis = 0; axis < 3; ++axis) {
         if (m_pAxis[axis] == nullptr || m_pAxisLabels[axis] == nullptr) return;
         m_pAxis[axis]->InitAxis(gl, transform, axis);
-        m_pAxis[axis]->SetAxisLimits(GetCoord3D(m_MinPoint, axis), GetCoord3D(m_MaxPoint, axis));
+        m_pAxis[axis]->SetAxisLimits(GetCoord3D(m_Saved.m_MinPoint, axis),
+                                     GetCoord3D(m_Saved.m_MaxPoint, axis));
         m_pAxisLabels[axis]->InitAxisLabels(gl, transform, m_pAxis[axis].get());
     }
 }
 
 void CAxes3D::SetAxesLimits(const point3Dtype& minPoint, const point3Dtype& maxPoint) {
-    m_MinPoint = minPoint;
-    m_MaxPoint = maxPoint;
+    m_Saved.m_MinPoint = minPoint;
+    m_Saved.m_MaxPoint = maxPoint;
     for (int axis = 0; axis < 3; ++axis)
         SetAxisLimits(axis, GetCoord3D(minPoint, axis), GetCoord3D(maxPoint, axis));
 }
@@ -121,8 +108,8 @@ void CAxes3D::DrawAxesLines() {
 }
 
 void CAxes3D::DrawAxis(int axis) {
-    m_pOpenGL->SetColorMode(m_AxisColorMode[axis]);
-    if (m_bAxisEnable[axis] != 0 && m_pAxis[axis] != nullptr) m_pAxis[axis]->DrawAxis();
+    m_pOpenGL->SetColorMode(m_Saved.m_AxisColorMode[axis]);
+    if (m_Saved.m_bAxisEnable[axis] != 0 && m_pAxis[axis] != nullptr) m_pAxis[axis]->DrawAxis();
 }
 
 void CAxes3D::DrawAxesLabels() {
@@ -131,32 +118,38 @@ void CAxes3D::DrawAxesLabels() {
 }
 
 void CAxes3D::DrawAxisLabels(int axis) {
-    if (m_bAxisLabelsEnable[axis] != 0 && m_pAxisLabels[axis] != nullptr)
+    if (m_Saved.m_bAxisLabelsEnable[axis] != 0 && m_pAxisLabels[axis] != nullptr)
         m_pAxisLabels[axis]->DrawAxisLabels();
+}
+
+void CAxes3D::SetAxisColorMode(int axis, int mode) {
+    Assign(m_Saved.m_AxisColorMode, axis, mode);
+    Tell(axis, &CAxis3D::SetColorMode, mode);
 }
 
 template <class Archive>
 void CAxes3D::RecordPlanes(Archive& record) {
     // The gaps in the records keep their doubles at multiples of 8 bytes.
-    for (PlaneGrid& grid : m_PlaneGrid) {
+    for (PlaneGrid& grid : m_Saved.m_PlaneGrid) {
         std::int32_t gaps[3] = {};
         record(grid.m_GridNthTic1, grid.m_GridNthTic2, grid.m_GridWallFlag, gaps[0]);
         record(grid.m_GridThickness, grid.m_GridStyle, gaps[1], grid.m_GridColor);
         record(grid.m_bGridEnable, gaps[2]);
     }
-    for (Wall& wall : m_Wall) {
+    for (Wall& wall : m_Saved.m_Wall) {
         record(wall.m_WallColor, wall.m_OutlineColor, wall.m_WallThickness, wall.m_WallOffset);
         record(wall.m_OutlineWidth, wall.m_WallMode, wall.m_bWallEnable);
     }
-    record.Array(&m_PlaneTable[0][0], sizeof m_PlaneTable / sizeof(int));
+    record.Array(&m_Saved.m_PlaneTable[0][0], sizeof m_Saved.m_PlaneTable / sizeof(int));
     if (Archive::kLoading && !HasPlaneTable()) SetPlaneTable();
 }
 
 template <class Archive>
 void CAxes3D::Record(Archive& record) {
     // A transform may have got another identifier since the axes were bound to it.
-    if (!Archive::kLoading && m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
-    record(detail::CounterField{nSelfID}, m_nTransformID);
+    if (!Archive::kLoading && m_pTransform != nullptr)
+        m_Saved.m_nTransformID = m_pTransform->GetSelfID();
+    record(detail::CounterField{nSelfID}, m_Saved.m_nTransformID);
     const auto nested = [&record](auto& object) {
         if constexpr (Archive::kLoading) {
             object.Load(&record.GetFile());
@@ -169,12 +162,12 @@ void CAxes3D::Record(Archive& record) {
     for (auto& labels : m_pAxisLabels)
         nested(*labels);
     RecordPlanes(record);
-    record(m_MinPoint, m_MaxPoint);
-    record.Array(m_AxisColorMode, 3);
-    record.Array(m_PlaneColorMode, 6);
-    record.Array(m_bAxisEnable, 3);
-    record.Array(m_bAxisLabelsEnable, 3);
-    record(m_OutlineMode);
+    record(m_Saved.m_MinPoint, m_Saved.m_MaxPoint);
+    record.Array(m_Saved.m_AxisColorMode, 3);
+    record.Array(m_Saved.m_PlaneColorMode, 6);
+    record.Array(m_Saved.m_bAxisEnable, 3);
+    record.Array(m_Saved.m_bAxisLabelsEnable, 3);
+    record(m_Saved.m_OutlineMode);
 }
 
 void CAxes3D::VisitAdded(detail::AddedFields& fields) {

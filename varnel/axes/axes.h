@@ -8,7 +8,10 @@
 // black.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <span>
+#include <type_traits>
 
 #include "varnel/axes/axis.h"
 #include "varnel/axes/axis_labels.h"
@@ -23,6 +26,16 @@ namespace varnel {
 namespace detail {
 class AddedFields;
 }
+
+/// The planes of the box; plain numbers may be given as well.
+enum AxesPlane3D : int {
+    PLANE_MIN_Z = 0,  ///< below: the x-y plane at the minimum of z
+    PLANE_MIN_Y = 1,  ///< x-z
+    PLANE_MIN_X = 2,  ///< y-z
+    PLANE_MAX_Z = 3,
+    PLANE_MAX_Y = 4,
+    PLANE_MAX_X = 5,
+};
 
 class VARNEL_API CAxes3D {
  public:
@@ -53,27 +66,27 @@ class VARNEL_API CAxes3D {
     void FreeAxes();
 
     /// The axis or the labels of axis 0..2, owned here; null otherwise.
-    CAxis3D* GetAxis(int axis) const;
-    CAxisLabels3D* GetAxisLabels(int axis) const;
+    CAxis3D* GetAxis(int axis) const { return Part<CAxis3D>(axis); }
+    CAxisLabels3D* GetAxisLabels(int axis) const { return Part<CAxisLabels3D>(axis); }
 
     /// The identifier of the transform, for binding again after Load.
-    int GetTransformID() const { return m_nTransformID; }
-    void SetTransformID(int id) { m_nTransformID = id; }
+    int GetTransformID() const { return m_Saved.m_nTransformID; }
+    void SetTransformID(int id) { m_Saved.m_nTransformID = id; }
     CTransform3D* GetTransform() const { return m_pTransform; }
 
     /// Draws lines and tics, then planes and grids, then labels and titles.
     void DrawAxes();
 
-    // --- What is shown ---------------------------------------------------------------------------
+    // --- What is shown; axes 0 x, 1 y, 2 z, planes by AxesPlane3D --------------------------------
 
-    void EnableAxis(int axis, int on);
-    int GetAxisEnable(int axis) const;
-    void EnableAxisLabels(int axis, int on);
-    int GetAxisLabelsEnable(int axis) const;
-    void EnableGrid(int plane, int on);
-    int GetGridEnable(int plane) const;
-    void EnableWall(int plane, int on);
-    int GetWallEnable(int plane) const;
+    void EnableAxis(int axis, int on) { Assign(m_Saved.m_bAxisEnable, axis, on); }
+    int GetAxisEnable(int axis) const { return Value(m_Saved.m_bAxisEnable, axis); }
+    void EnableAxisLabels(int axis, int on) { Assign(m_Saved.m_bAxisLabelsEnable, axis, on); }
+    int GetAxisLabelsEnable(int axis) const { return Value(m_Saved.m_bAxisLabelsEnable, axis); }
+    void EnableGrid(int plane, int on) { Assign(plane, &PlaneGrid::m_bGridEnable, on); }
+    int GetGridEnable(int plane) const { return Value(plane, &PlaneGrid::m_bGridEnable); }
+    void EnableWall(int plane, int on) { Assign(plane, &Wall::m_bWallEnable, on); }
+    int GetWallEnable(int plane) const { return Value(plane, &Wall::m_bWallEnable); }
 
     // --- Planes, grids and walls -----------------------------------------------------------------
 
@@ -83,135 +96,244 @@ class VARNEL_API CAxes3D {
                       int style, int wallFlag);
     /// Sets colour and thickness; the style is not taken.
     void SetPlaneGridAttrib(int plane, const RGBDType& color, double thickness, int style);
-    void SetPlaneGridNthTic1(int plane, int n);
-    int GetPlaneGridNthTic1(int plane) const;
-    void SetPlaneGridNthTic2(int plane, int n);
-    int GetPlaneGridNthTic2(int plane) const;
-    void SetPlaneGridColor(int plane, const RGBDType& color);
-    RGBDType GetPlaneGridColor(int plane) const;
-    void SetPlaneGridThickness(int plane, double pixels);
-    double GetPlaneGridThickness(int plane) const;
-    void SetPlaneGridStyle(int plane, int style);
-    int GetPlaneGridStyle(int plane) const;
-    void SetPlaneGridWallFlag(int plane, int flag);
-    int GetPlaneGridWallFlag(int plane) const;
+    void SetPlaneGridNthTic1(int plane, int n) { Assign(plane, &PlaneGrid::m_GridNthTic1, n); }
+    int GetPlaneGridNthTic1(int plane) const { return Value(plane, &PlaneGrid::m_GridNthTic1); }
+    void SetPlaneGridNthTic2(int plane, int n) { Assign(plane, &PlaneGrid::m_GridNthTic2, n); }
+    int GetPlaneGridNthTic2(int plane) const { return Value(plane, &PlaneGrid::m_GridNthTic2); }
+    void SetPlaneGridColor(int plane, const RGBDType& color) {
+        Assign(plane, &PlaneGrid::m_GridColor, color);
+    }
+    RGBDType GetPlaneGridColor(int plane) const { return Value(plane, &PlaneGrid::m_GridColor); }
+    void SetPlaneGridThickness(int plane, double pixels) {
+        Assign(plane, &PlaneGrid::m_GridThickness, pixels);
+    }
+    double GetPlaneGridThickness(int plane) const {
+        return Value(plane, &PlaneGrid::m_GridThickness);
+    }
+    /// A line style 0..15 of the context. Default 1, dots.
+    void SetPlaneGridStyle(int plane, int style) { Assign(plane, &PlaneGrid::m_GridStyle, style); }
+    int GetPlaneGridStyle(int plane) const { return Value(plane, &PlaneGrid::m_GridStyle); }
+    void SetPlaneGridWallFlag(int plane, int flag) {
+        Assign(plane, &PlaneGrid::m_GridWallFlag, flag);
+    }
+    int GetPlaneGridWallFlag(int plane) const { return Value(plane, &PlaneGrid::m_GridWallFlag); }
 
     /// A flat plane, switched on.
     void SetPlaneColor(int plane, const RGBDType& fill, const RGBDType& outline);
     /// A wall, switched on.
     void SetWallPlane(int plane, const RGBDType& fill, const RGBDType& outline);
-    RGBDType GetWallColor(int plane) const;
+    RGBDType GetWallColor(int plane) const { return Value(plane, &Wall::m_WallColor); }
     /// Also the thickness by which labels stand off: of the x axis for planes 0 and 3, of the y and
     /// z axes for planes 2 and 5, of none for planes 1 and 4.
     void SetWallThickness(int plane, double fraction);
-    double GetWallThickness(int plane) const;
+    double GetWallThickness(int plane) const { return Value(plane, &Wall::m_WallThickness); }
     /// The gap between the box and its plane or wall.
-    void SetWallOffset(int plane, double fraction);
-    double GetWallOffset(int plane) const;
-    void SetOutlineWidth(int plane, double pixels);
-    double GetOutlineWidth(int plane) const;
-    void SetOutlineColor(int plane, const RGBDType& color);
-    RGBDType GetOutlineColor(int plane) const;
+    void SetWallOffset(int plane, double fraction) { Assign(plane, &Wall::m_WallOffset, fraction); }
+    double GetWallOffset(int plane) const { return Value(plane, &Wall::m_WallOffset); }
+    void SetOutlineWidth(int plane, double pixels) { Assign(plane, &Wall::m_OutlineWidth, pixels); }
+    double GetOutlineWidth(int plane) const { return Value(plane, &Wall::m_OutlineWidth); }
+    void SetOutlineColor(int plane, const RGBDType& color) {
+        Assign(plane, &Wall::m_OutlineColor, color);
+    }
+    RGBDType GetOutlineColor(int plane) const { return Value(plane, &Wall::m_OutlineColor); }
     /// Whether planes and walls are outlined.
-    void SetOutlineMode(int mode) { m_OutlineMode = mode; }
-    int GetOutlineMode() const { return m_OutlineMode; }
-    /// The context's colour mode while a plane is drawn; 2 also switches the texture on.
-    void SetPlaneColorMode(int plane, int mode);
-    int GetPlaneColorMode(int plane) const;
+    void SetOutlineMode(int mode) { m_Saved.m_OutlineMode = mode; }
+    int GetOutlineMode() const { return m_Saved.m_OutlineMode; }
+    /// The context's colour mode while a plane is drawn: 0 flat, 1 lit (the default), 2 lit and
+    /// textured.
+    void SetPlaneColorMode(int plane, int mode) { Assign(m_Saved.m_PlaneColorMode, plane, mode); }
+    int GetPlaneColorMode(int plane) const { return Value(m_Saved.m_PlaneColorMode, plane); }
+    /// The same while an axis is drawn.
     void SetAxisColorMode(int axis, int mode);
-    int GetAxisColorMode(int axis) const;
+    int GetAxisColorMode(int axis) const { return Value(m_Saved.m_AxisColorMode, axis); }
 
-    // --- Forwarded to CAxis3D --------------------------------------------------------------------
+    // --- Passed on to CAxis3D, see there ---------------------------------------------------------
 
-    void SetAxisLimits(int axis, double start, double stop);
+    void SetAxisLimits(int axis, double start, double stop) {
+        Tell(axis, &CAxis3D::SetAxisLimits, start, stop);
+    }
     void SetAxisTics(int axis, double centerPoint, double ticSpace, int nthTicMajor,
-                     double minorTicLength, double majorTicLength, int ticDir);
-    void SetAxisIntercept(int axis, double i1, double i2);
-    void SetAxisIntercept1(int axis, double v);
-    void SetAxisIntercept2(int axis, double v);
+                     double minorTicLength, double majorTicLength, int ticDir) {
+        Tell(axis, &CAxis3D::SetAxisTics, centerPoint, ticSpace, nthTicMajor, minorTicLength,
+             majorTicLength, ticDir);
+    }
+    void SetAxisIntercept(int axis, double i1, double i2) {
+        Tell(axis, &CAxis3D::SetAxisIntercept, i1, i2);
+    }
     void SetAxisAttrib(int axis, const RGBDType& axisColor, const RGBDType& ticColor,
-                       double thickness, int style);
-    void SetAxisMin(int axis, double v);
-    void SetAxisMax(int axis, double v);
-    void SetAxisColor(int axis, const RGBDType& c);
-    void SetAxisTicColor(int axis, const RGBDType& c);
-    void SetAxisThickness(int axis, double pixels);
-    void SetAxisStyle(int axis, int style);
-    void SetAxisCenterPoint(int axis, double v);
-    void SetAxisTicSpace(int axis, double v);
-    void SetAxisMinorTicLength(int axis, double v);
-    void SetAxisMajorTicLength(int axis, double v);
-    void SetAxisTicDir(int axis, int dir);
-    void SetAxisNthTicMajor(int axis, int n);
-    double GetAxisMin(int axis) const;
-    double GetAxisMax(int axis) const;
-    double GetAxisRange(int axis) const;
-    double GetAxisStart(int axis) const;
-    double GetAxisStop(int axis) const;
-    double GetAxisIntercept1(int axis) const;
-    double GetAxisIntercept2(int axis) const;
-    RGBDType GetAxisColor(int axis) const;
-    RGBDType GetAxisTicColor(int axis) const;
-    double GetAxisThickness(int axis) const;
-    int GetAxisStyle(int axis) const;
-    double GetAxisCenterPoint(int axis) const;
-    double GetAxisTicSpace(int axis) const;
-    double GetAxisMinorTicLength(int axis) const;
-    double GetAxisMajorTicLength(int axis) const;
-    int GetAxisTicDir(int axis) const;
-    int GetAxisNthTicMajor(int axis) const;
-    int GetAxisScaleMode(int axis) const;
+                       double thickness, int style) {
+        Tell(axis, &CAxis3D::SetAxisAttrib, axisColor, ticColor, thickness, style);
+    }
+    void SetAxisMin(int axis, double v) { Tell(axis, &CAxis3D::SetAxisMin, v); }
+    double GetAxisMin(int axis) const { return Ask(axis, &CAxis3D::GetAxisMin); }
+    void SetAxisMax(int axis, double v) { Tell(axis, &CAxis3D::SetAxisMax, v); }
+    double GetAxisMax(int axis) const { return Ask(axis, &CAxis3D::GetAxisMax); }
+    void SetAxisIntercept1(int axis, double v) { Tell(axis, &CAxis3D::SetAxisIntercept1, v); }
+    double GetAxisIntercept1(int axis) const { return Ask(axis, &CAxis3D::GetAxisIntercept1); }
+    void SetAxisIntercept2(int axis, double v) { Tell(axis, &CAxis3D::SetAxisIntercept2, v); }
+    double GetAxisIntercept2(int axis) const { return Ask(axis, &CAxis3D::GetAxisIntercept2); }
+    void SetAxisColor(int axis, const RGBDType& color) {
+        Tell(axis, &CAxis3D::SetAxisColor, color);
+    }
+    RGBDType GetAxisColor(int axis) const { return Ask(axis, &CAxis3D::GetAxisColor); }
+    void SetAxisTicColor(int axis, const RGBDType& color) {
+        Tell(axis, &CAxis3D::SetAxisTicColor, color);
+    }
+    RGBDType GetAxisTicColor(int axis) const { return Ask(axis, &CAxis3D::GetAxisTicColor); }
+    void SetAxisThickness(int axis, double pixels) {
+        Tell(axis, &CAxis3D::SetAxisThickness, pixels);
+    }
+    double GetAxisThickness(int axis) const { return Ask(axis, &CAxis3D::GetAxisThickness); }
+    void SetAxisStyle(int axis, int style) { Tell(axis, &CAxis3D::SetAxisStyle, style); }
+    int GetAxisStyle(int axis) const { return Ask(axis, &CAxis3D::GetAxisStyle); }
+    void SetAxisCenterPoint(int axis, double v) { Tell(axis, &CAxis3D::SetAxisCenterPoint, v); }
+    double GetAxisCenterPoint(int axis) const { return Ask(axis, &CAxis3D::GetAxisCenterPoint); }
+    void SetAxisTicSpace(int axis, double v) { Tell(axis, &CAxis3D::SetAxisTicSpace, v); }
+    double GetAxisTicSpace(int axis) const { return Ask(axis, &CAxis3D::GetAxisTicSpace); }
+    void SetAxisMinorTicLength(int axis, double fraction) {
+        Tell(axis, &CAxis3D::SetAxisMinorTicLength, fraction);
+    }
+    double GetAxisMinorTicLength(int axis) const {
+        return Ask(axis, &CAxis3D::GetAxisMinorTicLength);
+    }
+    void SetAxisMajorTicLength(int axis, double fraction) {
+        Tell(axis, &CAxis3D::SetAxisMajorTicLength, fraction);
+    }
+    double GetAxisMajorTicLength(int axis) const {
+        return Ask(axis, &CAxis3D::GetAxisMajorTicLength);
+    }
+    void SetAxisTicDir(int axis, int dir) { Tell(axis, &CAxis3D::SetAxisTicDir, dir); }
+    int GetAxisTicDir(int axis) const { return Ask(axis, &CAxis3D::GetAxisTicDir); }
+    void SetAxisNthTicMajor(int axis, int n) { Tell(axis, &CAxis3D::SetAxisNthTicMajor, n); }
+    int GetAxisNthTicMajor(int axis) const { return Ask(axis, &CAxis3D::GetAxisNthTicMajor); }
+    double GetAxisRange(int axis) const { return Ask(axis, &CAxis3D::GetAxisRange); }
+    double GetAxisStart(int axis) const { return Ask(axis, &CAxis3D::GetAxisStart); }
+    double GetAxisStop(int axis) const { return Ask(axis, &CAxis3D::GetAxisStop); }
+    int GetAxisScaleMode(int axis) const { return Ask(axis, &CAxis3D::GetAxisScaleMode); }
 
-    // --- Forwarded to CAxisLabels3D --------------------------------------------------------------
+    // --- Passed on to CAxisLabels3D, see there ---------------------------------------------------
 
     void SetAxisLabels(int axis, int plane, int rotation, int dir, int decimals, int ends,
-                       const RGBDType& color, const CString* strings = nullptr, int count = 0);
-    void SetAxisLabelsFlipX(int axis, int flip);
-    int GetAxisLabelsFlipX(int axis) const;
-    void SetAxisLabelsFlipY(int axis, int flip);
-    int GetAxisLabelsFlipY(int axis) const;
-    void SetAxisTitleFlipX(int axis, int flip);
-    int GetAxisTitleFlipX(int axis) const;
-    void SetAxisTitleFlipY(int axis, int flip);
-    int GetAxisTitleFlipY(int axis) const;
-    void SetAxisLabelsNthTic(int axis, int n);
-    int GetAxisLabelsNthTic(int axis) const;
-    void SetAxisLabelsFormat(int axis, int format);
-    int GetAxisLabelsFormat(int axis) const;
-    void SetAxisLabelsPlane(int axis, int plane);
-    int GetAxisLabelsPlane(int axis) const;
-    void SetAxisLabelsTicOffset(int axis, double offset);
-    double GetAxisLabelsTicOffset(int axis) const;
-    void SetAxisLabelsXJust(int axis, int just);
-    int GetAxisLabelsXJust(int axis) const;
-    void SetAxisLabelsYJust(int axis, int just);
-    int GetAxisLabelsYJust(int axis) const;
-    void SetAxisLabelsRotation(int axis, int degrees);
-    int GetAxisLabelsRotation(int axis) const;
-    void SetAxisLabelsDir(int axis, int dir);
-    int GetAxisLabelsDir(int axis) const;
-    void SetAxisLabelsDecimals(int axis, int decimals);
-    int GetAxisLabelsDecimals(int axis) const;
-    void SetAxisLabelsEnds(int axis, int mask);
-    int GetAxisLabelsEnds(int axis) const;
-    void SetAxisLabelsColor(int axis, const RGBDType& c);
-    RGBDType GetAxisLabelsColor(int axis) const;
-    void SetAxisLabelsStrings(int axis, const CString* strings, int count);
-    CString* GetAxisLabelsStrings(int axis) const;
-    int GetNumAxisLabelStrings(int axis) const;
+                       const RGBDType& color, const CString* strings = nullptr, int count = 0) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabels, plane, rotation, dir, decimals, ends, color,
+             strings, count);
+    }
+    void SetAxisLabelsFlipX(int axis, int flip) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsFlipX, flip);
+    }
+    int GetAxisLabelsFlipX(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsFlipX); }
+    void SetAxisLabelsFlipY(int axis, int flip) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsFlipY, flip);
+    }
+    int GetAxisLabelsFlipY(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsFlipY); }
+    void SetAxisTitleFlipX(int axis, int flip) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitleFlipX, flip);
+    }
+    int GetAxisTitleFlipX(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisTitleFlipX); }
+    void SetAxisTitleFlipY(int axis, int flip) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitleFlipY, flip);
+    }
+    int GetAxisTitleFlipY(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisTitleFlipY); }
+    void SetAxisLabelsNthTic(int axis, int n) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsNthTic, n);
+    }
+    int GetAxisLabelsNthTic(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsNthTic);
+    }
+    void SetAxisLabelsFormat(int axis, int format) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsFormat, format);
+    }
+    int GetAxisLabelsFormat(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsFormat);
+    }
+    void SetAxisLabelsPlane(int axis, int plane) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsPlane, plane);
+    }
+    int GetAxisLabelsPlane(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsPlane); }
+    void SetAxisLabelsTicOffset(int axis, double offset) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsTicOffset, offset);
+    }
+    double GetAxisLabelsTicOffset(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsTicOffset);
+    }
+    void SetAxisLabelsXJust(int axis, int just) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsXJust, just);
+    }
+    int GetAxisLabelsXJust(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsXJust); }
+    void SetAxisLabelsYJust(int axis, int just) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsYJust, just);
+    }
+    int GetAxisLabelsYJust(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsYJust); }
+    void SetAxisLabelsRotation(int axis, int degrees) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsRotation, degrees);
+    }
+    int GetAxisLabelsRotation(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsRotation);
+    }
+    void SetAxisLabelsDir(int axis, int dir) { Tell(axis, &CAxisLabels3D::SetAxisLabelsDir, dir); }
+    int GetAxisLabelsDir(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsDir); }
+    void SetAxisLabelsDecimals(int axis, int decimals) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsDecimals, decimals);
+    }
+    int GetAxisLabelsDecimals(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsDecimals);
+    }
+    void SetAxisLabelsEnds(int axis, int mask) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsEnds, mask);
+    }
+    int GetAxisLabelsEnds(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisLabelsEnds); }
+    void SetAxisLabelsColor(int axis, const RGBDType& color) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsColor, color);
+    }
+    RGBDType GetAxisLabelsColor(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsColor);
+    }
+    void SetAxisLabelsSize(int axis, double size) {
+        Tell(axis, &CAxisLabels3D::SetAxisLabelsSize, size);
+    }
+    double GetAxisLabelsSize(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsSize);
+    }
+    void SetAxisTitleSize(int axis, double size) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitleSize, size);
+    }
+    double GetAxisTitleSize(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisTitleSize); }
+    void SetAxisTitleColor(int axis, const RGBDType& color) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitleColor, color);
+    }
+    RGBDType GetAxisTitleColor(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisTitleColor);
+    }
+    void SetAxisTitlePlane(int axis, int plane) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitlePlane, plane);
+    }
+    int GetAxisTitlePlane(int axis) const { return Ask(axis, &CAxisLabels3D::GetAxisTitlePlane); }
+    void SetAxisLabelsStrings(int axis, const CString* strings, int count) {
+        if (CAxisLabels3D* labels = GetAxisLabels(axis))
+            labels->SetAxisLabelsStrings(strings, count);
+    }
+    void SetAxisLabelsStrings(int axis, std::span<const CString> strings) {
+        if (CAxisLabels3D* labels = GetAxisLabels(axis)) labels->SetAxisLabelsStrings(strings);
+    }
+    CString* GetAxisLabelsStrings(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsStrings);
+    }
+    int GetNumAxisLabelStrings(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetNumAxisLabelsStrings);
+    }
     int GetNumAxisLabelsStrings(int axis) const { return GetNumAxisLabelStrings(axis); }
-    void EnableAxisLabelsStrings(int axis, int on);
-    int GetAxisLabelsStringEnable(int axis) const;
-    void SetAxisLabelsSize(int axis, double size);
-    double GetAxisLabelsSize(int axis) const;
-    void SetAxisTitleString(int axis, const CString& title);
-    void GetAxisTitleString(int axis, CString& title) const;
-    void SetAxisTitleSize(int axis, double size);
-    double GetAxisTitleSize(int axis) const;
-    void SetAxisTitleColor(int axis, const RGBDType& c);
-    RGBDType GetAxisTitleColor(int axis) const;
-    void SetAxisTitlePlane(int axis, int plane);
-    int GetAxisTitlePlane(int axis) const;
+    void EnableAxisLabelsStrings(int axis, int on) {
+        Tell(axis, &CAxisLabels3D::EnableAxisLabelsStrings, on);
+    }
+    int GetAxisLabelsStringEnable(int axis) const {
+        return Ask(axis, &CAxisLabels3D::GetAxisLabelsStringEnable);
+    }
+    void SetAxisTitleString(int axis, const CString& title) {
+        Tell(axis, &CAxisLabels3D::SetAxisTitleString, title);
+    }
+    void GetAxisTitleString(int axis, CString& title) const {
+        if (const CAxisLabels3D* labels = GetAxisLabels(axis)) labels->GetAxisTitleString(title);
+    }
 
     /// The record: axes, labels, planes, walls and flags. A failing medium raises "Disk I/O Error";
     /// a null file does nothing.
@@ -226,11 +348,14 @@ class VARNEL_API CAxes3D {
     void Record(Archive& record);
 
  private:
+    static constexpr int kFlatPlane = 0;  ///< values of m_WallMode
+    static constexpr int kWall = 1;
+
     struct PlaneGrid {
         int m_GridNthTic1 = 1;
         int m_GridNthTic2 = 1;
         int m_GridWallFlag = 0;
-        double m_GridThickness = 1.0;
+        double m_GridThickness = 1.0;  ///< pixels
         int m_GridStyle = 1;
         RGBDType m_GridColor{0.0, 0.0, 0.0, 1.0};
         int m_bGridEnable = 0;
@@ -238,16 +363,73 @@ class VARNEL_API CAxes3D {
     struct Wall {
         RGBDType m_WallColor{0.0, 0.0, 0.0, 1.0};
         RGBDType m_OutlineColor{0.0, 0.0, 0.0, 1.0};
-        double m_WallThickness = 0.06;
+        double m_WallThickness = 0.06;  ///< fractions of the working range of the normal axis
         double m_WallOffset = 0.002;
-        double m_OutlineWidth = 2.0;
-        int m_WallMode = 0;
+        double m_OutlineWidth = 2.0;  ///< pixels
+        int m_WallMode = kFlatPlane;
         int m_bWallEnable = 0;
+    };
+    /// The attributes, as records keep them.
+    struct Saved {
+        int m_nTransformID = 0;
+        PlaneGrid m_PlaneGrid[6];
+        Wall m_Wall[6];
+        int m_PlaneTable[6][3] = {};  ///< first, second and normal axis, of SetPlaneTable
+        point3Dtype m_MinPoint;       ///< two corners of the box, in data units
+        point3Dtype m_MaxPoint;
+        int m_AxisColorMode[3] = {1, 1, 1};
+        int m_PlaneColorMode[6] = {1, 1, 1, 1, 1, 1};
+        int m_bAxisLabelsEnable[3] = {};
+        int m_bAxisEnable[3] = {};
+        int m_OutlineMode = 1;
     };
     struct GridDirection;
 
-    static constexpr int kFlatPlane = 0;  ///< values of m_WallMode
-    static constexpr int kWall = 1;
+    // Numbers outside of a table are passed over: nothing is set, and a zero value is told.
+    template <class T, std::size_t n>
+    static void Assign(T (&table)[n], int index, T value) {
+        if (index >= 0 && index < static_cast<int>(n)) table[index] = value;
+    }
+    template <class T, std::size_t n>
+    static T Value(const T (&table)[n], int index) {
+        return index >= 0 && index < static_cast<int>(n) ? table[index] : T{};
+    }
+    template <class Plane, class T>
+    void Assign(int plane, T Plane::*field, const std::type_identity_t<T>& value) {
+        if (plane >= 0 && plane <= 5) PlaneOf<Plane>(*this, plane).*field = value;
+    }
+    template <class Plane, class T>
+    T Value(int plane, T Plane::*field) const {
+        return plane >= 0 && plane <= 5 ? PlaneOf<Plane>(*this, plane).*field : T{};
+    }
+    template <class Plane, class Axes>
+    static auto& PlaneOf(Axes& axes, int plane) {
+        if constexpr (std::is_same_v<Plane, Wall>) {
+            return axes.m_Saved.m_Wall[plane];
+        } else {
+            return axes.m_Saved.m_PlaneGrid[plane];
+        }
+    }
+
+    /// The axis or the labels of an axis, null when there are none.
+    template <class Object>
+    Object* Part(int axis) const {
+        if (axis < 0 || axis > 2) return nullptr;
+        if constexpr (std::is_same_v<Object, CAxis3D>) {
+            return m_pAxis[axis].get();
+        } else {
+            return m_pAxisLabels[axis].get();
+        }
+    }
+    template <class Object, class... Parameters, class... Args>
+    void Tell(int axis, void (Object::*setter)(Parameters...), const Args&... args) {
+        if (Object* part = Part<Object>(axis)) (part->*setter)(args...);
+    }
+    template <class Object, class Result>
+    Result Ask(int axis, Result (Object::*getter)() const) const {
+        const Object* part = Part<Object>(axis);
+        return part == nullptr ? Result{} : (part->*getter)();
+    }
 
     void ShowPlane(int plane, const RGBDType& fill, const RGBDType& outline, int mode);
     void MakeMissingAxes();
@@ -276,22 +458,12 @@ class VARNEL_API CAxes3D {
     template <class Archive>
     void RecordPlanes(Archive& record);
 
-    COpenGL* m_pOpenGL;
-    CTransform3D* m_pTransform;
+    COpenGL* m_pOpenGL = nullptr;
+    CTransform3D* m_pTransform = nullptr;
     std::unique_ptr<CAxis3D> m_pAxis[3];
     std::unique_ptr<CAxisLabels3D> m_pAxisLabels[3];
-    PlaneGrid m_PlaneGrid[6];
-    Wall m_Wall[6];
-    int m_PlaneTable[6][3];
-    point3Dtype m_MinPoint;
-    point3Dtype m_MaxPoint;
-    int m_AxisColorMode[3];
-    int m_PlaneColorMode[6];
-    int m_bAxisLabelsEnable[3];
-    int m_bAxisEnable[3];
-    int m_OutlineMode;
-    int m_nTransformID;
-    int m_nSignature;
+    Saved m_Saved;
+    int m_nSignature = kSignature;
 };
 
 }  // namespace varnel

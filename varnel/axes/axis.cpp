@@ -11,8 +11,6 @@
 namespace varnel {
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
-
 int FixedWidth(double v, int decimals) {
     return std::snprintf(nullptr, 0, "%1.*f", decimals, v);
 }
@@ -40,28 +38,7 @@ CAxis3D::CAxis3D(COpenGL* gl, CTransform3D* transform, int axisType, double star
 void CAxis3D::InitAxisDefaults() {
     m_pOpenGL = nullptr;
     m_pTransform = nullptr;
-    m_AxisType = 0;
-    m_TicDir = 0;
-    m_AxisStyle = 0;
-    m_NthTicMajor = 5;
-    m_ColorMode = 1;
-    m_AxisColor = kBlack;
-    m_TicColor = kBlack;
-    m_Thickness = 1.0;
-    m_Min = 0.0;
-    m_Max = 10.0;
-    m_Start = 0.0;
-    m_Stop = 10.0;
-    m_MinorTicLength = 0.5;
-    m_MajorTicLength = 1.0;
-    m_WallThickness = 0.05;
-    m_TicSpace = 1.0;
-    m_CenterPoint = 0.0;
-    m_Intercept1 = 0.0;
-    m_Intercept2 = 0.0;
-    m_bAxisSet = 0;
-    m_nTransformID = 0;
-    m_nSignature = kSignature;
+    m_Saved = {};
     detail::Count(nSelfID);
 }
 
@@ -71,93 +48,93 @@ void CAxis3D::InitAxis(COpenGL* gl, CTransform3D* transform, int axisType) {
     m_pOpenGL = gl;
     detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
     m_pTransform = transform;
-    m_nTransformID = transform->GetSelfID();
-    m_AxisType = axisType;
+    m_Saved.m_nTransformID = transform->GetSelfID();
+    m_Saved.m_AxisType = axisType;
 }
 
 void CAxis3D::SetAxisLimits(double start, double stop) {
-    m_Start = start;
-    m_Stop = stop;
-    m_Min = std::min(start, stop);
-    m_Max = std::max(start, stop);
-    m_bAxisSet = 1;
+    m_Saved.m_Start = start;
+    m_Saved.m_Stop = stop;
+    m_Saved.m_Min = std::min(start, stop);
+    m_Saved.m_Max = std::max(start, stop);
+    m_Saved.m_bAxisSet = 1;
 }
 
 void CAxis3D::SetAxisMin(double v) {
-    m_Start = v;
-    const double max = m_Max;
-    m_Min = std::min(max, v);
-    m_Max = std::max(max, v);
-    m_bAxisSet = 1;
+    m_Saved.m_Start = v;
+    const double max = m_Saved.m_Max;
+    m_Saved.m_Min = std::min(max, v);
+    m_Saved.m_Max = std::max(max, v);
+    m_Saved.m_bAxisSet = 1;
 }
 
 void CAxis3D::SetAxisMax(double v) {
-    m_Stop = v;
-    m_Min = std::min(m_Min, v);
-    m_Max = v;
-    m_bAxisSet = 1;
+    m_Saved.m_Stop = v;
+    m_Saved.m_Min = std::min(m_Saved.m_Min, v);
+    m_Saved.m_Max = v;
+    m_Saved.m_bAxisSet = 1;
 }
 
 double CAxis3D::GetAxisRange() const {
-    return std::abs(m_Max - m_Min);
+    return std::abs(m_Saved.m_Max - m_Saved.m_Min);
 }
 
 int CAxis3D::GetAxisScaleMode() const {
-    return m_pTransform == nullptr ? 0 : m_pTransform->GetAxisScaleMode(m_AxisType);
+    return m_pTransform == nullptr ? 0 : m_pTransform->GetAxisScaleMode(m_Saved.m_AxisType);
 }
 
 void CAxis3D::SetAxisTics(double centerPoint, double ticSpace, int nthTicMajor,
                           double minorTicLength, double majorTicLength, int ticDir) {
-    m_CenterPoint = centerPoint;
-    m_TicSpace = ticSpace;
-    m_NthTicMajor = nthTicMajor;
-    m_MinorTicLength = minorTicLength;
-    m_MajorTicLength = majorTicLength;
-    m_TicDir = ticDir;
+    m_Saved.m_CenterPoint = centerPoint;
+    m_Saved.m_TicSpace = ticSpace;
+    m_Saved.m_NthTicMajor = nthTicMajor;
+    m_Saved.m_MinorTicLength = minorTicLength;
+    m_Saved.m_MajorTicLength = majorTicLength;
+    m_Saved.m_TicDir = ticDir;
 }
 
 void CAxis3D::SetAxisIntercept(double i1, double i2) {
-    m_Intercept1 = i1;
-    m_Intercept2 = i2;
+    m_Saved.m_Intercept1 = i1;
+    m_Saved.m_Intercept2 = i2;
 }
 
 double CAxis3D::GetAxisIntercept(int which) const {
     switch (which) {
         case 0:
-            return m_CenterPoint;
+            return m_Saved.m_CenterPoint;
         case 1:
-            return m_Intercept1;
+            return m_Saved.m_Intercept1;
         case 2:
-            return m_Intercept2;
+            return m_Saved.m_Intercept2;
         default:
             return 0.0;
     }
 }
 
 int CAxis3D::GetAxisInterceptAxis(int which) const {
-    if (m_AxisType < 0 || m_AxisType > 2) return 0;
-    if (which == 0) return m_AxisType;
+    if (m_Saved.m_AxisType < 0 || m_Saved.m_AxisType > 2) return 0;
+    if (which == 0) return m_Saved.m_AxisType;
     constexpr int kFirst[3] = {1, 0, 0};
     constexpr int kSecond[3] = {2, 2, 1};
-    return which == 1 ? kFirst[m_AxisType] : kSecond[m_AxisType];
+    return which == 1 ? kFirst[m_Saved.m_AxisType] : kSecond[m_Saved.m_AxisType];
 }
 
 void CAxis3D::SetAxisAttrib(const RGBDType& axisColor, const RGBDType& ticColor, double thickness,
                             int style) {
-    m_AxisColor = axisColor;
-    m_TicColor = ticColor;
-    m_Thickness = thickness;
-    m_AxisStyle = style;
+    m_Saved.m_AxisColor = axisColor;
+    m_Saved.m_TicColor = ticColor;
+    m_Saved.m_Thickness = thickness;
+    m_Saved.m_AxisStyle = style;
 }
 
 void CAxis3D::GetAxisPoint(point3Dtype& p, double value) const {
-    detail::PointOnAxis(m_AxisType, value, m_Intercept1, m_Intercept2, p);
+    detail::PointOnAxis(m_Saved.m_AxisType, value, m_Saved.m_Intercept1, m_Saved.m_Intercept2, p);
 }
 
 void CAxis3D::GetAxisEndPoints(point3Dtype& start, point3Dtype& end) const {
-    GetAxisPoint(start, m_Min);
+    GetAxisPoint(start, m_Saved.m_Min);
     end = start;
-    coordassign(end, m_AxisType, m_Max);
+    coordassign(end, m_Saved.m_AxisType, m_Saved.m_Max);
 }
 
 void CAxis3D::calcticpoint(point3Dtype& p, double length, int ticDir) const {
@@ -171,13 +148,13 @@ int CAxis3D::calcmaxstrwidth(double a, double b, int decimals) {
 
 void CAxis3D::DrawAxis() {
     if (m_pOpenGL == nullptr || m_pTransform == nullptr) return;
-    m_pOpenGL->SetColorMode(m_ColorMode);
-    m_pOpenGL->EnableTexture(m_ColorMode == 2);
+    m_pOpenGL->SetColorMode(m_Saved.m_ColorMode);
+    m_pOpenGL->EnableTexture(m_Saved.m_ColorMode == 2);
     point3Dtype start;
     point3Dtype end;
     GetAxisEndPoints(start, end);
     point3Dtype beside = end;
-    calcticpoint(beside, m_MinorTicLength, m_TicDir);
+    calcticpoint(beside, m_Saved.m_MinorTicLength, m_Saved.m_TicDir);
     point3Dtype normal;
     CalcNormal(start, end, beside, normal);
     m_pOpenGL->SetLineNormal(normal, 1);
@@ -187,8 +164,8 @@ void CAxis3D::DrawAxis() {
 }
 
 void CAxis3D::DrawAxisLine() {
-    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_bAxisSet == 0) return;
-    m_pOpenGL->SetLineStyle3D(m_AxisStyle, m_Thickness, m_AxisColor);
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_Saved.m_bAxisSet == 0) return;
+    m_pOpenGL->SetLineStyle3D(m_Saved.m_AxisStyle, m_Saved.m_Thickness, m_Saved.m_AxisColor);
     point3Dtype start;
     point3Dtype end;
     GetAxisEndPoints(start, end);
@@ -205,19 +182,20 @@ void CAxis3D::DrawAxisTics() {
 }
 
 void CAxis3D::DrawLinAxisTics() {
-    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_bAxisSet == 0) return;
-    m_pOpenGL->SetLineStyle3D(m_AxisStyle, m_Thickness, m_TicColor);
-    if (m_NthTicMajor == 0) return;
-    detail::WalkLinear(m_CenterPoint, m_TicSpace, m_Min, m_Max,
-                       [this](double v, int count) { DrawTic(v, count % m_NthTicMajor == 0); });
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_Saved.m_bAxisSet == 0) return;
+    m_pOpenGL->SetLineStyle3D(m_Saved.m_AxisStyle, m_Saved.m_Thickness, m_Saved.m_TicColor);
+    if (m_Saved.m_NthTicMajor == 0) return;
+    detail::WalkLinear(
+        m_Saved.m_CenterPoint, m_Saved.m_TicSpace, m_Saved.m_Min, m_Saved.m_Max,
+        [this](double v, int count) { DrawTic(v, count % m_Saved.m_NthTicMajor == 0); });
 }
 
 void CAxis3D::DrawLogAxisTics() {
-    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_bAxisSet == 0) return;
-    m_pOpenGL->SetLineStyle3D(m_AxisStyle, m_Thickness, m_TicColor);
-    detail::WalkDecades(m_pTransform->LogLimits(m_AxisType, m_CenterPoint),
-                        m_pTransform->LogLimits(m_AxisType, m_Min),
-                        m_pTransform->LogLimits(m_AxisType, m_Max),
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_Saved.m_bAxisSet == 0) return;
+    m_pOpenGL->SetLineStyle3D(m_Saved.m_AxisStyle, m_Saved.m_Thickness, m_Saved.m_TicColor);
+    detail::WalkDecades(m_pTransform->LogLimits(m_Saved.m_AxisType, m_Saved.m_CenterPoint),
+                        m_pTransform->LogLimits(m_Saved.m_AxisType, m_Saved.m_Min),
+                        m_pTransform->LogLimits(m_Saved.m_AxisType, m_Saved.m_Max),
                         [this](double v, bool decade) { DrawTic(v, decade); });
 }
 
@@ -226,7 +204,7 @@ void CAxis3D::DrawTic(double value, bool major) {
     GetAxisPoint(from, value);
     from = m_pTransform->CPTWS(from);
     point3Dtype to = from;
-    calcticpoint(to, major ? m_MajorTicLength : m_MinorTicLength, m_TicDir);
+    calcticpoint(to, major ? m_Saved.m_MajorTicLength : m_Saved.m_MinorTicLength, m_Saved.m_TicDir);
     m_pOpenGL->StartLineAbs3D(from);
     m_pOpenGL->EndLineAbs3D(to);
 }
@@ -234,13 +212,16 @@ void CAxis3D::DrawTic(double value, bool major) {
 template <class Archive>
 void CAxis3D::Record(Archive& record) {
     // A transform may have got another identifier since the axis was bound to it.
-    if (!Archive::kLoading && m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
-    record(detail::CounterField{nSelfID}, m_nTransformID);
-    record(m_AxisType, m_TicDir, m_AxisStyle, m_NthTicMajor, m_ColorMode);
-    record(m_AxisColor, m_TicColor);
-    record(m_Thickness, m_Min, m_Max, m_Start, m_Stop, m_MinorTicLength, m_MajorTicLength,
-           m_WallThickness, m_TicSpace, m_CenterPoint, m_Intercept1, m_Intercept2);
-    record(m_bAxisSet);
+    if (!Archive::kLoading && m_pTransform != nullptr)
+        m_Saved.m_nTransformID = m_pTransform->GetSelfID();
+    record(detail::CounterField{nSelfID}, m_Saved.m_nTransformID);
+    record(m_Saved.m_AxisType, m_Saved.m_TicDir, m_Saved.m_AxisStyle, m_Saved.m_NthTicMajor,
+           m_Saved.m_ColorMode);
+    record(m_Saved.m_AxisColor, m_Saved.m_TicColor);
+    record(m_Saved.m_Thickness, m_Saved.m_Min, m_Saved.m_Max, m_Saved.m_Start, m_Saved.m_Stop,
+           m_Saved.m_MinorTicLength, m_Saved.m_MajorTicLength, m_Saved.m_WallThickness,
+           m_Saved.m_TicSpace, m_Saved.m_CenterPoint, m_Saved.m_Intercept1, m_Saved.m_Intercept2);
+    record(m_Saved.m_bAxisSet);
 }
 
 void CAxis3D::Save(HANDLE file) {

@@ -2,8 +2,8 @@
 //
 // Limits, intercepts, tic spacing and centre are in data units; tic lengths are fractions of the
 // working range of the axis along which the tics point. Axis numbers are 0 x, 1 y, 2 z; directions
-// are 0 -x, 1 -y, 2 -z, 3 +x, 4 +y, 5 +z, and any other direction moves nothing. CAxes3D owns three
-// axes; labels and titles belong to CAxisLabels3D.
+// are 0 -x, 1 -y, 2 -z, 3 +x, 4 +y, 5 +z (AxisDirection3D), and any other moves nothing. CAxes3D
+// owns three axes; labels and titles belong to CAxisLabels3D.
 #pragma once
 
 #include "varnel/foundation/colors.h"
@@ -14,6 +14,16 @@
 #include "varnel/transform/transform.h"
 
 namespace varnel {
+
+/// A direction along an axis, for tics and labels; plain numbers may be given as well.
+enum AxisDirection3D : int {
+    DIR_MINUS_X = 0,
+    DIR_MINUS_Y = 1,
+    DIR_MINUS_Z = 2,
+    DIR_PLUS_X = 3,
+    DIR_PLUS_Y = 4,
+    DIR_PLUS_Z = 5,
+};
 
 class VARNEL_API CAxis3D {
  public:
@@ -39,7 +49,7 @@ class VARNEL_API CAxis3D {
     void InitAxis(COpenGL* gl, CTransform3D* transform, int axisType);
 
     /// The identifier of the transform, for binding again after Load.
-    int GetTransformID() const { return m_nTransformID; }
+    int GetTransformID() const { return m_Saved.m_nTransformID; }
 
     // --- Limits, in data units; setting any of them makes the axis drawable --------------------
 
@@ -49,50 +59,50 @@ class VARNEL_API CAxis3D {
     void SetAxisMin(double v);
     /// A value below the minimum becomes both minimum and maximum.
     void SetAxisMax(double v);
-    double GetAxisMin() const { return m_Min; }
-    double GetAxisMax() const { return m_Max; }
-    double GetAxisStart() const { return m_Start; }
-    double GetAxisStop() const { return m_Stop; }
+    double GetAxisMin() const { return m_Saved.m_Min; }
+    double GetAxisMax() const { return m_Saved.m_Max; }
+    double GetAxisStart() const { return m_Saved.m_Start; }
+    double GetAxisStop() const { return m_Saved.m_Stop; }
     /// |maximum - minimum|.
     double GetAxisRange() const;
     /// 1 for a descending axis (stop below start), else 0.
-    int GetAxisDir() const { return m_Stop < m_Start ? 1 : 0; }
-    int IsAxisSet() const { return m_bAxisSet; }
-    int GetAxisType() const { return m_AxisType; }
+    int GetAxisDir() const { return m_Saved.m_Stop < m_Saved.m_Start ? 1 : 0; }
+    int IsAxisSet() const { return m_Saved.m_bAxisSet; }
+    int GetAxisType() const { return m_Saved.m_AxisType; }
     /// 0 linear, anything else logarithmic; the transform knows. 0 without one.
     int GetAxisScaleMode() const;
 
     // --- Tics ------------------------------------------------------------------------------------
 
     /// All six at once: the value on which a tic falls, the distance between tics, every how many
-    /// tics a major one falls, the lengths and the direction.
+    /// tics a major one falls, the lengths and the direction, a code of AxisDirection3D.
     void SetAxisTics(double centerPoint, double ticSpace, int nthTicMajor, double minorTicLength,
                      double majorTicLength, int ticDir);
-    void SetAxisCenterPoint(double v) { m_CenterPoint = v; }
-    double GetAxisCenterPoint() const { return m_CenterPoint; }
-    void SetAxisTicSpace(double v) { m_TicSpace = v; }
-    double GetAxisTicSpace() const { return m_TicSpace; }
-    void SetAxisNthTicMajor(int n) { m_NthTicMajor = n; }
-    int GetAxisNthTicMajor() const { return m_NthTicMajor; }
-    void SetAxisMinorTicLength(double v) { m_MinorTicLength = v; }
-    double GetAxisMinorTicLength() const { return m_MinorTicLength; }
-    void SetAxisMajorTicLength(double v) { m_MajorTicLength = v; }
-    double GetAxisMajorTicLength() const { return m_MajorTicLength; }
-    void SetAxisTicDir(int dir) { m_TicDir = dir; }
-    int GetAxisTicDir() const { return m_TicDir; }
+    void SetAxisCenterPoint(double v) { m_Saved.m_CenterPoint = v; }
+    double GetAxisCenterPoint() const { return m_Saved.m_CenterPoint; }
+    void SetAxisTicSpace(double v) { m_Saved.m_TicSpace = v; }
+    double GetAxisTicSpace() const { return m_Saved.m_TicSpace; }
+    void SetAxisNthTicMajor(int n) { m_Saved.m_NthTicMajor = n; }
+    int GetAxisNthTicMajor() const { return m_Saved.m_NthTicMajor; }
+    void SetAxisMinorTicLength(double v) { m_Saved.m_MinorTicLength = v; }
+    double GetAxisMinorTicLength() const { return m_Saved.m_MinorTicLength; }
+    void SetAxisMajorTicLength(double v) { m_Saved.m_MajorTicLength = v; }
+    double GetAxisMajorTicLength() const { return m_Saved.m_MajorTicLength; }
+    /// A code of AxisDirection3D: 0 -x, 1 -y, 2 -z, 3 +x, 4 +y, 5 +z; others give tics no length.
+    void SetAxisTicDir(int dir) { m_Saved.m_TicDir = dir; }
+    int GetAxisTicDir() const { return m_Saved.m_TicDir; }
     /// The thickness of the wall behind the axis, a fraction of a working range; labels stand off
     /// by at least that much.
-    void SetAxisWallThickness(double v) { m_WallThickness = v; }
-    double GetAxisWallThickness() const { return m_WallThickness; }
+    void SetAxisWallThickness(double v) { m_Saved.m_WallThickness = v; }
+    double GetAxisWallThickness() const { return m_Saved.m_WallThickness; }
 
-    // --- Intercepts: where the axis crosses the two others, x before y before z, in data units
-    // ----
+    // --- Intercepts: where the axis crosses the others, x before y before z, in data units -------
 
     void SetAxisIntercept(double i1, double i2);
-    void SetAxisIntercept1(double v) { m_Intercept1 = v; }
-    void SetAxisIntercept2(double v) { m_Intercept2 = v; }
-    double GetAxisIntercept1() const { return m_Intercept1; }
-    double GetAxisIntercept2() const { return m_Intercept2; }
+    void SetAxisIntercept1(double v) { m_Saved.m_Intercept1 = v; }
+    void SetAxisIntercept2(double v) { m_Saved.m_Intercept2 = v; }
+    double GetAxisIntercept1() const { return m_Saved.m_Intercept1; }
+    double GetAxisIntercept2() const { return m_Saved.m_Intercept2; }
     /// 0: the centre point, 1 and 2: the intercepts, anything else 0.
     double GetAxisIntercept(int which) const;
     /// The axis on which intercept `which` lies; for 0 the axis itself.
@@ -103,17 +113,17 @@ class VARNEL_API CAxis3D {
     /// Line and tic colours, line width in pixels and line style 0..15.
     void SetAxisAttrib(const RGBDType& axisColor, const RGBDType& ticColor, double thickness,
                        int style);
-    void SetAxisColor(const RGBDType& c) { m_AxisColor = c; }
-    RGBDType GetAxisColor() const { return m_AxisColor; }
-    void SetAxisTicColor(const RGBDType& c) { m_TicColor = c; }
-    RGBDType GetAxisTicColor() const { return m_TicColor; }
-    void SetAxisThickness(double pixels) { m_Thickness = pixels; }
-    double GetAxisThickness() const { return m_Thickness; }
-    void SetAxisStyle(int style) { m_AxisStyle = style; }
-    int GetAxisStyle() const { return m_AxisStyle; }
+    void SetAxisColor(const RGBDType& c) { m_Saved.m_AxisColor = c; }
+    RGBDType GetAxisColor() const { return m_Saved.m_AxisColor; }
+    void SetAxisTicColor(const RGBDType& c) { m_Saved.m_TicColor = c; }
+    RGBDType GetAxisTicColor() const { return m_Saved.m_TicColor; }
+    void SetAxisThickness(double pixels) { m_Saved.m_Thickness = pixels; }
+    double GetAxisThickness() const { return m_Saved.m_Thickness; }
+    void SetAxisStyle(int style) { m_Saved.m_AxisStyle = style; }
+    int GetAxisStyle() const { return m_Saved.m_AxisStyle; }
     /// The context's colour mode while the axis is drawn; 2 also switches the texture on.
-    void SetColorMode(int mode) { m_ColorMode = mode; }
-    int GetColorMode() const { return m_ColorMode; }
+    void SetColorMode(int mode) { m_Saved.m_ColorMode = mode; }
+    int GetColorMode() const { return m_Saved.m_ColorMode; }
 
     // --- Geometry --------------------------------------------------------------------------------
 
@@ -152,30 +162,35 @@ class VARNEL_API CAxis3D {
  private:
     void DrawTic(double value, bool major);
 
-    COpenGL* m_pOpenGL;
-    CTransform3D* m_pTransform;
-    int m_AxisType;
-    int m_TicDir;
-    int m_AxisStyle;
-    int m_NthTicMajor;
-    int m_ColorMode;
-    RGBDType m_AxisColor;
-    RGBDType m_TicColor;
-    double m_Thickness;
-    double m_Min;
-    double m_Max;
-    double m_Start;
-    double m_Stop;
-    double m_MinorTicLength;
-    double m_MajorTicLength;
-    double m_WallThickness;
-    double m_TicSpace;
-    double m_CenterPoint;
-    double m_Intercept1;
-    double m_Intercept2;
-    int m_bAxisSet;
-    int m_nTransformID;
-    int m_nSignature;
+    /// The attributes, as records keep them; limits, intercepts and tic spacing in data units.
+    struct Saved {
+        int m_nTransformID = 0;
+        int m_AxisType = 0;
+        int m_TicDir = DIR_MINUS_X;
+        int m_AxisStyle = 0;
+        int m_NthTicMajor = 5;
+        int m_ColorMode = 1;
+        RGBDType m_AxisColor = {0.0, 0.0, 0.0, 1.0};
+        RGBDType m_TicColor = {0.0, 0.0, 0.0, 1.0};
+        double m_Thickness = 1.0;  ///< pixels
+        double m_Min = 0.0;
+        double m_Max = 10.0;
+        double m_Start = 0.0;
+        double m_Stop = 10.0;
+        double m_MinorTicLength = 0.5;  ///< this and the next two: fractions of a working range
+        double m_MajorTicLength = 1.0;
+        double m_WallThickness = 0.05;
+        double m_TicSpace = 1.0;
+        double m_CenterPoint = 0.0;
+        double m_Intercept1 = 0.0;
+        double m_Intercept2 = 0.0;
+        int m_bAxisSet = 0;  ///< limits were set
+    };
+
+    COpenGL* m_pOpenGL = nullptr;
+    CTransform3D* m_pTransform = nullptr;
+    Saved m_Saved;
+    int m_nSignature = kSignature;
 };
 
 }  // namespace varnel

@@ -60,40 +60,10 @@ void CAxisLabels3D::InitAxisLabelsDefaults() {
     m_pAxis = nullptr;
     m_pTransform = nullptr;
     m_LabelObjs.RemoveAll();
-    m_AxisType = 0;
-    m_LabelsPlane = 3;
-    m_LabelsDir = 0;
-    m_LabelsRotation = 0;
-    m_LabelsDecimals = 0;
-    m_LabelsFormat = 0;
-    m_LabelsEnds = 7;
-    m_LabelsXJust = -1;
-    m_LabelsYJust = -1;
-    m_NumLabelsStrings = 0;
-    m_TitlePlane = 3;
-    m_TitleDir = 0;
-    m_TitleRotation = 0;
-    m_TitleXJust = 0;
-    m_TitleYJust = 1;
-    m_bAutoTitle = 1;
-    m_LabelsNthTic = 1;
-    m_LabelsTicOffset = 1.5;
-    m_LabelsSize = 1.0;
-    m_TitleSize = 1.0;
-    InitLabelJustTable();
-    m_bLabelsEnable = 0;
-    m_bTextureEnable = 0;
-    m_bStringsEnable = 0;
-    m_LabelsFlipX = 0;
-    m_LabelsFlipY = 0;
-    m_TitleFlipX = 0;
-    m_TitleFlipY = 0;
-    m_LabelsColor = kBlack;
-    m_TitleColor = RGBDType{};
+    m_Saved = {};
     m_pLabelsStrings.reset();
-    m_EngString = " KMBT";
-    m_nSignature = kSignature;
-    m_nTransformID = 0;
+    m_Added = {};
+    InitLabelJustTable();
     detail::Count(nSelfID);
     m_pTitleObj =
         detail::NewObject<CTextObj3D>({ERR3DCLASS_AXISLABELS3D, "InitAxisLabelsDefaults"});
@@ -106,25 +76,25 @@ void CAxisLabels3D::InitAxisLabels(COpenGL* gl, CTransform3D* transform, CAxis3D
     m_pOpenGL = gl;
     m_pTransform = transform;
     m_pAxis = axis;
-    if (axis != nullptr) m_AxisType = axis->GetAxisType();
+    if (axis != nullptr) m_Saved.m_AxisType = axis->GetAxisType();
     m_pTitleObj->InitTextObj(gl, gl->GetFont(), transform);
-    m_TitlePlane = CalcTitlePlane(m_AxisType);
-    m_pTitleObj->SetTextPlane(m_TitlePlane);
-    m_pTitleObj->SetJustify(m_TitleXJust, m_TitleYJust);
-    m_pTitleObj->SetRotation(m_TitleRotation);
-    m_pTitleObj->SetColor(m_LabelsColor);
-    m_nTransformID = transform->GetSelfID();
+    m_Saved.m_TitlePlane = CalcTitlePlane(m_Saved.m_AxisType);
+    m_pTitleObj->SetTextPlane(m_Saved.m_TitlePlane);
+    m_pTitleObj->SetJustify(m_Saved.m_TitleXJust, m_Saved.m_TitleYJust);
+    m_pTitleObj->SetRotation(m_Saved.m_TitleRotation);
+    m_pTitleObj->SetColor(m_Saved.m_LabelsColor);
+    m_Saved.m_nTransformID = transform->GetSelfID();
 }
 
 void CAxisLabels3D::SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
                                   const RGBDType& color, const CString* strings, int count) {
-    m_LabelsPlane = plane;
-    m_LabelsRotation = rotation;
-    m_LabelsDir = dir;
-    m_LabelsDecimals = decimals;
-    m_LabelsEnds = ends;
-    m_LabelsColor = color;
-    m_bLabelsEnable = 1;
+    m_Saved.m_LabelsPlane = plane;
+    m_Saved.m_LabelsRotation = rotation;
+    m_Saved.m_LabelsDir = dir;
+    m_Saved.m_LabelsDecimals = decimals;
+    m_Saved.m_LabelsEnds = ends;
+    m_Saved.m_LabelsColor = color;
+    m_Saved.m_bLabelsEnable = 1;
     InitTicStringsStorage(strings, count);
 }
 
@@ -139,7 +109,8 @@ void CAxisLabels3D::SetAxisLabelsStrings(const CString* strings, int count) {
 void CAxisLabels3D::InitTicStringsStorage(const CString* strings, int count) {
     if (strings == nullptr) return;
     if (count < 0)
-        detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage");
+        detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage",
+                      detail::Say("the number of strings is ", count));
     // The new copies are made first: `strings` may be the array that is kept here.
     auto copies = detail::AllocateOrRaise(
         ERR3D_OBJECT_NEW, {ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage"}, [&] {
@@ -148,8 +119,15 @@ void CAxisLabels3D::InitTicStringsStorage(const CString* strings, int count) {
             return array;
         });
     m_pLabelsStrings = std::move(copies);
-    m_NumLabelsStrings = count;
-    m_bStringsEnable = 1;
+    m_Saved.m_NumLabelsStrings = count;
+    m_Saved.m_bStringsEnable = 1;
+}
+
+void CAxisLabels3D::InitTicStringsStorage(std::span<const CString> strings) {
+    // An empty span may have no address, which would keep the strings set before.
+    static const CString none;
+    InitTicStringsStorage(strings.empty() ? &none : strings.data(),
+                          static_cast<int>(strings.size()));
 }
 
 void CAxisLabels3D::DeleteTicStringsStorage() {
@@ -158,14 +136,14 @@ void CAxisLabels3D::DeleteTicStringsStorage() {
 
 void CAxisLabels3D::SetAxisTitle(int plane, int rotation, int dir, int /*ignored*/, int xJust,
                                  int yJust, const RGBDType& color, const CString& title) {
-    m_TitlePlane = plane;
-    m_TitleRotation = rotation;
-    m_TitleDir = dir;
-    m_TitleXJust = xJust;
-    m_TitleYJust = yJust;
-    m_TitleColor = color;
+    m_Saved.m_TitlePlane = plane;
+    m_Saved.m_TitleRotation = rotation;
+    m_Saved.m_TitleDir = dir;
+    m_Saved.m_TitleXJust = xJust;
+    m_Saved.m_TitleYJust = yJust;
+    m_Saved.m_TitleColor = color;
     SetAxisTitleString(title);
-    m_bAutoTitle = 0;
+    m_Saved.m_bAutoTitle = 0;
 }
 
 void CAxisLabels3D::SetAxisTitleString(const CString& title) {
@@ -185,13 +163,13 @@ void CAxisLabels3D::DrawAxisLabels() {
 }
 
 bool CAxisLabels3D::CanCalculate() const {
-    return m_bLabelsEnable != 0 && m_pOpenGL != nullptr && m_pTransform != nullptr &&
+    return m_Saved.m_bLabelsEnable != 0 && m_pOpenGL != nullptr && m_pTransform != nullptr &&
            m_pAxis != nullptr;
 }
 
 void CAxisLabels3D::CalcAxisLabels() {
     if (!CanCalculate()) return;
-    if (m_pTransform->GetAxisScaleMode(m_AxisType) != 0) {
+    if (m_pTransform->GetAxisScaleMode(m_Saved.m_AxisType) != 0) {
         CalcLogAxisLabels();
     } else {
         CalcLinAxisLabels();
@@ -206,20 +184,21 @@ CAxisLabels3D::Run CAxisLabels3D::StartRun() const {
     run.i1 = m_pAxis->GetAxisIntercept(1);
     run.i2 = m_pAxis->GetAxisIntercept(2);
     const double unit = std::max(m_pAxis->GetAxisMajorTicLength(), m_pAxis->GetAxisWallThickness());
-    run.offset = m_LabelsTicOffset * unit;
+    run.offset = m_Saved.m_LabelsTicOffset * unit;
     run.tolerance = m_pAxis->GetAxisRange() / 1000.0;
-    const bool inverted = m_pTransform->IsScaleInverted(m_LabelsDir) != 0;
+    const bool inverted = m_pTransform->IsScaleInverted(m_Saved.m_LabelsDir) != 0;
     run.just = detail::LabelJustification(
-        m_JustTable, {m_AxisType, m_LabelsPlane, m_LabelsRotation, m_LabelsDir, m_LabelsXJust,
-                      m_LabelsYJust, inverted, m_LabelsFlipX != 0, m_LabelsFlipY != 0});
+        m_Saved.m_JustTable, {m_Saved.m_AxisType, m_Saved.m_LabelsPlane, m_Saved.m_LabelsRotation,
+                              m_Saved.m_LabelsDir, m_Saved.m_LabelsXJust, m_Saved.m_LabelsYJust,
+                              inverted, m_Saved.m_LabelsFlipX != 0, m_Saved.m_LabelsFlipY != 0});
     return run;
 }
 
 void CAxisLabels3D::CalcLinAxisLabels() {
     if (!CanCalculate()) return;
-    m_pOpenGL->SetFillStyle3D(m_LabelsColor, kBlack, kBlack);
+    m_pOpenGL->SetFillStyle3D(m_Saved.m_LabelsColor, kBlack, kBlack);
     Run run = StartRun();
-    detail::PointOnAxis(m_AxisType, run.min, run.i1, run.i2, run.location);
+    detail::PointOnAxis(m_Saved.m_AxisType, run.min, run.i1, run.i2, run.location);
     const double step = m_pAxis->GetAxisNthTicMajor() * m_pAxis->GetAxisTicSpace();
     detail::WalkLinear(run.center, step, run.min, run.max,
                        [&](double value, int) { CalcLabel(run, value); });
@@ -230,15 +209,15 @@ void CAxisLabels3D::CalcLogAxisLabels() {
     if (!CanCalculate()) return;
     const int nthTic = m_pAxis->GetAxisNthTicMajor();
     if (nthTic == 0) return;
-    m_pOpenGL->SetFillStyle3D(m_LabelsColor, kBlack, kBlack);
+    m_pOpenGL->SetFillStyle3D(m_Saved.m_LabelsColor, kBlack, kBlack);
     Run run = StartRun();
-    run.min = m_pTransform->LogLimits(m_AxisType, run.min);
-    run.max = m_pTransform->LogLimits(m_AxisType, run.max);
-    run.center = m_pTransform->LogLimits(m_AxisType, run.center);
+    run.min = m_pTransform->LogLimits(m_Saved.m_AxisType, run.min);
+    run.max = m_pTransform->LogLimits(m_Saved.m_AxisType, run.max);
+    run.center = m_pTransform->LogLimits(m_Saved.m_AxisType, run.center);
     run.i1 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(1), run.i1);
     run.i2 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(2), run.i2);
-    detail::PointOnAxis(m_AxisType, run.min, run.i1, run.i2, run.location);
-    if (m_AxisType == 0 || m_AxisType == 1) run.i2 = LoweredIntercept(run.i2);
+    detail::PointOnAxis(m_Saved.m_AxisType, run.min, run.i1, run.i2, run.location);
+    if (m_Saved.m_AxisType == 0 || m_Saved.m_AxisType == 1) run.i2 = LoweredIntercept(run.i2);
     detail::WalkLogLabels(run.center, run.min, run.max, nthTic < 2,
                           [&](double value) { CalcLabel(run, value); });
     CalcAxisTitle(m_pAxis, run.location);
@@ -247,31 +226,33 @@ void CAxisLabels3D::CalcLogAxisLabels() {
 /// The height of labels below an x or y axis. A logarithmic z axis has no place for heights of 0
 /// and less: there the labels stay level with their axis.
 double CAxisLabels3D::LoweredIntercept(double z) const {
-    const double lowered = z - detail::WorkingDistance(*m_pTransform, m_LabelsDir, kLogLabelDrop);
+    const double lowered =
+        z - detail::WorkingDistance(*m_pTransform, m_Saved.m_LabelsDir, kLogLabelDrop);
     return lowered <= 0.0 && m_pTransform->GetAxisScaleMode(2) != 0 ? z : lowered;
 }
 
 void CAxisLabels3D::CalcLabel(Run& run, double value) {
-    detail::PointOnAxis(m_AxisType, value, run.i1, run.i2, run.location);
-    calcticpoint(run.location, run.offset, m_LabelsDir);
+    detail::PointOnAxis(m_Saved.m_AxisType, value, run.i1, run.i2, run.location);
+    calcticpoint(run.location, run.offset, m_Saved.m_LabelsDir);
     const int index = run.index++;
-    if (!detail::IsLabelShown(value, run.min, run.center, run.max, run.tolerance, m_LabelsEnds))
+    if (!detail::IsLabelShown(value, run.min, run.center, run.max, run.tolerance,
+                              m_Saved.m_LabelsEnds))
         return;
     CString text;
-    if (m_pLabelsStrings == nullptr || m_bStringsEnable == 0) {
-        text = AxisNumToString(value, m_LabelsFormat);
-    } else if (index < m_NumLabelsStrings) {
+    if (m_pLabelsStrings == nullptr || m_Saved.m_bStringsEnable == 0) {
+        text = AxisNumToString(value, m_Saved.m_LabelsFormat);
+    } else if (index < m_Saved.m_NumLabelsStrings) {
         text = m_pLabelsStrings[static_cast<std::size_t>(index)];
     }
     CTextObj3D* const label = m_LabelObjs.GetAt(NewLabelObj(text) - 1);
     label->SetJustify(run.just.x, run.just.y);
-    label->SetColor(m_LabelsColor);
+    label->SetColor(m_Saved.m_LabelsColor);
     label->SetLocation(run.location);
-    label->SetRotation(m_LabelsRotation);
-    label->SetFlipX(m_LabelsFlipX);
-    label->SetFlipY(m_LabelsFlipY);
-    label->SetTextPlane(m_LabelsPlane);
-    label->SetCharSize(m_LabelsSize);
+    label->SetRotation(m_Saved.m_LabelsRotation);
+    label->SetFlipX(m_Saved.m_LabelsFlipX);
+    label->SetFlipY(m_Saved.m_LabelsFlipY);
+    label->SetTextPlane(m_Saved.m_LabelsPlane);
+    label->SetCharSize(m_Saved.m_LabelsSize);
 }
 
 int CAxisLabels3D::NewLabelObj(const CString& s) {
@@ -300,19 +281,19 @@ int CAxisLabels3D::CalcTitlePlane(int axisType) {
 }
 
 CString CAxisLabels3D::AxisNumToString(double value, int format) const {
-    return detail::LabelText(value, format, m_LabelsDecimals, m_EngString);
+    return detail::LabelText(value, format, m_Saved.m_LabelsDecimals, m_Added.m_EngString);
 }
 
 int CAxisLabels3D::CXJAL3(int axisType, int plane, int rotation) const {
-    return detail::TableJustification(m_JustTable, axisType, plane, rotation).x;
+    return detail::TableJustification(m_Saved.m_JustTable, axisType, plane, rotation).x;
 }
 
 int CAxisLabels3D::CYJAL3(int axisType, int plane, int rotation) const {
-    return detail::TableJustification(m_JustTable, axisType, plane, rotation).y;
+    return detail::TableJustification(m_Saved.m_JustTable, axisType, plane, rotation).y;
 }
 
 void CAxisLabels3D::InitLabelJustTable() {
-    detail::FillJustTable(m_JustTable);
+    detail::FillJustTable(m_Saved.m_JustTable);
 }
 
 /// Moves a point in data units by a fraction of the working range along a direction.
@@ -327,44 +308,48 @@ void CAxisLabels3D::calctitlepoint(point3Dtype& p, double length, int dir) const
 }
 
 int CAxisLabels3D::DirectionInBox() const {
-    const bool inverted = m_pTransform->IsScaleInverted(m_LabelsDir) != 0;
-    return inverted ? Opposite(m_LabelsDir) : m_LabelsDir;
+    const bool inverted = m_pTransform->IsScaleInverted(m_Saved.m_LabelsDir) != 0;
+    return inverted ? Opposite(m_Saved.m_LabelsDir) : m_Saved.m_LabelsDir;
 }
 
 void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLabel) {
     point3Dtype middle = lastLabel;
-    const double sum = m_pTransform->CVTWS(m_AxisType, axis->GetAxisMin()) +
-                       m_pTransform->CVTWS(m_AxisType, axis->GetAxisMax());
-    coordassign(middle, m_AxisType, m_pTransform->CVFWS(m_AxisType, sum / 2.0));
+    const double sum = m_pTransform->CVTWS(m_Saved.m_AxisType, axis->GetAxisMin()) +
+                       m_pTransform->CVTWS(m_Saved.m_AxisType, axis->GetAxisMax());
+    coordassign(middle, m_Saved.m_AxisType, m_pTransform->CVFWS(m_Saved.m_AxisType, sum / 2.0));
     // On a scale that runs backwards, the labels went the other way in the box; so does the title.
     const int dir = DirectionInBox();
-    if (m_bAutoTitle != 0) {
+    if (m_Saved.m_bAutoTitle != 0) {
         const detail::TitleStyle style = detail::AutoTitleStyle(
-            m_AxisType, dir, {m_TitleRotation, {m_TitleXJust, m_TitleYJust}});
-        m_TitleRotation = style.rotation;
-        m_TitleXJust = style.just.x;
-        m_TitleYJust = style.just.y;
+            m_Saved.m_AxisType, dir,
+            {m_Saved.m_TitleRotation, {m_Saved.m_TitleXJust, m_Saved.m_TitleYJust}});
+        m_Saved.m_TitleRotation = style.rotation;
+        m_Saved.m_TitleXJust = style.just.x;
+        m_Saved.m_TitleYJust = style.just.y;
     }
     point3Dtype place;
     m_pTransform->NormalizePoint(middle, place);
     calctitlepoint(
-        place, detail::TitleDistance(m_AxisType, m_pTitleObj->TextHeight(), GetMaxLabelLength()),
+        place,
+        detail::TitleDistance(m_Saved.m_AxisType, m_pTitleObj->TextHeight(), GetMaxLabelLength()),
         dir);
-    m_pTitleObj->SetFlipX(m_TitleFlipX);
-    m_pTitleObj->SetFlipY(m_TitleFlipY);
+    m_pTitleObj->SetFlipX(m_Saved.m_TitleFlipX);
+    m_pTitleObj->SetFlipY(m_Saved.m_TitleFlipY);
     m_pTitleObj->SetNormLocation(place);
-    m_pTitleObj->SetCharSize(m_TitleSize);
-    m_pTitleObj->SetColor(m_TitleColor);
-    m_pTitleObj->SetTextPlane(m_TitlePlane);
-    m_pTitleObj->SetRotation(m_TitleRotation);
-    m_pTitleObj->SetJustify(m_TitleFlipY != 0 ? detail::SwapTextJust(m_TitleXJust) : m_TitleXJust,
-                            m_TitleFlipX != 0 ? detail::SwapTextJust(m_TitleYJust) : m_TitleYJust);
+    m_pTitleObj->SetCharSize(m_Saved.m_TitleSize);
+    m_pTitleObj->SetColor(m_Saved.m_TitleColor);
+    m_pTitleObj->SetTextPlane(m_Saved.m_TitlePlane);
+    m_pTitleObj->SetRotation(m_Saved.m_TitleRotation);
+    m_pTitleObj->SetJustify(m_Saved.m_TitleFlipY != 0 ? detail::SwapTextJust(m_Saved.m_TitleXJust)
+                                                      : m_Saved.m_TitleXJust,
+                            m_Saved.m_TitleFlipX != 0 ? detail::SwapTextJust(m_Saved.m_TitleYJust)
+                                                      : m_Saved.m_TitleYJust);
 }
 
 void CAxisLabels3D::TransformTextPlane(const point3Dtype& chartRotation) {
     if (m_pOpenGL == nullptr) return;
-    const double rotation = m_LabelsRotation;
-    switch (m_LabelsPlane) {
+    const double rotation = m_Saved.m_LabelsRotation;
+    switch (m_Saved.m_LabelsPlane) {
         case 0:
             m_pOpenGL->Rotate3D(180.0, 0);
             m_pOpenGL->Rotate3D(rotation, 2);
@@ -394,16 +379,16 @@ template <class Archive>
 void CAxisLabels3D::RecordStrings(Archive& record) {
     if constexpr (Archive::kLoading) {
         // Each string takes at least its length; an array that the file cannot hold is not there.
-        const int count = m_NumLabelsStrings;
-        m_NumLabelsStrings = 0;
+        const int count = m_Saved.m_NumLabelsStrings;
+        m_Saved.m_NumLabelsStrings = 0;
         m_pLabelsStrings.reset();
         if (!record.Has(count, sizeof(std::int32_t)) || count == 0) return;
         m_pLabelsStrings = detail::AllocateOrRaise(
             ERR3D_OBJECT_NEW, {ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage"},
             [count] { return std::make_unique<CString[]>(static_cast<std::size_t>(count)); });
-        m_NumLabelsStrings = count;
+        m_Saved.m_NumLabelsStrings = count;
     }
-    record.Array(m_pLabelsStrings.get(), static_cast<std::size_t>(m_NumLabelsStrings));
+    record.Array(m_pLabelsStrings.get(), static_cast<std::size_t>(m_Saved.m_NumLabelsStrings));
 }
 
 template <class Archive>
@@ -411,18 +396,21 @@ void CAxisLabels3D::Record(Archive& record) {
     if constexpr (!Archive::kLoading) {
         // A transform may have got another identifier since the labels were bound to it, and
         // strings may have gone without their number.
-        if (m_pTransform != nullptr) m_nTransformID = m_pTransform->GetSelfID();
-        if (m_pLabelsStrings == nullptr) m_NumLabelsStrings = 0;
+        if (m_pTransform != nullptr) m_Saved.m_nTransformID = m_pTransform->GetSelfID();
+        if (m_pLabelsStrings == nullptr) m_Saved.m_NumLabelsStrings = 0;
     }
-    record(detail::CounterField{nSelfID}, m_nTransformID);
-    record(m_AxisType, m_LabelsPlane, m_LabelsDir, m_LabelsRotation, m_LabelsDecimals,
-           m_LabelsFormat, m_LabelsEnds, m_LabelsXJust, m_LabelsYJust, m_NumLabelsStrings);
-    record(m_LabelsFlipX, m_LabelsFlipY, m_TitleFlipX, m_TitleFlipY);
-    record(m_TitlePlane, m_TitleDir, m_TitleRotation, m_TitleXJust, m_TitleYJust, m_bAutoTitle);
-    record(m_LabelsTicOffset, m_LabelsSize, m_TitleSize);
-    record.Array(&m_JustTable[0][0][0][0], sizeof m_JustTable / sizeof(int));
-    record(m_bLabelsEnable, m_bTextureEnable, m_bStringsEnable);
-    record(m_LabelsColor, m_TitleColor);
+    record(detail::CounterField{nSelfID}, m_Saved.m_nTransformID);
+    record(m_Saved.m_AxisType, m_Saved.m_LabelsPlane, m_Saved.m_LabelsDir, m_Saved.m_LabelsRotation,
+           m_Saved.m_LabelsDecimals, m_Saved.m_LabelsFormat, m_Saved.m_LabelsEnds,
+           m_Saved.m_LabelsXJust, m_Saved.m_LabelsYJust, m_Saved.m_NumLabelsStrings);
+    record(m_Saved.m_LabelsFlipX, m_Saved.m_LabelsFlipY, m_Saved.m_TitleFlipX,
+           m_Saved.m_TitleFlipY);
+    record(m_Saved.m_TitlePlane, m_Saved.m_TitleDir, m_Saved.m_TitleRotation, m_Saved.m_TitleXJust,
+           m_Saved.m_TitleYJust, m_Saved.m_bAutoTitle);
+    record(m_Saved.m_LabelsTicOffset, m_Saved.m_LabelsSize, m_Saved.m_TitleSize);
+    record.Array(&m_Saved.m_JustTable[0][0][0][0], sizeof m_Saved.m_JustTable / sizeof(int));
+    record(m_Saved.m_bLabelsEnable, m_Saved.m_bTextureEnable, m_Saved.m_bStringsEnable);
+    record(m_Saved.m_LabelsColor, m_Saved.m_TitleColor);
     RecordStrings(record);
     if constexpr (Archive::kLoading) {
         m_pTitleObj->Load(&record.GetFile());

@@ -8,7 +8,10 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
+#include "varnel/axes/axis.h"
+#include "varnel/axes/text_object.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -22,10 +25,21 @@ namespace detail {
 class AddedFields;
 }
 
-class CAxis3D;
-class COpenGL;
-class CTextObj3D;
-class CTransform3D;
+/// How numbers at an axis are written; plain numbers may be given as well.
+enum LabelFormat3D : int {
+    LABELS_FIXED = 0,        ///< 1234.5
+    LABELS_EXPONENTIAL = 1,  ///< 1.2e+03
+    LABELS_ENGINEERING = 2,  ///< 1.5K, 3M
+    LABELS_GENERAL = 3,      ///< the shorter of the first two
+};
+
+/// Which labels at special places may be shown, as a sum.
+enum LabelEnds3D : int {
+    LABELS_AT_MIN = 1,
+    LABELS_AT_CENTER = 2,  ///< at the centre point of the tics
+    LABELS_AT_MAX = 4,
+    LABELS_AT_ALL = 7,
+};
 
 class VARNEL_API CAxisLabels3D {
  public:
@@ -52,7 +66,7 @@ class VARNEL_API CAxisLabels3D {
     void InitAxisLabels(COpenGL* gl, CTransform3D* transform, CAxis3D* axis);
 
     /// The identifier of the transform, for binding again after Load.
-    int GetTransformID() const { return m_nTransformID; }
+    int GetTransformID() const { return m_Saved.m_nTransformID; }
 
     // --- Labels ----------------------------------------------------------------------------------
 
@@ -60,65 +74,70 @@ class VARNEL_API CAxisLabels3D {
     /// switches the labels on. The strings are copied; null leaves those set before.
     void SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
                        const RGBDType& color, const CString* strings = nullptr, int count = 0);
-    void SetAxisLabelsPlane(int plane) { m_LabelsPlane = plane; }
-    int GetAxisLabelsPlane() const { return m_LabelsPlane; }
-    /// Where the labels and the title stand off the axis.
-    void SetAxisLabelsDir(int dir) { m_LabelsDir = dir; }
-    int GetAxisLabelsDir() const { return m_LabelsDir; }
-    void SetAxisLabelsRotation(int degrees) { m_LabelsRotation = degrees; }
-    int GetAxisLabelsRotation() const { return m_LabelsRotation; }
+    /// A code of TextPlane3D: 0 x-y, 1 x-z, 2 y-z, 3 facing the viewer (the default).
+    void SetAxisLabelsPlane(int plane) { m_Saved.m_LabelsPlane = plane; }
+    int GetAxisLabelsPlane() const { return m_Saved.m_LabelsPlane; }
+    /// Where the labels and the title stand off the axis: a code of AxisDirection3D, 0 -x, 1 -y,
+    /// 2 -z, 3 +x, 4 +y, 5 +z.
+    void SetAxisLabelsDir(int dir) { m_Saved.m_LabelsDir = dir; }
+    int GetAxisLabelsDir() const { return m_Saved.m_LabelsDir; }
+    void SetAxisLabelsRotation(int degrees) { m_Saved.m_LabelsRotation = degrees; }
+    int GetAxisLabelsRotation() const { return m_Saved.m_LabelsRotation; }
     /// Digits after the point; significant digits for format 3.
-    void SetAxisLabelsDecimals(int decimals) { m_LabelsDecimals = decimals; }
-    int GetAxisLabelsDecimals() const { return m_LabelsDecimals; }
-    /// 0 fixed, 1 exponential, 2 engineering (1.5K, 3M), 3 general; others as fixed.
-    void SetAxisLabelsFormat(int format) { m_LabelsFormat = format; }
-    int GetAxisLabelsFormat() const { return m_LabelsFormat; }
-    /// Which labels at special places may be shown: 1 at the minimum, 2 at the centre point, 4 at
-    /// the maximum.
-    void SetAxisLabelsEnds(int mask) { m_LabelsEnds = mask; }
-    int GetAxisLabelsEnds() const { return m_LabelsEnds; }
-    void SetAxisLabelsXJust(int just) { m_LabelsXJust = just; }
-    int GetAxisLabelsXJust() const { return m_LabelsXJust; }
-    void SetAxisLabelsYJust(int just) { m_LabelsYJust = just; }
-    int GetAxisLabelsYJust() const { return m_LabelsYJust; }
+    void SetAxisLabelsDecimals(int decimals) { m_Saved.m_LabelsDecimals = decimals; }
+    int GetAxisLabelsDecimals() const { return m_Saved.m_LabelsDecimals; }
+    /// A code of LabelFormat3D: 0 fixed, 1 exponential, 2 engineering, 3 general; others as fixed.
+    void SetAxisLabelsFormat(int format) { m_Saved.m_LabelsFormat = format; }
+    int GetAxisLabelsFormat() const { return m_Saved.m_LabelsFormat; }
+    /// A sum of codes of LabelEnds3D: 1 at the minimum, 2 at the centre point, 4 at the maximum.
+    /// Default 7.
+    void SetAxisLabelsEnds(int mask) { m_Saved.m_LabelsEnds = mask; }
+    int GetAxisLabelsEnds() const { return m_Saved.m_LabelsEnds; }
+    /// A code of TextJustify3D: -1 automatic (the default), 0 start, 1 centre, 2 end; for y 0
+    /// bottom, 1 centre, 2 top.
+    void SetAxisLabelsXJust(int just) { m_Saved.m_LabelsXJust = just; }
+    int GetAxisLabelsXJust() const { return m_Saved.m_LabelsXJust; }
+    void SetAxisLabelsYJust(int just) { m_Saved.m_LabelsYJust = just; }
+    int GetAxisLabelsYJust() const { return m_Saved.m_LabelsYJust; }
     /// Factor on the character size.
-    void SetAxisLabelsSize(double size) { m_LabelsSize = size; }
-    double GetAxisLabelsSize() const { return m_LabelsSize; }
+    void SetAxisLabelsSize(double size) { m_Saved.m_LabelsSize = size; }
+    double GetAxisLabelsSize() const { return m_Saved.m_LabelsSize; }
     /// Distance from the axis, in units of the major tic length or the wall thickness of the axis,
     /// whichever is larger.
-    void SetAxisLabelsTicOffset(double offset) { m_LabelsTicOffset = offset; }
-    double GetAxisLabelsTicOffset() const { return m_LabelsTicOffset; }
-    void SetAxisLabelsColor(const RGBDType& c) { m_LabelsColor = c; }
-    RGBDType GetAxisLabelsColor() const { return m_LabelsColor; }
-    void SetAxisLabelsFlipX(int flip) { m_LabelsFlipX = flip; }
-    int GetAxisLabelsFlipX() const { return m_LabelsFlipX; }
-    void SetAxisLabelsFlipY(int flip) { m_LabelsFlipY = flip; }
-    int GetAxisLabelsFlipY() const { return m_LabelsFlipY; }
+    void SetAxisLabelsTicOffset(double offset) { m_Saved.m_LabelsTicOffset = offset; }
+    double GetAxisLabelsTicOffset() const { return m_Saved.m_LabelsTicOffset; }
+    void SetAxisLabelsColor(const RGBDType& c) { m_Saved.m_LabelsColor = c; }
+    RGBDType GetAxisLabelsColor() const { return m_Saved.m_LabelsColor; }
+    void SetAxisLabelsFlipX(int flip) { m_Saved.m_LabelsFlipX = flip; }
+    int GetAxisLabelsFlipX() const { return m_Saved.m_LabelsFlipX; }
+    void SetAxisLabelsFlipY(int flip) { m_Saved.m_LabelsFlipY = flip; }
+    int GetAxisLabelsFlipY() const { return m_Saved.m_LabelsFlipY; }
     /// Kept, but neither used nor saved: labels follow the major tics of the axis.
-    void SetAxisLabelsNthTic(int n) { m_LabelsNthTic = n; }
-    int GetAxisLabelsNthTic() const { return m_LabelsNthTic; }
-    void SetTextureEnable(int on) { m_bTextureEnable = on; }
-    int GetTextureEnable() const { return m_bTextureEnable; }
+    void SetAxisLabelsNthTic(int n) { m_Added.m_LabelsNthTic = n; }
+    int GetAxisLabelsNthTic() const { return m_Added.m_LabelsNthTic; }
+    void SetTextureEnable(int on) { m_Saved.m_bTextureEnable = on; }
+    int GetTextureEnable() const { return m_Saved.m_bTextureEnable; }
 
-    // --- User strings instead of numbers: first those from the centre point up, then those down
-    // ----
+    // --- User strings instead of numbers: those from the centre point up, then those down --------
 
     /// Copies `count` strings and uses them; null lets go of those set before.
     void SetAxisLabelsStrings(const CString* strings, int count);
+    void SetAxisLabelsStrings(std::span<const CString> strings) { InitTicStringsStorage(strings); }
     /// As above, but null does nothing. Raises "Object New Error" without memory or for a negative
     /// count.
     void InitTicStringsStorage(const CString* strings, int count);
+    void InitTicStringsStorage(std::span<const CString> strings);
     /// Lets go of the strings; their number and the switch stay.
     void DeleteTicStringsStorage();
-    void EnableAxisLabelsStrings(int on) { m_bStringsEnable = on; }
-    int GetAxisLabelsStringEnable() const { return m_bStringsEnable; }
-    int GetNumAxisLabelsStrings() const { return m_NumLabelsStrings; }
+    void EnableAxisLabelsStrings(int on) { m_Saved.m_bStringsEnable = on; }
+    int GetAxisLabelsStringEnable() const { return m_Saved.m_bStringsEnable; }
+    int GetNumAxisLabelsStrings() const { return m_Saved.m_NumLabelsStrings; }
     /// The copies, owned here; null when there are none.
     CString* GetAxisLabelsStrings() const { return m_pLabelsStrings.get(); }
 
     /// The suffixes of the engineering format: none, thousands, millions, (US) billions, trillions.
-    void SetEngString(const CString& suffixes) { m_EngString = suffixes; }
-    CString GetEngString() const { return m_EngString; }
+    void SetEngString(const CString& suffixes) { m_Added.m_EngString = suffixes; }
+    CString GetEngString() const { return m_Added.m_EngString; }
 
     // --- Title -----------------------------------------------------------------------------------
 
@@ -128,25 +147,28 @@ class VARNEL_API CAxisLabels3D {
                       const RGBDType& color, const CString& title);
     void SetAxisTitleString(const CString& title);
     void GetAxisTitleString(CString& title) const;
-    void SetAxisTitlePlane(int plane) { m_TitlePlane = plane; }
-    int GetAxisTitlePlane() const { return m_TitlePlane; }
+    /// A code of TextPlane3D, as for labels. InitAxisLabels sets it from the axis.
+    void SetAxisTitlePlane(int plane) { m_Saved.m_TitlePlane = plane; }
+    int GetAxisTitlePlane() const { return m_Saved.m_TitlePlane; }
     /// Kept and saved; the title stands off in the direction of the labels.
-    void SetAxisTitleDir(int dir) { m_TitleDir = dir; }
-    int GetAxisTitleDir() const { return m_TitleDir; }
-    void SetAxisTitleRotation(int degrees) { m_TitleRotation = degrees; }
-    int GetAxisTitleRotation() const { return m_TitleRotation; }
-    void SetAxisTitleXJust(int just) { m_TitleXJust = just; }
-    int GetAxisTitleXJust() const { return m_TitleXJust; }
-    void SetAxisTitleYJust(int just) { m_TitleYJust = just; }
-    int GetAxisTitleYJust() const { return m_TitleYJust; }
-    void SetAxisTitleSize(double size) { m_TitleSize = size; }
-    double GetAxisTitleSize() const { return m_TitleSize; }
-    void SetAxisTitleColor(const RGBDType& c) { m_TitleColor = c; }
-    RGBDType GetAxisTitleColor() const { return m_TitleColor; }
-    void SetAxisTitleFlipX(int flip) { m_TitleFlipX = flip; }
-    int GetAxisTitleFlipX() const { return m_TitleFlipX; }
-    void SetAxisTitleFlipY(int flip) { m_TitleFlipY = flip; }
-    int GetAxisTitleFlipY() const { return m_TitleFlipY; }
+    void SetAxisTitleDir(int dir) { m_Saved.m_TitleDir = dir; }
+    int GetAxisTitleDir() const { return m_Saved.m_TitleDir; }
+    void SetAxisTitleRotation(int degrees) { m_Saved.m_TitleRotation = degrees; }
+    int GetAxisTitleRotation() const { return m_Saved.m_TitleRotation; }
+    /// A code of TextJustify3D: 0 start or bottom, 1 centre, 2 end or top. Chosen anew at every
+    /// drawing unless SetAxisTitle was called.
+    void SetAxisTitleXJust(int just) { m_Saved.m_TitleXJust = just; }
+    int GetAxisTitleXJust() const { return m_Saved.m_TitleXJust; }
+    void SetAxisTitleYJust(int just) { m_Saved.m_TitleYJust = just; }
+    int GetAxisTitleYJust() const { return m_Saved.m_TitleYJust; }
+    void SetAxisTitleSize(double size) { m_Saved.m_TitleSize = size; }
+    double GetAxisTitleSize() const { return m_Saved.m_TitleSize; }
+    void SetAxisTitleColor(const RGBDType& c) { m_Saved.m_TitleColor = c; }
+    RGBDType GetAxisTitleColor() const { return m_Saved.m_TitleColor; }
+    void SetAxisTitleFlipX(int flip) { m_Saved.m_TitleFlipX = flip; }
+    int GetAxisTitleFlipX() const { return m_Saved.m_TitleFlipX; }
+    void SetAxisTitleFlipY(int flip) { m_Saved.m_TitleFlipY = flip; }
+    int GetAxisTitleFlipY() const { return m_Saved.m_TitleFlipY; }
 
     // --- Calculation and drawing -----------------------------------------------------------------
 
@@ -204,45 +226,55 @@ class VARNEL_API CAxisLabels3D {
     template <class Archive>
     void RecordStrings(Archive& record);
 
-    COpenGL* m_pOpenGL;
-    CAxis3D* m_pAxis;
-    CTransform3D* m_pTransform;
+    /// The attributes, as records keep them.
+    struct Saved {
+        int m_nTransformID = 0;
+        int m_AxisType = 0;
+        int m_LabelsPlane = TEXTPLANE_VIEWER;
+        int m_LabelsDir = DIR_MINUS_X;
+        int m_LabelsRotation = 0;  ///< degrees
+        int m_LabelsDecimals = 0;
+        int m_LabelsFormat = LABELS_FIXED;
+        int m_LabelsEnds = LABELS_AT_ALL;
+        int m_LabelsXJust = TEXT_JUSTIFY_AUTO;
+        int m_LabelsYJust = TEXT_JUSTIFY_AUTO;
+        int m_NumLabelsStrings = 0;
+        int m_TitlePlane = TEXTPLANE_VIEWER;
+        int m_TitleDir = DIR_MINUS_X;
+        int m_TitleRotation = 0;
+        int m_TitleXJust = TEXT_START;
+        int m_TitleYJust = TEXT_CENTER;
+        int m_bAutoTitle = 1;  ///< rotation and justification of the title follow the axis
+        double m_LabelsTicOffset = 1.5;  ///< in units of the tic length or the wall thickness
+        double m_LabelsSize = 1.0;
+        double m_TitleSize = 1.0;
+        int m_JustTable[3][4][2][2] = {};  ///< of InitLabelJustTable
+        int m_bLabelsEnable = 0;
+        int m_bTextureEnable = 0;
+        int m_bStringsEnable = 0;
+        int m_LabelsFlipX = 0;
+        int m_LabelsFlipY = 0;
+        int m_TitleFlipX = 0;
+        int m_TitleFlipY = 0;
+        RGBDType m_LabelsColor = {0.0, 0.0, 0.0, 1.0};
+        RGBDType m_TitleColor;  ///< alpha is 0, and has no effect
+    };
+
+    /// The attributes that records do not have.
+    struct Added {
+        int m_LabelsNthTic = 1;
+        CString m_EngString = " KMBT";
+    };
+
+    COpenGL* m_pOpenGL = nullptr;
+    CAxis3D* m_pAxis = nullptr;
+    CTransform3D* m_pTransform = nullptr;
     ObjectList<CTextObj3D> m_LabelObjs;
-    int m_AxisType;
-    int m_LabelsPlane;
-    int m_LabelsDir;
-    int m_LabelsRotation;
-    int m_LabelsDecimals;
-    int m_LabelsFormat;
-    int m_LabelsEnds;
-    int m_LabelsXJust;
-    int m_LabelsYJust;
-    int m_NumLabelsStrings;
-    int m_TitlePlane;
-    int m_TitleDir;
-    int m_TitleRotation;
-    int m_TitleXJust;
-    int m_TitleYJust;
-    int m_bAutoTitle;
-    int m_LabelsNthTic;
-    double m_LabelsTicOffset;
-    double m_LabelsSize;
-    double m_TitleSize;
-    int m_JustTable[3][4][2][2];
-    int m_bLabelsEnable;
-    int m_bTextureEnable;
-    int m_bStringsEnable;
-    int m_LabelsFlipX;
-    int m_LabelsFlipY;
-    int m_TitleFlipX;
-    int m_TitleFlipY;
-    RGBDType m_LabelsColor;
-    RGBDType m_TitleColor;
+    Saved m_Saved;
     std::unique_ptr<CTextObj3D> m_pTitleObj;
     std::unique_ptr<CString[]> m_pLabelsStrings;
-    CString m_EngString;
-    int m_nSignature;
-    int m_nTransformID;
+    Added m_Added;
+    int m_nSignature = kSignature;
 };
 
 }  // namespace varnel

@@ -1,11 +1,14 @@
 #include "varnel/bitmap/dib.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <vector>
 
 #include "varnel/bitmap/detail/bmp_decoder.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/platform/files.h"
@@ -19,7 +22,9 @@ constexpr std::size_t kFileHeaderBytes = 14;
 constexpr WORD kBitmapTag = 19778;  // "BM"
 constexpr int kMaxRoundedSize = 1 << 30;
 
-void SayNotABitmap() {
+/// The notice, and for who wants to know more what was wrong.
+void SayNotABitmap(const char* why) {
+    detail::Diagnose(kLoad.operation, "the file ", why);
     ShowNotice("Not a bitmap file");
 }
 
@@ -31,11 +36,20 @@ void ReadUpTo(File& file, std::uint64_t size, std::vector<BYTE>& bytes) {
     bytes.resize(have + file.Read(bytes.data() + have, wanted));
 }
 
-/// Whether the 14-byte header of a bitmap file comes next.
-bool ReadFileHeader(File& file) {
+/// The 14-byte header of a bitmap file, if it comes next.
+struct FileHeader {
+    bool isBitmap = false;
+    std::uint64_t pixelsAt = 0;  ///< from the end of this header
+};
+
+FileHeader ReadFileHeader(File& file) {
     BYTE header[kFileHeaderBytes];
-    if (file.Read(header, sizeof header) < sizeof header) return false;
-    return (header[0] | header[1] << 8) == kBitmapTag;
+    if (file.Read(header, sizeof header) < sizeof header) return {};
+    std::uint64_t offset = 0;
+    for (const int at : {13, 12, 11, 10})
+        offset = offset << 8 | header[at];
+    return {(header[0] | header[1] << 8) == kBitmapTag,
+            offset - std::min<std::uint64_t>(offset, kFileHeaderBytes)};
 }
 
 /// For each of `texels` texels of a row or column, the number of its pixel among `pixels`.
@@ -64,27 +78,14 @@ void StretchToTexels(const Bitmap& picture, unsigned int width, unsigned int hei
 
 }  // namespace
 
-CDib::CDib() {
-    InitDefaults();
+CDib::CDib(const char* path) : CDib(path, DIB_IGNORE_OFFSET) {
 }
 
-CDib::CDib(const char* path) {
-    InitDefaults();
-    LoadBitmapFile(path);
+CDib::CDib(const char* path, DibOffset offset) {
+    LoadBitmapFile(path, offset);
 }
 
 CDib::~CDib() = default;
-
-void CDib::InitDefaults() {
-    m_lpDIB = nullptr;
-    m_Info = {};
-    m_lpbmih = nullptr;
-    m_pTextureBits = nullptr;
-    m_Palette = nullptr;
-    m_TextureWidth = 0;
-    m_TextureHeight = 0;
-    m_Magic = kSignature;
-}
 
 int CDib::GetDibWidth() const {
     return m_Info.bmiHeader.biWidth;
@@ -107,31 +108,40 @@ DWORD CDib::GetDibNumColors() const {
     return DWORD{1} << header.biBitCount;
 }
 
-void CDib::LoadBitmapFile(const char* path) {
-    const std::unique_ptr<File> file = OpenInputFile(path == nullptr ? "" : path);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation);
-    detail::WithFile(file.get(), kLoad, [this](File& f) {
-        detail::AllocateOrRaise(ERR3D_MEM_ALLOC, kLoad, [&] { ReadBitmap(f); });
+void CDib::LoadBitmapFile(const char* path, DibOffset offset) {
+    const CString name = path == nullptr ? "" : path;
+    errno = 0;
+    const std::unique_ptr<File> file = OpenInputFile(name);
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
+                      detail::Say(name, ": ", std::strerror(errno != 0 ? errno : EISDIR)));
+    detail::WithFile(file.get(), kLoad, [&](File& f) {
+        detail::AllocateOrRaise(ERR3D_MEM_ALLOC, kLoad, [&] { ReadBitmap(f, offset); });
     });
 }
 
-void CDib::ReadBitmap(File& file) {
+void CDib::ReadBitmap(File& file, DibOffset offset) {
     m_lpDIB = nullptr;
     m_Info = {};
     m_lpbmih = nullptr;
-    if (!ReadFileHeader(file)) return SayNotABitmap();
+    const FileHeader start = ReadFileHeader(file);
+    if (!start.isBitmap) return SayNotABitmap("does not begin as a bitmap file does");
 
     const std::uint64_t size = file.Remaining();
     std::vector<BYTE> bytes;
     ReadUpTo(file, detail::kBmpHeaderBytes, bytes);
-    const std::optional<detail::BmpHeader> header = detail::ParseBmpHeader(bytes, size);
-    if (!header) return SayNotABitmap();
+    const std::uint64_t pixelsAt = offset == DIB_USE_OFFSET ? start.pixelsAt : 0;
+    const std::optional<detail::BmpHeader> header = detail::ParseBmpHeader(bytes, size, pixelsAt);
+    if (!header)
+        return SayNotABitmap("describes no picture that is known, or not all of it is there");
     if (std::max(header->usedBytes, header->decodedBytes) > detail::kMaxBmpBytes)
-        detail::Raise(ERR3D_MEM_ALLOC, kLoad.cls, kLoad.operation);
+        detail::Raise(ERR3D_MEM_ALLOC, kLoad.cls, kLoad.operation,
+                      detail::Say("a picture of ", header->width, " x ", header->height,
+                                  " pixels takes more than 1 GiB"));
 
     if (bytes.size() < header->usedBytes) ReadUpTo(file, header->usedBytes, bytes);
     m_lpDIB = detail::DecodeBmp(*header, bytes);
-    if (m_lpDIB == nullptr) return SayNotABitmap();
+    if (m_lpDIB == nullptr) return SayNotABitmap("ends before its picture does");
     SetInfo(header->info);
 }
 
@@ -177,7 +187,7 @@ int CDib::RoundSizeUp(int n) {
     return p;
 }
 
-const BYTE* CDib::TranslateDIBToOGL(const HPALETTE&, unsigned int maxSide) {
+BYTE* CDib::TranslateDIBToOGL(const HPALETTE&, unsigned int maxSide) {
     const auto side = [maxSide](int pixels) {
         const unsigned int most = std::min(maxSide, kMaxTextureSide);
         auto texels = static_cast<unsigned int>(RoundSizeUp(pixels));

@@ -1,10 +1,11 @@
 // CDib: the picture of a bitmap file (.bmp), to be painted or to become an OpenGL texture.
 //
 // Read are 1, 4, 8, 16, 24 and 32 bits per pixel, bottom-up and top-down, uncompressed, run-length
-// encoded or with bit fields, under headers from OS/2's to V5; alpha is not used. The pixels are
-// taken to start right after the colour table, wherever the file header puts them. A file that is
-// no such picture, or of which a part is missing, shows "Not a bitmap file" and leaves the object
-// empty.
+// encoded or with bit fields, under headers from OS/2's to V5; alpha is not used. Unless told
+// otherwise, the pixels are taken to start right after the colour table, wherever the file header
+// puts them; DIB_USE_OFFSET reads files with a gap there, as some programs and SaveDIB at 16 to 32
+// bits write them. A file that is no such picture, or of which a part is missing, shows "Not a
+// bitmap file" and leaves the object empty.
 #pragma once
 
 #include <memory>
@@ -17,6 +18,12 @@
 
 namespace varnel {
 
+/// Where the pixels of a bitmap file are looked for.
+enum DibOffset : int {
+    DIB_IGNORE_OFFSET = 0,  ///< right after the colour table
+    DIB_USE_OFFSET = 1,     ///< where the file header says
+};
+
 class VARNEL_API CDib {
  public:
     static constexpr int kSignature = 909;
@@ -25,11 +32,13 @@ class VARNEL_API CDib {
     static constexpr unsigned int kMaxTextureSide = 8192;
 
     /// An empty picture.
-    CDib();
+    CDib() = default;
     /// The picture in a file. Raises "Error Opening File for Input" when the file cannot be opened,
     /// "Disk I/O Error" when it cannot be read and "Mem Alloc Error" when there is no memory for
     /// the picture or it takes more than 1 GiB, each as "LoadBitmapFile".
     explicit CDib(const char* path);
+    /// The same, with a choice of where the pixels are.
+    CDib(const char* path, DibOffset offset);
     ~CDib();
     CDib(const CDib&) = delete;
     CDib& operator=(const CDib&) = delete;
@@ -45,8 +54,8 @@ class VARNEL_API CDib {
     /// The number of entries of the file's colour table; 0 when it has none.
     DWORD GetDibNumColors() const;
     /// The header, in its 40-byte form, and the first 256 entries of the colour table; null when
-    /// empty. Lives as long as this object.
-    const BITMAPINFO* GetDibInfoPtr() const { return m_lpbmih; }
+    /// empty. Lives as long as this object, which reads its size from it.
+    BITMAPINFO* GetDibInfoPtr() const { return m_lpbmih; }
     /// The decoded pixels, 8 or 24 bits each; null when empty. Lives as long as this object.
     const Bitmap* GetBitmap() const { return m_lpDIB.get(); }
 
@@ -68,33 +77,32 @@ class VARNEL_API CDib {
     /// floor((i + 1/2) * size / n). An empty picture gives 2 x 2 black texels. A palette changes
     /// nothing, since texels are no indices. The texels live until the next call; raises "Array New
     /// Error" without memory for them, and then the texture made before is kept.
-    const BYTE* TranslateDIBToOGL(const HPALETTE& palette, unsigned int maxSide = kMaxTextureSide);
+    BYTE* TranslateDIBToOGL(const HPALETTE& palette, unsigned int maxSide = kMaxTextureSide);
     /// The texels of the last TranslateDIBToOGL, null before it, and their number in a row and in a
     /// column, 0 before it.
-    const BYTE* GetTextureBits() const { return m_pTextureBits.get(); }
+    BYTE* GetTextureBits() const { return m_pTextureBits.get(); }
     unsigned int GetTextureWidth() const { return m_TextureWidth; }
     unsigned int GetTextureHeight() const { return m_TextureHeight; }
 
  protected:
     /// Loads the picture of a file, see the constructor.
-    void LoadBitmapFile(const char* path);
+    void LoadBitmapFile(const char* path, DibOffset offset = DIB_IGNORE_OFFSET);
 
     /// The smallest power of two that is not below n and at least 2; 2^30 for larger n.
     static int RoundSizeUp(int n);
 
  private:
-    void InitDefaults();
-    void ReadBitmap(File& file);
+    void ReadBitmap(File& file, DibOffset offset);
     void SetInfo(const BITMAPINFOHEADER& header);
 
     std::unique_ptr<Bitmap> m_lpDIB;
-    BITMAPINFO m_Info;
-    const BITMAPINFO* m_lpbmih;  // m_Info, or null when empty
+    BITMAPINFO m_Info = {};
+    BITMAPINFO* m_lpbmih = nullptr;  // m_Info, or null when empty
     std::unique_ptr<BYTE[]> m_pTextureBits;
-    HPALETTE m_Palette;
-    unsigned int m_TextureWidth;
-    unsigned int m_TextureHeight;
-    int m_Magic;
+    HPALETTE m_Palette = nullptr;
+    unsigned int m_TextureWidth = 0;
+    unsigned int m_TextureHeight = 0;
+    int m_Magic = kSignature;
 };
 
 }  // namespace varnel

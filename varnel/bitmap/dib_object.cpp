@@ -28,33 +28,20 @@ void FitPicture(CDib& dib, unsigned int side) {
 
 int CDIBObj3D::nSelfID = 0;
 
-CDIBObj3D::CDIBObj3D() {
-    InitDIBObjDefaults();
-}
+CDIBObj3D::CDIBObj3D() = default;
 
 CDIBObj3D::CDIBObj3D(COpenGL* gl, CTransform3D* transform, const CString& file)
     : m_pOpenGL(gl), m_pTransform(transform) {
-    InitDIBObjDefaults();
-    if (m_pTransform != nullptr) m_TransformID = m_pTransform->GetSelfID();
-    m_DIBFilename = file;
+    if (m_pTransform != nullptr) m_Saved.m_TransformID = m_pTransform->GetSelfID();
+    m_Saved.m_DIBFilename = file;
     LoadPicture("CDIBObj3D");
 }
 
 void CDIBObj3D::InitDIBObjDefaults() {
     m_pDib = nullptr;
-    AssignPoint3D(m_PlanePoint1, 0.0, 0.0, 0.0);
-    AssignPoint3D(m_PlanePoint2, 0.0, 0.0, 1.0);
-    AssignPoint3D(m_PlanePoint3, 1.0, 0.0, 1.0);
-    m_NormPlanePoint1 = m_PlanePoint1;
-    m_NormPlanePoint2 = m_PlanePoint2;
-    m_NormPlanePoint3 = m_PlanePoint3;
-    m_DIBFilename.clear();
-    m_RepeatX = 1;
-    m_RepeatY = 1;
-    m_NormFlag = 0;
-    m_TransformID = 0;
+    m_Saved = {};
+    m_Offset = DIB_IGNORE_OFFSET;
     m_FromFile = false;
-    m_Magic = kSignature;
 }
 
 void CDIBObj3D::InitDIBObj(COpenGL* gl, CTransform3D* transform) {
@@ -63,13 +50,13 @@ void CDIBObj3D::InitDIBObj(COpenGL* gl, CTransform3D* transform) {
     detail::Require(transform, ERR3D_TRANSFORM_PARAMETER, origin);
     m_pOpenGL = gl;
     m_pTransform = transform;
-    m_TransformID = transform->GetSelfID();
+    m_Saved.m_TransformID = transform->GetSelfID();
     LoadPicture(origin.operation);
     detail::Count(nSelfID);
 }
 
 void CDIBObj3D::SetDIBFilename(const CString& file) {
-    m_DIBFilename = file;
+    m_Saved.m_DIBFilename = file;
     m_FromFile = false;
     LoadPicture("SetDIBFilename");
 }
@@ -78,13 +65,15 @@ void CDIBObj3D::SetDIBFilename(const CString& file) {
 void CDIBObj3D::LoadPicture(const char* operation) {
     const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
     m_pDib = nullptr;
-    if (m_FromFile && m_DIBFilename.empty()) return;  // saved before it had a picture
-    const bool missing = m_FromFile && OpenInputFile(m_DIBFilename) == nullptr;
+    if (m_FromFile && m_Saved.m_DIBFilename.empty()) return;  // saved before it had a picture
+    const bool missing = m_FromFile && OpenInputFile(m_Saved.m_DIBFilename) == nullptr;
     if (missing)
-        ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " + m_DIBFilename);
+        ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " +
+                   m_Saved.m_DIBFilename);
 
-    std::shared_ptr<CDib> dib = missing ? detail::NewObject<CDib>(origin)
-                                        : detail::NewObject<CDib>(origin, m_DIBFilename.c_str());
+    std::shared_ptr<CDib> dib =
+        missing ? detail::NewObject<CDib>(origin)
+                : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(), m_Offset);
     dib->TranslateDIBToOGL(dib->CreateDibPalette());
     m_pDib = std::move(dib);
     m_FromFile = false;
@@ -92,52 +81,52 @@ void CDIBObj3D::LoadPicture(const char* operation) {
 
 void CDIBObj3D::SetPlanePoints(const point3Dtype& p1, const point3Dtype& p2,
                                const point3Dtype& p3) {
-    m_PlanePoint1 = p1;
-    m_PlanePoint2 = p2;
-    m_PlanePoint3 = p3;
-    m_NormFlag = 0;
+    m_Saved.m_PlanePoint1 = p1;
+    m_Saved.m_PlanePoint2 = p2;
+    m_Saved.m_PlanePoint3 = p3;
+    m_Saved.m_NormFlag = 0;
 }
 
 void CDIBObj3D::GetPlanePoints(point3Dtype& p1, point3Dtype& p2, point3Dtype& p3) const {
-    p1 = m_PlanePoint1;
-    p2 = m_PlanePoint2;
-    p3 = m_PlanePoint3;
+    p1 = m_Saved.m_PlanePoint1;
+    p2 = m_Saved.m_PlanePoint2;
+    p3 = m_Saved.m_PlanePoint3;
 }
 
 void CDIBObj3D::SetNormPlanePoints(const point3Dtype& p1, const point3Dtype& p2,
                                    const point3Dtype& p3) {
-    m_NormPlanePoint1 = p1;
-    m_NormPlanePoint2 = p2;
-    m_NormPlanePoint3 = p3;
-    m_NormFlag = 1;
+    m_Saved.m_NormPlanePoint1 = p1;
+    m_Saved.m_NormPlanePoint2 = p2;
+    m_Saved.m_NormPlanePoint3 = p3;
+    m_Saved.m_NormFlag = 1;
 }
 
 void CDIBObj3D::GetNormPlanePoints(point3Dtype& p1, point3Dtype& p2, point3Dtype& p3) const {
-    p1 = m_NormPlanePoint1;
-    p2 = m_NormPlanePoint2;
-    p3 = m_NormPlanePoint3;
+    p1 = m_Saved.m_NormPlanePoint1;
+    p2 = m_Saved.m_NormPlanePoint2;
+    p3 = m_Saved.m_NormPlanePoint3;
 }
 
 void CDIBObj3D::SetRepeatFactors(int x, int) {
-    m_RepeatX = x;
-    m_RepeatY = x;
+    m_Saved.m_RepeatX = x;
+    m_Saved.m_RepeatY = x;
 }
 
 void CDIBObj3D::GetRepeatFactors(int& x, int& y) const {
-    x = m_RepeatX;
-    y = m_RepeatY;
+    x = m_Saved.m_RepeatX;
+    y = m_Saved.m_RepeatY;
 }
 
 void CDIBObj3D::DrawDIBObj() {
     if (m_pDib == nullptr || m_pOpenGL == nullptr || m_pTransform == nullptr) return;
-    if (m_NormFlag == 0) {
-        m_pTransform->NormalizePoint(m_PlanePoint1, m_NormPlanePoint1);
-        m_pTransform->NormalizePoint(m_PlanePoint2, m_NormPlanePoint2);
-        m_pTransform->NormalizePoint(m_PlanePoint3, m_NormPlanePoint3);
+    if (m_Saved.m_NormFlag == 0) {
+        m_pTransform->NormalizePoint(m_Saved.m_PlanePoint1, m_Saved.m_NormPlanePoint1);
+        m_pTransform->NormalizePoint(m_Saved.m_PlanePoint2, m_Saved.m_NormPlanePoint2);
+        m_pTransform->NormalizePoint(m_Saved.m_PlanePoint3, m_Saved.m_NormPlanePoint3);
     }
-    const point3Dtype& c1 = m_NormPlanePoint1;
-    const point3Dtype& c2 = m_NormPlanePoint2;
-    const point3Dtype& c3 = m_NormPlanePoint3;
+    const point3Dtype& c1 = m_Saved.m_NormPlanePoint1;
+    const point3Dtype& c2 = m_Saved.m_NormPlanePoint2;
+    const point3Dtype& c3 = m_Saved.m_NormPlanePoint3;
     if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3)) return;
 
     if (!m_pOpenGL->MakeCurrent()) return;
@@ -146,17 +135,18 @@ void CDIBObj3D::DrawDIBObj() {
     FitPicture(*m_pDib, static_cast<unsigned int>(m_pOpenGL->GetLargestPicture()));
     const point3Dtype corners[4] = {c1, c2, c3, {c3.x, c3.y, c1.z, 0.0}};
     m_pOpenGL->DrawPicture(m_pDib->GetTextureBits(), static_cast<int>(m_pDib->GetTextureWidth()),
-                           static_cast<int>(m_pDib->GetTextureHeight()), corners, m_RepeatX,
-                           m_RepeatY);
+                           static_cast<int>(m_pDib->GetTextureHeight()), corners, m_Saved.m_RepeatX,
+                           m_Saved.m_RepeatY);
     m_pOpenGL->PopMatrix();
     m_pOpenGL->SyncState();
 }
 
 template <class Archive>
 void CDIBObj3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_TransformID, m_PlanePoint1, m_PlanePoint2,
-           m_PlanePoint3, m_NormPlanePoint1, m_NormPlanePoint2, m_NormPlanePoint3, m_RepeatX,
-           m_RepeatY, m_NormFlag, m_DIBFilename);
+    record(detail::CounterField{nSelfID}, m_Saved.m_TransformID, m_Saved.m_PlanePoint1,
+           m_Saved.m_PlanePoint2, m_Saved.m_PlanePoint3, m_Saved.m_NormPlanePoint1,
+           m_Saved.m_NormPlanePoint2, m_Saved.m_NormPlanePoint3, m_Saved.m_RepeatX,
+           m_Saved.m_RepeatY, m_Saved.m_NormFlag, m_Saved.m_DIBFilename);
 }
 
 void CDIBObj3D::Save(HANDLE file) {

@@ -24,6 +24,9 @@ class VARNEL_API CDIBObj3D {
  public:
     static constexpr int kSignature = 1010;
 
+    /// How often InitDIBObj succeeded; the first word of every record.
+    static int nSelfID;
+
     /// No picture, context or transform; draws nothing before InitDIBObj.
     CDIBObj3D();
     /// The picture of a file on the default rectangle. Context and transform are not owned and not
@@ -45,7 +48,12 @@ class VARNEL_API CDIBObj3D {
     /// Names another file and loads it at once. Raises "Object New Error" ("SetDIBFilename")
     /// without memory, and what CDib raises; then the object keeps the new name and has no picture.
     void SetDIBFilename(const CString& file);
-    CString GetDIBFilename() const { return m_DIBFilename; }
+    CString GetDIBFilename() const { return m_Saved.m_DIBFilename; }
+
+    /// Where the pixels of the next file that is loaded are looked for, see DibOffset. Default
+    /// DIB_IGNORE_OFFSET. Not part of the record.
+    void SetDIBOffset(int offset) { m_Offset = offset != 0 ? DIB_USE_OFFSET : DIB_IGNORE_OFFSET; }
+    int GetDIBOffset() const { return m_Offset; }
 
     /// The picture, null when none was loaded. Lives as long as an object has it.
     const CDib* GetDib() const { return m_pDib.get(); }
@@ -63,8 +71,8 @@ class VARNEL_API CDIBObj3D {
     void GetRepeatFactors(int& x, int& y) const;
 
     /// The identifier of the object's transform, by which records name it.
-    int GetTransformID() const { return m_TransformID; }
-    void SetTransformID(int id) { m_TransformID = id; }
+    int GetTransformID() const { return m_Saved.m_TransformID; }
+    void SetTransformID(int id) { m_Saved.m_TransformID = id; }
     CTransform3D* GetTransform() const { return m_pTransform; }
 
     /// Draws the picture. Nothing is drawn without picture, context or transform, or where a corner
@@ -83,20 +91,28 @@ class VARNEL_API CDIBObj3D {
  private:
     void LoadPicture(const char* operation);
 
-    static int nSelfID;
+    /// The attributes, as records keep them.
+    struct Saved {
+        int m_TransformID = 0;
+        point3Dtype m_PlanePoint1 = {0.0, 0.0, 0.0, 0.0};  ///< data coordinates
+        point3Dtype m_PlanePoint2 = {0.0, 0.0, 1.0, 0.0};
+        point3Dtype m_PlanePoint3 = {1.0, 0.0, 1.0, 0.0};
+        point3Dtype m_NormPlanePoint1 = {0.0, 0.0, 0.0, 0.0};  ///< normalized ones
+        point3Dtype m_NormPlanePoint2 = {0.0, 0.0, 1.0, 0.0};
+        point3Dtype m_NormPlanePoint3 = {1.0, 0.0, 1.0, 0.0};
+        int m_RepeatX = 1;
+        int m_RepeatY = 1;
+        BOOL m_NormFlag = 0;  ///< the normalized points hold
+        CString m_DIBFilename;
+    };
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     std::shared_ptr<CDib> m_pDib;
-    point3Dtype m_PlanePoint1, m_PlanePoint2, m_PlanePoint3;
-    point3Dtype m_NormPlanePoint1, m_NormPlanePoint2, m_NormPlanePoint3;
-    CString m_DIBFilename;
-    int m_RepeatX;
-    int m_RepeatY;
-    BOOL m_NormFlag;
-    int m_TransformID;
-    bool m_FromFile;  // the name comes from a chart file and was not loaded yet
-    int m_Magic;
+    Saved m_Saved;
+    DibOffset m_Offset = DIB_IGNORE_OFFSET;  ///< not in the record
+    bool m_FromFile = false;  ///< the name comes from a chart file and was not loaded yet
+    int m_Magic = kSignature;
 };
 
 }  // namespace varnel

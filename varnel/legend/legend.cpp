@@ -18,8 +18,6 @@ namespace {
 
 constexpr int kMostColors = 256;
 
-enum ScaleType : int { kNoScale = 0, kColorBar = 1, kContourBands = 2 };
-
 detail::Origin At(const char* operation) {
     return {ERR3DCLASS_LEGEND3D, operation};
 }
@@ -64,30 +62,9 @@ CLegend3D::~CLegend3D() {
 }
 
 void CLegend3D::InitLegendDefaults() {
-    m_LegendEnable = 1;
-    m_Place = LEGEND_UPPER_RIGHT;
-    m_Position = GLViewRType();
-    m_Margin = 0.02;
-    m_Rows = 0;
-    m_Columns = 0;
-    m_FontHeightSF = 1.0;
-    m_Title.clear();
-    m_TextColor = SetRGBD(0, 0, 0, 1);
-    m_BorderEnable = 1;
-    m_BorderThickness = 1.0;
-    m_BorderColor = SetRGBD(0, 0, 0, 1);
-    m_BkEnable = 1;
-    m_BkColor = SetRGBD(1, 1, 1, 1);
-    m_ScaleHorizontal = 0;
-    m_ScaleLength = 0.4;
-    m_ScaleFormat = 0;
-    m_ScaleDecimals = -1;
-    m_ScaleTicSpace = 0.0;
-    m_EngString = " KMBT";
-    m_Viewport = GLViewportType();
-    DeleteScale();
+    m_Saved = {};
+    m_Viewport = {};
     DeleteLegendObjs();
-    m_Signature = kSignature;
     detail::Count(nSelfID);
 }
 
@@ -105,13 +82,13 @@ void CLegend3D::InitLegend3D(CChartView3D* view) {
 }
 
 void CLegend3D::SetLegendPosition(const GLViewRType& position) {
-    m_Position = position;
-    m_Place = LEGEND_AT_POSITION;
+    m_Saved.m_Position = position;
+    m_Saved.m_Place = LEGEND_AT_POSITION;
 }
 
 void CLegend3D::SetLegendSize(double width, double height) {
-    m_Position.width = width;
-    m_Position.height = height;
+    m_Saved.m_Position.width = width;
+    m_Saved.m_Position.height = height;
 }
 
 CLegendObj3D* CLegend3D::NewLegendObj() {
@@ -154,16 +131,16 @@ void CLegend3D::SetContours(const CChartObj3D* object, int bands, int format, in
         return;
     }
     DeleteScale();
-    m_ScaleType = kContourBands;
-    m_ScaleValues = std::move(levels);
-    m_ScaleColors = std::move(colors);
+    m_Saved.m_ScaleType = LEGEND_CONTOUR_BANDS;
+    m_Saved.m_ScaleValues = std::move(levels);
+    m_Saved.m_ScaleColors = std::move(colors);
     SetScaleFormat(format, decimals);
 }
 
 void CLegend3D::AddContourLines(const std::vector<double>& levels,
                                 const std::vector<RGBDType>& colors, int format, int decimals) {
     const detail::LegendScale texts =
-        detail::ContourScale(levels, colors, {format, decimals, m_EngString, 0.0});
+        detail::ContourScale(levels, colors, {format, decimals, m_Saved.m_EngString, 0.0});
     for (std::size_t i = texts.labels.size(); i-- > 0;) {
         CLegendObj3D* const entry = NewLegendObj();
         entry->SetLineSample(0, 1.0, colors[i]);
@@ -183,40 +160,45 @@ void CLegend3D::SetColorBar(const CChart3D* chart) {
 void CLegend3D::SetColorBar(const RGBDType* colors, int n, double min, double max) {
     DeleteScale();
     if (colors == nullptr || n < 1 || n > kMostColors) return;
-    m_ScaleType = kColorBar;
-    m_ScaleValues = {min, max};
-    m_ScaleColors.assign(colors, colors + n);
+    m_Saved.m_ScaleType = LEGEND_COLOR_BAR;
+    m_Saved.m_ScaleValues = {min, max};
+    m_Saved.m_ScaleColors.assign(colors, colors + n);
 }
 
 void CLegend3D::DeleteScale() {
-    m_ScaleType = kNoScale;
-    m_ScaleValues.clear();
-    m_ScaleColors.clear();
+    m_Saved.m_ScaleType = LEGEND_NO_SCALE;
+    m_Saved.m_ScaleValues.clear();
+    m_Saved.m_ScaleColors.clear();
 }
 
 void CLegend3D::SetScaleFormat(int format, int decimals) {
-    m_ScaleFormat = format;
-    m_ScaleDecimals = decimals;
+    m_Saved.m_ScaleFormat = format;
+    m_Saved.m_ScaleDecimals = decimals;
 }
 
 detail::LegendScale CLegend3D::MakeScale(double ticSpace) const {
-    const detail::ScaleFormat format{m_ScaleFormat, m_ScaleDecimals, m_EngString, ticSpace};
-    if (m_ScaleType == kContourBands)
-        return detail::ContourScale(m_ScaleValues, m_ScaleColors, format);
-    if (m_ScaleType == kColorBar && m_ScaleValues.size() == 2)
-        return detail::ColorBarScale(m_ScaleColors, m_ScaleValues[0], m_ScaleValues[1], format);
+    const detail::ScaleFormat format{m_Saved.m_ScaleFormat, m_Saved.m_ScaleDecimals,
+                                     m_Saved.m_EngString, ticSpace};
+    if (m_Saved.m_ScaleType == LEGEND_CONTOUR_BANDS)
+        return detail::ContourScale(m_Saved.m_ScaleValues, m_Saved.m_ScaleColors, format);
+    if (m_Saved.m_ScaleType == LEGEND_COLOR_BAR && m_Saved.m_ScaleValues.size() == 2)
+        return detail::ColorBarScale(m_Saved.m_ScaleColors, m_Saved.m_ScaleValues[0],
+                                     m_Saved.m_ScaleValues[1], format);
     return {};
 }
 
 template <class Archive>
 void CLegend3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_LegendEnable, m_Place, m_Position, m_Margin, m_Rows,
-           m_Columns, m_FontHeightSF, m_Title, m_TextColor);
-    record(m_BorderEnable, m_BorderThickness, m_BorderColor, m_BkEnable, m_BkColor);
-    record(m_ScaleType, m_ScaleHorizontal, m_ScaleLength, m_ScaleFormat, m_ScaleDecimals,
-           m_ScaleTicSpace, m_EngString);
-    RecordVector(record, m_ScaleValues);
-    RecordVector(record, m_ScaleColors);
+    record(detail::CounterField{nSelfID}, m_Saved.m_LegendEnable, m_Saved.m_Place,
+           m_Saved.m_Position, m_Saved.m_Margin, m_Saved.m_Rows, m_Saved.m_Columns,
+           m_Saved.m_FontHeightSF, m_Saved.m_Title, m_Saved.m_TextColor);
+    record(m_Saved.m_BorderEnable, m_Saved.m_BorderThickness, m_Saved.m_BorderColor,
+           m_Saved.m_BkEnable, m_Saved.m_BkColor);
+    record(m_Saved.m_ScaleType, m_Saved.m_ScaleHorizontal, m_Saved.m_ScaleLength,
+           m_Saved.m_ScaleFormat, m_Saved.m_ScaleDecimals, m_Saved.m_ScaleTicSpace,
+           m_Saved.m_EngString);
+    RecordVector(record, m_Saved.m_ScaleValues);
+    RecordVector(record, m_Saved.m_ScaleColors);
     std::int32_t count = m_LegendObjs.GetCount();
     record(count);
     if constexpr (Archive::kLoading) {

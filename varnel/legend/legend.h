@@ -44,6 +44,13 @@ enum LegendPlace3D : int {
     LEGEND_LOWER_RIGHT = 4,
 };
 
+/// What colour scale a legend has.
+enum LegendScale3D : int {
+    LEGEND_NO_SCALE = 0,
+    LEGEND_COLOR_BAR = 1,      ///< colours by value, with a round step between labels
+    LEGEND_CONTOUR_BANDS = 2,  ///< a band between two levels each, all as long
+};
+
 class VARNEL_API CLegend3D {
  public:
     static constexpr int kSignature = 808;
@@ -71,52 +78,52 @@ class VARNEL_API CLegend3D {
     // --- Place and size ----------------------------------------------------------------------
 
     /// A corner of the view; the other codes of LegendPlace3D. Default the upper right.
-    void SetLegendPlace(int place) { m_Place = place; }
-    int GetLegendPlace() const { return m_Place; }
+    void SetLegendPlace(int place) { m_Saved.m_Place = place; }
+    int GetLegendPlace() const { return m_Saved.m_Place; }
     /// The lower left corner of the box, in fractions of the view from its lower left, and its
     /// size; an extent of 0 follows from the contents. The box is kept inside the view. This also
     /// selects LEGEND_AT_POSITION.
     void SetLegendPosition(const GLViewRType& position);
-    GLViewRType GetLegendPosition() const { return m_Position; }
+    GLViewRType GetLegendPosition() const { return m_Saved.m_Position; }
     /// A fixed size in fractions of the view, in a corner as well; 0 follows from the contents.
     void SetLegendSize(double width, double height);
     /// Distance from the edges of the view, as a fraction of its shorter side; 0..0.4, default
     /// 0.02.
-    void SetLegendMargin(double margin) { m_Margin = margin; }
-    double GetLegendMargin() const { return m_Margin; }
+    void SetLegendMargin(double margin) { m_Saved.m_Margin = margin; }
+    double GetLegendMargin() const { return m_Saved.m_Margin; }
     /// Rows and columns of entries, 0 (the default) as many as needed. Given columns are filled row
     /// by row, everything else column by column.
-    void SetLegendRows(int rows) { m_Rows = rows; }
-    int GetLegendRows() const { return m_Rows; }
-    void SetLegendColumns(int columns) { m_Columns = columns; }
-    int GetLegendColumns() const { return m_Columns; }
+    void SetLegendRows(int rows) { m_Saved.m_Rows = rows; }
+    int GetLegendRows() const { return m_Saved.m_Rows; }
+    void SetLegendColumns(int columns) { m_Saved.m_Columns = columns; }
+    int GetLegendColumns() const { return m_Saved.m_Columns; }
     /// Factor on the size of the letters, which follows the size of the view. Default 1.
-    void SetFontHeightSF(double factor) { m_FontHeightSF = factor; }
-    double GetFontHeightSF() const { return m_FontHeightSF; }
+    void SetFontHeightSF(double factor) { m_Saved.m_FontHeightSF = factor; }
+    double GetFontHeightSF() const { return m_Saved.m_FontHeightSF; }
     /// The box of the last drawing, in pixels of the view; empty before.
     GLViewportType GetLegendViewport() const { return m_Viewport; }
 
     // --- Appearance --------------------------------------------------------------------------
 
     /// 0: nothing is drawn.
-    void EnableLegend(int on) { m_LegendEnable = on; }
-    int GetLegendEnable() const { return m_LegendEnable; }
-    void SetLegendTitle(const CString& title) { m_Title = title; }
-    CString GetLegendTitle() const { return m_Title; }
-    void SetTextColor(const RGBDType& color) { m_TextColor = color; }
-    RGBDType GetTextColor() const { return m_TextColor; }
-    void EnableBorder(int on) { m_BorderEnable = on; }
-    int GetBorderEnable() const { return m_BorderEnable; }
+    void EnableLegend(int on) { m_Saved.m_LegendEnable = on; }
+    int GetLegendEnable() const { return m_Saved.m_LegendEnable; }
+    void SetLegendTitle(const CString& title) { m_Saved.m_Title = title; }
+    CString GetLegendTitle() const { return m_Saved.m_Title; }
+    void SetTextColor(const RGBDType& color) { m_Saved.m_TextColor = color; }
+    RGBDType GetTextColor() const { return m_Saved.m_TextColor; }
+    void EnableBorder(int on) { m_Saved.m_BorderEnable = on; }
+    int GetBorderEnable() const { return m_Saved.m_BorderEnable; }
     /// In pixels. Default 1.
-    void SetBorderThickness(double width) { m_BorderThickness = width; }
-    double GetBorderThickness() const { return m_BorderThickness; }
-    void SetBorderColor(const RGBDType& color) { m_BorderColor = color; }
-    RGBDType GetBorderColor() const { return m_BorderColor; }
+    void SetBorderThickness(double width) { m_Saved.m_BorderThickness = width; }
+    double GetBorderThickness() const { return m_Saved.m_BorderThickness; }
+    void SetBorderColor(const RGBDType& color) { m_Saved.m_BorderColor = color; }
+    RGBDType GetBorderColor() const { return m_Saved.m_BorderColor; }
     /// 0: the charts are seen behind the legend. Default 1, white.
-    void EnableBackground(int on) { m_BkEnable = on; }
-    int GetBackgroundEnable() const { return m_BkEnable; }
-    void SetLegendBkColor(const RGBDType& color) { m_BkColor = color; }
-    RGBDType GetLegendBkColor() const { return m_BkColor; }
+    void EnableBackground(int on) { m_Saved.m_BkEnable = on; }
+    int GetBackgroundEnable() const { return m_Saved.m_BkEnable; }
+    void SetLegendBkColor(const RGBDType& color) { m_Saved.m_BkColor = color; }
+    RGBDType GetLegendBkColor() const { return m_Saved.m_BkColor; }
 
     // --- Entries, owned by the legend --------------------------------------------------------
 
@@ -146,27 +153,27 @@ class VARNEL_API CLegend3D {
     /// between two values.
     void SetColorBar(const RGBDType* colors, int n, double min, double max);
     void DeleteScale();
-    /// 0 no scale, 1 colour bar, 2 bands between contour levels.
-    int GetScaleType() const { return m_ScaleType; }
+    /// A code of LegendScale3D: 0 no scale, 1 colour bar, 2 bands between contour levels.
+    int GetScaleType() const { return m_Saved.m_ScaleType; }
 
     /// 0 (the default): the scale runs upward, else to the right.
-    void SetScaleHorizontal(int on) { m_ScaleHorizontal = on; }
-    int GetScaleHorizontal() const { return m_ScaleHorizontal; }
+    void SetScaleHorizontal(int on) { m_Saved.m_ScaleHorizontal = on; }
+    int GetScaleHorizontal() const { return m_Saved.m_ScaleHorizontal; }
     /// Length as a fraction of the view's height or width, where there is room. Default 0.4. A
     /// legend of fixed size has a scale that fills it.
-    void SetScaleLength(double fraction) { m_ScaleLength = fraction; }
-    double GetScaleLength() const { return m_ScaleLength; }
+    void SetScaleLength(double fraction) { m_Saved.m_ScaleLength = fraction; }
+    double GetScaleLength() const { return m_Saved.m_ScaleLength; }
     /// How the values are written, see SetContours. Default fixed, as many decimals as needed.
     void SetScaleFormat(int format, int decimals);
-    int GetScaleFormat() const { return m_ScaleFormat; }
-    int GetScaleDecimals() const { return m_ScaleDecimals; }
+    int GetScaleFormat() const { return m_Saved.m_ScaleFormat; }
+    int GetScaleDecimals() const { return m_Saved.m_ScaleDecimals; }
     /// Distance of the values at a colour bar; 0, the default, chooses a round one. Where they do
     /// not fit only some of them are shown.
-    void SetScaleTicSpace(double space) { m_ScaleTicSpace = space; }
-    double GetScaleTicSpace() const { return m_ScaleTicSpace; }
+    void SetScaleTicSpace(double space) { m_Saved.m_ScaleTicSpace = space; }
+    double GetScaleTicSpace() const { return m_Saved.m_ScaleTicSpace; }
     /// The engineering suffixes by powers of 1000. Default " KMBT".
-    void SetEngString(const CString& suffixes) { m_EngString = suffixes; }
-    CString GetEngString() const { return m_EngString; }
+    void SetEngString(const CString& suffixes) { m_Saved.m_EngString = suffixes; }
+    CString GetEngString() const { return m_Saved.m_EngString; }
 
     // --- Drawing and the chart file ----------------------------------------------------------
 
@@ -201,36 +208,41 @@ class VARNEL_API CLegend3D {
     void DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
                    const detail::LegendLayout& layout) const;
 
+    /// The attributes, as records keep them.
+    struct Saved {
+        int m_LegendEnable = 1;
+        int m_Place = LEGEND_UPPER_RIGHT;
+        GLViewRType m_Position;  ///< fractions of the view; an extent of 0 follows the contents
+        double m_Margin = 0.02;  ///< a fraction of the view's shorter side
+        int m_Rows = 0;          ///< 0: as many as needed
+        int m_Columns = 0;
+        double m_FontHeightSF = 1.0;
+        CString m_Title;
+        RGBDType m_TextColor = {0.0, 0.0, 0.0, 1.0};
+        int m_BorderEnable = 1;
+        double m_BorderThickness = 1.0;  ///< pixels
+        RGBDType m_BorderColor = {0.0, 0.0, 0.0, 1.0};
+        int m_BkEnable = 1;
+        RGBDType m_BkColor = {1.0, 1.0, 1.0, 1.0};
+        int m_ScaleType = LEGEND_NO_SCALE;
+        int m_ScaleHorizontal = 0;
+        double m_ScaleLength = 0.4;  ///< a fraction of the view
+        int m_ScaleFormat = 0;
+        int m_ScaleDecimals = -1;  ///< as many as the values need
+        double m_ScaleTicSpace = 0.0;
+        CString m_EngString = " KMBT";
+        std::vector<double> m_ScaleValues;  ///< both ends of a colour bar, or the levels
+        std::vector<RGBDType> m_ScaleColors;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;
-    int m_LegendEnable;
-    int m_Place;
-    GLViewRType m_Position;
-    double m_Margin;
-    int m_Rows;
-    int m_Columns;
-    double m_FontHeightSF;
-    CString m_Title;
-    RGBDType m_TextColor;
-    int m_BorderEnable;
-    double m_BorderThickness;
-    RGBDType m_BorderColor;
-    int m_BkEnable;
-    RGBDType m_BkColor;
-    int m_ScaleType;
-    int m_ScaleHorizontal;
-    double m_ScaleLength;
-    int m_ScaleFormat;
-    int m_ScaleDecimals;
-    double m_ScaleTicSpace;
-    CString m_EngString;
-    std::vector<double> m_ScaleValues;  ///< both ends of a colour bar, or the levels
-    std::vector<RGBDType> m_ScaleColors;
+    Saved m_Saved;
     ObjectList<CLegendObj3D> m_LegendObjs;
     GLViewportType m_Viewport;
     std::unique_ptr<CTransform3D> m_pTransform;
     std::unique_ptr<CTextObj3D> m_pText;
-    int m_Signature;
+    int m_Signature = kSignature;
 };
 
 }  // namespace varnel

@@ -82,9 +82,9 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
         content.descent = std::max(measure.Height("p") - measure.Height("x"), 0.0);
     }
     content.titleSize = kTitleSize;
-    content.titleWidth = measure.Width(m_Title) * kTitleSize;
-    content.rows = m_Rows;
-    content.columns = m_Columns;
+    content.titleWidth = measure.Width(m_Saved.m_Title) * kTitleSize;
+    content.rows = m_Saved.m_Rows;
+    content.columns = m_Saved.m_Columns;
     for (const CLegendObj3D* entry : entries) {
         content.entries.push_back(measure.Width(entry->GetString()));
         const int sample = entry->GetSampleType();
@@ -94,7 +94,7 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
             content.sampleWidth = std::max(content.sampleWidth, kFillSample);
     }
     content.hasScale = !scale.bands.empty();
-    content.horizontal = m_ScaleHorizontal != 0;
+    content.horizontal = m_Saved.m_ScaleHorizontal != 0;
     for (const detail::ScaleLabel& label : scale.labels)
         content.labels.push_back({label.at, measure.Width(label.text), label.index});
     return content;
@@ -102,13 +102,13 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
 
 detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const {
     const double reference = std::min<double>(viewHeight, 0.75 * viewWidth);
-    const double factor = Finite(m_FontHeightSF, 1.0, 0.05, 50.0);
+    const double factor = Finite(m_Saved.m_FontHeightSF, 1.0, 0.05, 50.0);
     const double margin =
-        std::round(Finite(m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+        std::round(Finite(m_Saved.m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
     detail::LegendLimits limits;
     limits.em = factor * std::max(kEm * reference, kLeastEm);
-    limits.width = FixedSide(m_Position.width, viewWidth);
-    limits.height = FixedSide(m_Position.height, viewHeight);
+    limits.width = FixedSide(m_Saved.m_Position.width, viewWidth);
+    limits.height = FixedSide(m_Saved.m_Position.height, viewHeight);
     limits.fixedWidth = limits.width > 0.0;
     limits.fixedHeight = limits.height > 0.0;
     if (!limits.fixedWidth) limits.width = std::max(viewWidth - 2 * margin, 1.0);
@@ -120,19 +120,21 @@ detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*
                                            detail::LegendScale& scale, int viewWidth,
                                            int viewHeight) const {
     const detail::LegendLimits limits = MakeLimits(viewWidth, viewHeight);
-    const double side = m_ScaleHorizontal != 0 ? viewWidth : viewHeight;
+    const double side = m_Saved.m_ScaleHorizontal != 0 ? viewWidth : viewHeight;
     const auto layOut = [&](double labelGap) {
         detail::LegendContent content = Measure(entries, scale, limits.em);
-        content.scaleLength = Finite(m_ScaleLength, 0.4, 0.0, 1.0) * side;
+        content.scaleLength = Finite(m_Saved.m_ScaleLength, 0.4, 0.0, 1.0) * side;
         content.labelGap = labelGap;
         return detail::LayoutLegend(content, limits);
     };
-    const bool chooses = m_ScaleType == 1 && m_ScaleValues.size() == 2 && !(m_ScaleTicSpace > 0.0);
+    const bool chooses = m_Saved.m_ScaleType == LEGEND_COLOR_BAR &&
+                         m_Saved.m_ScaleValues.size() == 2 && !(m_Saved.m_ScaleTicSpace > 0.0);
     if (!chooses) return layOut(0.0);
     // The closest round steps at which every label has ample room.
     detail::LegendLayout layout;
     for (const int intervals : {10, 8, 6, 5, 4, 3, 2}) {
-        scale = MakeScale(detail::RoundStep(m_ScaleValues[1] - m_ScaleValues[0], intervals));
+        scale = MakeScale(
+            detail::RoundStep(m_Saved.m_ScaleValues[1] - m_Saved.m_ScaleValues[0], intervals));
         layout = layOut(kAmpleGap);
         if (layout.labels.size() == scale.labels.size()) break;
     }
@@ -141,16 +143,16 @@ detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*
 
 void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout) {
     const double margin =
-        std::round(Finite(m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+        std::round(Finite(m_Saved.m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
     const double right = viewWidth - layout.width;
     const double top = viewHeight - layout.height;
     double x = right - margin;
     double y = top - margin;
-    if (m_Place == LEGEND_UPPER_LEFT || m_Place == LEGEND_LOWER_LEFT) x = margin;
-    if (m_Place == LEGEND_LOWER_LEFT || m_Place == LEGEND_LOWER_RIGHT) y = margin;
-    if (m_Place == LEGEND_AT_POSITION) {
-        x = Finite(m_Position.x, 0.0, -1.0, 1.0) * viewWidth;
-        y = Finite(m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
+    if (m_Saved.m_Place == LEGEND_UPPER_LEFT || m_Saved.m_Place == LEGEND_LOWER_LEFT) x = margin;
+    if (m_Saved.m_Place == LEGEND_LOWER_LEFT || m_Saved.m_Place == LEGEND_LOWER_RIGHT) y = margin;
+    if (m_Saved.m_Place == LEGEND_AT_POSITION) {
+        x = Finite(m_Saved.m_Position.x, 0.0, -1.0, 1.0) * viewWidth;
+        y = Finite(m_Saved.m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
     }
     AssignViewport(m_Viewport, detail::PixelCount(std::round(std::clamp(x, 0.0, right))),
                    detail::PixelCount(std::round(std::clamp(y, 0.0, top))),
@@ -160,15 +162,16 @@ void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayo
 void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
                           const detail::LegendLayout& layout) const {
     const detail::LegendRect& bar = layout.bar;
-    const bool across = m_ScaleHorizontal != 0;
+    const bool across = m_Saved.m_ScaleHorizontal != 0;
     const double stroke = std::max(1.0, std::round(layout.em / 20.0));
     {
         const CollectScope collect(*m_pOpenGL);
         double begin = 0.0;
         for (const detail::ScaleBand& band : scale.bands) {
             // The colours of charts by value are those of a texture, which has bytes.
-            const RGBDType color =
-                m_ScaleType == 1 ? RGBBtoRGBD(RGBDtoRGBB(band.color)) : band.color;
+            const RGBDType color = m_Saved.m_ScaleType == LEGEND_COLOR_BAR
+                                       ? RGBBtoRGBD(RGBDtoRGBB(band.color))
+                                       : band.color;
             const double size = band.end - begin;
             painter.FillRect(across ? detail::LegendRect{bar.x + begin * bar.width, bar.y,
                                                          size * bar.width, bar.height}
@@ -177,28 +180,28 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
                              color);
             begin = band.end;
         }
-        painter.FrameRect(bar, stroke, m_TextColor);
+        painter.FrameRect(bar, stroke, m_Saved.m_TextColor);
         for (const auto& label : layout.labels) {
             const double tic = std::floor(label.tic - stroke / 2 + 0.5);
             painter.FillRect(
                 across ? detail::LegendRect{tic, bar.y - layout.ticLength, stroke, layout.ticLength}
                        : detail::LegendRect{bar.x + bar.width, tic, layout.ticLength, stroke},
-                m_TextColor);
+                m_Saved.m_TextColor);
         }
     }
     for (const auto& label : layout.labels)
         painter.Text(scale.labels[static_cast<std::size_t>(label.number)].text, label.text,
-                     layout.em, m_TextColor);
+                     layout.em, m_Saved.m_TextColor);
 }
 
 void CLegend3D::DrawLegend() {
-    if (m_LegendEnable == 0 || m_pOpenGL == nullptr) return;
+    if (m_Saved.m_LegendEnable == 0 || m_pOpenGL == nullptr) return;
     int width = 0;
     int height = 0;
     m_pChartView->GetViewSize(&width, &height);
     const std::vector<const CLegendObj3D*> entries = EnabledEntries();
-    detail::LegendScale scale = MakeScale(m_ScaleTicSpace);
-    const bool isEmpty = entries.empty() && scale.bands.empty() && m_Title.empty();
+    detail::LegendScale scale = MakeScale(m_Saved.m_ScaleTicSpace);
+    const bool isEmpty = entries.empty() && scale.bands.empty() && m_Saved.m_Title.empty();
     if (width < 1 || height < 1 || isEmpty) return;
 
     const detail::LegendLayout layout = MakeLayout(entries, scale, width, height);
@@ -207,17 +210,18 @@ void CLegend3D::DrawLegend() {
 
     detail::LegendPainter painter(*m_pOpenGL, *m_pTransform, *m_pText, m_Viewport);
     painter.SetEm(layout.em);
-    if (m_BkEnable != 0)
-        painter.ClearBox(m_BkColor);
+    if (m_Saved.m_BkEnable != 0)
+        painter.ClearBox(m_Saved.m_BkColor);
     else
         painter.ClearDepth();
-    if (m_BorderEnable != 0)
-        painter.FrameRect({0.0, 0.0, layout.width, layout.height}, m_BorderThickness,
-                          m_BorderColor);
-    painter.Text(m_Title, layout.title, layout.em * kTitleSize, m_TextColor);
+    if (m_Saved.m_BorderEnable != 0)
+        painter.FrameRect({0.0, 0.0, layout.width, layout.height}, m_Saved.m_BorderThickness,
+                          m_Saved.m_BorderColor);
+    painter.Text(m_Saved.m_Title, layout.title, layout.em * kTitleSize, m_Saved.m_TextColor);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         entries[i]->DrawSample(painter, layout.entries[i].sample);
-        painter.Text(entries[i]->GetString(), layout.entries[i].text, layout.em, m_TextColor);
+        painter.Text(entries[i]->GetString(), layout.entries[i].text, layout.em,
+                     m_Saved.m_TextColor);
     }
     if (!scale.bands.empty()) DrawScale(painter, scale, layout);
 }

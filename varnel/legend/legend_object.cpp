@@ -43,51 +43,35 @@ CLegendObj3D::CLegendObj3D() {
 }
 
 void CLegendObj3D::InitLegendObjDefaults() {
-    m_String.clear();
-    m_SampleType = LEGEND_RECTANGLE;
-    m_LineStyle = 0;
-    m_Symbol = 0;
-    m_ColorMode = 1;
-    m_OutlineMode = 1;
-    m_Enable = 1;
-    m_LineWidth = 1.0;
-    m_OutlineWidth = 1.0;
-    m_FillColor = SetRGBD(0, 0, 1, 1);
-    m_OutlineColor = SetRGBD(0, 0, 0, 1);
-    // A view from above and from the side, and the light that charts have.
-    m_Rotation = {-20.0, 0.0, 25.0, 0.0};
-    m_LightPosition = {0.0, 1.0, 1.0, 0.0};
-    m_DiffuseLight = SetRGBD(1, 1, 1, 1);
-    m_AmbientLight = SetRGBD(0.4, 0.4, 0.4, 1);
-    m_Signature = kSignature;
+    m_Saved = {};
     detail::Count(nSelfID);
 }
 
 void CLegendObj3D::SetLineSample(int style, double width, const RGBDType& color) {
-    m_SampleType = LEGEND_LINE;
-    m_LineStyle = style;
-    m_LineWidth = width;
-    m_FillColor = color;
+    m_Saved.m_SampleType = LEGEND_LINE;
+    m_Saved.m_LineStyle = style;
+    m_Saved.m_LineWidth = width;
+    m_Saved.m_FillColor = color;
 }
 
 void CLegendObj3D::SetRectangleSample(const RGBDType& fill, const RGBDType& outline) {
-    m_SampleType = LEGEND_RECTANGLE;
-    m_FillColor = fill;
-    m_OutlineColor = outline;
+    m_Saved.m_SampleType = LEGEND_RECTANGLE;
+    m_Saved.m_FillColor = fill;
+    m_Saved.m_OutlineColor = outline;
 }
 
 void CLegendObj3D::SetSymbolSample(int symbol, const RGBDType& fill, const RGBDType& outline) {
-    m_SampleType = LEGEND_SYMBOL;
-    m_Symbol = symbol;
-    m_FillColor = fill;
-    m_OutlineColor = outline;
+    m_Saved.m_SampleType = LEGEND_SYMBOL;
+    m_Saved.m_Symbol = symbol;
+    m_Saved.m_FillColor = fill;
+    m_Saved.m_OutlineColor = outline;
 }
 
 void CLegendObj3D::SetLight(const CChart3D* chart) {
     if (chart == nullptr) return;
-    m_LightPosition = chart->GetLightPosition();
-    m_DiffuseLight = chart->GetLightComponent(kDiffuse);
-    m_AmbientLight = chart->GetLightComponent(LIGHT_MODEL_AMBIENT);
+    m_Saved.m_LightPosition = chart->GetLightPosition();
+    m_Saved.m_DiffuseLight = chart->GetLightComponent(kDiffuse);
+    m_Saved.m_AmbientLight = chart->GetLightComponent(LIGHT_MODEL_AMBIENT);
 }
 
 void CLegendObj3D::TakeLine(const CChartObj3D& object, const RGBDType& color) {
@@ -127,10 +111,11 @@ void CLegendObj3D::TakeBoxPart(const CChartObj3D& object, int part) {
 
 void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
     detail::Require(object, ERR3D_PARAMETER, {ERR3DCLASS_LEGENDOBJ3D, "InitLegendObj"});
-    m_ColorMode = object->GetColorMode();
-    m_OutlineMode = object->GetOutlineMode();
-    m_OutlineWidth = object->GetOutlineWidth();
-    if (object->GetTransform() != nullptr) m_Rotation = object->GetTransform()->GetRotation();
+    m_Saved.m_ColorMode = object->GetColorMode();
+    m_Saved.m_OutlineMode = object->GetOutlineMode();
+    m_Saved.m_OutlineWidth = object->GetOutlineWidth();
+    if (object->GetTransform() != nullptr)
+        m_Saved.m_Rotation = object->GetTransform()->GetRotation();
     switch (object->GetChartType()) {
         case LINECHART25D:
         case PROJECTIONLINECHART3D:
@@ -153,7 +138,7 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
             break;
         case SCATTERTEXT3D:
             TakeFill(*object, object->GetFillColor());
-            m_OutlineMode = 0;
+            m_Saved.m_OutlineMode = 0;
             break;
         default:
             TakeFill(*object, HasGroups(object->GetChartType()) ? object->GroupColor(0)
@@ -180,22 +165,25 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object, int group) {
 
 void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
                               const detail::LegendRect& place) const {
-    switch (m_SampleType) {
+    switch (m_Saved.m_SampleType) {
         case LEGEND_LINE:
-            painter.Line(place, m_LineStyle, m_LineWidth, m_FillColor);
+            painter.Line(place, m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_FillColor);
             break;
         case LEGEND_RECTANGLE: {
             detail::LegendRect rect = place;
             rect.height = std::min(std::round(kRectangleHeight * painter.GetEm()), place.height);
             rect.y = std::round(place.y + (place.height - rect.height) / 2);
-            painter.FillRect(rect, m_FillColor);
-            if (m_OutlineMode != 0) painter.FrameRect(rect, m_OutlineWidth, m_OutlineColor);
+            painter.FillRect(rect, m_Saved.m_FillColor);
+            if (m_Saved.m_OutlineMode != 0)
+                painter.FrameRect(rect, m_Saved.m_OutlineWidth, m_Saved.m_OutlineColor);
             break;
         }
         case LEGEND_SYMBOL:
-            painter.Symbol(place, {m_Symbol, m_ColorMode, m_OutlineMode != 0, m_OutlineWidth,
-                                   m_FillColor, m_OutlineColor, m_Rotation, m_LightPosition,
-                                   m_DiffuseLight, m_AmbientLight});
+            painter.Symbol(place,
+                           {m_Saved.m_Symbol, m_Saved.m_ColorMode, m_Saved.m_OutlineMode != 0,
+                            m_Saved.m_OutlineWidth, m_Saved.m_FillColor, m_Saved.m_OutlineColor,
+                            m_Saved.m_Rotation, m_Saved.m_LightPosition, m_Saved.m_DiffuseLight,
+                            m_Saved.m_AmbientLight});
             break;
         default:
             break;
@@ -204,9 +192,11 @@ void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
 
 template <class Archive>
 void CLegendObj3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_String, m_SampleType, m_LineStyle, m_Symbol,
-           m_ColorMode, m_OutlineMode, m_Enable, m_LineWidth, m_OutlineWidth, m_FillColor,
-           m_OutlineColor, m_Rotation, m_LightPosition, m_DiffuseLight, m_AmbientLight);
+    record(detail::CounterField{nSelfID}, m_Saved.m_String, m_Saved.m_SampleType,
+           m_Saved.m_LineStyle, m_Saved.m_Symbol, m_Saved.m_ColorMode, m_Saved.m_OutlineMode,
+           m_Saved.m_Enable, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth, m_Saved.m_FillColor,
+           m_Saved.m_OutlineColor, m_Saved.m_Rotation, m_Saved.m_LightPosition,
+           m_Saved.m_DiffuseLight, m_Saved.m_AmbientLight);
 }
 
 void CLegendObj3D::Save(HANDLE file) {

@@ -67,35 +67,35 @@ class VARNEL_API CLegendObj3D {
 
     // --- Attributes --------------------------------------------------------------------------
 
-    void SetString(const CString& text) { m_String = text; }
-    CString GetString() const { return m_String; }
-    void SetSampleType(int type) { m_SampleType = type; }
-    int GetSampleType() const { return m_SampleType; }
+    void SetString(const CString& text) { m_Saved.m_String = text; }
+    CString GetString() const { return m_Saved.m_String; }
+    void SetSampleType(int type) { m_Saved.m_SampleType = type; }
+    int GetSampleType() const { return m_Saved.m_SampleType; }
     /// Of rectangles and symbols, and of lines.
-    void SetFillColor(const RGBDType& color) { m_FillColor = color; }
-    RGBDType GetFillColor() const { return m_FillColor; }
-    void SetOutlineColor(const RGBDType& color) { m_OutlineColor = color; }
-    RGBDType GetOutlineColor() const { return m_OutlineColor; }
-    void SetOutlineWidth(double width) { m_OutlineWidth = width; }
-    double GetOutlineWidth() const { return m_OutlineWidth; }
+    void SetFillColor(const RGBDType& color) { m_Saved.m_FillColor = color; }
+    RGBDType GetFillColor() const { return m_Saved.m_FillColor; }
+    void SetOutlineColor(const RGBDType& color) { m_Saved.m_OutlineColor = color; }
+    RGBDType GetOutlineColor() const { return m_Saved.m_OutlineColor; }
+    void SetOutlineWidth(double width) { m_Saved.m_OutlineWidth = width; }
+    double GetOutlineWidth() const { return m_Saved.m_OutlineWidth; }
     /// Non-zero outlines rectangles and symbols.
-    void SetOutlineMode(int on) { m_OutlineMode = on; }
-    int GetOutlineMode() const { return m_OutlineMode; }
-    void SetLineStyle(int style) { m_LineStyle = style; }
-    int GetLineStyle() const { return m_LineStyle; }
-    void SetLineWidth(double width) { m_LineWidth = width; }
-    double GetLineWidth() const { return m_LineWidth; }
-    void SetSymbol(int symbol) { m_Symbol = symbol; }
-    int GetSymbol() const { return m_Symbol; }
+    void SetOutlineMode(int on) { m_Saved.m_OutlineMode = on; }
+    int GetOutlineMode() const { return m_Saved.m_OutlineMode; }
+    void SetLineStyle(int style) { m_Saved.m_LineStyle = style; }
+    int GetLineStyle() const { return m_Saved.m_LineStyle; }
+    void SetLineWidth(double width) { m_Saved.m_LineWidth = width; }
+    double GetLineWidth() const { return m_Saved.m_LineWidth; }
+    void SetSymbol(int symbol) { m_Saved.m_Symbol = symbol; }
+    int GetSymbol() const { return m_Saved.m_Symbol; }
     /// 0: symbols have flat colours; otherwise they are lit. Rectangles are always flat.
-    void SetColorMode(int mode) { m_ColorMode = mode; }
-    int GetColorMode() const { return m_ColorMode; }
+    void SetColorMode(int mode) { m_Saved.m_ColorMode = mode; }
+    int GetColorMode() const { return m_Saved.m_ColorMode; }
     /// Degrees by which a symbol is turned about x, y and z, as a chart's transform.
-    void SetRotation(const point3Dtype& degrees) { m_Rotation = degrees; }
-    point3Dtype GetRotation() const { return m_Rotation; }
+    void SetRotation(const point3Dtype& degrees) { m_Saved.m_Rotation = degrees; }
+    point3Dtype GetRotation() const { return m_Saved.m_Rotation; }
     /// 0: the entry is left out.
-    void EnableLegendObj(int on) { m_Enable = on; }
-    int GetLegendObjEnable() const { return m_Enable; }
+    void EnableLegendObj(int on) { m_Saved.m_Enable = on; }
+    int GetLegendObjEnable() const { return m_Saved.m_Enable; }
 
     /// Draws the sample into a rectangle of the legend at hand.
     void DrawSample(detail::LegendPainter& painter, const detail::LegendRect& place) const;
@@ -114,22 +114,28 @@ class VARNEL_API CLegendObj3D {
     void TakePriceGroup(const CChartObj3D& object, int group);
     void TakeBoxPart(const CChartObj3D& object, int part);
 
-    CString m_String;
-    int m_SampleType;
-    int m_LineStyle;
-    int m_Symbol;
-    int m_ColorMode;
-    int m_OutlineMode;
-    int m_Enable;
-    double m_LineWidth;
-    double m_OutlineWidth;
-    RGBDType m_FillColor;
-    RGBDType m_OutlineColor;
-    point3Dtype m_Rotation;
-    point3Dtype m_LightPosition;
-    RGBDType m_DiffuseLight;
-    RGBDType m_AmbientLight;
-    int m_Signature;
+    /// The attributes, as records keep them.
+    struct Saved {
+        CString m_String;
+        int m_SampleType = LEGEND_RECTANGLE;
+        int m_LineStyle = 0;
+        int m_Symbol = 0;
+        int m_ColorMode = 1;
+        int m_OutlineMode = 1;
+        int m_Enable = 1;
+        double m_LineWidth = 1.0;  ///< pixels
+        double m_OutlineWidth = 1.0;
+        RGBDType m_FillColor = {0.0, 0.0, 1.0, 1.0};
+        RGBDType m_OutlineColor = {0.0, 0.0, 0.0, 1.0};
+        // A view from above and from the side, and the light that charts have.
+        point3Dtype m_Rotation = {-20.0, 0.0, 25.0, 0.0};
+        point3Dtype m_LightPosition = {0.0, 1.0, 1.0, 0.0};
+        RGBDType m_DiffuseLight = {1.0, 1.0, 1.0, 1.0};
+        RGBDType m_AmbientLight = {0.4, 0.4, 0.4, 1.0};
+    };
+
+    Saved m_Saved;
+    int m_Signature = kSignature;
 };
 
 }  // namespace varnel

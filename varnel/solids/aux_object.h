@@ -45,38 +45,39 @@ class VARNEL_API CAuxObj3D {
 
     /// 1 sphere, 2 cube, 3 box, 4 torus, 5 cylinder, 6 icosahedron, 7 octahedron, 8 tetrahedron,
     /// 9 dodecahedron, 10 cone; others draw nothing. Default 0.
-    void SetAuxObjType(int type) { m_AuxObjType = type; }
-    int GetAuxObjType() const { return m_AuxObjType; }
+    void SetAuxObjType(int type) { m_Saved.m_AuxObjType = type; }
+    int GetAuxObjType() const { return m_Saved.m_AuxObjType; }
     /// The shape's arguments in the order of solids/aux_shapes.h; unused ones are ignored.
     /// Default 1.
-    void SetSizeParameters(double a, double b, double c) { m_SizeParameters = {a, b, c}; }
+    void SetSizeParameters(double a, double b, double c) { m_Saved.m_SizeParameters = {a, b, c}; }
     /// Factor on all sizes. Default 0.05.
-    void SetScale(double scale) { m_Scale = scale; }
-    double GetScale() const { return m_Scale; }
+    void SetScale(double scale) { m_Saved.m_Scale = scale; }
+    double GetScale() const { return m_Saved.m_Scale; }
     /// Degrees about x, y and z.
-    void SetRotation(const point3Dtype& degrees) { m_Rotation = degrees; }
-    point3Dtype GetRotation() const { return m_Rotation; }
-    void SetColor(const RGBDType& color) { m_Color = color; }
-    RGBDType GetColor() const { return m_Color; }
+    void SetRotation(const point3Dtype& degrees) { m_Saved.m_Rotation = degrees; }
+    point3Dtype GetRotation() const { return m_Saved.m_Rotation; }
+    void SetColor(const RGBDType& color) { m_Saved.m_Color = color; }
+    RGBDType GetColor() const { return m_Saved.m_Color; }
     /// 0: wire, anything else: solid (the default).
-    void SetSolidType(int solid) { m_SolidType = solid; }
+    void SetSolidType(int solid) { m_Saved.m_SolidType = solid; }
     /// The argument has no meaning.
-    int GetSolidType(int = 0) const { return m_SolidType; }
+    int GetSolidType(int = 0) const { return m_Saved.m_SolidType; }
     /// The colour mode of the context while drawing: 0 flat, else lit. Default 1.
-    void SetColorMode(int mode) { m_ColorMode = mode; }
-    int GetColorMode() const { return m_ColorMode; }
+    void SetColorMode(int mode) { m_Saved.m_ColorMode = mode; }
+    int GetColorMode() const { return m_Saved.m_ColorMode; }
     /// Width in pixels of wire shapes and outlines. Default 1.
-    void SetLineWidth(double width) { m_LineWidth = width; }
-    double GetLineWidth() const { return m_LineWidth; }
+    void SetLineWidth(double width) { m_Saved.m_LineWidth = width; }
+    double GetLineWidth() const { return m_Saved.m_LineWidth; }
     /// Whether solid shapes get a black wire over them; spheres, tori and cones never do. Not
     /// saved.
     void SetOutlineMode(BOOL on) { m_OutlineMode = on; }
     BOOL GetOutlineMode() const { return m_OutlineMode; }
 
-    /// Stores a location in data coordinates and where it lies in the box by the transform's
-    /// current limits; the transform's chart matrix is current afterwards.
+    /// Stores a location in data coordinates and where it lies in the box by the limits that the
+    /// transform has at this moment: limits that change later do not move the solid, so set the
+    /// scale first. The transform's chart matrix is current afterwards.
     void SetLocation(const point3Dtype& p);
-    point3Dtype GetLocation() const { return m_Location; }
+    point3Dtype GetLocation() const { return m_Saved.m_Location; }
 
     /// Draws the shape where the last SetLocation put it. The context keeps the object's colour
     /// mode afterwards, or mode 0 when a wire or an outline was drawn.
@@ -92,21 +93,26 @@ class VARNEL_API CAuxObj3D {
  private:
     bool HasOutline() const;
 
+    /// The attributes, as records keep them.
+    struct Saved {
+        int m_AuxObjType = 0;
+        int m_SolidType = 1;
+        int m_ColorMode = 1;
+        std::array<double, 3> m_SizeParameters = {1.0, 1.0, 1.0};
+        double m_Scale = 0.05;
+        point3Dtype m_Location;      ///< data coordinates
+        point3Dtype m_NormLocation;  ///< normalized ones
+        point3Dtype m_Rotation;      ///< degrees
+        RGBDType m_Color = {1.0, 1.0, 1.0, 1.0};
+        double m_LineWidth = 1.0;  ///< pixels
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
-    int m_AuxObjType;
-    int m_SolidType;
-    int m_ColorMode;
-    std::array<double, 3> m_SizeParameters;
-    double m_Scale;
-    point3Dtype m_Location;
-    point3Dtype m_NormLocation;
-    point3Dtype m_Rotation;
-    RGBDType m_Color;
-    double m_LineWidth;
-    BOOL m_OutlineMode;
-    int m_TransformID = 0;
-    int m_Magic;
+    int m_TransformID = 0;  ///< saved; it goes with the transform, not with the attributes
+    Saved m_Saved;
+    BOOL m_OutlineMode = 0;
+    int m_Magic = kSignature;
 };
 
 }  // namespace varnel

@@ -108,11 +108,11 @@ bool ReadMasks(BmpHeader& header, Bytes start, DWORD size) {
 }
 
 /// Sets where the pixels are and what they take. False when they are not wholly there.
-bool MeasurePixels(BmpHeader& header, std::uint64_t size) {
+bool MeasurePixels(BmpHeader& header, std::uint64_t size, std::uint64_t pixelsAt) {
     header.colorCount = header.info.biClrUsed;
     if (header.colorCount == 0 && header.info.biBitCount <= 8)
         header.colorCount = std::uint64_t{1} << header.info.biBitCount;
-    header.pixelsAt = header.tableAt + header.colorCount * header.colorBytes;
+    header.pixelsAt = std::max(header.tableAt + header.colorCount * header.colorBytes, pixelsAt);
     if (header.pixelsAt > size) return false;
     const std::uint64_t available = size - header.pixelsAt;
     const auto width = static_cast<std::uint64_t>(header.width);
@@ -273,7 +273,8 @@ bool DecodeRuns(const BmpHeader& header, Bytes runs, Bitmap& bitmap) {
 
 }  // namespace
 
-std::optional<BmpHeader> ParseBmpHeader(std::span<const BYTE> start, std::uint64_t size) {
+std::optional<BmpHeader> ParseBmpHeader(std::span<const BYTE> start, std::uint64_t size,
+                                        std::uint64_t pixelsAt) {
     if (start.size() < kCoreHeader) return std::nullopt;
     const DWORD headerSize = Dword(start, 0);
     const bool core = headerSize == kCoreHeader;
@@ -290,7 +291,7 @@ std::optional<BmpHeader> ParseBmpHeader(std::span<const BYTE> start, std::uint64
     header.height = static_cast<int>(rows);
 
     if (!IsKnownFormat(header) || !ReadMasks(header, start, headerSize)) return std::nullopt;
-    if (!MeasurePixels(header, std::min(size, kMaxSize))) return std::nullopt;
+    if (!MeasurePixels(header, std::min(size, kMaxSize), pixelsAt)) return std::nullopt;
     return header;
 }
 

@@ -1,8 +1,8 @@
 // Bitmap files (.bmp): from the bytes to the pixels, without files and without notices.
 //
-// Everything here works on the bytes that follow the 14-byte file header. The pixels are taken to
-// start right after the colour table; the pixel offset in the file header plays no part. Nothing is
-// read outside the bytes, and no memory is asked for that they cannot account for.
+// Everything here works on the bytes that follow the 14-byte file header. Unless a place is given,
+// the pixels are taken to start right after the colour table. Nothing is read outside the bytes,
+// and no memory is asked for that they cannot account for.
 #pragma once
 
 #include <array>
@@ -46,8 +46,10 @@ struct BmpHeader {
 
 /// Reads a header of 12 (OS/2), 16 to 64 (OS/2, Windows) or up to 124 bytes (V4, V5). `start` holds
 /// the first kBmpHeaderBytes of the `size` bytes that there are, or all of them. Empty when they do
-/// not describe a picture that is wholly there; the padding of the last row may be missing.
-std::optional<BmpHeader> ParseBmpHeader(std::span<const BYTE> start, std::uint64_t size);
+/// not describe a picture that is wholly there; the padding of the last row may be missing. A
+/// `pixelsAt` behind the colour table is where the pixels start; any other value is not heeded.
+std::optional<BmpHeader> ParseBmpHeader(std::span<const BYTE> start, std::uint64_t size,
+                                        std::uint64_t pixelsAt = 0);
 
 /// Decodes the picture that `header`, read from the same bytes, describes: to 8 bits with its
 /// colour table where the file has at most 8, else to 24. Indices beyond the table are black;
