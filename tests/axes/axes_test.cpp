@@ -7,24 +7,42 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
-#include "varnel/axes/text_object.h"
-#include "varnel/foundation/error.h"
-#include "varnel/platform/files.h"
 
 namespace varnel {
 namespace {
 
-using test::FailingFile;
+using test::Numbers;
 using test::Raises;
 using test::RecordBytes;
 using test::Saved;
 
-RecordBytes AxisBytes(int counter, int type, double min, double max, int colorMode = 1) {
-    return RecordBytes()
-        .Ints({counter, 0, type, 0, 0, 5, colorMode})
-        .Doubles({0, 0, 0, 1, 0, 0, 0, 1})
-        .Doubles({1, min, max, min, max, 0.5, 1, 0.05, 1, 0, 0, 0})
-        .Ints({1});
+constexpr const char* kAxisRecord = "2i 5i 8d 12d i";
+constexpr const char* kTextRecord = "2i s 8d 2i 4d 3i 4i d";
+// Counter and transform, axis to y justification; what follows the number of strings.
+constexpr const char* kLabelsStart = "2i 9i";
+constexpr const char* kLabelsRest = "10i 3d 48i 3i 8d";
+
+RecordBytes LabelsBytes(const std::vector<std::string>& strings) {
+    RecordBytes bytes;
+    bytes.Distinct(kLabelsStart).Ints({static_cast<int>(strings.size())}).Distinct(kLabelsRest);
+    for (const std::string& s : strings)
+        bytes.String(s);
+    return bytes.Record(RecordBytes().Distinct(kTextRecord));
+}
+
+RecordBytes AxesBytes() {
+    RecordBytes bytes;
+    bytes.Distinct("2i");
+    for (int i = 0; i < 3; ++i)
+        bytes.Record(RecordBytes().Distinct(kAxisRecord));
+    for (int i = 0; i < 3; ++i)
+        bytes.Record(LabelsBytes({}));
+    for (int plane = 0; plane < 6; ++plane)
+        bytes.Distinct("3i").Ints({0}).Distinct("d i").Ints({0}).Distinct("4d i").Ints({0});
+    for (int plane = 0; plane < 6; ++plane)
+        bytes.Distinct("11d 2i");
+    bytes.Ints({0, 1, 2, 0, 2, 1, 1, 2, 0, 0, 1, 2, 0, 2, 1, 1, 2, 0});
+    return bytes.Distinct("8d 3i 6i 3i 3i i");
 }
 
 TEST(Axis, LimitSettersAreNoMirrorImages) {
@@ -32,18 +50,16 @@ TEST(Axis, LimitSettersAreNoMirrorImages) {
     EXPECT_EQ(axis.IsAxisSet(), 0);
     axis.SetAxisLimits(10, 0);
     EXPECT_EQ(axis.IsAxisSet(), 1);
-    EXPECT_EQ(axis.GetAxisMin(), 0);
-    EXPECT_EQ(axis.GetAxisMax(), 10);
-    EXPECT_EQ(axis.GetAxisStart(), 10);
+    const auto limits = [&axis] {
+        return std::vector<double>{axis.GetAxisMin(), axis.GetAxisMax(), axis.GetAxisStart(),
+                                   axis.GetAxisStop()};
+    };
+    EXPECT_EQ(limits(), (std::vector<double>{0, 10, 10, 0}));
     EXPECT_EQ(axis.GetAxisDir(), 1);
     axis.SetAxisMin(20);
-    EXPECT_EQ(axis.GetAxisMin(), 10);
-    EXPECT_EQ(axis.GetAxisMax(), 20);
-    EXPECT_EQ(axis.GetAxisStart(), 20);
+    EXPECT_EQ(limits(), (std::vector<double>{10, 20, 20, 0}));
     axis.SetAxisMax(-5);
-    EXPECT_EQ(axis.GetAxisMin(), -5);
-    EXPECT_EQ(axis.GetAxisMax(), -5);
-    EXPECT_EQ(axis.GetAxisStop(), -5);
+    EXPECT_EQ(limits(), (std::vector<double>{-5, -5, 20, -5}));
 }
 
 TEST(Axis, PointsAndIntercepts) {
@@ -54,91 +70,130 @@ TEST(Axis, PointsAndIntercepts) {
     point3Dtype start;
     point3Dtype end;
     axis.GetAxisEndPoints(start, end);
-    EXPECT_EQ(start.x, 2);
-    EXPECT_EQ(end.x, 8);
-    EXPECT_EQ(end.y, 3);
-    EXPECT_EQ(end.z, 4);
-    EXPECT_EQ(axis.GetAxisIntercept(0), 5);
-    EXPECT_EQ(axis.GetAxisIntercept(2), 4);
-    EXPECT_EQ(axis.GetAxisIntercept(3), 0);
+    EXPECT_EQ((std::vector<double>{start.x, end.x, end.y, end.z}),
+              (std::vector<double>{2, 8, 3, 4}));
+    for (const auto& [which, value] : {std::pair{0, 5.0}, {1, 3.0}, {2, 4.0}, {3, 0.0}})
+        EXPECT_EQ(axis.GetAxisIntercept(which), value);
     EXPECT_EQ(axis.GetAxisInterceptAxis(1), 1);
     EXPECT_EQ(axis.GetAxisInterceptAxis(7), 2);
     EXPECT_EQ(CAxis3D::calcmaxstrwidth(-100, 5, 1), 6);
 }
 
-TEST(Axis, RecordByteForByte) {
+TEST(AxisRecords, FollowTheRules) {
+    test::ExpectRecordRules<CAxis3D>(RecordBytes().Distinct(kAxisRecord), ERR3DCLASS_AXIS3D);
+    test::ExpectRecordRules<CAxisLabels3D>(LabelsBytes({"Jan", "", "March"}),
+                                           ERR3DCLASS_AXISLABELS3D);
+    test::ExpectRecordRules<CTextObj3D>(RecordBytes().Distinct(kTextRecord), ERR3DCLASS_TEXTOBJ3D);
+    test::ExpectRecordRules<CAxes3D>(AxesBytes(), ERR3DCLASS_AXES3D);
+}
+
+TEST(AxisRecords, FieldsHaveTheirPlaces) {
     CAxis3D axis;
-    axis.SetAxisLimits(2, 9);
-    const auto expected = AxisBytes(CAxis3D::nSelfID, 0, 2, 9);
-    const auto bytes = Saved(axis);
-    EXPECT_EQ(bytes.size(), 192U);
-    EXPECT_EQ(bytes, expected.Get());
+    test::ExpectLoadsAndSaves(axis, RecordBytes().Distinct(kAxisRecord));
+    EXPECT_EQ(
+        (std::vector<double>{
+            static_cast<double>(CAxis3D::nSelfID), static_cast<double>(axis.GetTransformID()),
+            static_cast<double>(axis.GetAxisType()), static_cast<double>(axis.GetAxisTicDir()),
+            static_cast<double>(axis.GetAxisStyle()),
+            static_cast<double>(axis.GetAxisNthTicMajor()),
+            static_cast<double>(axis.GetColorMode())}),
+        Numbers(1, 7));
+    EXPECT_EQ(
+        (std::vector<double>{
+            axis.GetAxisColor().r, axis.GetAxisTicColor().a, axis.GetAxisThickness(),
+            axis.GetAxisMin(), axis.GetAxisMax(), axis.GetAxisStart(), axis.GetAxisStop(),
+            axis.GetAxisMinorTicLength(), axis.GetAxisMajorTicLength(), axis.GetAxisWallThickness(),
+            axis.GetAxisTicSpace(), axis.GetAxisCenterPoint(), axis.GetAxisIntercept1(),
+            axis.GetAxisIntercept2(), static_cast<double>(axis.IsAxisSet())}),
+        (std::vector<double>{8, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28}));
 
-    MemoryFile file(AxisBytes(77, 2, -1, 6).Get());
-    CAxis3D loaded;
-    loaded.Load(&file);
-    EXPECT_EQ(CAxis3D::nSelfID, 77);
-    EXPECT_EQ(loaded.GetAxisType(), 2);
-    EXPECT_EQ(loaded.GetAxisMax(), 6);
-    EXPECT_EQ(Saved(loaded), AxisBytes(77, 2, -1, 6).Get());
+    CAxisLabels3D l;
+    l.SetEngString(" kmgt");
+    test::ExpectLoadsAndSaves(l, LabelsBytes({"a"}));
+    const int ints[] = {
+        l.GetTransformID(),        l.GetAxisLabelsPlane(),    l.GetAxisLabelsDir(),
+        l.GetAxisLabelsRotation(), l.GetAxisLabelsDecimals(), l.GetAxisLabelsFormat(),
+        l.GetAxisLabelsEnds(),     l.GetAxisLabelsXJust(),    l.GetAxisLabelsYJust(),
+        l.GetAxisLabelsFlipX(),    l.GetAxisLabelsFlipY(),    l.GetAxisTitleFlipX(),
+        l.GetAxisTitleFlipY(),     l.GetAxisTitlePlane(),     l.GetAxisTitleDir(),
+        l.GetAxisTitleRotation(),  l.GetAxisTitleXJust(),     l.GetAxisTitleYJust()};
+    const int places[] = {2, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20};
+    EXPECT_TRUE(std::equal(std::begin(ints), std::end(ints), std::begin(places)));
+    EXPECT_EQ((std::vector<double>{l.GetAxisLabelsTicOffset(), l.GetAxisLabelsSize(),
+                                   l.GetAxisTitleSize(), l.GetAxisLabelsColor().r,
+                                   l.GetAxisTitleColor().r}),
+              (std::vector<double>{22, 23, 24, 76, 80}));
+    EXPECT_EQ(l.GetTextureEnable(), 74);
+    EXPECT_EQ(l.GetAxisLabelsStringEnable(), 75);
+    EXPECT_EQ(l.GetAxisLabelsStrings()[0], "a");
+    EXPECT_EQ(l.GetEngString(), " kmgt") << "not in the record";
+
+    CTextObj3D t;
+    test::ExpectLoadsAndSaves(t, RecordBytes().Distinct(kTextRecord));
+    EXPECT_EQ(t.GetString(), "3");
+    const int text[] = {t.GetTransformID(), t.GetXJustify(),  t.GetYJustify(), t.GetTextPlane(),
+                        t.GetFlipX(),       t.GetFlipY(),     t.GetRotation(), t.GetTextureEnable(),
+                        t.GetClipping(),    t.GetTextEnable()};
+    const int textPlaces[] = {2, 12, 13, 18, 19, 20, 21, 22, 23, 24};
+    EXPECT_TRUE(std::equal(std::begin(text), std::end(text), std::begin(textPlaces)));
+    EXPECT_EQ((std::vector<double>{t.GetLocation().x, t.GetNormLocation().x, t.GetColor().r,
+                                   t.GetCharSize()}),
+              (std::vector<double>{4, 8, 14, 25}));
 }
 
-RecordBytes LabelsBytes(int counter, int textCounter, const std::vector<std::string>& strings) {
-    RecordBytes b;
-    b.Ints({counter, 0});
-    b.Ints({0, 3, 0, 0, 0, 0, 7, -1, -1, static_cast<int>(strings.size())});
-    b.Ints({0, 0, 0, 0, 3, 0, 0, 0, 1, 1});
-    b.Doubles({1.5, 1, 1});
-    b.Ints({1, 2, 0, 1, 1, 2, 0, 1, 2, 2, 2, 0, 1, 2, 0, 1});
-    b.Ints({2, 1, 2, 1, 2, 2, 2, 0, 1, 2, 2, 1, 2, 2, 2, 0});
-    b.Ints({2, 1, 1, 2, 2, 1, 1, 2, 2, 1, 1, 0, 2, 1, 1, 2});
-    b.Ints({0, 0, strings.empty() ? 0 : 1});
-    b.Doubles({0, 0, 0, 1, 0, 0, 0, 0});
-    for (const std::string& s : strings)
-        b.String(s);
-    b.Ints({textCounter, 0}).String("");  // the title
-    b.Doubles({0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0});
-    b.Doubles({0, 0, 0, 1}).Ints({3, 0, 0, 0, 0, 0, 1}).Doubles({1});
-    return b;
-}
+TEST(AxisRecords, DefaultsAreThoseOfAFreshObject) {
+    CAxes3D axes;
+    RecordBytes axis;
+    axis.Ints({CAxis3D::nSelfID, 0, 0, 0, 0, 5, 1}).Doubles({0, 0, 0, 1, 0, 0, 0, 1});
+    axis.Doubles({1, 0, 10, 0, 10, 0.5, 1, 0.05, 1, 0, 0, 0}).Ints({0});
+    RecordBytes labels;
+    labels.Ints({CAxisLabels3D::nSelfID, 0, 0, 3, 0, 0, 0, 0, 7, -1, -1, 0});
+    labels.Ints({0, 0, 0, 0, 3, 0, 0, 0, 1, 1}).Doubles({1.5, 1, 1});
+    labels.Ints({1, 2, 0, 1, 1, 2, 0, 1, 2, 2, 2, 0, 1, 2, 0, 1});
+    labels.Ints({2, 1, 2, 1, 2, 2, 2, 0, 1, 2, 2, 1, 2, 2, 2, 0});
+    labels.Ints({2, 1, 1, 2, 2, 1, 1, 2, 2, 1, 1, 0, 2, 1, 1, 2});
+    labels.Ints({0, 0, 0}).Doubles({0, 0, 0, 1, 0, 0, 0, 0});
+    labels.Ints({CTextObj3D::nSelfID, 0}).String("").Doubles({0, 0, 0, 0, 0, 0, 0, 0});
+    labels.Ints({0, 0}).Doubles({0, 0, 0, 1}).Ints({3, 0, 0, 0, 0, 0, 1}).Doubles({1});
+    RecordBytes expected;
+    expected.Ints({CAxes3D::nSelfID, 0}).Record(axis).Record(axis).Record(axis);
+    expected.Record(labels).Record(labels).Record(labels);
+    for (int plane = 0; plane < 6; ++plane)
+        expected.Ints({1, 1, 0, 0}).Doubles({1}).Ints({1, 0}).Doubles({0, 0, 0, 1}).Ints({0, 0});
+    for (int plane = 0; plane < 6; ++plane)
+        expected.Doubles({0, 0, 0, 1, 0, 0, 0, 1, 0.06, 0.002, 2}).Ints({0, 0});
+    expected.Ints({0, 1, 2, 0, 2, 1, 1, 2, 0, 0, 1, 2, 0, 2, 1, 1, 2, 0});
+    expected.Doubles({0, 0, 0, 0, 0, 0, 0, 0}).Ints({1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 0, 0});
+    expected.Ints({0, 0, 0, 1});
+    EXPECT_EQ(Saved(axes), expected.Get());
 
-TEST(AxisLabels, RecordByteForByte) {
-    CAxisLabels3D labels;
-    const CString strings[] = {"Jan", "", "March"};
-    labels.SetAxisLabelsStrings(strings, 3);
-    EXPECT_EQ(labels.GetAxisLabelsStringEnable(), 1);
-    const auto expected =
-        LabelsBytes(CAxisLabels3D::nSelfID, CTextObj3D::nSelfID, {"Jan", "", "March"});
-    EXPECT_EQ(Saved(labels), expected.Get());
-
-    MemoryFile file(expected.Get());
-    CAxisLabels3D loaded;
-    loaded.SetEngString(" kmgt");
-    loaded.Load(&file);
-    ASSERT_EQ(loaded.GetNumAxisLabelsStrings(), 3);
-    EXPECT_EQ(loaded.GetAxisLabelsStrings()[2], "March");
-    EXPECT_EQ(loaded.GetEngString(), " kmgt");
-    EXPECT_EQ(Saved(loaded), expected.Get());
+    // A plane table that names other axes is not taken.
+    auto damaged = expected.Get();
+    damaged[damaged.size() - (4 + 12 + 12 + 24 + 12 + 64 + 72)] = 9;
+    MemoryFile file(damaged);
+    axes.Load(&file);
+    EXPECT_EQ(Saved(axes), expected.Get());
 }
 
 TEST(AxisLabels, StringsWithoutStorageAreNotPromised) {
     CAxisLabels3D labels;
     const CString strings[] = {"a", "b"};
-    labels.InitTicStringsStorage(strings, 2);
+    labels.InitTicStringsStorage(strings);
     labels.InitTicStringsStorage(labels.GetAxisLabelsStrings() + 1, 1);  // from its own array
     EXPECT_EQ(labels.GetAxisLabelsStrings()[0], "b");
     labels.SetAxisLabelsStrings(nullptr, 5);
     EXPECT_EQ(labels.GetAxisLabelsStrings(), nullptr);
     EXPECT_EQ(labels.GetNumAxisLabelsStrings(), 1);
-    const auto bytes = Saved(labels);
     std::int32_t count = -1;
-    std::memcpy(&count, bytes.data() + 8 + 36, 4);
+    std::memcpy(&count, Saved(labels).data() + 8 + 36, 4);
     EXPECT_EQ(count, 0);
+    labels.SetAxisLabelsStrings(std::span<const CString>());
+    EXPECT_EQ(labels.GetNumAxisLabelsStrings(), 0);
 }
 
 TEST(AxisLabels, LoadNeverTakesMoreStringsThanTheFileHolds) {
     for (int count : {-1, 5, 2000000000}) {
-        auto bytes = LabelsBytes(1, 1, {}).Get();
+        auto bytes = LabelsBytes({}).Get();
         bytes.resize(8 + 40 + 24 + 16 + 24 + 192 + 12 + 64 + 6);
         std::memcpy(bytes.data() + 8 + 36, &count, 4);
         MemoryFile file(bytes);
@@ -150,42 +205,144 @@ TEST(AxisLabels, LoadNeverTakesMoreStringsThanTheFileHolds) {
 }
 
 TEST(Axes, FailuresAreNamed) {
-    CAxis3D axis;
     CAxisLabels3D labels;
-    CAxes3D axes;
-    FailingFile file;
     EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXIS3D, "InitAxis",
-                       [&] { axis.InitAxis(nullptr, nullptr, 1); }));
+                       [] { CAxis3D().InitAxis(nullptr, nullptr, 1); }));
     EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXISLABELS3D, "InitAxisLabels",
-                       [&] { labels.InitAxisLabels(nullptr, nullptr, &axis); }));
+                       [&] { labels.InitAxisLabels(nullptr, nullptr, nullptr); }));
     EXPECT_TRUE(Raises(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_AXES3D, "InitAxes",
                        [] { CAxes3D(nullptr, nullptr, {}, {}); }));
-    EXPECT_TRUE(Raises(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage", [&] {
-        const CString s;
-        labels.InitTicStringsStorage(&s, -1);
-    }));
-    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_AXIS3D, "Save", [&] { axis.Save(&file); }));
-    EXPECT_TRUE(
-        Raises(ERR3D_DISK_IO, ERR3DCLASS_AXISLABELS3D, "Load", [&] { labels.Load(&file); }));
-    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_AXES3D, "Save", [&] { axes.Save(&file); }));
-    axes.Save(nullptr);
-    axes.Load(nullptr);
+    const CString s;
+    const auto bad = [&] { labels.InitTicStringsStorage(&s, -1); };
+    EXPECT_TRUE(Raises(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage", bad));
+    EXPECT_EQ(test::WhatOf(bad), "InitTicStringsStorage: the number of strings is -1");
 }
 
-TEST(Axes, StartWithEverythingOff) {
-    const CAxes3D axes;
-    for (int axis = 0; axis < 3; ++axis) {
-        EXPECT_EQ(axes.GetAxisEnable(axis), 0);
-        EXPECT_EQ(axes.GetAxisLabelsEnable(axis), 0);
-    }
-    for (int plane = 0; plane < 6; ++plane) {
-        EXPECT_EQ(axes.GetGridEnable(plane), 0);
-        EXPECT_EQ(axes.GetWallEnable(plane), 0);
-    }
-}
-
-TEST(Axes, WallThicknessReachesSomeAxes) {
+/// Sets one attribute of axis or plane 1 to a value of its own and expects it there, at the axis or
+/// the labels that it belongs to, and nowhere else.
+template <class Arg, class Result, class Part>
+void ExpectForwarded(const char* name, void (CAxes3D::*set)(int, Arg),
+                     Result (CAxes3D::*get)(int) const, Result (Part::*direct)() const) {
+    SCOPED_TRACE(name);
     CAxes3D axes;
+    const Result before = (axes.*get)(0);
+    const Result value = static_cast<Result>(before + 17);
+    (axes.*set)(1, value);
+    for (const int bad : {-1, 3, 1000})
+        (axes.*set)(bad, value);
+    EXPECT_EQ((axes.*get)(1), value);
+    EXPECT_EQ((axes.*get)(0), before);
+    EXPECT_EQ((axes.*get)(2), before);
+    EXPECT_EQ((axes.*get)(3), Result{});
+    if constexpr (std::is_same_v<Part, CAxis3D>) {
+        EXPECT_EQ((axes.GetAxis(1)->*direct)(), value);
+    } else {
+        EXPECT_EQ((axes.GetAxisLabels(1)->*direct)(), value);
+    }
+    axes.FreeAxes();
+    (axes.*set)(1, value);
+    EXPECT_EQ((axes.*get)(1), Result{});
+}
+
+#define VARNEL_FORWARDED(Part, Name) \
+    ExpectForwarded(#Name, &CAxes3D::Set##Name, &CAxes3D::Get##Name, &Part::Get##Name)
+
+TEST(Axes, PassEveryAttributeOn) {
+    VARNEL_FORWARDED(CAxis3D, AxisMax);
+    VARNEL_FORWARDED(CAxis3D, AxisIntercept1);
+    VARNEL_FORWARDED(CAxis3D, AxisIntercept2);
+    VARNEL_FORWARDED(CAxis3D, AxisThickness);
+    VARNEL_FORWARDED(CAxis3D, AxisStyle);
+    VARNEL_FORWARDED(CAxis3D, AxisCenterPoint);
+    VARNEL_FORWARDED(CAxis3D, AxisTicSpace);
+    VARNEL_FORWARDED(CAxis3D, AxisMinorTicLength);
+    VARNEL_FORWARDED(CAxis3D, AxisMajorTicLength);
+    VARNEL_FORWARDED(CAxis3D, AxisTicDir);
+    VARNEL_FORWARDED(CAxis3D, AxisNthTicMajor);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsFlipX);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsFlipY);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisTitleFlipX);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisTitleFlipY);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsNthTic);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsFormat);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsPlane);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsTicOffset);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsXJust);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsYJust);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsRotation);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsDir);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsDecimals);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsEnds);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisLabelsSize);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisTitleSize);
+    VARNEL_FORWARDED(CAxisLabels3D, AxisTitlePlane);
+
+    CAxes3D axes;
+    CAxis3D& axis = *axes.GetAxis(2);
+    CAxisLabels3D& labels = *axes.GetAxisLabels(2);
+    axes.SetAxisLimits(2, 30, 20);
+    axes.SetAxisMin(2, 18);
+    axes.SetAxisTics(2, 1, 2, 3, 4, 5, 6);
+    axes.SetAxisIntercept(2, 7, 8);
+    EXPECT_EQ((std::vector<double>{axes.GetAxisRange(2), axes.GetAxisStart(2), axes.GetAxisStop(2),
+                                   axes.GetAxisMin(2), axis.GetAxisMin(), axis.GetAxisCenterPoint(),
+                                   axis.GetAxisTicSpace(), axis.GetAxisMinorTicLength(),
+                                   axis.GetAxisMajorTicLength(), axis.GetAxisIntercept1(),
+                                   axis.GetAxisIntercept2()}),
+              (std::vector<double>{12, 18, 20, 18, 18, 1, 2, 4, 5, 7, 8}));
+    EXPECT_EQ(axes.GetAxisNthTicMajor(2), 3);
+    EXPECT_EQ(axes.GetAxisTicDir(2), 6);
+    axes.SetAxisAttrib(2, {0.1, 0, 0, 1}, {0.2, 0, 0, 1}, 9, 10);
+    EXPECT_EQ(axes.GetAxisColor(2).r, 0.1);
+    EXPECT_EQ(axes.GetAxisTicColor(2).r, 0.2);
+    EXPECT_EQ(axes.GetAxisThickness(2), 9);
+    EXPECT_EQ(axes.GetAxisStyle(2), 10);
+    axes.SetAxisColor(2, {0.3, 0, 0, 1});
+    axes.SetAxisTicColor(2, {0.4, 0, 0, 1});
+    EXPECT_EQ(axis.GetAxisColor().r, 0.3);
+    EXPECT_EQ(axis.GetAxisTicColor().r, 0.4);
+
+    const CString strings[] = {"a", "b"};
+    axes.SetAxisLabels(2, 1, 2, 3, 4, 5, {0.5, 0, 0, 1}, strings, 2);
+    EXPECT_EQ(axes.GetAxisLabelsPlane(2), 1);
+    EXPECT_EQ(axes.GetAxisLabelsRotation(2), 2);
+    EXPECT_EQ(axes.GetAxisLabelsDir(2), 3);
+    EXPECT_EQ(axes.GetAxisLabelsDecimals(2), 4);
+    EXPECT_EQ(axes.GetAxisLabelsEnds(2), 5);
+    EXPECT_EQ(axes.GetAxisLabelsColor(2).r, 0.5);
+    EXPECT_EQ(axes.GetNumAxisLabelsStrings(2), 2);
+    EXPECT_EQ(axes.GetAxisLabelsStringEnable(2), 1);
+    axes.SetAxisLabelsStrings(2, strings + 1, 1);
+    EXPECT_EQ(axes.GetAxisLabelsStrings(2)[0], "b");
+    axes.SetAxisLabelsStrings(2, strings);
+    EXPECT_EQ(labels.GetAxisLabelsStrings()[1], "b");
+    axes.EnableAxisLabelsStrings(2, 0);
+    EXPECT_EQ(labels.GetAxisLabelsStringEnable(), 0);
+    axes.SetAxisLabelsColor(2, {0.6, 0, 0, 1});
+    axes.SetAxisTitleColor(2, {0.7, 0, 0, 1});
+    EXPECT_EQ(labels.GetAxisLabelsColor().r, 0.6);
+    EXPECT_EQ(axes.GetAxisTitleColor(2).r, 0.7);
+    axes.SetAxisTitleString(2, "title");
+    CString title;
+    axes.GetAxisTitleString(2, title);
+    EXPECT_EQ(title, "title");
+    axes.SetAxisColorMode(2, 2);
+    EXPECT_EQ(axis.GetColorMode(), 2);
+    EXPECT_EQ(axes.GetAxisColorMode(2), 2);
+    EXPECT_EQ(axes.GetAxisColorMode(1), 1);
+}
+
+TEST(Axes, PlanesKeepTheirOwnAttributes) {
+    CAxes3D axes;
+    axes.SetPlaneGrid(4, 2, 0, SetRGBD(1, 0, 0, 1), 3, 7, 1);
+    axes.SetPlaneGridAttrib(4, SetRGBD(0, 1, 0, 1), 5, 9);
+    EXPECT_EQ(axes.GetGridEnable(4), 1);
+    EXPECT_EQ(axes.GetPlaneGridStyle(4), 7) << "the style is not taken";
+    EXPECT_EQ(axes.GetPlaneGridThickness(4), 5);
+    EXPECT_EQ(axes.GetPlaneGridColor(4).g, 1);
+    EXPECT_EQ(axes.GetPlaneGridNthTic1(4), 2);
+    EXPECT_EQ(axes.GetPlaneGridNthTic2(4), 0);
+    EXPECT_EQ(axes.GetPlaneGridWallFlag(4), 1);
     axes.SetWallThickness(1, 0.3);
     for (int axis = 0; axis < 3; ++axis)
         EXPECT_EQ(axes.GetAxis(axis)->GetAxisWallThickness(), 0.05);
@@ -195,96 +352,28 @@ TEST(Axes, WallThicknessReachesSomeAxes) {
     EXPECT_EQ(axes.GetAxis(1)->GetAxisWallThickness(), 0.4);
     EXPECT_EQ(axes.GetAxis(2)->GetAxisWallThickness(), 0.4);
     EXPECT_EQ(axes.GetWallThickness(1), 0.3);
-}
-
-TEST(Axes, GridAttributesKeepTheStyle) {
-    CAxes3D axes;
-    axes.SetPlaneGrid(4, 2, 0, SetRGBD(1, 0, 0, 1), 3, 7, 1);
-    axes.SetPlaneGridAttrib(4, SetRGBD(0, 1, 0, 1), 5, 9);
-    EXPECT_EQ(axes.GetGridEnable(4), 1);
-    EXPECT_EQ(axes.GetPlaneGridStyle(4), 7);
-    EXPECT_EQ(axes.GetPlaneGridThickness(4), 5);
-    EXPECT_EQ(axes.GetPlaneGridColor(4).g, 1);
-    EXPECT_EQ(axes.GetPlaneGridNthTic1(4), 2);
-    EXPECT_EQ(axes.GetPlaneGridNthTic2(4), 0);
-    EXPECT_EQ(axes.GetPlaneGridWallFlag(4), 1);
-}
-
-TEST(Axes, BadIndicesAndFreedAxesAreIgnored) {
-    CAxes3D axes;
+    axes.SetWallPlane(5, {0.1, 0, 0, 1}, {0.2, 0, 0, 1});
+    axes.SetWallOffset(5, 0.3);
+    axes.SetOutlineWidth(5, 4);
+    axes.SetPlaneColorMode(5, 2);
+    EXPECT_EQ((std::vector<double>{axes.GetWallColor(5).r, axes.GetOutlineColor(5).r,
+                                   axes.GetWallOffset(5), axes.GetOutlineWidth(5)}),
+              (std::vector<double>{0.1, 0.2, 0.3, 4}));
+    EXPECT_EQ(axes.GetWallEnable(5), 1);
+    EXPECT_EQ(axes.GetPlaneColorMode(5), 2);
+    EXPECT_EQ(axes.GetWallEnable(4), 0);
     for (int bad : {-1, 6, 1000}) {
-        axes.SetAxisMin(bad, 3);
-        axes.SetAxisLabelsSize(bad, 3);
         axes.SetWallThickness(bad, 3);
-        axes.SetPlaneGridStyle(bad, 3);
+        axes.SetPlaneGrid(bad, 1, 1, {}, 1, 1, 1);
+        axes.SetWallPlane(bad, {}, {});
         EXPECT_EQ(axes.GetAxis(bad), nullptr);
-        EXPECT_EQ(axes.GetAxisMax(bad), 0);
-        EXPECT_EQ(axes.GetAxisLabelsStrings(bad), nullptr);
         EXPECT_EQ(axes.GetWallColor(bad).a, 0);
+        EXPECT_EQ(axes.GetAxisLabelsStrings(bad), nullptr);
     }
     axes.FreeAxes();
-    axes.SetAxisLimits(0, 1, 2);
-    EXPECT_EQ(axes.GetAxisMax(0), 0);
     axes.DrawAxes();
-    MemoryFile file;
-    axes.Save(&file);
+    Saved(axes);
     EXPECT_NE(axes.GetAxis(2), nullptr);
-}
-
-TEST(Axes, RecordByteForByte) {
-    CAxes3D axes;
-    axes.SetAxesLimits({1, 2, 3, 0}, {10, 20, 30, 0});
-    axes.SetPlaneGrid(1, 2, 3, SetRGBD(0.1, 0.2, 0.3, 1), 1.5, 4, 1);
-    axes.SetWallPlane(5, SetRGBD(0.4, 0.5, 0.6, 1), SetRGBD(0.7, 0.8, 0.9, 1));
-    axes.EnableAxis(1, 1);
-    axes.EnableAxisLabels(2, 1);
-    axes.SetAxisColorMode(0, 0);
-    axes.SetPlaneColorMode(3, 2);
-
-    RecordBytes b;
-    b.Ints({CAxes3D::nSelfID, 0});
-    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 1, 10, 0));
-    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 2, 20));
-    b.Record(AxisBytes(CAxis3D::nSelfID, 0, 3, 30));
-    for (int i = 0; i < 3; ++i)
-        b.Record(LabelsBytes(CAxisLabels3D::nSelfID, CTextObj3D::nSelfID, {}));
-    for (int plane = 0; plane < 6; ++plane) {
-        const bool set = plane == 1;
-        b.Ints({set ? 2 : 1, set ? 3 : 1, set ? 1 : 0, 0}).Doubles({set ? 1.5 : 1.0});
-        b.Ints({set ? 4 : 1, 0});
-        if (set)
-            b.Doubles({0.1, 0.2, 0.3, 1});
-        else
-            b.Doubles({0, 0, 0, 1});
-        b.Ints({set ? 1 : 0, 0});
-    }
-    for (int plane = 0; plane < 6; ++plane) {
-        const bool set = plane == 5;
-        if (set)
-            b.Doubles({0.4, 0.5, 0.6, 1, 0.7, 0.8, 0.9, 1});
-        else
-            b.Doubles({0, 0, 0, 1, 0, 0, 0, 1});
-        b.Doubles({0.06, 0.002, 2}).Ints({set ? 1 : 0, set ? 1 : 0});
-    }
-    b.Ints({0, 1, 2, 0, 2, 1, 1, 2, 0, 0, 1, 2, 0, 2, 1, 1, 2, 0});
-    b.Doubles({1, 2, 3, 0, 10, 20, 30, 0});
-    b.Ints({0, 1, 1}).Ints({1, 1, 1, 2, 1, 1}).Ints({0, 1, 0}).Ints({0, 0, 1}).Ints({1});
-    EXPECT_EQ(Saved(axes), b.Get());
-
-    CAxes3D loaded;
-    MemoryFile file(b.Get());
-    loaded.Load(&file);
-    EXPECT_EQ(file.Remaining(), 0U);
-    EXPECT_EQ(loaded.GetAxisMax(2), 30);
-    EXPECT_EQ(Saved(loaded), b.Get());
-
-    // A plane table that names other axes is not taken.
-    auto damaged = b.Get();
-    const std::size_t table = damaged.size() - (4 + 12 + 12 + 24 + 12 + 64 + 72);
-    damaged[table] = 9;
-    MemoryFile other(damaged);
-    loaded.Load(&other);
-    EXPECT_EQ(Saved(loaded), b.Get());
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
+#include "tests/support/expect_error.h"
 #include "varnel/foundation/types.h"
 #include "varnel/platform/files.h"
 
@@ -35,6 +37,26 @@ class RecordBytes {
         m_Bytes.insert(m_Bytes.end(), s.begin(), s.end());
         return *this;
     }
+    /// Values that no other field has, by a pattern like "2i 12d s": 1, 2, 3, .. as integers,
+    /// doubles or texts.
+    RecordBytes& Distinct(const char* pattern) {
+        for (const char* at = pattern; *at != '\0'; ++at) {
+            char* end = nullptr;
+            const long given = std::strtol(at, &end, 10);
+            const long count = end == at ? 1 : given;
+            at = end;
+            while (*at == ' ')
+                ++at;
+            for (long i = 0; i < count && *at != '\0'; ++i) {
+                ++m_Last;
+                if (*at == 'i') Ints({m_Last});
+                if (*at == 'd') Doubles({static_cast<double>(m_Last)});
+                if (*at == 's') String(std::to_string(m_Last));
+            }
+            if (*at == '\0') break;
+        }
+        return *this;
+    }
     RecordBytes& Record(const RecordBytes& other) {
         m_Bytes.insert(m_Bytes.end(), other.m_Bytes.begin(), other.m_Bytes.end());
         return *this;
@@ -48,7 +70,16 @@ class RecordBytes {
     }
 
     std::vector<BYTE> m_Bytes;
+    std::int32_t m_Last = 0;
 };
+
+/// The numbers first, first + 1, .. of a record made by Distinct.
+inline std::vector<double> Numbers(int first, int count) {
+    std::vector<double> numbers;
+    for (int i = 0; i < count; ++i)
+        numbers.push_back(first + i);
+    return numbers;
+}
 
 /// A file whose medium fails at once.
 class FailingFile : public File {
@@ -77,6 +108,27 @@ void ExpectLoadsAndSaves(T& object, const RecordBytes& record) {
     EXPECT_EQ(in.Remaining(), 0U);
     EXPECT_FALSE(in.RanDry());
     EXPECT_EQ(Saved(object), record.Get());
+}
+
+/// What holds for every record: `record` is read whole and saved again as it was, any beginning of
+/// it is read without harm, a failing medium is told, and no file is none of these.
+template <class T>
+void ExpectRecordRules(const RecordBytes& record, CErr3DClass cls) {
+    T object;
+    ExpectLoadsAndSaves(object, record);
+    const std::vector<BYTE>& bytes = record.Get();
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        MemoryFile cut({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)});
+        T other;
+        other.Load(&cut);
+        EXPECT_TRUE(cut.RanDry()) << size;
+        Saved(other);
+    }
+    FailingFile broken;
+    EXPECT_TRUE(Raises(ERR3D_DISK_IO, cls, "Save", [&] { object.Save(&broken); }));
+    EXPECT_TRUE(Raises(ERR3D_DISK_IO, cls, "Load", [&] { object.Load(&broken); }));
+    object.Save(nullptr);
+    object.Load(nullptr);
 }
 
 }  // namespace varnel::test
