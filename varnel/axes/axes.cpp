@@ -1,5 +1,6 @@
 #include "varnel/axes/axes.h"
 
+#include "varnel/axes/detail/axes_extents.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/planes.h"
@@ -28,6 +29,8 @@ void CAxes3D::SetAxesDefaults() {
     m_pOpenGL = nullptr;
     m_pTransform = nullptr;
     m_Saved = {};
+    m_Added = {};
+    m_pLastChoice.reset();
     SetPlaneTable();
     FreeAxes();
     MakeMissingAxes();
@@ -97,9 +100,22 @@ void CAxes3D::DrawAxes() {
     if (m_pOpenGL == nullptr || m_pTransform == nullptr) return;
     m_pTransform->ChartTransform();
     const CollectScope scope(*m_pOpenGL);
+    if (IsComplete() && (m_Added.followView != FOLLOW_OFF || HasDates())) {
+        GLViewportType viewport;
+        m_pOpenGL->GetViewport(viewport);
+        const detail::BoxView view = ViewOfBox(viewport.width, viewport.height);
+        PrepareDates(view);
+        if (m_Added.followView != FOLLOW_OFF) return DrawFollowing(view);
+    }
     DrawAxesLines();
     DrawAxesPlanes();
     DrawAxesLabels();
+}
+
+bool CAxes3D::IsComplete() const {
+    for (int axis = 0; axis < 3; ++axis)
+        if (m_pAxis[axis] == nullptr || m_pAxisLabels[axis] == nullptr) return false;
+    return true;
 }
 
 void CAxes3D::DrawAxesLines() {
@@ -171,6 +187,11 @@ void CAxes3D::Record(Archive& record) {
 }
 
 void CAxes3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) {
+        field("followView", &Added::followView);
+        field("dates", &Added::dates);
+        field("dateFormats", &Added::dateFormats);
+    });
     for (int axis = 0; axis < 3; ++axis) {
         fields.Object(detail::Say("axis ", axis), m_pAxis[axis].get());
         fields.Object(detail::Say("labels ", axis), m_pAxisLabels[axis].get());

@@ -12,6 +12,7 @@
 #include <memory>
 #include <span>
 #include <type_traits>
+#include <vector>
 
 #include "varnel/axes/axis.h"
 #include "varnel/axes/axis_labels.h"
@@ -25,7 +26,19 @@ namespace varnel {
 
 namespace detail {
 class AddedFields;
-}
+struct AxesChoice;
+struct AxesExtents;
+struct AxesPlacement;
+struct AxisContent;
+struct BoxView;
+}  // namespace detail
+
+/// How the frame goes with the view; plain numbers may be given as well.
+enum FollowView3D : int {
+    FOLLOW_OFF = 0,   ///< everything stays where it was put
+    FOLLOW_VIEW = 1,  ///< chosen for each view by itself
+    FOLLOW_TURN = 2,  ///< the same, but near a switch the choice of the last drawing is kept
+};
 
 /// The planes of the box; plain numbers may be given as well.
 enum AxesPlane3D : int {
@@ -76,6 +89,36 @@ class VARNEL_API CAxes3D {
 
     /// Draws lines and tics, then planes and grids, then labels and titles.
     void DrawAxes();
+
+    // --- Following the view, names and dates ----------------------------------------------------
+
+    /// Whether the frame goes with the view (FollowView3D). Then walls and grids stand on the three
+    /// faces of the box that look away from the viewer, in the attributes of whichever of the two
+    /// opposite planes is switched on; axis lines stand on edges beyond which nothing of the box
+    /// is, tics point away from it, and labels and titles face the viewer, touch neither the box
+    /// nor each other, and are thinned out, shrunk, broken or turned where room is short.
+    /// Intercepts, tic and label directions, label planes, rotations and justifications are kept
+    /// but not used. Default FOLLOW_OFF.
+    void SetFollowView(int mode);
+    int GetFollowView() const { return m_Added.followView; }
+
+    /// Names instead of numbers on an axis: each at its position, 1, 2, .. by default, in limits
+    /// that leave half of the smallest distance at both ends. Tics stand at the names, or with
+    /// `ticsBetween` between them. Fewer positions than names leave the other names out. Nothing
+    /// for no names or an axis outside 0..2.
+    void SetCategories(int axis, std::span<const CString> names,
+                       std::span<const double> positions = {}, int ticsBetween = 0);
+
+    /// The values of an axis are days since 1970-01-01, fractions the time of the day: tics and
+    /// labels stand at natural steps of clock and calendar, chosen anew at every drawing, and tell
+    /// the day, month or year once where it changes. A format as of FormatTime ("%e %b %Y") writes
+    /// every label. `on` 0 returns to numbers.
+    void SetAxisDates(int axis, int on = 1, const CString& format = {});
+    int GetAxisDates(int axis) const { return Value(m_Added.dates, axis); }
+
+    /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. The
+    /// transform's chart matrix is current afterwards.
+    detail::AxesExtents MeasureAxes(int width, int height);
 
     // --- What is shown; axes 0 x, 1 y, 2 z, planes by AxesPlane3D --------------------------------
 
@@ -350,6 +393,9 @@ class VARNEL_API CAxes3D {
  private:
     static constexpr int kFlatPlane = 0;  ///< values of m_WallMode
     static constexpr int kWall = 1;
+    /// A wall stands this many times its offset off the box, so that it does not flicker through
+    /// what is drawn on the box's own planes.
+    static constexpr double kWallGaps = 10.0;
 
     struct PlaneGrid {
         int m_GridNthTic1 = 1;
@@ -436,6 +482,19 @@ class VARNEL_API CAxes3D {
     void SetPlaneTable();
     void InitPlaneGridTable(int plane, int first, int second, int normal);
     bool HasPlaneTable() const;
+    bool IsComplete() const;
+    bool HasDates() const {
+        return m_Added.dates[0] != 0 || m_Added.dates[1] != 0 || m_Added.dates[2] != 0;
+    }
+    detail::BoxView ViewOfBox(double width, double height) const;
+    void PrepareDates(const detail::BoxView& view);
+    double EmInPixels(double height) const;
+    void FillContent(int axis, double height, detail::AxisContent& content) const;
+    detail::AxesPlacement PlaceFollowing(const detail::BoxView& view) const;
+    void MeasureFixed(const detail::BoxView& view, detail::AxesExtents& extents);
+    void DrawFollowing(const detail::BoxView& view);
+    void DrawFollowingAxis(int axis, const detail::AxesPlacement& placement);
+    int PlaneInUse(int plane, bool hasOpposite, bool hasOwn) const;
     void DrawAxesLines();
     void DrawAxesPlanes();
     void DrawAxesLabels();
@@ -444,6 +503,7 @@ class VARNEL_API CAxes3D {
     void DrawPlaneGrid(int plane);
     void DrawLinPlaneGrid(int plane, int dir);
     void DrawLogPlaneGrid(int plane, int dir);
+    void DrawPlaneGridAtTics(int plane, int dir);
     GridDirection StartGrid(int plane, int dir);
     void DrawGridLine(const GridDirection& grid, double value);
     void PlaneGridLine(int plane, const point3Dtype& a, const point3Dtype& b);
@@ -458,11 +518,20 @@ class VARNEL_API CAxes3D {
     template <class Archive>
     void RecordPlanes(Archive& record);
 
+    /// The attributes that records do not have.
+    struct Added {
+        int followView = FOLLOW_OFF;
+        int dates[3] = {};
+        std::vector<CString> dateFormats;  ///< by axis; missing ones are empty
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     std::unique_ptr<CAxis3D> m_pAxis[3];
     std::unique_ptr<CAxisLabels3D> m_pAxisLabels[3];
     Saved m_Saved;
+    Added m_Added;
+    std::unique_ptr<detail::AxesChoice> m_pLastChoice;  ///< of FOLLOW_TURN
     int m_nSignature = kSignature;
 };
 

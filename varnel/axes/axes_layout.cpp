@@ -139,8 +139,11 @@ struct RowStyle {
     int stride = 1;
 };
 
-/// A text in two lines of lengths as even as its spaces allow; one line without a space.
+/// The lines of a text; of a single one, if it is to be wrapped, two of lengths as even as its
+/// spaces allow.
 std::vector<CString> Lines(const CString& text, bool wrapped) {
+    const std::size_t end = text.find('\n');
+    if (end != CString::npos) return {text.substr(0, end), text.substr(end + 1)};
     if (!wrapped) return {text};
     std::size_t best = CString::npos;
     const auto unevenness = [&](std::size_t at) {

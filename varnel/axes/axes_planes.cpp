@@ -12,10 +12,6 @@ namespace {
 
 constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
 
-/// A wall stands this many times its offset off the box, so that it does not flicker through what
-/// is drawn on the box's own planes.
-constexpr double kWallGaps = 10.0;
-
 bool LiesAtMaximum(int plane) {
     return plane >= 3;
 }
@@ -97,7 +93,9 @@ point3Dtype CAxes3D::CalcPlanePoint(int plane, const point3Dtype& a, double dist
 void CAxes3D::DrawPlaneGrid(int plane) {
     if (m_Saved.m_PlaneGrid[plane].m_bGridEnable == 0) return;
     for (int dir = 0; dir < 2; ++dir) {
-        if (m_pTransform->GetAxisScaleMode(m_Saved.m_PlaneTable[plane][dir]) != 0) {
+        if (m_pAxis[m_Saved.m_PlaneTable[plane][dir]]->HasTicValues()) {
+            DrawPlaneGridAtTics(plane, dir);
+        } else if (m_pTransform->GetAxisScaleMode(m_Saved.m_PlaneTable[plane][dir]) != 0) {
             DrawLogPlaneGrid(plane, dir);
         } else {
             DrawLinPlaneGrid(plane, dir);
@@ -129,6 +127,17 @@ void CAxes3D::DrawLinPlaneGrid(int plane, int dir) {
     detail::WalkLinear(stepped.GetAxisCenterPoint(), stepped.GetAxisTicSpace() * nthTic,
                        stepped.GetAxisMin(), stepped.GetAxisMax(),
                        [&](double value, int) { DrawGridLine(grid, value); });
+}
+
+/// Lines at the major tics that a host gave.
+void CAxes3D::DrawPlaneGridAtTics(int plane, int dir) {
+    const PlaneGrid& style = m_Saved.m_PlaneGrid[plane];
+    if ((dir == 0 ? style.m_GridNthTic1 : style.m_GridNthTic2) == 0) return;
+    const GridDirection grid = StartGrid(plane, dir);
+    const CAxis3D& stepped = *m_pAxis[m_Saved.m_PlaneTable[plane][dir]];
+    for (const double value : stepped.GetMajorTicValues())
+        if (stepped.GetAxisMin() <= value && value <= stepped.GetAxisMax())
+            DrawGridLine(grid, value);
 }
 
 void CAxes3D::DrawLogPlaneGrid(int plane, int dir) {

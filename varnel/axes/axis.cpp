@@ -6,6 +6,7 @@
 
 #include "varnel/axes/detail/axis_points.h"
 #include "varnel/axes/detail/axis_walk.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 
 namespace varnel {
@@ -39,6 +40,7 @@ void CAxis3D::InitAxisDefaults() {
     m_pOpenGL = nullptr;
     m_pTransform = nullptr;
     m_Saved = {};
+    m_Added = {};
     detail::Count(nSelfID);
 }
 
@@ -173,7 +175,21 @@ void CAxis3D::DrawAxisLine() {
     m_pOpenGL->EndLineAbs3D(m_pTransform->CPTWS(end));
 }
 
+void CAxis3D::SetTicValues(std::span<const double> majors, std::span<const double> minors) {
+    m_Added.majors.assign(majors.begin(), majors.end());
+    m_Added.minors.assign(minors.begin(), minors.end());
+}
+
+void CAxis3D::DrawTicValues() {
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || m_Saved.m_bAxisSet == 0) return;
+    m_pOpenGL->SetLineStyle3D(m_Saved.m_AxisStyle, m_Saved.m_Thickness, m_Saved.m_TicColor);
+    for (const bool major : {true, false})
+        for (const double value : major ? m_Added.majors : m_Added.minors)
+            if (m_Saved.m_Min <= value && value <= m_Saved.m_Max) DrawTic(value, major);
+}
+
 void CAxis3D::DrawAxisTics() {
+    if (HasTicValues()) return DrawTicValues();
     if (GetAxisScaleMode() != 0) {
         DrawLogAxisTics();
     } else {
@@ -222,6 +238,13 @@ void CAxis3D::Record(Archive& record) {
            m_Saved.m_MinorTicLength, m_Saved.m_MajorTicLength, m_Saved.m_WallThickness,
            m_Saved.m_TicSpace, m_Saved.m_CenterPoint, m_Saved.m_Intercept1, m_Saved.m_Intercept2);
     record(m_Saved.m_bAxisSet);
+}
+
+void CAxis3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) {
+        field("majors", &Added::majors);
+        field("minors", &Added::minors);
+    });
 }
 
 void CAxis3D::Save(HANDLE file) {

@@ -6,6 +6,9 @@
 // owns three axes; labels and titles belong to CAxisLabels3D.
 #pragma once
 
+#include <span>
+#include <vector>
+
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -14,6 +17,10 @@
 #include "varnel/transform/transform.h"
 
 namespace varnel {
+
+namespace detail {
+class AddedFields;
+}
 
 /// A direction along an axis, for tics and labels; plain numbers may be given as well.
 enum AxisDirection3D : int {
@@ -96,6 +103,15 @@ class VARNEL_API CAxis3D {
     void SetAxisWallThickness(double v) { m_Saved.m_WallThickness = v; }
     double GetAxisWallThickness() const { return m_Saved.m_WallThickness; }
 
+    /// Tics at values instead of at steps: major and minor ones, in data units and in any order;
+    /// those outside of the limits are not drawn. Labels and grid lines go with the major ones.
+    /// Two empty spans return to steps.
+    void SetTicValues(std::span<const double> majors, std::span<const double> minors = {});
+    /// The values given, owned here.
+    std::span<const double> GetMajorTicValues() const { return m_Added.majors; }
+    std::span<const double> GetMinorTicValues() const { return m_Added.minors; }
+    bool HasTicValues() const { return !m_Added.majors.empty() || !m_Added.minors.empty(); }
+
     // --- Intercepts: where the axis crosses the others, x before y before z, in data units -------
 
     void SetAxisIntercept(double i1, double i2);
@@ -159,8 +175,12 @@ class VARNEL_API CAxis3D {
     template <class Archive>
     void Record(Archive& record);
 
+    /// Hands the attributes that the record lacks to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
+
  private:
     void DrawTic(double value, bool major);
+    void DrawTicValues();
 
     /// The attributes, as records keep them; limits, intercepts and tic spacing in data units.
     struct Saved {
@@ -187,9 +207,16 @@ class VARNEL_API CAxis3D {
         int m_bAxisSet = 0;  ///< limits were set
     };
 
+    /// The attributes that records do not have.
+    struct Added {
+        std::vector<double> majors;  ///< data units
+        std::vector<double> minors;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     Saved m_Saved;
+    Added m_Added;
     int m_nSignature = kSignature;
 };
 

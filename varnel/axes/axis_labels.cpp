@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "varnel/axes/axis.h"
+#include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/detail/axis_points.h"
 #include "varnel/axes/detail/axis_walk.h"
 #include "varnel/axes/detail/label_layout.h"
@@ -32,6 +33,7 @@ int CAxisLabels3D::nSelfID = 0;
 
 /// One calculation of all labels: what is the same for each, and how far it has come.
 struct CAxisLabels3D::Run {
+    bool isLog = false;
     double min = 0.0;
     double max = 0.0;
     double center = 0.0;
@@ -178,11 +180,15 @@ void CAxisLabels3D::CalcAxisLabels() {
 
 CAxisLabels3D::Run CAxisLabels3D::StartRun() const {
     Run run;
-    run.min = m_pAxis->GetAxisMin();
-    run.max = m_pAxis->GetAxisMax();
-    run.center = m_pAxis->GetAxisIntercept(0);
-    run.i1 = m_pAxis->GetAxisIntercept(1);
-    run.i2 = m_pAxis->GetAxisIntercept(2);
+    run.isLog = m_pTransform->GetAxisScaleMode(m_Saved.m_AxisType) != 0;
+    const auto limit = [&](int axis, double value) {
+        return run.isLog ? m_pTransform->LogLimits(axis, value) : value;
+    };
+    run.min = limit(m_Saved.m_AxisType, m_pAxis->GetAxisMin());
+    run.max = limit(m_Saved.m_AxisType, m_pAxis->GetAxisMax());
+    run.center = limit(m_Saved.m_AxisType, m_pAxis->GetAxisIntercept(0));
+    run.i1 = limit(m_pAxis->GetAxisInterceptAxis(1), m_pAxis->GetAxisIntercept(1));
+    run.i2 = limit(m_pAxis->GetAxisInterceptAxis(2), m_pAxis->GetAxisIntercept(2));
     const double unit = std::max(m_pAxis->GetAxisMajorTicLength(), m_pAxis->GetAxisWallThickness());
     run.offset = m_Saved.m_LabelsTicOffset * unit;
     run.tolerance = m_pAxis->GetAxisRange() / 1000.0;
@@ -194,32 +200,39 @@ CAxisLabels3D::Run CAxisLabels3D::StartRun() const {
     return run;
 }
 
+/// visit(value) for every label in the order of the user strings, whether it may be shown or not.
+template <class Visit>
+void CAxisLabels3D::WalkLabels(const Run& run, Visit&& visit) const {
+    const int nthTic = m_pAxis->GetAxisNthTicMajor();
+    const std::span<const double> values =
+        m_Added.values.empty() ? m_pAxis->GetMajorTicValues() : m_Added.values;
+    if (!values.empty()) {
+        for (const double value : values)
+            visit(value);
+    } else if (run.isLog) {
+        if (nthTic != 0) detail::WalkLogLabels(run.center, run.min, run.max, nthTic < 2, visit);
+    } else {
+        detail::WalkLinear(run.center, nthTic * m_pAxis->GetAxisTicSpace(), run.min, run.max,
+                           [&](double value, int) { visit(value); });
+    }
+}
+
 void CAxisLabels3D::CalcLinAxisLabels() {
     if (!CanCalculate()) return;
     m_pOpenGL->SetFillStyle3D(m_Saved.m_LabelsColor, kBlack, kBlack);
     Run run = StartRun();
     detail::PointOnAxis(m_Saved.m_AxisType, run.min, run.i1, run.i2, run.location);
-    const double step = m_pAxis->GetAxisNthTicMajor() * m_pAxis->GetAxisTicSpace();
-    detail::WalkLinear(run.center, step, run.min, run.max,
-                       [&](double value, int) { CalcLabel(run, value); });
+    WalkLabels(run, [&](double value) { CalcLabel(run, value); });
     CalcAxisTitle(m_pAxis, run.location);
 }
 
 void CAxisLabels3D::CalcLogAxisLabels() {
-    if (!CanCalculate()) return;
-    const int nthTic = m_pAxis->GetAxisNthTicMajor();
-    if (nthTic == 0) return;
+    if (!CanCalculate() || m_pAxis->GetAxisNthTicMajor() == 0) return;
     m_pOpenGL->SetFillStyle3D(m_Saved.m_LabelsColor, kBlack, kBlack);
     Run run = StartRun();
-    run.min = m_pTransform->LogLimits(m_Saved.m_AxisType, run.min);
-    run.max = m_pTransform->LogLimits(m_Saved.m_AxisType, run.max);
-    run.center = m_pTransform->LogLimits(m_Saved.m_AxisType, run.center);
-    run.i1 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(1), run.i1);
-    run.i2 = m_pTransform->LogLimits(m_pAxis->GetAxisInterceptAxis(2), run.i2);
     detail::PointOnAxis(m_Saved.m_AxisType, run.min, run.i1, run.i2, run.location);
     if (m_Saved.m_AxisType == 0 || m_Saved.m_AxisType == 1) run.i2 = LoweredIntercept(run.i2);
-    detail::WalkLogLabels(run.center, run.min, run.max, nthTic < 2,
-                          [&](double value) { CalcLabel(run, value); });
+    WalkLabels(run, [&](double value) { CalcLabel(run, value); });
     CalcAxisTitle(m_pAxis, run.location);
 }
 
@@ -231,19 +244,23 @@ double CAxisLabels3D::LoweredIntercept(double z) const {
     return lowered <= 0.0 && m_pTransform->GetAxisScaleMode(2) != 0 ? z : lowered;
 }
 
+/// The text of a label: a user string, of which there may be too few, or the number.
+CString CAxisLabels3D::LabelAt(int index, double value) const {
+    if (!HasNames()) return AxisNumToString(value, m_Saved.m_LabelsFormat);
+    if (index >= m_Saved.m_NumLabelsStrings) return {};
+    return m_pLabelsStrings[static_cast<std::size_t>(index)];
+}
+
 void CAxisLabels3D::CalcLabel(Run& run, double value) {
+    const int index = run.index++;
+    // The walks keep inside the limits; values that a host gave may lie anywhere.
+    if (value < run.min || value > run.max) return;
     detail::PointOnAxis(m_Saved.m_AxisType, value, run.i1, run.i2, run.location);
     calcticpoint(run.location, run.offset, m_Saved.m_LabelsDir);
-    const int index = run.index++;
     if (!detail::IsLabelShown(value, run.min, run.center, run.max, run.tolerance,
                               m_Saved.m_LabelsEnds))
         return;
-    CString text;
-    if (m_pLabelsStrings == nullptr || m_Saved.m_bStringsEnable == 0) {
-        text = AxisNumToString(value, m_Saved.m_LabelsFormat);
-    } else if (index < m_Saved.m_NumLabelsStrings) {
-        text = m_pLabelsStrings[static_cast<std::size_t>(index)];
-    }
+    const CString text = LabelAt(index, value);
     CTextObj3D* const label = m_LabelObjs.GetAt(NewLabelObj(text) - 1);
     label->SetJustify(run.just.x, run.just.y);
     label->SetColor(m_Saved.m_LabelsColor);
@@ -419,7 +436,63 @@ void CAxisLabels3D::Record(Archive& record) {
     }
 }
 
+void CAxisLabels3D::SetAxisLabelsValues(std::span<const double> values) {
+    m_Added.values.assign(values.begin(), values.end());
+}
+
+void CAxisLabels3D::FillContent(detail::AxisContent& content) const {
+    content.title = m_pTitleObj->GetString();
+    content.named = HasNames();
+    if (!CanCalculate()) return;
+    const Run run = StartRun();
+    const double low = m_pTransform->CVTWS(m_Saved.m_AxisType, run.min);
+    const double high = m_pTransform->CVTWS(m_Saved.m_AxisType, run.max);
+    struct Label {
+        double place;
+        CString text;
+    };
+    std::vector<Label> labels;
+    int index = 0;
+    WalkLabels(run, [&](double value) {
+        const int own = index++;
+        const double place = (m_pTransform->CVTWS(m_Saved.m_AxisType, value) - low) / (high - low);
+        if (!(place >= 0.0 && place <= 1.0)) return;
+        if (detail::IsLabelShown(value, run.min, run.center, run.max, run.tolerance,
+                                 m_Saved.m_LabelsEnds))
+            labels.push_back({place, LabelAt(own, value)});
+    });
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](const Label& a, const Label& b) { return a.place < b.place; });
+    for (const Label& label : labels) {
+        // Logarithmic walks visit their centre twice.
+        if (!content.places.empty() && content.places.back() == label.place) continue;
+        content.places.push_back(label.place);
+        content.texts.push_back(label.text);
+    }
+}
+
+void CAxisLabels3D::DrawPlaced(std::span<const detail::PlacedText> texts,
+                               const detail::TextPlace& place) {
+    FreeLabelObjs();
+    CTextObj3D title = *m_pTitleObj;
+    for (const detail::PlacedText& placed : texts) {
+        if (placed.axis != m_Saved.m_AxisType) continue;
+        CTextObj3D* text = &title;
+        if (!placed.isTitle) text = m_LabelObjs.GetAt(NewLabelObj(placed.text) - 1);
+        text->SetColor(placed.isTitle ? m_Saved.m_TitleColor : m_Saved.m_LabelsColor);
+        text->SetTextPlane(TEXTPLANE_VIEWER);
+        text->SetRotation(placed.rotation);
+        text->SetJustify(TEXT_START, TEXT_START);
+        text->SetFlipX(0);
+        text->SetFlipY(0);
+        text->SetCharSize(placed.em / place.em);
+        text->SetNormLocation(place.Normalized(placed.start));
+        text->OutTextNorm();
+    }
+}
+
 void CAxisLabels3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) { field("values", &Added::values); });
     fields.Object("title", m_pTitleObj.get());
 }
 

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "varnel/axes/axis.h"
 #include "varnel/axes/text_object.h"
@@ -23,7 +24,10 @@ namespace varnel {
 
 namespace detail {
 class AddedFields;
-}
+struct AxisContent;
+struct PlacedText;
+struct TextPlace;
+}  // namespace detail
 
 /// How numbers at an axis are written; plain numbers may be given as well.
 enum LabelFormat3D : int {
@@ -135,6 +139,11 @@ class VARNEL_API CAxisLabels3D {
     /// The copies, owned here; null when there are none.
     CString* GetAxisLabelsStrings() const { return m_pLabelsStrings.get(); }
 
+    /// Labels at values of their own instead of at the major tics, in data units; an empty span
+    /// returns to the tics. Those outside of the limits are left out, their strings too.
+    void SetAxisLabelsValues(std::span<const double> values);
+    std::span<const double> GetAxisLabelsValues() const { return m_Added.values; }
+
     /// The suffixes of the engineering format: none, thousands, millions, (US) billions, trillions.
     void SetEngString(const CString& suffixes) { m_Added.m_EngString = suffixes; }
     CString GetEngString() const { return m_Added.m_EngString; }
@@ -209,6 +218,7 @@ class VARNEL_API CAxisLabels3D {
     void Record(Archive& record);
 
  private:
+    friend class CAxes3D;
     struct Run;
 
     CString AxisNumToString(double value, int format) const;
@@ -217,6 +227,12 @@ class VARNEL_API CAxisLabels3D {
     void InitLabelJustTable();
     bool CanCalculate() const;
     Run StartRun() const;
+    template <class Visit>
+    void WalkLabels(const Run& run, Visit&& visit) const;
+    CString LabelAt(int index, double value) const;
+    bool HasNames() const { return m_pLabelsStrings != nullptr && m_Saved.m_bStringsEnable != 0; }
+    void FillContent(detail::AxisContent& content) const;
+    void DrawPlaced(std::span<const detail::PlacedText> texts, const detail::TextPlace& place);
     double LoweredIntercept(double z) const;
     void CalcLabel(Run& run, double value);
     void calcticpoint(point3Dtype& p, double length, int dir) const;
@@ -264,6 +280,7 @@ class VARNEL_API CAxisLabels3D {
     struct Added {
         int m_LabelsNthTic = 1;
         CString m_EngString = " KMBT";
+        std::vector<double> values;  ///< data units
     };
 
     COpenGL* m_pOpenGL = nullptr;

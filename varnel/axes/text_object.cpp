@@ -133,35 +133,39 @@ void CTextObj3D::Transform() {
     m_pOpenGL->LoadMatrixTransform(m_pTransform->GetGraphTransform());
 }
 
-void CTextObj3D::TransformTextPlane(const point3Dtype& chartRotation) {
-    if (m_pOpenGL == nullptr) return;
+std::vector<CTextObj3D::PlaneTurn> CTextObj3D::PlaneTurns(const point3Dtype& chartRotation) const {
+    const auto rotation = static_cast<double>(m_Saved.m_Rotation);
+    std::vector<PlaneTurn> turns;
     switch (m_Saved.m_TextPlane) {
-        case 0:
-            m_pOpenGL->Rotate3D(180.0, 0);
-            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 2);
+        case TEXTPLANE_XY:
+            turns = {{180.0, 0}, {rotation, 2}};
             break;
-        case 1:
-            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 1);
-            m_pOpenGL->Rotate3D(90.0, 0);
+        case TEXTPLANE_XZ:
+            turns = {{rotation, 1}, {90.0, 0}};
             break;
-        case 2:
-            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 0);
-            m_pOpenGL->Rotate3D(90.0, 0);
-            m_pOpenGL->Rotate3D(-90.0, 1);
+        case TEXTPLANE_YZ:
+            turns = {{rotation, 0}, {90.0, 0}, {-90.0, 1}};
             break;
-        case 3:
+        case TEXTPLANE_VIEWER:
             // Undoes the chart's rotation and its turn of z upward.
-            m_pOpenGL->Rotate3D(-chartRotation.z, 2);
-            m_pOpenGL->Rotate3D(-chartRotation.y, 1);
-            m_pOpenGL->Rotate3D(-chartRotation.x, 0);
-            m_pOpenGL->Rotate3D(90.0, 0);
-            m_pOpenGL->Rotate3D(m_Saved.m_Rotation, 2);
+            turns = {{-chartRotation.z, 2},
+                     {-chartRotation.y, 1},
+                     {-chartRotation.x, 0},
+                     {90.0, 0},
+                     {rotation, 2}};
             break;
         default:
             break;
     }
-    if (m_Saved.m_FlipX != 0) m_pOpenGL->Rotate3D(180.0, 0);
-    if (m_Saved.m_FlipY != 0) m_pOpenGL->Rotate3D(180.0, 1);
+    if (m_Saved.m_FlipX != 0) turns.push_back({180.0, 0});
+    if (m_Saved.m_FlipY != 0) turns.push_back({180.0, 1});
+    return turns;
+}
+
+void CTextObj3D::TransformTextPlane(const point3Dtype& chartRotation) {
+    if (m_pOpenGL == nullptr) return;
+    for (const PlaneTurn& turn : PlaneTurns(chartRotation))
+        m_pOpenGL->Rotate3D(turn.degrees, turn.axis);
 }
 
 void CTextObj3D::CalcComplexAspectRatio(point3Dtype& scale) const {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -130,6 +131,13 @@ class VARNEL_API CTextObj3D {
     void Transform();
     /// Turns the current matrix into the text's plane, given the chart's rotation in degrees.
     void TransformTextPlane(const point3Dtype& chartRotation);
+    /// One of the rotations that bring a text into its plane, about axis 0, 1 or 2.
+    struct PlaneTurn {
+        double degrees;
+        int axis;
+    };
+    /// All of them, in the order of TransformTextPlane, which applies them.
+    std::vector<PlaneTurn> PlaneTurns(const point3Dtype& chartRotation) const;
     /// The factors on the letters' x, y and z: font aspect and rotation, times the size. For planes
     /// outside 0..3 `scale` is only multiplied by the size.
     void CalcComplexAspectRatio(point3Dtype& scale) const;

@@ -1,0 +1,333 @@
+// CAxes3D: what goes with the view and what is measured: placing, names, dates, extents.
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "varnel/axes/axes.h"
+#include "varnel/axes/detail/axes_extents.h"
+#include "varnel/render/font.h"
+#include "varnel/render/opengl.h"
+#include "varnel/scale/calendar.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+using detail::PixelPoint;
+
+constexpr double kInFront = 0.02;  // device units by which letters lie before the box
+
+/// The planes of the box by their normal axis and end.
+int PlaneAt(int normal, bool atMax) {
+    return 2 - normal + (atMax ? 3 : 0);
+}
+
+int Opposite(int plane) {
+    return (plane + 3) % 6;
+}
+
+detail::Matrix4 MatrixOf(const double* m) {
+    detail::Matrix4 matrix;
+    std::copy(m, m + 16, matrix.m.begin());
+    return matrix;
+}
+
+detail::Vec3 Apply(const detail::Matrix4& m, const point3Dtype& p) {
+    const auto row = [&](int i) {
+        return m.At(i, 0) * p.x + m.At(i, 1) * p.y + m.At(i, 2) * p.z + m.At(i, 3);
+    };
+    return {row(0), row(1), row(2)};
+}
+
+/// Sizes of texts in the context's font.
+detail::TextExtent Extent(const CFont3D& font, const CString& text) {
+    const double em = font.GetFontScaleFactor();
+    if (em == 0.0) return {};
+    const bool descends = text.find_first_of("gjpqyQ,;()[]{}|$@/") != CString::npos;
+    const double below = (font.TextHeight3D("p") - font.TextHeight3D("x")) / em;
+    return {font.TextWidth3D(text) / em, font.TextHeight3D("H") / em, descends ? below : 0.0};
+}
+
+void Include(detail::PixelBox& box, PixelPoint p) {
+    box.left = std::min(box.left, p.x);
+    box.bottom = std::min(box.bottom, p.y);
+    box.right = std::max(box.right, p.x);
+    box.top = std::max(box.top, p.y);
+}
+
+/// The pixels that a text object covers under the transform's matrix for text.
+detail::PixelBox BoxOf(const CTextObj3D& text, const CFont3D& font, const CTransform3D& transform,
+                       const detail::BoxView& view) {
+    const double em = font.GetFontScaleFactor();
+    const detail::TextExtent extent = Extent(font, text.GetString());
+    point3Dtype scale;
+    text.CalcComplexAspectRatio(scale);
+    point3Dtype justify;
+    text.calccharjust(justify, extent.width, font.TextHeight3D(text.GetString()) / em);
+    detail::MatrixStack matrix;
+    matrix.Load(MatrixOf(transform.GetFontTransform()));
+    const point3Dtype at = text.GetNormLocation();
+    matrix.Translate(at.x, at.y, at.z);
+    for (const CTextObj3D::PlaneTurn& turn : text.PlaneTurns(transform.GetRotation()))
+        matrix.Multiply(detail::Rotation(turn.degrees, turn.axis));
+    matrix.Scale(scale.x, scale.y, scale.z);
+    matrix.Translate(justify.x, justify.y, justify.z);
+    detail::PixelBox box = {1e300, 1e300, -1e300, -1e300};
+    for (const double x : {0.0, extent.width})
+        for (const double y : {-extent.descent, extent.ascent})
+            Include(box, view.ToPixel(matrix.ToDevice({x, y, 0.0, 0.0})));
+    return box;
+}
+
+}  // namespace
+
+void CAxes3D::SetFollowView(int mode) {
+    m_Added.followView = std::clamp<int>(mode, FOLLOW_OFF, FOLLOW_TURN);
+    m_pLastChoice.reset();
+}
+
+void CAxes3D::SetCategories(int axis, std::span<const CString> names,
+                            std::span<const double> positions, int ticsBetween) {
+    CAxis3D* const line = GetAxis(axis);
+    CAxisLabels3D* const labels = GetAxisLabels(axis);
+    if (names.empty() || line == nullptr || labels == nullptr) return;
+    std::vector<double> places(positions.begin(), positions.end());
+    if (places.empty()) {
+        places.resize(names.size());
+        std::iota(places.begin(), places.end(), 1.0);
+    }
+    places.resize(std::min(places.size(), names.size()));
+
+    std::vector<double> sorted = places;
+    std::sort(sorted.begin(), sorted.end());
+    double smallest = HUGE_VAL;
+    std::vector<double> between;
+    for (std::size_t i = 1; i < sorted.size(); ++i) {
+        if (sorted[i] > sorted[i - 1]) smallest = std::min(smallest, sorted[i] - sorted[i - 1]);
+        between.push_back((sorted[i] + sorted[i - 1]) / 2.0);
+    }
+    const double half = std::isfinite(smallest) ? smallest / 2.0 : 0.5;
+    line->SetAxisLimits(sorted.front() - half, sorted.back() + half);
+    if (ticsBetween != 0) {
+        between.push_back(line->GetAxisMin());
+        between.push_back(line->GetAxisMax());
+    }
+    line->SetTicValues(ticsBetween != 0 ? between : places);
+    labels->SetAxisLabelsValues(places);
+    labels->SetAxisLabelsStrings(names.first(places.size()));
+    SetAxisDates(axis, 0);
+}
+
+void CAxes3D::SetAxisDates(int axis, int on, const CString& format) {
+    CAxis3D* const line = GetAxis(axis);
+    if (line == nullptr) return;
+    const bool was = m_Added.dates[axis] != 0;
+    m_Added.dates[axis] = on != 0 ? 1 : 0;
+    m_Added.dateFormats.resize(3);
+    m_Added.dateFormats[static_cast<std::size_t>(axis)] = format;
+    if (on != 0 || !was) return;
+    line->SetTicValues({});
+    GetAxisLabels(axis)->SetAxisLabelsStrings(nullptr, 0);
+    GetAxisLabels(axis)->EnableAxisLabelsStrings(0);
+}
+
+detail::BoxView CAxes3D::ViewOfBox(double width, double height) const {
+    const detail::Matrix4 toDevice = MatrixOf(m_pTransform->GetGraphTransform());
+    point3Dtype low;
+    point3Dtype high;
+    for (int axis = 0; axis < 3; ++axis) {
+        coordassign(low, axis, m_pTransform->CVTWS(axis, m_pAxis[axis]->GetAxisMin()));
+        coordassign(high, axis, m_pTransform->CVTWS(axis, m_pAxis[axis]->GetAxisMax()));
+    }
+    detail::BoxView view;
+    view.origin = Apply(toDevice, low);
+    for (int axis = 0; axis < 3; ++axis) {
+        point3Dtype end = low;
+        coordassign(end, axis, GetCoord3D(high, axis));
+        view.edges[axis] = Apply(toDevice, end) - view.origin;
+    }
+    view.width = width;
+    view.height = height;
+    return view;
+}
+
+double CAxes3D::EmInPixels(double height) const {
+    const CFont3D* const font = m_pOpenGL->GetFont();
+    if (font == nullptr) return 0.0;
+    return font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * height / 2.0;
+}
+
+void CAxes3D::PrepareDates(const detail::BoxView& view) {
+    for (int axis = 0; axis < 3; ++axis) {
+        if (m_Added.dates[axis] == 0) continue;
+        CAxis3D& line = *m_pAxis[axis];
+        CAxisLabels3D& labels = *m_pAxisLabels[axis];
+        const PixelPoint edge = view.EdgeInPixels(axis);
+        const double em = EmInPixels(view.height) * labels.GetAxisLabelsSize();
+        CalendarOptions options;
+        const auto number = static_cast<std::size_t>(axis);
+        if (number < m_Added.dateFormats.size()) options.format = m_Added.dateFormats[number];
+        if (em > 0.0) options.length = std::hypot(edge.x, edge.y) / em;
+        options.across = std::abs(edge.x) > std::abs(edge.y);
+        const CalendarScale scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+        line.SetTicValues(scale.majors, scale.minors);
+        std::vector<CString> texts = scale.texts;
+        for (std::size_t i = 0; i < texts.size() && i < scale.contexts.size(); ++i)
+            if (!scale.contexts[i].empty()) texts[i] += "\n" + scale.contexts[i];
+        labels.SetAxisLabelsStrings(texts);
+    }
+}
+
+void CAxes3D::FillContent(int axis, double height, detail::AxisContent& content) const {
+    const CAxis3D& line = *m_pAxis[axis];
+    const CAxisLabels3D& labels = *m_pAxisLabels[axis];
+    content.hasLine = m_Saved.m_bAxisEnable[axis] != 0;
+    content.ticLength = std::max(line.GetAxisMajorTicLength(), 0.0);
+    const double em = EmInPixels(height);
+    content.labelEm = em * labels.GetAxisLabelsSize();
+    content.titleEm = em * labels.GetAxisTitleSize();
+    if (m_Saved.m_bAxisLabelsEnable[axis] != 0) labels.FillContent(content);
+    // Dates are names as far as words go, but leave every second one out rather than shrink.
+    if (m_Added.dates[axis] != 0) content.named = false;
+    for (const bool atMax : {false, true}) {
+        const int plane = PlaneAt(axis, atMax);
+        const int used =
+            PlaneInUse(plane, GetWallEnable(Opposite(plane)) != 0, GetWallEnable(plane) != 0);
+        if (used < 0) continue;
+        const Wall& wall = m_Saved.m_Wall[used];
+        (atMax ? content.wallAtMax : content.wallAtMin) =
+            wall.m_WallMode == kWall ? wall.m_WallThickness * (1.0 + kWallGaps * wall.m_WallOffset)
+                                     : wall.m_WallOffset;
+    }
+}
+
+/// The plane whose attributes a plane has: its own, or those of the one opposite; -1 for none.
+int CAxes3D::PlaneInUse(int plane, bool hasOpposite, bool hasOwn) const {
+    if (hasOwn) return plane;
+    return hasOpposite ? Opposite(plane) : -1;
+}
+
+detail::AxesPlacement CAxes3D::PlaceFollowing(const detail::BoxView& view) const {
+    detail::AxisContent content[3];
+    for (int axis = 0; axis < 3; ++axis)
+        FillContent(axis, view.height, content[axis]);
+    const CFont3D* const font = m_pOpenGL->GetFont();
+    const auto measure = [font](const CString& text) {
+        return font == nullptr ? detail::TextExtent{} : Extent(*font, text);
+    };
+    return detail::PlaceAxes(view, content, measure, m_pLastChoice.get());
+}
+
+detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
+    detail::AxesExtents extents;
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || !IsComplete()) return extents;
+    m_pTransform->ChartTransform();
+    const detail::BoxView view = ViewOfBox(width, height);
+    PrepareDates(view);
+    if (m_Added.followView == FOLLOW_OFF) {
+        MeasureFixed(view, extents);
+        return extents;
+    }
+    const detail::AxesPlacement placement = PlaceFollowing(view);
+    extents.bounds = placement.bounds;
+    for (const detail::PlacedText& text : placement.texts)
+        extents.texts.push_back({text.axis, text.isTitle, text.text, text.box});
+    return extents;
+}
+
+void CAxes3D::MeasureFixed(const detail::BoxView& view, detail::AxesExtents& extents) {
+    // Walls, tics and lines are counted as the box, grown by the longest of them.
+    detail::AxisContent content[3];
+    for (int axis = 0; axis < 3; ++axis)
+        FillContent(axis, view.height, content[axis]);
+    extents.bounds = {1e300, 1e300, -1e300, -1e300};
+    for (int corner = 0; corner < 8; ++corner) {
+        detail::Vec3 at = view.origin;
+        for (int axis = 0; axis < 3; ++axis) {
+            const bool atMax = (corner >> axis & 1) != 0;
+            const bool own = GetWallEnable(PlaneAt(axis, atMax)) != 0;
+            const double wall = atMax ? content[axis].wallAtMax : content[axis].wallAtMin;
+            const double place = (atMax ? 1.0 : 0.0) + (own ? (atMax ? wall : -wall) : 0.0);
+            const detail::Vec3& e = view.edges[axis];
+            at = {at.x + place * e.x, at.y + place * e.y, at.z + place * e.z};
+        }
+        Include(extents.bounds, view.ToPixel(at));
+    }
+    const CFont3D* const font = m_pOpenGL->GetFont();
+    if (font == nullptr) return;
+    m_pTransform->TextTransform();
+    const auto add = [&](int axis, bool isTitle, const CTextObj3D& text) {
+        if (text.GetString().empty()) return;
+        const detail::PixelBox box = BoxOf(text, *font, *m_pTransform, view);
+        extents.texts.push_back({axis, isTitle, text.GetString(), box});
+        Include(extents.bounds, {box.left, box.bottom});
+        Include(extents.bounds, {box.right, box.top});
+    };
+    for (int axis = 0; axis < 3; ++axis) {
+        CAxisLabels3D& labels = *m_pAxisLabels[axis];
+        if (m_Saved.m_bAxisLabelsEnable[axis] == 0) continue;
+        labels.FreeLabelObjs();
+        labels.CalcAxisLabels();
+        for (const auto& label : labels.m_LabelObjs) {
+            point3Dtype at;
+            m_pTransform->NormalizePoint(label->GetLocation(), at);
+            label->SetNormLocation(at);
+            add(axis, false, *label);
+        }
+        add(axis, true, *labels.GetTitleObj());
+    }
+    m_pTransform->ChartTransform();
+}
+
+void CAxes3D::DrawFollowing(const detail::BoxView& view) {
+    const detail::AxesPlacement placement = PlaceFollowing(view);
+    if (m_Added.followView == FOLLOW_TURN)
+        m_pLastChoice = std::make_unique<detail::AxesChoice>(placement.choice);
+    for (int axis = 0; axis < 3; ++axis)
+        if (placement.axes[axis].shown) DrawFollowingAxis(axis, placement);
+
+    // The planes that look away, in the attributes of those that are switched on.
+    const Saved kept = m_Saved;
+    for (int normal = 0; normal < 3; ++normal) {
+        const int plane = PlaneAt(normal, placement.choice.back[normal]);
+        const int other = Opposite(plane);
+        const int wall = PlaneInUse(plane, GetWallEnable(other) != 0, GetWallEnable(plane) != 0);
+        const int grid = PlaneInUse(plane, GetGridEnable(other) != 0, GetGridEnable(plane) != 0);
+        if (wall >= 0) m_Saved.m_Wall[plane] = kept.m_Wall[wall];
+        if (wall >= 0) m_Saved.m_PlaneColorMode[plane] = kept.m_PlaneColorMode[wall];
+        if (grid >= 0) m_Saved.m_PlaneGrid[plane] = kept.m_PlaneGrid[grid];
+        m_Saved.m_Wall[other].m_bWallEnable = 0;
+        m_Saved.m_PlaneGrid[other].m_bGridEnable = 0;
+    }
+    DrawAxesPlanes();
+    m_Saved = kept;
+
+    m_pTransform->TextTransform();
+    detail::TextPlace place;
+    place.em = EmInPixels(view.height);
+    place.toDevice = MatrixOf(m_pTransform->GetFontTransform());
+    place.width = view.width;
+    place.height = view.height;
+    place.depth = view.origin.z - kInFront;
+    for (const detail::Vec3& edge : view.edges)
+        place.depth += std::min(edge.z, 0.0);
+    if (!(place.em > 0.0)) return;
+    for (const auto& labels : m_pAxisLabels)
+        labels->DrawPlaced(placement.texts, place);
+}
+
+void CAxes3D::DrawFollowingAxis(int axis, const detail::AxesPlacement& placement) {
+    m_pOpenGL->SetColorMode(m_Saved.m_AxisColorMode[axis]);
+    if (m_Saved.m_bAxisEnable[axis] == 0) return;
+    CAxis3D placed = *m_pAxis[axis];
+    const auto at = [&](int which) {
+        const int other = placed.GetAxisInterceptAxis(which);
+        const CAxis3D& crossed = *m_pAxis[other];
+        return placement.choice.edges[axis][other] ? crossed.GetAxisMax() : crossed.GetAxisMin();
+    };
+    placed.SetAxisIntercept(at(1), at(2));
+    placed.SetAxisTicDir(placement.axes[axis].ticDirection);
+    placed.DrawAxis();
+}
+
+}  // namespace varnel

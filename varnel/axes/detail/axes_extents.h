@@ -1,0 +1,44 @@
+// What axes draw, in pixels of the viewport from its lower left corner, for layouts that make room
+// for it, and the way back from a pixel to where a text object puts its letters.
+#pragma once
+
+#include <vector>
+
+#include "varnel/axes/detail/axes_layout.h"
+
+namespace varnel::detail {
+
+/// A text that axes draw.
+struct AxesText {
+    int axis = 0;  ///< 0 x, 1 y, 2 z
+    bool isTitle = false;
+    CString text;
+    PixelBox box;  ///< around it, turned or not
+};
+
+struct AxesExtents {
+    PixelBox bounds;  ///< of all that is drawn: the box, walls, tics and texts
+    std::vector<AxesText> texts;
+};
+
+/// Where a text object that faces the viewer starts for its letters to begin at a pixel.
+struct TextPlace {
+    double em = 0.0;     ///< in pixels, of a text of size 1
+    Matrix4 toDevice;    ///< of normalized points, a rotation and a shift
+    double depth = 0.0;  ///< device coordinate of the letters, in front of the box
+    double width = 0.0;  ///< of the viewport in pixels
+    double height = 0.0;
+
+    point3Dtype Normalized(PixelPoint pixel) const {
+        const double shifted[3] = {2.0 * pixel.x / width - 1.0 - toDevice.At(0, 3),
+                                   2.0 * pixel.y / height - 1.0 - toDevice.At(1, 3),
+                                   depth - toDevice.At(2, 3)};
+        double p[3] = {};
+        for (int axis = 0; axis < 3; ++axis)
+            for (int row = 0; row < 3; ++row)
+                p[axis] += toDevice.At(row, axis) * shifted[row];
+        return {p[0], p[1], p[2], 0.0};
+    }
+};
+
+}  // namespace varnel::detail
