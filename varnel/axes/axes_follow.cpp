@@ -5,6 +5,7 @@
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/detail/axes_extents.h"
+#include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 #include "varnel/scale/calendar.h"
@@ -39,13 +40,10 @@ detail::Vec3 Apply(const detail::Matrix4& m, const point3Dtype& p) {
     return {row(0), row(1), row(2)};
 }
 
-/// Sizes of texts in the context's font.
+/// The size of one line in the context's font.
 detail::TextExtent Extent(const CFont3D& font, const CString& text) {
-    const double em = font.GetFontScaleFactor();
-    if (em == 0.0) return {};
-    const bool descends = text.find_first_of("gjpqyQ,;()[]{}|$@/") != CString::npos;
-    const double below = (font.TextHeight3D("p") - font.TextHeight3D("x")) / em;
-    return {font.TextWidth3D(text) / em, font.TextHeight3D("H") / em, descends ? below : 0.0};
+    const detail::TextSize size = detail::TextMeasurer(font.GetFace()).Measure(text);
+    return {size.width, size.height, size.descent};
 }
 
 void Include(detail::PixelBox& box, PixelPoint p) {
@@ -58,12 +56,11 @@ void Include(detail::PixelBox& box, PixelPoint p) {
 /// The pixels that a text object covers under the transform's matrix for text.
 detail::PixelBox BoxOf(const CTextObj3D& text, const CFont3D& font, const CTransform3D& transform,
                        const detail::BoxView& view) {
-    const double em = font.GetFontScaleFactor();
     const detail::TextExtent extent = Extent(font, text.GetString());
     point3Dtype scale;
     text.CalcComplexAspectRatio(scale);
     point3Dtype justify;
-    text.calccharjust(justify, extent.width, font.TextHeight3D(text.GetString()) / em);
+    text.calccharjust(justify, extent.width, extent.ascent);
     detail::MatrixStack matrix;
     matrix.Load(MatrixOf(transform.GetFontTransform()));
     const point3Dtype at = text.GetNormLocation();

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <optional>
 
+#include "varnel/render/detail/text_measure.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -14,7 +16,6 @@ constexpr double kLabelGap = 0.35;        // ems between tics and labels
 constexpr double kTitleGap = 0.5;         // label heights between labels and title
 constexpr double kBeside = 0.5;           // ems between labels side by side
 constexpr double kAbove = 0.15;           // and one above the other
-constexpr double kLineHeight = 1.25;      // ems
 constexpr double kShortestNumbers = 2.0;  // label heights that an axis takes to say something
 constexpr double kShortestNames = 1.0;
 constexpr double kCapHeight = 0.73;  // of capitals, in ems
@@ -161,10 +162,11 @@ class LabelRow {
     LabelRow(const PlacedAxis& axis, int number, const AxisContent& content,
              const TextMeasure& measure)
         : m_Axis(axis), m_Number(number), m_Content(content) {
-        for (const CString& text : content.texts) {
-            m_Ascent = std::max(m_Ascent, measure(text).ascent);
-            m_Descent = std::max(m_Descent, measure(text).descent);
-        }
+        for (const CString& text : content.texts)
+            for (const CString& line : Lines(text, false)) {
+                m_Ascent = std::max(m_Ascent, measure(line).ascent);
+                m_Descent = std::max(m_Descent, measure(line).descent);
+            }
         for (const bool wrapped : {false, true})
             for (const CString& text : content.texts) {
                 Label label;
@@ -232,7 +234,7 @@ class LabelRow {
         const Label& label = LabelOf(style, i);
         const auto more = static_cast<double>(label.lines.size() - 1);
         double width = label.width * em;
-        double height = (m_Ascent + m_Descent + more * kLineHeight) * em;
+        double height = (m_Ascent + m_Descent + more * kLineSpacing) * em;
         if (style.rotation != 0) std::swap(width, height);
         const PixelPoint& n = m_Axis.outward;
         const double support = (std::abs(n.x) * width + std::abs(n.y) * height) / 2;
@@ -271,7 +273,7 @@ class LabelRow {
             text.rotation = style.rotation;
             const double width = label.widths[line] * em;
             if (style.rotation == 0) {
-                const double top = box.top - static_cast<double>(line) * kLineHeight * em;
+                const double top = box.top - static_cast<double>(line) * kLineSpacing * em;
                 const double left = (box.left + box.right - width) / 2;
                 text.start = {left, top - m_Ascent * em};
                 text.box = {left, top - (m_Ascent + m_Descent) * em, left + width, top};
