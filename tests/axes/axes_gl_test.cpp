@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "tests/support/drawing_test.h"
+#include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/platform/files.h"
 #include "varnel/transform/transform.h"
@@ -398,6 +399,77 @@ TEST_F(AxesDrawing, SavedWithTheIdentifierOfTheirTransform) {
     EXPECT_EQ(loaded.GetTransformID(), 4711);
     EXPECT_EQ(loaded.GetAxis(2)->GetTransformID(), 4711);
     EXPECT_EQ(loaded.GetAxisLabels(1)->GetTransformID(), 4711);
+}
+
+/// What is measured is what is drawn, whether the axes follow the view or not.
+TEST_F(AxesDrawing, AreMeasuredAsTheyAreDrawn) {
+    transform.SetChartRect({0.4, 0.3, 0.35, 0});
+    transform.SetFontHeightSF(0.6);
+    for (const int follow : {FOLLOW_OFF, FOLLOW_VIEW, FOLLOW_TURN})
+        for (const point3Dtype& turn :
+             {point3Dtype{-20, 0, 25, 0}, {0, 0, 0, 0}, {40, 0, 200, 0}}) {
+            transform.SetRotate(turn);
+            Restart();
+            for (int axis = 0; axis < 3; ++axis) {
+                axes->EnableAxis(axis, 1);
+                axes->EnableAxisLabels(axis, 1);
+                axes->SetAxisTics(axis, 0, axes->GetAxisRange(axis) / 10, 5, 0.01, 0.02, axis);
+                axes->SetAxisLabels(axis, axis + 1, 0, axis, 0, 7, kBlack);
+                axes->SetAxisTitleString(axis, "title");
+            }
+            axes->SetFollowView(follow);
+            const detail::PixelBox bounds = axes->MeasureAxes(kSize, kSize).bounds;
+            const Box drawn(DrawAll());
+            const auto pixel = [](double device) { return (device + 1.0) / 2.0 * kSize; };
+            SCOPED_TRACE(testing::Message() << follow << " " << turn.z);
+            EXPECT_NEAR(bounds.left, pixel(drawn.left), 3.0);
+            EXPECT_NEAR(bounds.right, pixel(drawn.right), 3.0);
+            EXPECT_NEAR(bounds.bottom, pixel(drawn.bottom), 3.0);
+            EXPECT_NEAR(bounds.top, pixel(drawn.top), 3.0);
+        }
+}
+
+TEST_F(AxesDrawing, FollowingShowsWallsBehindInTheAttributesOfEither) {
+    transform.SetRotate({-20, 0, 155, 0});  // seen from the other side
+    axes->SetPlaneColor(1, kRed, kRed);
+    axes->SetPlaneColorMode(1, 0);
+    for (const int follow : {FOLLOW_OFF, FOLLOW_VIEW}) {
+        axes->SetFollowView(follow);
+        const Box wall(DrawAll());
+        EXPECT_EQ(wall.front > 0.0, follow != FOLLOW_OFF) << "the far face, not the near one";
+    }
+    EXPECT_EQ(axes->GetWallEnable(1), 1);
+    EXPECT_EQ(axes->GetWallEnable(4), 0);
+}
+
+TEST_F(AxesDrawing, NamesAndDatesStandAtTheirValues) {
+    transform.SetScale({0, 0, 0, 0}, {6, 5, 100, 0});
+    Restart();
+    axes->EnableAxis(0, 1);
+    axes->EnableAxisLabels(0, 1);
+    axes->SetAxisLabels(0, 3, 0, DIR_MINUS_Z, 0, 7, kBlack);
+    axes->SetAxisTicDir(0, DIR_MINUS_Z);
+    const CString names[] = {"one", "two", "five", "nowhere"};
+    axes->SetCategories(0, names, std::vector<double>{1, 2, 5});
+    EXPECT_EQ(axes->GetAxisMin(0), 0.5);
+    EXPECT_EQ(axes->GetAxisMax(0), 5.5);
+    EXPECT_EQ(Texts(0), (Strings{"one", "two", "five"}));
+    EXPECT_NEAR(Label(0, 2).GetLocation().x, 5.0, 1e-9);
+    axes->EnableAxisLabels(0, 0);
+    transform.ChartTransform();
+    const auto place = [](double v) { return (v - 3.0) / 6.0; };
+    ExpectPlaces(Places(DrawAll(), true), {place(1), place(2), place(5)});
+    axes->SetCategories(0, names, std::vector<double>{1, 2, 5}, 1);
+    ExpectPlaces(Places(DrawAll(), true), {place(0.5), place(1.5), place(3.5), place(5.5)});
+
+    axes->SetAxisLimits(0, 19000, 19800);
+    axes->SetAxisDates(0, 1, "%Y-%m-%d");
+    axes->DrawAxes();
+    for (const CString& text : Texts(0))
+        EXPECT_EQ(text.substr(0, 2), "20");
+    EXPECT_FALSE(Texts(0).empty());
+    axes->SetAxisDates(0, 0);
+    EXPECT_FALSE(axes->GetAxis(0)->HasTicValues());
 }
 
 }  // namespace
