@@ -422,10 +422,10 @@ TEST_F(AxesDrawing, AreMeasuredAsTheyAreDrawn) {
             const Box drawn(DrawAll());
             const auto pixel = [](double device) { return (device + 1.0) / 2.0 * kSize; };
             SCOPED_TRACE(testing::Message() << follow << " " << turn.z);
-            EXPECT_NEAR(bounds.left, pixel(drawn.left), 3.0);
-            EXPECT_NEAR(bounds.right, pixel(drawn.right), 3.0);
-            EXPECT_NEAR(bounds.bottom, pixel(drawn.bottom), 3.0);
-            EXPECT_NEAR(bounds.top, pixel(drawn.top), 3.0);
+            EXPECT_NEAR(bounds.left, pixel(drawn.left), 1.6);
+            EXPECT_NEAR(bounds.right, pixel(drawn.right), 1.6);
+            EXPECT_NEAR(bounds.bottom, pixel(drawn.bottom), 1.6);
+            EXPECT_NEAR(bounds.top, pixel(drawn.top), 1.6);
         }
 }
 

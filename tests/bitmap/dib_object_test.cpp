@@ -2,59 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "tests/bitmap/bmp_files.h"
 #include "tests/support/expect_error.h"
-#include "varnel/platform/files.h"
+#include "tests/support/record_bytes.h"
 
 namespace varnel::test {
 namespace {
 
-template <class T>
-void PutScalar(std::vector<BYTE>& bytes, T value) {
-    const auto* const from = reinterpret_cast<const BYTE*>(&value);
-    bytes.insert(bytes.end(), from, from + sizeof value);
-}
-
 TEST(DibObject, RecordIsExact) {
-    std::vector<BYTE> expected;
-    for (const int field : {41, 7})
-        PutScalar(expected, field);
-    for (int i = 1; i <= 24; ++i)
-        PutScalar(expected, i * 1.5);
-    for (const int field : {3, 2, 1, 5})
-        PutScalar(expected, field);
-    for (const char c : {'a', '.', 'b', 'm', 'p'})
-        PutScalar(expected, c);
-
+    const RecordBytes record = RecordBytes().Distinct("2i 24d 3i s");
+    ExpectRecordRules<CDIBObj3D>(record, ERR3DCLASS_DIBOBJ3D);
     CDIBObj3D object;
-    MemoryFile file(expected);
-    object.Load(&file);
-    EXPECT_FALSE(file.RanDry());
-    EXPECT_EQ(file.Remaining(), 0U);
-    EXPECT_EQ(object.GetTransformID(), 7);
-    EXPECT_EQ(object.GetDIBFilename(), "a.bmp");
+    ExpectLoadsAndSaves(object, record);
+    EXPECT_EQ(CDIBObj3D::nSelfID, 1);
+    EXPECT_EQ(object.GetTransformID(), 2);
+    EXPECT_EQ(object.GetDIBFilename(), "30");
     EXPECT_EQ(object.GetDib(), nullptr);
     point3Dtype p1, p2, p3;
     object.GetPlanePoints(p1, p2, p3);
-    EXPECT_EQ(p3.w, 12 * 1.5);
+    EXPECT_EQ(p3.w, 14);
     object.GetNormPlanePoints(p1, p2, p3);
-    EXPECT_EQ(p1.x, 13 * 1.5);
+    EXPECT_EQ(p1.x, 15);
     int x = 0, y = 0;
     object.GetRepeatFactors(x, y);
-    EXPECT_EQ(x, 3);
-    EXPECT_EQ(y, 2);
-
-    MemoryFile saved;
-    object.Save(&saved);
-    EXPECT_EQ(saved.GetBytes(), expected);
-    // The counter belongs to the class, so another object's record starts with it too.
-    MemoryFile other;
-    CDIBObj3D().Save(&other);
-    EXPECT_EQ(other.GetBytes()[0], 41);
-    object.Save(nullptr);
-    object.Load(nullptr);
+    EXPECT_EQ(x, 27);
+    EXPECT_EQ(y, 28);
 }
 
 TEST(DibObject, SecondRepeatFactorHasNoEffect) {

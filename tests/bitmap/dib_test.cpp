@@ -146,6 +146,28 @@ TEST(Dib, PixelsStartAfterTheColorTableWhateverTheFileHeaderSays) {
     EXPECT_EQ(dib.GetDibNumColors(), 0U);
 }
 
+TEST(Dib, PixelsAreWhereTheFileHeaderSaysOnRequest) {
+    for (const BmpVariant& variant : {BmpVariant{"8", 8}, {"16", 16}, {"24", 24}, {"32", 32}}) {
+        const BmpSample sample = MakeBmp(variant, 5, 3);
+        std::vector<BYTE> bytes = sample.bytes;
+        const auto at = static_cast<std::ptrdiff_t>(bytes[10] | bytes[11] << 8);
+        bytes.insert(bytes.begin() + at, 12, BYTE{0x5A});
+        Poke(bytes, 10, static_cast<DWORD>(at) + 12, 4);
+        const TempFile file(bytes);
+        EXPECT_EQ(PixelsOf(CDib(file.Path().c_str(), DIB_USE_OFFSET)), sample.pixels);
+        EXPECT_NE(PixelsOf(CDib(file.Path().c_str())), sample.pixels);
+        // An offset into the header or beyond the end is none.
+        Poke(bytes, 10, 3, 4);
+        const TempFile low(bytes);
+        EXPECT_NE(CDib(low.Path().c_str(), DIB_USE_OFFSET).GetBitmap(), nullptr);
+        Poke(bytes, 10, 0x7FFFFFFF, 4);
+        const NoticeLog notices;
+        const TempFile high(bytes);
+        EXPECT_EQ(CDib(high.Path().c_str(), DIB_USE_OFFSET).GetBitmap(), nullptr);
+        EXPECT_EQ(notices.texts.size(), 1U);
+    }
+}
+
 TEST(Dib, CompletesTheHeader) {
     const TempFile indexed(SmallFile());
     const CDib dib(indexed.Path().c_str());

@@ -212,5 +212,35 @@ TEST(LegendLayout, ScalesFillFixedBoxesAndDropLabelsThatDoNotFit) {
     EXPECT_EQ(across.width, 994);
 }
 
+TEST(LegendPlacement, CoversTheFewestData) {
+    const LegendRect area{100, 50, 400, 300};
+    const auto at = [&](std::vector<point3Dtype> data) {
+        const LegendRect box = LeastCovered(data, area, 80, 60, 10);
+        EXPECT_EQ(box.width, 80);
+        return std::pair{box.x, box.y};
+    };
+    EXPECT_EQ(at({}), (std::pair{410.0, 280.0}));
+    EXPECT_EQ(at({{450, 300, 0, 0}}), (std::pair{110.0, 280.0}));
+    EXPECT_EQ(at({{450, 300, 0, 0}, {150, 300, 0, 0}, {450, 80, 0, 0}}), (std::pair{110.0, 60.0}));
+    EXPECT_EQ(at({{450, 300, 0, 0}, {150, 300, 0, 0}, {450, 80, 0, 0}, {150, 80, 0, 0}}),
+              (std::pair{410.0, 170.0}));
+}
+
+TEST(LegendPlacement, AcrossTakesAsManyColumnsAsKeepLettersLarge) {
+    LegendContent content;
+    content.entries.assign(6, 4.0);
+    content.sampleWidth = 1.5;
+    LegendLimits limits;
+    limits.em = 10;
+    limits.height = 400;
+    limits.width = 1000;
+    const double inOneRow = LayoutLegendAcross(content, limits).height;
+    limits.width = 300;
+    const LegendLayout layout = LayoutLegendAcross(content, limits);
+    EXPECT_EQ(layout.em, 10);
+    EXPECT_LE(layout.width, 300);
+    EXPECT_GT(layout.height, inOneRow);
+}
+
 }  // namespace
 }  // namespace varnel::detail

@@ -9,7 +9,6 @@
 namespace varnel {
 namespace {
 
-using test::FailingFile;
 using test::Raises;
 using test::RecordBytes;
 using test::Saved;
@@ -67,20 +66,13 @@ TEST(LegendRecord, ByteForByte) {
     EXPECT_EQ(Saved(loaded), bytes);
 }
 
-TEST(LegendRecord, CutOffAnywhere) {
-    CLegend3D legend;
-    const RGBDType colors[] = {kRed, kGreen, kGrey};
-    legend.SetColorBar(colors, 3, 0, 1);
-    for (int i = 0; i < 3; ++i)
-        legend.NewLegendObj()->SetString("entry");
-    const std::vector<BYTE> bytes = Saved(legend);
-    for (std::size_t size = 0; size < bytes.size(); ++size) {
-        CLegend3D loaded;
-        MemoryFile file({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)});
-        loaded.Load(&file);
-        EXPECT_TRUE(file.RanDry()) << size;
-        EXPECT_LE(loaded.GetNumLegendObjs(), 3);
-    }
+TEST(LegendRecord, FollowsTheRules) {
+    const RecordBytes entry = RecordBytes().Distinct("i s 6i 2d 8d 8d 8d");
+    test::ExpectRecordRules<CLegendObj3D>(entry, ERR3DCLASS_LEGENDOBJ3D);
+    RecordBytes legend = RecordBytes().Distinct("3i 5d 2i d s 4d i 5d i 4d 2i d 2i d s");
+    legend.Ints({2}).Doubles({1, 2}).Ints({1}).Doubles({1, 2, 3, 4}).Ints({2});
+    legend.Record(entry).Record(entry);
+    test::ExpectRecordRules<CLegend3D>(legend, ERR3DCLASS_LEGEND3D);
 }
 
 TEST(LegendRecord, ForgedCountsAllocateNothing) {
@@ -101,16 +93,6 @@ TEST(LegendRecord, ForgedCountsAllocateNothing) {
 
 TEST(LegendRecord, Failures) {
     CLegend3D legend;
-    CLegendObj3D entry;
-    FailingFile broken;
-    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_LEGEND3D, "Save", [&] { legend.Save(&broken); }));
-    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_LEGEND3D, "Load", [&] { legend.Load(&broken); }));
-    EXPECT_TRUE(
-        Raises(ERR3D_DISK_IO, ERR3DCLASS_LEGENDOBJ3D, "Save", [&] { entry.Save(&broken); }));
-    legend.Save(nullptr);
-    legend.Load(nullptr);
-    entry.Load(nullptr);
-
     EXPECT_TRUE(Raises(ERR3D_CHARTVIEW_PARAMETER, ERR3DCLASS_LEGEND3D, "InitLegend3D",
                        [] { CLegend3D unbound(nullptr); }));
     CChartView3D noContext;

@@ -8,27 +8,20 @@ namespace varnel {
 namespace {
 
 TEST(AuxObject, RecordLeavesTheOutlineOut) {
+    const auto record = test::RecordBytes().Distinct("5i 4d 12d 4d d");
+    test::ExpectRecordRules<CAuxObj3D>(record, ERR3DCLASS_AUXOBJ3D);
     CAuxObj3D object;
     object.SetOutlineMode(1);
-    const auto record = test::RecordBytes()
-                            .Ints({12, 4, 7, 0, 2})
-                            .Doubles({1.5, 2.5, 3.5, 0.125})
-                            .Doubles({1, 2, 3, 4})
-                            .Doubles({0.1, 0.2, 0.3, 0.4})
-                            .Doubles({10, 20, 30, 40})
-                            .Doubles({0.5, 0.25, 0.125, 1})
-                            .Doubles({2});
     test::ExpectLoadsAndSaves(object, record);
-    EXPECT_EQ(CAuxObj3D::nSelfID, 12);
-    EXPECT_EQ(object.GetTransformID(), 4);
-    EXPECT_EQ(object.GetAuxObjType(), 7);
-    EXPECT_EQ(object.GetSolidType(0), 0);
-    EXPECT_EQ(object.GetColorMode(), 2);
-    EXPECT_EQ(object.GetScale(), 0.125);
-    EXPECT_EQ(object.GetLocation().y, 2.0);
-    EXPECT_EQ(object.GetRotation().z, 30.0);
-    EXPECT_EQ(object.GetColor().b, 0.125);
-    EXPECT_EQ(object.GetLineWidth(), 2.0);
+    const int ints[] = {CAuxObj3D::nSelfID, object.GetTransformID(), object.GetAuxObjType(),
+                        object.GetSolidType(0), object.GetColorMode()};
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(ints[i], i + 1);
+    EXPECT_EQ(object.GetScale(), 9);
+    EXPECT_EQ(object.GetLocation().y, 11);
+    EXPECT_EQ(object.GetRotation().z, 20);
+    EXPECT_EQ(object.GetColor().b, 24);
+    EXPECT_EQ(object.GetLineWidth(), 26);
     EXPECT_EQ(object.GetOutlineMode(), 1);
 }
 

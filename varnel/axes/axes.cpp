@@ -1,7 +1,9 @@
 #include "varnel/axes/axes.h"
 
 #include "varnel/axes/detail/axes_extents.h"
+#include "varnel/axes/detail/axis_walk.h"
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/render/opengl.h"
@@ -96,8 +98,26 @@ void CAxes3D::FreeAxes() {
         axis.reset();
 }
 
+/// Tells limits between which nothing can be seen.
+void CAxes3D::TellOddLimits() const {
+    constexpr const char* kNames[3] = {"x", "y", "z"};
+    for (int axis = 0; axis < 3; ++axis) {
+        const CAxis3D* const line = GetAxis(axis);
+        if (line == nullptr || line->IsAxisSet() == 0) continue;
+        const double min = line->GetAxisMin();
+        const double max = line->GetAxisMax();
+        if (!detail::HasExtent(min, max))
+            detail::Diagnose("DrawAxes", "the ", kNames[axis], " axis goes from ", min, " to ", max,
+                             ", so that it has no tics");
+        else if (line->GetAxisScaleMode() != 0 && max <= 0.0)
+            detail::Diagnose("DrawAxes", "the logarithmic ", kNames[axis], " axis ends at ", max,
+                             ", so that nothing on it is positive");
+    }
+}
+
 void CAxes3D::DrawAxes() {
     if (m_pOpenGL == nullptr || m_pTransform == nullptr) return;
+    if (GetDiagnostics() != 0) TellOddLimits();
     m_pTransform->ChartTransform();
     const CollectScope scope(*m_pOpenGL);
     if (IsComplete() && (m_Added.followView != FOLLOW_OFF || HasDates())) {

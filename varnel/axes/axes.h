@@ -482,6 +482,7 @@ class VARNEL_API CAxes3D {
     void SetPlaneTable();
     void InitPlaneGridTable(int plane, int first, int second, int normal);
     bool HasPlaneTable() const;
+    void TellOddLimits() const;
     bool IsComplete() const;
     bool HasDates() const {
         return m_Added.dates[0] != 0 || m_Added.dates[1] != 0 || m_Added.dates[2] != 0;

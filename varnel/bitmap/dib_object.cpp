@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/notice.h"
@@ -40,7 +42,7 @@ CDIBObj3D::CDIBObj3D(COpenGL* gl, CTransform3D* transform, const CString& file)
 void CDIBObj3D::InitDIBObjDefaults() {
     m_pDib = nullptr;
     m_Saved = {};
-    m_Offset = DIB_IGNORE_OFFSET;
+    m_Added = {};
     m_FromFile = false;
 }
 
@@ -73,7 +75,8 @@ void CDIBObj3D::LoadPicture(const char* operation) {
 
     std::shared_ptr<CDib> dib =
         missing ? detail::NewObject<CDib>(origin)
-                : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(), m_Offset);
+                : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(),
+                                          m_Added.offset != 0 ? DIB_USE_OFFSET : DIB_IGNORE_OFFSET);
     dib->TranslateDIBToOGL(dib->CreateDibPalette());
     m_pDib = std::move(dib);
     m_FromFile = false;
@@ -118,7 +121,8 @@ void CDIBObj3D::GetRepeatFactors(int& x, int& y) const {
 }
 
 void CDIBObj3D::DrawDIBObj() {
-    if (m_pDib == nullptr || m_pOpenGL == nullptr || m_pTransform == nullptr) return;
+    if (m_pDib == nullptr || m_pOpenGL == nullptr || m_pTransform == nullptr)
+        return detail::Diagnose("DrawDIBObj", "there is no picture, or nothing to draw it with");
     if (m_Saved.m_NormFlag == 0) {
         m_pTransform->NormalizePoint(m_Saved.m_PlanePoint1, m_Saved.m_NormPlanePoint1);
         m_pTransform->NormalizePoint(m_Saved.m_PlanePoint2, m_Saved.m_NormPlanePoint2);
@@ -127,7 +131,8 @@ void CDIBObj3D::DrawDIBObj() {
     const point3Dtype& c1 = m_Saved.m_NormPlanePoint1;
     const point3Dtype& c2 = m_Saved.m_NormPlanePoint2;
     const point3Dtype& c3 = m_Saved.m_NormPlanePoint3;
-    if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3)) return;
+    if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3))
+        return detail::Diagnose("DrawDIBObj", "a corner of the picture is not finite");
 
     if (!m_pOpenGL->MakeCurrent()) return;
     m_pOpenGL->PushMatrix();
@@ -147,6 +152,14 @@ void CDIBObj3D::Record(Archive& record) {
            m_Saved.m_PlanePoint2, m_Saved.m_PlanePoint3, m_Saved.m_NormPlanePoint1,
            m_Saved.m_NormPlanePoint2, m_Saved.m_NormPlanePoint3, m_Saved.m_RepeatX,
            m_Saved.m_RepeatY, m_Saved.m_NormFlag, m_Saved.m_DIBFilename);
+}
+
+void CDIBObj3D::VisitAdded(detail::AddedFields& fields) {
+    const int before = m_Added.offset;
+    fields.Of(m_Added, [](auto field) { field("offset", &Added::offset); });
+    if (m_pDib == nullptr || before == m_Added.offset) return;
+    m_FromFile = true;
+    LoadPicture("Load");
 }
 
 void CDIBObj3D::Save(HANDLE file) {

@@ -17,6 +17,10 @@
 
 namespace varnel {
 
+namespace detail {
+class AddedFields;
+}
+
 class COpenGL;
 class CTransform3D;
 
@@ -50,10 +54,10 @@ class VARNEL_API CDIBObj3D {
     void SetDIBFilename(const CString& file);
     CString GetDIBFilename() const { return m_Saved.m_DIBFilename; }
 
-    /// Where the pixels of the next file that is loaded are looked for, see DibOffset. Default
-    /// DIB_IGNORE_OFFSET. Not part of the record.
-    void SetDIBOffset(int offset) { m_Offset = offset != 0 ? DIB_USE_OFFSET : DIB_IGNORE_OFFSET; }
-    int GetDIBOffset() const { return m_Offset; }
+    /// Where the pixels of the next file that is loaded are looked for, a code of DibOffset: 0 (the
+    /// default) right after the colour table, 1 where the file says.
+    void SetDIBOffset(int offset) { m_Added.offset = offset; }
+    int GetDIBOffset() const { return m_Added.offset; }
 
     /// The picture, null when none was loaded. Lives as long as an object has it.
     const CDib* GetDib() const { return m_pDib.get(); }
@@ -88,6 +92,10 @@ class VARNEL_API CDIBObj3D {
     template <class Archive>
     void Record(Archive& record);
 
+    /// Hands the attributes that the record lacks to the chart file. Where that brings another
+    /// place of the pixels, the picture is loaded again.
+    void VisitAdded(detail::AddedFields& fields);
+
  private:
     void LoadPicture(const char* operation);
 
@@ -106,11 +114,16 @@ class VARNEL_API CDIBObj3D {
         CString m_DIBFilename;
     };
 
+    /// The attributes that records do not have.
+    struct Added {
+        int offset = DIB_IGNORE_OFFSET;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     std::shared_ptr<CDib> m_pDib;
     Saved m_Saved;
-    DibOffset m_Offset = DIB_IGNORE_OFFSET;  ///< not in the record
+    Added m_Added;
     bool m_FromFile = false;  ///< the name comes from a chart file and was not loaded yet
     int m_Magic = kSignature;
 };

@@ -63,6 +63,9 @@ CLegend3D::~CLegend3D() {
 
 void CLegend3D::InitLegendDefaults() {
     m_Saved = {};
+    m_Added = {};
+    m_PlotArea = {};
+    m_DataPlaces.clear();
     m_Viewport = {};
     DeleteLegendObjs();
     detail::Count(nSelfID);
@@ -84,6 +87,10 @@ void CLegend3D::InitLegend3D(CChartView3D* view) {
 void CLegend3D::SetLegendPosition(const GLViewRType& position) {
     m_Saved.m_Position = position;
     m_Saved.m_Place = LEGEND_AT_POSITION;
+}
+
+void CLegend3D::SetDataPlaces(std::span<const point3Dtype> places) {
+    m_DataPlaces.assign(places.begin(), places.end());
 }
 
 void CLegend3D::SetLegendSize(double width, double height) {
@@ -212,6 +219,7 @@ void CLegend3D::Record(Archive& record) {
 }
 
 void CLegend3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) { field("place", &Added::place); });
     fields.List("entry", m_LegendObjs);
 }
 

@@ -7,12 +7,14 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/object_list.h"
+#include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
 #include "varnel/legend/legend_object.h"
@@ -42,6 +44,16 @@ enum LegendPlace3D : int {
     LEGEND_UPPER_LEFT = 2,
     LEGEND_LOWER_LEFT = 3,
     LEGEND_LOWER_RIGHT = 4,
+};
+
+/// What a legend stands beside or in; plain numbers may be given as well.
+enum LegendPlacement3D : int {
+    LEGEND_IN_VIEW = 0,  ///< SetLegendPlace and SetLegendPosition decide
+    LEGEND_OUTSIDE_RIGHT = 1,
+    LEGEND_OUTSIDE_TOP = 2,  ///< entries side by side, scales lying
+    LEGEND_OUTSIDE_BOTTOM = 3,
+    LEGEND_IN_CORNER = 4,   ///< the corner of SetLegendPlace, but of the plot area
+    LEGEND_LEAST_DATA = 5,  ///< in the plot area, where it hides the fewest data
 };
 
 /// What colour scale a legend has.
@@ -102,6 +114,21 @@ class VARNEL_API CLegend3D {
     double GetFontHeightSF() const { return m_Saved.m_FontHeightSF; }
     /// The box of the last drawing, in pixels of the view; empty before.
     GLViewportType GetLegendViewport() const { return m_Viewport; }
+
+    // --- Beside or in the plot -----------------------------------------------------------------
+
+    /// A code of LegendPlacement3D. A legend outside stands between the plot area and the edge of
+    /// the view; whoever lays out the view leaves room for MeasureLegend. Default LEGEND_IN_VIEW.
+    void SetPlace(int place) { m_Added.place = place; }
+    int GetPlace() const { return m_Added.place; }
+    /// The part of the view that holds the plot, in pixels; empty (the default): all of it. Kept
+    /// until the next call, not saved.
+    void SetPlotArea(const GLViewportType& area) { m_PlotArea = area; }
+    /// Where data lie in the view, in pixels from its lower left corner (x and y), for
+    /// LEGEND_LEAST_DATA. Not saved.
+    void SetDataPlaces(std::span<const point3Dtype> places);
+    /// The size of the box in a view of that size, in pixels; 0 x 0 when there is nothing to show.
+    void MeasureLegend(int viewWidth, int viewHeight, int& width, int& height);
 
     // --- Appearance --------------------------------------------------------------------------
 
@@ -204,6 +231,9 @@ class VARNEL_API CLegend3D {
                                     int viewHeight) const;
     detail::LegendContent Measure(const std::vector<const CLegendObj3D*>& entries,
                                   const detail::LegendScale& scale, double em) const;
+    bool IsAcross() const;
+    double Margin(int viewWidth, int viewHeight) const;
+    GLViewportType PlotArea(int viewWidth, int viewHeight) const;
     void PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout);
     void DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
                    const detail::LegendLayout& layout) const;
@@ -235,9 +265,17 @@ class VARNEL_API CLegend3D {
         std::vector<RGBDType> m_ScaleColors;
     };
 
+    /// The attributes that records do not have.
+    struct Added {
+        int place = LEGEND_IN_VIEW;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;
     Saved m_Saved;
+    Added m_Added;
+    GLViewportType m_PlotArea;
+    std::vector<point3Dtype> m_DataPlaces;
     ObjectList<CLegendObj3D> m_LegendObjs;
     GLViewportType m_Viewport;
     std::unique_ptr<CTransform3D> m_pTransform;

@@ -94,7 +94,7 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
             content.sampleWidth = std::max(content.sampleWidth, kFillSample);
     }
     content.hasScale = !scale.bands.empty();
-    content.horizontal = m_Saved.m_ScaleHorizontal != 0;
+    content.horizontal = m_Saved.m_ScaleHorizontal != 0 || IsAcross();
     for (const detail::ScaleLabel& label : scale.labels)
         content.labels.push_back({label.at, measure.Width(label.text), label.index});
     return content;
@@ -103,8 +103,7 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
 detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const {
     const double reference = std::min<double>(viewHeight, 0.75 * viewWidth);
     const double factor = Finite(m_Saved.m_FontHeightSF, 1.0, 0.05, 50.0);
-    const double margin =
-        std::round(Finite(m_Saved.m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+    const double margin = Margin(viewWidth, viewHeight);
     detail::LegendLimits limits;
     limits.em = factor * std::max(kEm * reference, kLeastEm);
     limits.width = FixedSide(m_Saved.m_Position.width, viewWidth);
@@ -120,12 +119,14 @@ detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*
                                            detail::LegendScale& scale, int viewWidth,
                                            int viewHeight) const {
     const detail::LegendLimits limits = MakeLimits(viewWidth, viewHeight);
-    const double side = m_Saved.m_ScaleHorizontal != 0 ? viewWidth : viewHeight;
+    const double side = m_Saved.m_ScaleHorizontal != 0 || IsAcross() ? viewWidth : viewHeight;
     const auto layOut = [&](double labelGap) {
         detail::LegendContent content = Measure(entries, scale, limits.em);
         content.scaleLength = Finite(m_Saved.m_ScaleLength, 0.4, 0.0, 1.0) * side;
         content.labelGap = labelGap;
-        return detail::LayoutLegend(content, limits);
+        const bool free = content.rows <= 0 && content.columns <= 0;
+        return IsAcross() && free ? detail::LayoutLegendAcross(content, limits)
+                                  : detail::LayoutLegend(content, limits);
     };
     const bool chooses = m_Saved.m_ScaleType == LEGEND_COLOR_BAR &&
                          m_Saved.m_ScaleValues.size() == 2 && !(m_Saved.m_ScaleTicSpace > 0.0);
@@ -141,28 +142,76 @@ detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*
     return layout;
 }
 
+bool CLegend3D::IsAcross() const {
+    return m_Added.place == LEGEND_OUTSIDE_TOP || m_Added.place == LEGEND_OUTSIDE_BOTTOM;
+}
+
+double CLegend3D::Margin(int viewWidth, int viewHeight) const {
+    return std::round(Finite(m_Saved.m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
+}
+
+GLViewportType CLegend3D::PlotArea(int viewWidth, int viewHeight) const {
+    if (m_PlotArea.width > 0 && m_PlotArea.height > 0) return m_PlotArea;
+    return {0, 0, viewWidth, viewHeight};
+}
+
 void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayout& layout) {
-    const double margin =
-        std::round(Finite(m_Saved.m_Margin, 0.02, 0.0, 0.4) * std::min(viewWidth, viewHeight));
-    const double right = viewWidth - layout.width;
-    const double top = viewHeight - layout.height;
-    double x = right - margin;
-    double y = top - margin;
-    if (m_Saved.m_Place == LEGEND_UPPER_LEFT || m_Saved.m_Place == LEGEND_LOWER_LEFT) x = margin;
-    if (m_Saved.m_Place == LEGEND_LOWER_LEFT || m_Saved.m_Place == LEGEND_LOWER_RIGHT) y = margin;
-    if (m_Saved.m_Place == LEGEND_AT_POSITION) {
+    const double margin = Margin(viewWidth, viewHeight);
+    const GLViewportType plot = PlotArea(viewWidth, viewHeight);
+    // The area inside whose edges the box stands, and where in it, 0 left or below .. 1.
+    const bool inPlot = m_Added.place == LEGEND_IN_CORNER || m_Added.place == LEGEND_LEAST_DATA;
+    const detail::LegendRect area =
+        inPlot
+            ? detail::LegendRect{static_cast<double>(plot.x), static_cast<double>(plot.y),
+                                 static_cast<double>(plot.width), static_cast<double>(plot.height)}
+            : detail::LegendRect{0.0, 0.0, static_cast<double>(viewWidth),
+                                 static_cast<double>(viewHeight)};
+    const double right = area.x + area.width - layout.width - margin;
+    const double top = area.y + area.height - layout.height - margin;
+    const int place = m_Saved.m_Place;
+    double x = right;
+    double y = top;
+    if (place == LEGEND_UPPER_LEFT || place == LEGEND_LOWER_LEFT) x = area.x + margin;
+    if (place == LEGEND_LOWER_LEFT || place == LEGEND_LOWER_RIGHT) y = area.y + margin;
+    if (place == LEGEND_AT_POSITION && m_Added.place == LEGEND_IN_VIEW) {
         x = Finite(m_Saved.m_Position.x, 0.0, -1.0, 1.0) * viewWidth;
         y = Finite(m_Saved.m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
     }
-    AssignViewport(m_Viewport, detail::PixelCount(std::round(std::clamp(x, 0.0, right))),
-                   detail::PixelCount(std::round(std::clamp(y, 0.0, top))),
+    if (m_Added.place == LEGEND_OUTSIDE_RIGHT) {
+        x = right;
+        y = plot.y + (plot.height - layout.height) / 2.0;
+    } else if (IsAcross()) {
+        x = plot.x + (plot.width - layout.width) / 2.0;
+        y = m_Added.place == LEGEND_OUTSIDE_TOP ? plot.y + plot.height : margin;
+    } else if (m_Added.place == LEGEND_LEAST_DATA) {
+        const detail::LegendRect best =
+            detail::LeastCovered(m_DataPlaces, area, layout.width, layout.height, margin);
+        x = best.x;
+        y = best.y;
+    }
+    AssignViewport(m_Viewport,
+                   detail::PixelCount(std::round(std::clamp(x, 0.0, viewWidth - layout.width))),
+                   detail::PixelCount(std::round(std::clamp(y, 0.0, viewHeight - layout.height))),
                    detail::PixelCount(layout.width), detail::PixelCount(layout.height));
+}
+
+void CLegend3D::MeasureLegend(int viewWidth, int viewHeight, int& width, int& height) {
+    width = 0;
+    height = 0;
+    if (m_Saved.m_LegendEnable == 0 || m_pOpenGL == nullptr || viewWidth < 1 || viewHeight < 1)
+        return;
+    const std::vector<const CLegendObj3D*> entries = EnabledEntries();
+    detail::LegendScale scale = MakeScale(m_Saved.m_ScaleTicSpace);
+    if (entries.empty() && scale.bands.empty() && m_Saved.m_Title.empty()) return;
+    const detail::LegendLayout layout = MakeLayout(entries, scale, viewWidth, viewHeight);
+    width = detail::PixelCount(layout.width);
+    height = detail::PixelCount(layout.height);
 }
 
 void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
                           const detail::LegendLayout& layout) const {
     const detail::LegendRect& bar = layout.bar;
-    const bool across = m_Saved.m_ScaleHorizontal != 0;
+    const bool across = m_Saved.m_ScaleHorizontal != 0 || IsAcross();
     const double stroke = std::max(1.0, std::round(layout.em / 20.0));
     {
         const CollectScope collect(*m_pOpenGL);

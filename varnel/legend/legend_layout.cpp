@@ -293,4 +293,37 @@ LegendLayout LayoutLegend(const LegendContent& content, const LegendLimits& limi
     return out;
 }
 
+LegendLayout LayoutLegendAcross(LegendContent content, const LegendLimits& limits) {
+    LegendLayout layout;
+    for (content.columns = std::max(static_cast<int>(content.entries.size()), 1);
+         content.columns >= 1; --content.columns) {
+        LegendLayout next = LayoutLegend(content, limits);
+        if (next.em > layout.em) layout = std::move(next);
+        if (layout.em >= limits.em) break;
+    }
+    return layout;
+}
+
+LegendRect LeastCovered(std::span<const point3Dtype> data, const LegendRect& area, double width,
+                        double height, double margin) {
+    constexpr double kPlaces[8][2] = {{1, 1},   {0, 1},   {1, 0},   {0, 0},
+                                      {1, 0.5}, {0, 0.5}, {0.5, 1}, {0.5, 0}};
+    LegendRect best;
+    std::ptrdiff_t fewest = -1;
+    for (const auto& [across, up] : kPlaces) {
+        const LegendRect box{area.x + margin + across * (area.width - width - 2 * margin),
+                             area.y + margin + up * (area.height - height - 2 * margin), width,
+                             height};
+        const std::ptrdiff_t covered =
+            std::count_if(data.begin(), data.end(), [&](const point3Dtype& p) {
+                return p.x > box.x - margin && p.x < box.x + width + margin &&
+                       p.y > box.y - margin && p.y < box.y + height + margin;
+            });
+        if (fewest >= 0 && covered >= fewest) continue;
+        fewest = covered;
+        best = box;
+    }
+    return best;
+}
+
 }  // namespace varnel::detail

@@ -5,7 +5,10 @@
 // scaled down as a whole, never cut.
 #pragma once
 
+#include <span>
 #include <vector>
+
+#include "varnel/foundation/points.h"
 
 namespace varnel::detail {
 
@@ -81,5 +84,14 @@ struct LegendLayout {
 /// to keep the letters large. Given columns are filled row by row, everything else column by
 /// column; with both given there are more rows when they do not suffice.
 LegendLayout LayoutLegend(const LegendContent& content, const LegendLimits& limits);
+
+/// A legend above or below a plot: as many columns of entries as keep the letters large.
+LegendLayout LayoutLegendAcross(LegendContent content, const LegendLimits& limits);
+
+/// Of the places of a box along the edges of an area, `margin` inside of them, the one with the
+/// fewest of the data in it (x and y of the points); of equals the upper right corner, then the
+/// other corners, then the middles of the edges.
+LegendRect LeastCovered(std::span<const point3Dtype> data, const LegendRect& area, double width,
+                        double height, double margin);
 
 }  // namespace varnel::detail
