@@ -10,6 +10,7 @@
 #include "tests/support/drawing_test.h"
 #include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/text_object.h"
+#include "varnel/foundation/diagnostics.h"
 #include "varnel/platform/files.h"
 #include "varnel/transform/transform.h"
 
@@ -417,6 +418,8 @@ TEST_F(AxesDrawing, AreMeasuredAsTheyAreDrawn) {
                 axes->SetAxisLabels(axis, axis + 1, 0, axis, 0, 7, kBlack);
                 axes->SetAxisTitleString(axis, "title");
             }
+            for (int plane = 0; plane < 6; ++plane)
+                axes->SetPlaneColor(plane, kRed, kRed);
             axes->SetFollowView(follow);
             const detail::PixelBox bounds = axes->MeasureAxes(kSize, kSize).bounds;
             const Box drawn(DrawAll());
@@ -440,6 +443,24 @@ TEST_F(AxesDrawing, FollowingShowsWallsBehindInTheAttributesOfEither) {
     }
     EXPECT_EQ(axes->GetWallEnable(1), 1);
     EXPECT_EQ(axes->GetWallEnable(4), 0);
+}
+
+TEST_F(AxesDrawing, LimitsWithoutExtentAreTold) {
+    std::vector<CString> told;
+    const NoticeHandler before =
+        SetDiagnosticHandler([&](const CString& text) { told.push_back(text); });
+    SetDiagnostics(1);
+    axes->SetAxisLimits(0, 5, 5);
+    transform.SetAxisScaleMode(2, 1);
+    axes->SetAxisLimits(2, -3, -1);
+    axes->DrawAxes();
+    SetDiagnostics(0);
+    SetDiagnosticHandler(before);
+    EXPECT_EQ(
+        told,
+        (Strings{
+            "DrawAxes: the x axis goes from 5 to 5, so that it has no tics",
+            "DrawAxes: the logarithmic z axis ends at -1, so that nothing on it is positive"}));
 }
 
 TEST_F(AxesDrawing, NamesAndDatesStandAtTheirValues) {

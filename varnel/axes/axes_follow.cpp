@@ -166,7 +166,12 @@ void CAxes3D::PrepareDates(const detail::BoxView& view) {
         if (number < m_Added.dateFormats.size()) options.format = m_Added.dateFormats[number];
         if (em > 0.0) options.length = std::hypot(edge.x, edge.y) / em;
         options.across = std::abs(edge.x) > std::abs(edge.y);
-        const CalendarScale scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+        CalendarScale scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+        // One or two labels that are long for the axis are better than none.
+        for (int i = 0; i < 3 && scale.majors.size() < 2; ++i) {
+            options.length *= 2.0;
+            scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+        }
         line.SetTicValues(scale.majors, scale.minors);
         std::vector<CString> texts = scale.texts;
         for (std::size_t i = 0; i < texts.size() && i < scale.contexts.size(); ++i)
