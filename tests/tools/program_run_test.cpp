@@ -13,6 +13,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <sstream>
 #include <thread>
 
 #include "tests/support/x_server.h"
@@ -204,6 +205,70 @@ TEST_F(ProgramTest, InfoListsWhatIsThere) {
     for (const char* part : {"view: 2 charts", "title: Left", "title: Right", "bars, 4 points",
                              "from (0, 0, 0) to (5, 1, 10), turned by (-20, 0, 25)"})
         EXPECT_NE(said.find(part), std::string::npos) << part << "\nin\n" << said;
+}
+
+TEST_F(ProgramTest, EveryKindsExampleMakesAPicture) {
+    std::istringstream list(Run("plot --list"));
+    const std::string data = VARNEL_EXAMPLE_DATA;
+    int examples = 0;
+    for (std::string line; std::getline(list, line);) {
+        const std::size_t at = line.find("varnel plot ");
+        if (at == std::string::npos) continue;
+        ++examples;
+        std::string arguments = line.substr(at + 7);
+        arguments.replace(arguments.find("examples/data"), 13, data);
+        const std::size_t out = arguments.find(" -o ");
+        arguments.replace(out, std::string::npos, " -o " + m_Folder.File("p.png"));
+        int status = -1;
+        const std::string said = Run(arguments + " --size 160x120 --samples 0", &status);
+        EXPECT_EQ(status, 0) << line << said;
+        EXPECT_EQ(said, "") << line;
+        EXPECT_TRUE(std::filesystem::remove(m_Folder.File("p.png"))) << line;
+    }
+    EXPECT_GE(examples, 11);
+}
+
+TEST_F(ProgramTest, PlotReadsPreparesAndTells) {
+    const std::string csv = m_Folder.File("t.csv");
+    std::ofstream(csv) << "day;kind;v\n3.1.2024;b;1,5\n1.1.2024;a;2,5\n2.1.2024;a;x\n";
+    const std::string out = " -o " + m_Folder.File("t.chart") + " --size 60x40 --samples 0";
+    struct Case {
+        std::string arguments;
+        const char* said;
+        int status;
+    };
+    const Case cases[] = {
+        {"plot line " + csv + " -x day --date-format %d.%m.%Y -y v --where kind=b", "", 0},
+        {"plot bars " + csv + " -x B -y 3 --where day!=2.1.2024 --where v!=x", "is no number", 1},
+        {"plot bars " + csv + " -x kind --group count --sort -kind", "", 0},
+        {"plot line " + csv + " -x day --date-format %d.%m.%Y -y v",
+         "t.csv, line 4, column 3 (v): \"x\" is no number", 1},
+        {"plot line " + csv + " -y w", "has no column \"w\"; its columns are day, kind, v", 1},
+        {"plot line " + csv + " -y v --where kind=c", "has no rows that match --where", 1},
+        {"plot surface " + csv, "is no number", 1},
+        {"plot line /none.csv", "/none.csv cannot be read: No such file", 1},
+        {"plot pie " + csv, "", 64},
+        {"plot line " + csv + " --size 1", "WIDTHxHEIGHT", 64},
+        {"plot bars " + csv + " --group most", "", 64},
+    };
+    for (const Case& c : cases) {
+        int status = -1;
+        const std::string said = Run(c.arguments + out, &status);
+        EXPECT_EQ(status, c.status) << c.arguments << said;
+        EXPECT_NE(said.find(c.said), std::string::npos) << said;
+    }
+    EXPECT_NE(Run("info " + m_Folder.File("t.chart")).find("bars, 2 points"), std::string::npos);
+    const std::string png =
+        test::RunCommand("printf \"a,b\\n1,2\\n3,4\\n\" | " + std::string(VARNEL_PROGRAM) +
+                         " plot line - -x a -o - --size 60x40");
+    EXPECT_EQ(png.find("PNG"), 1U);
+    int status = -1;
+    const std::string said =
+        test::RunCommand("env -u DISPLAY " + std::string(VARNEL_PROGRAM) + " plot boxes " + csv +
+                             " -x kind -y v --where kind=b 2>&1",
+                         &status);
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(said.find("no display"), std::string::npos) << said;
 }
 
 /// A viewer on a display of its own.

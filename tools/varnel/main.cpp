@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "tools/varnel/commands.h"
+#include "tools/varnel/plot_command.h"
 #include "tools/varnel/quantities.h"
 #include "varnel/foundation/diagnostics.h"
 #include "varnel/foundation/error.h"
@@ -20,13 +21,16 @@ struct Command {
 
 /// The program's options and where their values go.
 struct Program {
-    CLI::App app{"Draws charts, shows and describes chart files.", "varnel"};
+    CLI::App app{"draws, shows and describes charts", "varnel"};
     std::vector<Command> commands;
     std::string file;
     std::string size = "900x650";
     std::string seconds, memory;
     int samples = 4;
     tool::RenderOptions render;
+    tool::PlotOptions plot;
+    std::vector<double> rotate;
+    bool listKinds = false;
 
     Program() {
         app.require_subcommand(1);
@@ -34,6 +38,7 @@ struct Program {
         app.footer(
             "Exit status: 0 done, 1 something could not be made, 2 made from a damaged file, 3 a "
             "limit was reached, 64 wrong command line, 130 interrupted.");
+        AddPlot();
         AddRender();
         AddView();
         AddInfo();
@@ -62,6 +67,127 @@ struct Program {
             ->check(CLI::Range(0, 64))
             ->type_name("N")
             ->capture_default_str();
+    }
+
+    void AddPlot() {
+        CLI::App* command = Add("plot", "Draw a chart of a CSV file", [this] {
+            return listKinds ? tool::ListPlotKinds() : tool::kUsage;
+        });
+        command->add_flag("--list", listKinds, "List the kinds, each with an example");
+        command->require_subcommand(0, 1);
+        command->footer("varnel plot KIND --help tells about a kind.");
+        for (const tool::PlotKind& kind : tool::PlotKinds()) {
+            CLI::App* sub = command->add_subcommand(kind.name, kind.what);
+            AddPlotColumns(*sub);
+            AddPlotTable(*sub);
+            AddPlotFigure(*sub);
+            sub->footer(std::string("Example: varnel plot ") + kind.example);
+            commands.insert(commands.begin(), {sub, [this, &kind] {
+                                                   plot.samples = samples;
+                                                   if (rotate.size() == 2)
+                                                       plot.rotate = {rotate[0], rotate[1]};
+                                                   return tool::Plot(kind, plot);
+                                               }});
+        }
+    }
+
+    void AddPlotColumns(CLI::App& command) {
+        command.add_option("FILE", plot.file, "The CSV file; -: standard input")
+            ->required()
+            ->type_name("");
+        const auto column = [&](const char* name, std::string& value, const char* what) {
+            command.add_option(name, value, what)->type_name("COLUMN");
+        };
+        column("-x", plot.x,
+               "By name, number from 1 or letter; date:month, date:year and the like are parts of "
+               "dates");
+        command.add_option("-y", plot.y, "One or several, as in a,b,c")
+            ->delimiter(',')
+            ->type_name("COLUMNS");
+        column("-z", plot.z, "The third column of what is drawn in space");
+        column("--by", plot.by, "A series for each of its names");
+        column("--from", plot.from, "Where bars and areas begin");
+        command.add_option("--ohlc", plot.ohlc, "Open, high, low and close, as in o,h,l,c")
+            ->delimiter(',')
+            ->type_name("COLUMNS");
+        command.add_flag("--stack", plot.stack, "Bars above each other, not side by side");
+        command.add_flag("--filled", plot.filled, "Contours as bands");
+        command.add_flag("--wire", plot.wire, "A surface as a wire frame");
+        command.add_flag("--tics", plot.bars, "Candles as lines with tics");
+        command.add_option("--bins", plot.bins, "Of a histogram; 0: by the data")
+            ->type_name("N")
+            ->check(CLI::Range(0, 100000));
+        command.add_option("--map", plot.map, "Colours of values")
+            ->type_name("NAME")
+            ->capture_default_str();
+    }
+
+    void AddPlotTable(CLI::App& command) {
+        const auto text = [&](const char* name, std::string& value, const char* type,
+                              const char* what) {
+            return command.add_option(name, value, what)->type_name(type);
+        };
+        command
+            .add_option("--where", plot.where,
+                        "Rows with column=value; also != < <= > >=; all of several")
+            ->type_name("CONDITION");
+        text("--sort", plot.sort, "COLUMN", "Rows in this order; -COLUMN: descending");
+        command.add_option("--limit", plot.limit, "The first rows only")->type_name("N");
+        text("--group", plot.group, "mean|sum|count|median|min|max",
+             "One row for each x (and --by)")
+            ->check(CLI::IsMember({"mean", "sum", "count", "median", "min", "max"}));
+        text("--delimiter", plot.delimiter, "C", "Between cells; found out without it");
+        text("--decimal", plot.decimal, "C", "The decimal sign, . or ,; found out without it");
+        text("--header", plot.header, "yes|no|detect", "Whether the first row names the columns")
+            ->check(CLI::IsMember({"yes", "no", "detect"}))
+            ->capture_default_str();
+        command.add_option("--skip", plot.skip, "Lines to pass over at the start")
+            ->type_name("N")
+            ->check(CLI::NonNegativeNumber);
+        text("--comment", plot.comment, "TEXT", "What lines that are no rows start with");
+        text("--date-format", plot.dateFormat, "FORMAT", "Of dates, as in %d.%m.%Y");
+    }
+
+    void AddPlotFigure(CLI::App& command) {
+        const auto text = [&](const char* name, std::string& value, const char* type,
+                              const char* what) {
+            command.add_option(name, value, what)->type_name(type);
+        };
+        text("-o,--output", plot.output, "PATH",
+             ".png, .bmp or .chart; -: a PNG on standard output; without it a window is shown");
+        text("--save-view", plot.chartFile, "PATH", "The chart file as well");
+        text("--title", plot.title, "TEXT", "");
+        text("--subtitle", plot.subtitle, "TEXT", "");
+        text("--footer", plot.footer, "TEXT", "");
+        text("--x-title", plot.xTitle, "TEXT", "");
+        text("--y-title", plot.yTitle, "TEXT", "");
+        text("--z-title", plot.zTitle, "TEXT", "");
+        text("--log", plot.log, "AXES", "Logarithmic axes, as in y or xy");
+        command
+            .add_option_function<std::string>(
+                "--size", [this](const std::string& s) { tool::ParseSize(s, plot.size); },
+                "Width x height in pixels")
+            ->default_str("1200x800")
+            ->type_name("WxH")
+            ->check([](const std::string& s) {
+                tool::PictureSize unused;
+                return tool::ParseSize(s, unused);
+            });
+        command.add_option("--dpi", plot.dpi, "Pixels an inch: widths of lines follow")
+            ->type_name("N")
+            ->check(CLI::Range(10, 2400))
+            ->capture_default_str();
+        command
+            .add_option("--samples", samples, "Samples a pixel for smooth edges; 0: exact pixels")
+            ->check(CLI::Range(0, 64))
+            ->type_name("N")
+            ->capture_default_str();
+        command
+            .add_option("--rotate", rotate,
+                        "Azimuth and elevation in degrees; flat kinds show their depth")
+            ->delimiter(',')
+            ->expected(2)
+            ->type_name("AZ,EL");
     }
 
     void AddRender() {

@@ -49,6 +49,15 @@ void PrintCommand(const CLI::App& command, const std::string& prefix) {
     std::cout << ".SS " << Escape(name) << '\n' << Escape(command.get_description()) << ".\n";
     for (const CLI::Option* option : command.get_options())
         if (option->get_name() != "--help") PrintOption(*option);
+    // Kinds have the same options: they are listed once, behind the examples.
+    const auto kinds = command.get_subcommands([](const CLI::App*) { return true; });
+    for (const CLI::App* kind : kinds)
+        std::cout << ".TP\n\\fB" << Escape(command.get_name() + " " + kind->get_name()) << "\\fR\n"
+                  << Escape(kind->get_description()) << ".\n.br\n"
+                  << Escape(kind->get_footer()) << '\n';
+    if (!kinds.empty())
+        for (const CLI::Option* option : kinds.front()->get_options())
+            if (option->get_name() != "--help") PrintOption(*option);
     if (!command.get_footer().empty()) std::cout << ".PP\n" << Escape(command.get_footer()) << '\n';
 }
 

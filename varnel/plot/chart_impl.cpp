@@ -21,10 +21,11 @@ const char* NameOf(DataKind kind) {
 
 }  // namespace
 
-void Chart::Impl::Begin(Layout wanted, const char* call) {
-    if (layout != Layout::None && layout != wanted)
-        Refuse(call, "it is ", NameOf(wanted), ", and the chart is ", NameOf(layout), " already");
-    layout = wanted;
+void Chart::Impl::Begin(Layout kind, const char* call) {
+    if (layout != Layout::None && layout != kind)
+        Refuse(call, "it is ", NameOf(kind), ", and the chart is ", NameOf(layout), " already");
+    layout = kind;
+    ResolveOptions();
     if (chart != nullptr) return;
     chart = view->NewChart3D();
     chart->SetChartPosition(place);
@@ -69,11 +70,18 @@ std::vector<double> Chart::Impl::Take(int axis, const Values& values, const char
 }
 
 void Chart::Impl::Widen(int axis, double value) {
-    axes[axis].range.Add(value, axes[axis].options.log);
+    axes[axis].range.Add(value);
+    axes[axis].positive.Add(value, true);
 }
 
-RGBDType Chart::Impl::NextColor(const std::optional<RGBDType>& wanted) {
-    return wanted ? *wanted : detail::SeriesColor(series++);
+void Chart::Impl::ResolveOptions() {
+    for (const int axis : {0, 1, 2})
+        axes[axis].options = wanted[axis];
+    if (layout == Layout::Flat) axes[2].options = wanted[1];
+}
+
+RGBDType Chart::Impl::NextColor(const std::optional<RGBDType>& given) {
+    return given ? *given : detail::SeriesColor(series++);
 }
 
 int Chart::Impl::Pixels(double points) const {

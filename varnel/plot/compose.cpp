@@ -22,10 +22,11 @@ constexpr RGBDType kGrid{0.82, 0.84, 0.88, 1};
 /// The limits of an axis: what was asked for, else what its data need.
 AxisScale LimitsOf(const PlotAxis& axis, int count) {
     ScaleOptions options;
-    options.base = axis.base;
+    if (!axis.options.log) options.base = axis.base;
     options.logarithmic = axis.options.log;
-    AxisScale scale = axis.range.count > 0 ? AutoScale(axis.range.min, axis.range.max, options)
-                                           : AutoScale(0, 1, options);
+    const DataRange& range = axis.options.log ? axis.positive : axis.range;
+    AxisScale scale =
+        range.count > 0 ? AutoScale(range.min, range.max, options) : AutoScale(0, 1, options);
     if (axis.kind == DataKind::Names) {
         scale.min = 0.5;
         scale.max = count + 0.5;
@@ -85,7 +86,8 @@ void Chart::Impl::ComposeView() {
         transform->SetRotate({-elevation.value_or(0), 0, azimuth.value_or(0), 0});
     } else if (layout == Layout::Map) {
         transform->SetChartRect({(room ? 0.66 : 0.76), 0.66, 0.02, 0});
-        transform->SetRotate({-90, 0, 0, 0});
+        transform->SetRightHanded(1);
+        transform->SetView(-90, 90);
     } else {
         const double size = 0.48 / std::min(aspect, 1.2);
         transform->SetChartRect({size * 1.15, size, size * 0.95, 0});

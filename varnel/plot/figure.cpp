@@ -29,19 +29,19 @@ Chart::Chart() : m_Impl(std::make_unique<Impl>()) {
 Chart::~Chart() = default;
 
 void Chart::x(const AxisOptions& options) {
-    m_Impl->axes[0].options = options;
+    m_Impl->wanted[0] = options;
+    m_Impl->ResolveOptions();
 }
 
 void Chart::y(const AxisOptions& options) {
-    // Flat charts have it upwards; which one this is may still be open.
-    m_Impl->axes[1].options = options;
-    if (m_Impl->layout != Layout::Spatial && m_Impl->layout != Layout::Map)
-        m_Impl->axes[2].options = options;
+    m_Impl->wanted[1] = options;
+    m_Impl->ResolveOptions();
 }
 
 void Chart::z(const AxisOptions& options) {
     if (m_Impl->layout == Layout::Flat) Refuse("z", "the chart is flat: its axes are x and y");
-    m_Impl->axes[2].options = options;
+    m_Impl->wanted[2] = options;
+    m_Impl->ResolveOptions();
 }
 
 void Chart::Title(const std::string& title, const std::string& subtitle) {

@@ -13,7 +13,8 @@ namespace varnel::plot {
 /// One axis of the box: 0 x, 1 y, 2 z of the library. Flat charts have their y on axis 2.
 struct PlotAxis {
     AxisOptions options;
-    DataRange range;
+    /// All finite data, and the positive ones among them.
+    DataRange range, positive;
     std::optional<DataKind> kind;
     std::vector<std::string> categories;
     /// The name that all data on it have; empty and `mixed` when they have several.
@@ -39,6 +40,7 @@ struct Chart::Impl {
     CChart3D* chart = nullptr;
     CTransform3D* transform = nullptr;
     Layout layout = Layout::None;
+    AxisOptions wanted[3];  ///< of x, y and z, as the caller means them
     PlotAxis axes[3];
     std::vector<LegendEntry> entries;
     std::string title, subtitle;
@@ -48,15 +50,17 @@ struct Chart::Impl {
     bool colorBar = false;
     std::string colorBarTitle;
 
-    /// Makes the chart what `wanted` says, or raises what `call` cannot be drawn into.
-    void Begin(Layout wanted, const char* call);
+    /// Makes the chart what `kind` says, or raises what `call` cannot be drawn into.
+    void Begin(Layout kind, const char* call);
     CChartObj3D* NewObject();
     /// The data as positions along an axis, whose range and names then hold them. `argument` names
     /// them in errors; `count` is how many there have to be, -1: any number but none.
     std::vector<double> Take(int axis, const Values& values, const char* call, const char* argument,
                              long long count = -1);
     void Widen(int axis, double value);
-    RGBDType NextColor(const std::optional<RGBDType>& wanted);
+    /// Hands the options on to the axes of the box that they mean.
+    void ResolveOptions();
+    RGBDType NextColor(const std::optional<RGBDType>& given);
     int Pixels(double points) const;
     /// The relative size of symbols that are `points` large.
     double SymbolSize(double points) const;

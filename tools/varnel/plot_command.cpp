@@ -1,0 +1,173 @@
+#include "tools/varnel/plot_command.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+#include "varnel/chart/chart_view.h"
+#include "varnel/platform/system_report.h"
+#include "varnel/plot.h"
+
+namespace tool {
+
+using namespace varnel::plot;
+
+namespace {
+
+char SignOf(const std::string& text, const char* option) {
+    if (text == "tab" || text == "\\t") return '\t';
+    if (text.size() > 1)
+        throw std::runtime_error(std::string(option) + " is one character, or tab, not " + text);
+    return text.empty() ? '\0' : text[0];
+}
+
+Table ReadTable(const PlotOptions& options) {
+    CsvOptions csv;
+    csv.delimiter = SignOf(options.delimiter, "--delimiter");
+    csv.decimal = SignOf(options.decimal, "--decimal");
+    csv.header = options.header == "yes"  ? Header::Yes
+                 : options.header == "no" ? Header::No
+                                          : Header::Detect;
+    csv.skip = options.skip;
+    csv.comment = options.comment;
+    csv.date_format = options.dateFormat;
+    if (options.file != "-") return ReadCSV(options.file, csv);
+    csv.name = "standard input";
+    return ReadCSV(std::cin, csv);
+}
+
+/// column=value, or with != < <= > >= a comparison of numbers.
+Table Filter(const Table& table, const std::string& condition) {
+    const std::size_t at = condition.find_first_of("=<>!");
+    if (at == std::string::npos || at == 0)
+        throw std::runtime_error("--where is column=value, not " + condition);
+    const std::string column = condition.substr(0, at);
+    const std::size_t length = condition.size() > at + 1 && condition[at + 1] == '=' ? 2 : 1;
+    const std::string sign = condition.substr(at, length), value = condition.substr(at + length);
+    if (sign == "=" || sign == "==") return table.Where(column, value);
+    if (sign == "!") throw std::runtime_error("--where is column!=value, not " + condition);
+    // Read as the table reads its cells: a number or a date.
+    const Table one = ReadCSVText("v\n" + value + "\n", {.header = Header::Yes});
+    const double limit = one.Kind("v") == DataKind::Dates ? one.Dates("v")[0] : one["v"][0];
+    return table.Where(column, [&](double cell) {
+        return sign == "<"    ? cell < limit
+               : sign == "<=" ? cell <= limit
+               : sign == ">"  ? cell > limit
+               : sign == ">=" ? cell >= limit
+                              : cell != limit;
+    });
+}
+
+Statistic StatisticOf(const std::string& name) {
+    return name == "sum"      ? Statistic::Sum
+           : name == "count"  ? Statistic::Count
+           : name == "median" ? Statistic::Median
+           : name == "min"    ? Statistic::Min
+           : name == "max"    ? Statistic::Max
+                              : Statistic::Mean;
+}
+
+/// What a part of a date ("date:month") is called in the table of groups.
+void Rename(std::string& column, const Table& groups) {
+    const std::size_t colon = column.rfind(':');
+    if (colon != std::string::npos && groups.Has(column.substr(colon + 1)))
+        column = column.substr(colon + 1);
+}
+
+Table Prepare(Table table, PlotOptions& options) {
+    for (const std::string& condition : options.where)
+        table = Filter(table, condition);
+    if (!options.sort.empty()) {
+        const bool descending = options.sort.front() == '-';
+        table = table.Sort(options.sort.substr(descending), descending);
+    }
+    if (!options.group.empty()) {
+        if (options.x.empty()) throw std::runtime_error("--group needs -x, what to group by.");
+        std::vector<std::string> by = {options.x};
+        const bool second = !options.z.empty() && !options.y.empty();
+        if (second) by.push_back(options.y[0]);
+        if (!options.by.empty()) by.push_back(options.by);
+        table = table.Group(by, StatisticOf(options.group));
+        Rename(options.x, table);
+        Rename(options.by, table);
+        if (second) Rename(options.y[0], table);
+        if (options.group == "count" && options.y.empty()) options.y = {"count"};
+    }
+    return options.limit > 0 ? table.Limit(options.limit) : table;
+}
+
+void SetAxes(Figure& figure, const PlotOptions& options) {
+    const auto isLog = [&](char axis) { return options.log.find(axis) != std::string::npos; };
+    figure.x({.title = options.xTitle, .log = isLog('x')});
+    figure.y({.title = options.yTitle, .log = isLog('y')});
+    if (!options.zTitle.empty() || isLog('z'))
+        figure.z({.title = options.zTitle, .log = isLog('z')});
+    if (options.rotate) figure.Rotate(options.rotate->first, options.rotate->second);
+}
+
+/// The PNG on standard output, whole or not at all.
+void WriteToOutput(Figure& figure) {
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() / ("varnel-" + std::to_string(getpid()) + ".png");
+    figure.Save(file.string());
+    std::ifstream picture(file, std::ios::binary);
+    std::cout << picture.rdbuf() << std::flush;
+    picture.close();
+    std::filesystem::remove(file);
+    if (!std::cout) throw std::runtime_error("The picture cannot be written to standard output.");
+}
+
+/// Shows the figure in the viewer, by way of a chart file that lives as long as the window.
+int Show(Figure& figure, const PlotOptions& options) {
+    if (!varnel::HasDisplay()) {
+        std::cerr << "varnel: There is no display to show the chart on. A picture can be made "
+                     "with -o picture.png.\n";
+        return kFailed;
+    }
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() / ("varnel-" + std::to_string(getpid()) + ".chart");
+    figure.Save(file.string());
+    const int status = View(file.string(), options.size, options.samples);
+    std::filesystem::remove(file);
+    return status;
+}
+
+}  // namespace
+
+int ListPlotKinds() {
+    for (const PlotKind& kind : PlotKinds())
+        std::cout << kind.name << std::string(11 - std::string(kind.name).size(), ' ') << kind.what
+                  << "\n           varnel plot " << kind.example << '\n';
+    return kDone;
+}
+
+int Plot(const PlotKind& kind, const PlotOptions& given) {
+    PlotOptions options = given;
+    const Table table = Prepare(ReadTable(options), options);
+    if (table.NumRows() == 0) {
+        std::cerr << "varnel: " << options.file << " has no rows"
+                  << (options.where.empty() ? "" : " that match --where") << ".\n";
+        return kFailed;
+    }
+    Figure figure({.title = options.title,
+                   .subtitle = options.subtitle,
+                   .footer = options.footer,
+                   .size = {options.size.width, options.size.height},
+                   .dpi = options.dpi,
+                   .samples = options.samples});
+    SetAxes(figure, options);
+    kind.draw(figure, table, options);
+    if (!options.chartFile.empty()) figure.Save(options.chartFile);
+    if (options.output == "-")
+        WriteToOutput(figure);
+    else if (!options.output.empty())
+        figure.Save(options.output);
+    else if (options.chartFile.empty())
+        return Show(figure, options);
+    return kDone;
+}
+
+}  // namespace tool

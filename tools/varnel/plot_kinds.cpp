@@ -1,0 +1,180 @@
+#include "tools/varnel/plot_command.h"
+#include "varnel/foundation/error.h"
+#include "varnel/plot.h"
+
+namespace tool {
+
+using namespace varnel::plot;
+
+namespace {
+
+[[noreturn]] void Missing(const char* option) {
+    throw std::runtime_error(std::string("This kind needs ") + option + ".");
+}
+
+/// The x values: a column, or the numbers of the rows where none is named.
+Values XOf(const Table& table, const PlotOptions& options) {
+    if (!options.x.empty()) return table.Column(options.x);
+    std::vector<double> rows(table.NumRows());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = static_cast<double>(i + 1);
+    return Values(std::move(rows)).SetName("row");
+}
+
+/// The columns of -y; without it all columns of numbers but that of -x.
+std::vector<Values> YOf(const Table& table, const PlotOptions& options) {
+    std::vector<Values> columns;
+    for (const std::string& column : options.y)
+        columns.push_back(table[column]);
+    if (!columns.empty()) return columns;
+    for (const std::string& name : table.Names())
+        if (name != options.x && name != options.by && table.Kind(name) == DataKind::Numbers)
+            columns.push_back(table[name]);
+    if (columns.empty()) Missing("-y, a column of numbers");
+    return columns;
+}
+
+Values Named(const Table& table, const std::string& column, const char* option) {
+    if (column.empty()) Missing(option);
+    return table.Column(column);
+}
+
+Values ByOf(const Table& table, const PlotOptions& options) {
+    return options.by.empty() ? Values() : Values::Names(table.Text(options.by));
+}
+
+/// Bars belong to names: years and other whole numbers are labelled one by one where they are few.
+Values AsNames(const Table& table, const PlotOptions& options) {
+    if (options.x.empty()) return XOf(table, options);
+    const Values x = table.Column(options.x);
+    constexpr std::size_t kMost = 30;
+    if (x.Kind() != DataKind::Numbers || x.size() > kMost) return x;
+    return Values::Names(table.Text(options.x)).SetName(x.Name());
+}
+
+void DrawLine(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = XOf(table, options);
+    const std::vector<Values> series = YOf(table, options);
+    for (const Values& y : series)
+        figure.Line(x, y, {.name = series.size() > 1 ? y.Name() : "", .by = ByOf(table, options)});
+}
+
+void DrawScatter(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = XOf(table, options);
+    const std::vector<Values> series = YOf(table, options);
+    const Values by = ByOf(table, options);
+    if (!options.z.empty()) {
+        figure.Scatter3D(x, series[0], table[options.z], {.by = by});
+        return;
+    }
+    for (const Values& y : series)
+        figure.Scatter(x, y, {.name = series.size() > 1 ? y.Name() : "", .by = by});
+}
+
+void DrawBars(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = AsNames(table, options);
+    if (!options.z.empty()) {
+        if (options.y.empty()) Missing("-y, the second column of places");
+        figure.Bars3D(x, table.Column(options.y[0]), table[options.z]);
+        return;
+    }
+    const std::vector<Values> series = YOf(table, options);
+    if (series.size() > 1)
+        figure.Bars(x, series, {.stacked = options.stack});
+    else
+        figure.Bars(x, series[0], {.from = options.from.empty() ? Values() : table[options.from]});
+}
+
+void DrawHistogram(Figure& figure, const Table& table, const PlotOptions& options) {
+    figure.Histogram(Named(table, options.x, "-x, a column of numbers"), {.bins = options.bins});
+}
+
+void DrawArea(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = XOf(table, options);
+    const std::vector<Values> series = YOf(table, options);
+    if (series.size() > 1)
+        figure.Area(x, series);
+    else
+        figure.Area(x, series[0], {.from = options.from.empty() ? Values() : table[options.from]});
+}
+
+void DrawCandles(Figure& figure, const Table& table, const PlotOptions& options) {
+    std::vector<std::string> four = options.ohlc;
+    if (four.empty()) four = {"open", "high", "low", "close"};
+    if (four.size() != 4) Missing("four columns for --ohlc: open,high,low,close");
+    figure.Candles(XOf(table, options), table[four[0]], table[four[1]], table[four[2]],
+                   table[four[3]], {.ohlc = options.bars});
+}
+
+void DrawBoxes(Figure& figure, const Table& table, const PlotOptions& options) {
+    const std::vector<Values> series = YOf(table, options);
+    figure.Boxes(Values::Names(table.Text(options.x.empty() ? options.by : options.x)), series[0]);
+}
+
+void DrawLine3D(Figure& figure, const Table& table, const PlotOptions& options) {
+    figure.Line3D(XOf(table, options), YOf(table, options)[0],
+                  Named(table, options.z, "-z, a column of numbers"), {.by = ByOf(table, options)});
+}
+
+/// The whole table as a matrix of z values.
+Grid ToGrid(const Table& table) {
+    return {table.Matrix(), static_cast<int>(table.NumRows()),
+            static_cast<int>(table.NumColumns())};
+}
+
+void DrawSurface(Figure& figure, const Table& table, const PlotOptions& options) {
+    const SurfaceOptions surface{.map = options.map, .wire = options.wire};
+    if (options.z.empty())
+        figure.Surface(ToGrid(table), surface);
+    else
+        figure.Surface(XOf(table, options), YOf(table, options)[0], table[options.z], surface);
+}
+
+void DrawContours(Figure& figure, const Table& table, const PlotOptions& options) {
+    figure.Contours(ToGrid(table), {.map = options.map, .filled = options.filled});
+}
+
+void DrawHeatMap(Figure& figure, const Table& table, const PlotOptions& options) {
+    figure.HeatMap(ToGrid(table), {.map = options.map});
+}
+
+}  // namespace
+
+const std::vector<PlotKind>& PlotKinds() {
+    static const std::vector<PlotKind> kinds = {
+        {"line", "Lines of one or several columns over another one",
+         "line examples/data/co2_mauna_loa.csv -x date -y co2_ppm -o co2.png", DrawLine},
+        {"scatter", "Symbols; with -z in space, with --by one colour for each name",
+         "scatter examples/data/penguins.csv -x bill_length_mm -y flipper_length_mm "
+         "-z body_mass_g --by species -o penguins.png",
+         DrawScatter},
+        {"bars", "Bars of one or several columns; with -z in space over two columns",
+         "bars examples/data/iowa_electricity.csv -x year "
+         "-y fossil_fuels_gwh,nuclear_energy_gwh,renewables_gwh --stack -o iowa.png",
+         DrawBars},
+        {"histogram", "How often the values of a column occur",
+         "histogram examples/data/seattle_weather.csv -x temp_max_c -o warm.png", DrawHistogram},
+        {"area", "Filled areas, several of them stacked; with --from a range",
+         "area examples/data/seattle_weather.csv -x date -y temp_max_c --from temp_min_c "
+         "-o range.png",
+         DrawArea},
+        {"candles", "Open, high, low and close of each day",
+         "candles examples/data/vix_ohlc.csv -x date --ohlc open,high,low,close -o vix.png",
+         DrawCandles},
+        {"boxes", "Extremes, quartiles, median and mean of all rows with the same x",
+         "boxes examples/data/seattle_weather.csv -x date:month -y temp_max_c -o months.png",
+         DrawBoxes},
+        {"line3d", "A line in space",
+         "line3d examples/data/earthquakes_week.csv -x 1 -y 2 -z 3 --limit 100 -o path.png",
+         DrawLine3D},
+        {"surface", "A surface of a matrix, or of x, y and z columns",
+         "surface examples/data/volcano.csv -o hill.png", DrawSurface},
+        {"contours", "Lines of equal value of a matrix",
+         "contours examples/data/volcano.csv --filled -o lines.png", DrawContours},
+        {"heatmap", "A matrix in colours", "heatmap examples/data/volcano.csv -o map.png",
+         DrawHeatMap},
+    };
+    return kinds;
+}
+
+}  // namespace tool
