@@ -257,6 +257,22 @@ TEST_F(AxesDrawing, LabelsStandAtMajorTics) {
     EXPECT_TRUE(Texts(0).empty());
 }
 
+TEST_F(AxesDrawing, LabelsOfAPictureAreLimited) {
+    axes->SetAxisTics(0, 0, 1, 5, 0.02, 0.04, 2);
+    axes->SetAxisLabels(0, 3, 0, 2, 1, 7, kRed);
+    axes->EnableAxisLabels(0, 1);
+    const auto letters = [this] { return DrawAll().triangles.size(); };
+    const std::size_t all = letters();
+    GL().ExchangeBuffers();
+    EXPECT_FALSE(GL().TakeLabelCharacters(200'001));
+    EXPECT_LT(letters(), all);
+    GL().ExchangeBuffers();
+    EXPECT_TRUE(GL().TakeLabelCharacters(200'000));
+    EXPECT_LT(letters(), all);
+    GL().ReadBack();
+    EXPECT_EQ(letters(), all);
+}
+
 TEST_F(AxesDrawing, UserStringsCountHiddenLabels) {
     const CString months[] = {"Jan", "Feb", "Mar"};
     axes->SetAxisTics(0, 0, 5, 1, 0.02, 0.04, 2);

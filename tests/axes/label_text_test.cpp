@@ -53,7 +53,13 @@ TEST(LabelText, General) {
 TEST(LabelText, SurvivesAnyArguments) {
     EXPECT_EQ(Text(std::numeric_limits<double>::infinity(), 1, 2), "inf");
     EXPECT_EQ(Text(std::numeric_limits<double>::quiet_NaN(), 2, 0), "nan");
-    EXPECT_EQ(Text(1, 0, std::numeric_limits<int>::max()).size(), 402U);
+    // No label is longer than 60 characters; what stands is right.
+    EXPECT_EQ(Text(0.125, 0, std::numeric_limits<int>::max()), "0.125" + CString(55, '0'));
+    EXPECT_EQ(Text(-1234.5, 0, 100), "-1234.5" + CString(53, '0'));
+    EXPECT_EQ(Text(-1e300, 0, 2), "-1.00e+300");
+    EXPECT_EQ(Text(5e59, 0, 9).size(), 60U);
+    EXPECT_LE(Text(-1.0 / 3.0, 1, 200).size(), 60U);
+    EXPECT_LE(Text(1e-200, 3, 200).size(), 60U);
     EXPECT_EQ(Text(1, 0, -1), "1.000000");
 }
 

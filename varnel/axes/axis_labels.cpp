@@ -159,8 +159,10 @@ void CAxisLabels3D::GetAxisTitleString(CString& title) const {
 void CAxisLabels3D::DrawAxisLabels() {
     FreeLabelObjs();
     CalcAxisLabels();
-    for (const auto& label : m_LabelObjs)
+    for (const auto& label : m_LabelObjs) {
+        if (!m_pOpenGL->TakeLabelCharacters(label->GetString().size())) break;
         label->OutText();
+    }
     m_pTitleObj->OutTextNorm();
 }
 

@@ -6,11 +6,18 @@
 namespace varnel::detail {
 namespace {
 
-constexpr int kMostDecimals = 400;
+/// No label is longer: one that has more decimals than fit loses the last ones.
+constexpr int kMostCharacters = 60;
 
 CString Print(const char* format, int decimals, double value) {
-    const int digits = std::min(decimals, kMostDecimals);
-    const int length = std::snprintf(nullptr, 0, format, digits, value);
+    int digits = std::min(decimals, kMostCharacters);
+    int length = std::snprintf(nullptr, 0, format, digits, value);
+    if (length > kMostCharacters) {
+        const int others = length - std::max(digits, 0);  // the point among them
+        if (others > kMostCharacters + 1) return Print("%1.*e", std::min(digits, 15), value);
+        digits = std::max(0, kMostCharacters - others);
+        length = std::snprintf(nullptr, 0, format, digits, value);
+    }
     if (length <= 0) return {};
     CString text(static_cast<std::size_t>(length), '\0');
     std::snprintf(text.data(), text.size() + 1, format, digits, value);

@@ -19,6 +19,7 @@
 // draws them wrongly, because faces that look away are left out.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 
@@ -226,6 +227,11 @@ class VARNEL_API COpenGL {
     void SetFontScaleFactor(double factor);
     double GetFontScaleFactor() const;
 
+    /// Takes `count` characters from what a picture may have in labels, 200,000, so that a mistyped
+    /// step between labels costs no minutes. False, and a diagnostic, when they are used up; with
+    /// the picture's end (ExchangeBuffers, ReadBack) all are there again.
+    bool TakeLabelCharacters(std::size_t count);
+
     // --- Style -------------------------------------------------------------------------------
 
     // Colour components run from 0 to 1; one above 1 is told as a diagnostic and counts as 1.
@@ -391,6 +397,7 @@ class VARNEL_API COpenGL {
     ObjectList<CFont3D> m_FontList;
     int m_CurrentFont = 0;
     int m_FontCount = 0;
+    std::size_t m_LabelCharacters = 0;
     CDC* m_pDC;
     CDC* m_pClientDC;
     CDIBSection* m_pDIBSection;

@@ -99,16 +99,19 @@ void COpenGL::MakeNonCurrent() {
 }
 
 void COpenGL::ExchangeBuffers() {
+    m_LabelCharacters = 0;
     SyncState();
     if (Ready()) glFlush();
 }
 
 void COpenGL::ReadBack() {
+    m_LabelCharacters = 0;
     SyncState();
     if (Ready()) m_Renderer->gl.context->ReadBack();
 }
 
 void COpenGL::ReadBackDrawn() {
+    m_LabelCharacters = 0;
     SyncState();
     if (Ready()) m_Renderer->gl.ReadBackDrawn();
 }

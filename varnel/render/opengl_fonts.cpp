@@ -1,4 +1,7 @@
 // COpenGL: the font that texts are drawn and measured with.
+#include <algorithm>
+
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
@@ -39,6 +42,18 @@ void COpenGL::SetFontScaleFactor(double factor) {
 double COpenGL::GetFontScaleFactor() const {
     const CFont3D* const font = GetFont();
     return font != nullptr ? font->GetFontScaleFactor() : 0.0;
+}
+
+bool COpenGL::TakeLabelCharacters(std::size_t count) {
+    constexpr std::size_t kMost = 200'000;
+    if (count <= kMost - std::min(m_LabelCharacters, kMost)) {
+        m_LabelCharacters += count;
+        return true;
+    }
+    m_LabelCharacters = kMost;
+    detail::Diagnose("DrawAxisLabels", "the labels of a picture have more than ", kMost,
+                     " characters: the rest is not drawn");
+    return false;
 }
 
 }  // namespace varnel
