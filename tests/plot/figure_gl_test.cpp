@@ -1,6 +1,7 @@
 // Figures: every kind reaches the picture and the legend, and what is wrong is told in a sentence.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 
@@ -102,6 +103,16 @@ TEST(Figure, EveryKindIsSeenAndNamed) {
         const int before = Colored(figure);
         EXPECT_EQ(Colored(figure), before) << c.kind;
     }
+}
+
+TEST(Figure, PointsHaveTheColoursOfTheirValues) {
+    Figure figure({.size = {60, 40}, .samples = 0});
+    const Objects points =
+        figure.Scatter(kX, kY, {.by = kNames, .color_by = {0, 10, NAN, 5}, .map = "grey"});
+    EXPECT_EQ(points[0]->GetSegmentColor(0).r, 0);
+    EXPECT_EQ(points[1]->GetSegmentColor(0).r, 1);
+    EXPECT_EQ(points[0]->GetSegmentColor(1).r, 0.6) << "no value";
+    EXPECT_EQ(figure.View().GetLegend(0)->GetScaleType(), 1);
 }
 
 TEST(Figure, NamesShareAnAxisAndChartsAFigure) {

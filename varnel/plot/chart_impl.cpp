@@ -3,6 +3,7 @@
 
 #include "varnel/chart/chart_view.h"
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/surface/color_map.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::plot {
@@ -98,6 +99,32 @@ double Chart::Impl::NextLayer() {
 
 void Chart::Impl::AddEntry(CChartObj3D* object, std::string name) {
     if (!name.empty()) entries.push_back({object, {std::move(name)}});
+}
+
+void Chart::Impl::ColorPoints(CChartObj3D* object, const std::vector<std::size_t>& rows,
+                              const Values& values, const std::string& map, std::size_t count,
+                              const char* call) {
+    if (values.empty()) return;
+    if (values.size() != count)
+        Refuse(call, "color_by has ", values.size(), " values, not ", count);
+    constexpr int kColors = 256;
+    pointColors.resize(kColors);
+    if (!ColorMap(map, kColors, pointColors.data()))
+        Refuse(call, "there is no colour map \"", map, "\"");
+    const DataRange range = RangeOf(values.Numbers());
+    if (range.count == 0) Refuse(call, "color_by has no finite value");
+    pointMin = range.min;
+    pointMax = range.max > range.min ? range.max : range.min + 1;
+    std::vector<RGBDType> colors;
+    for (const std::size_t row : rows) {
+        const double part = (values[row] - pointMin) / (pointMax - pointMin);
+        const bool known = std::isfinite(part);
+        colors.push_back(known ? pointColors[static_cast<std::size_t>(part * (kColors - 1))]
+                               : RGBDType{0.6, 0.6, 0.6, 1});
+    }
+    object->InitSegmentColorsStorage(colors.data());
+    colorBar = true;
+    colorBarTitle = values.Name();
 }
 
 namespace detail {

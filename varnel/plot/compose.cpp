@@ -102,7 +102,11 @@ void Chart::Impl::ComposeLegend() {
     m_Legend->EnableBorder(0);
     m_Legend->SetFontHeightSF(0.85);
     if (colorBar) {
-        m_Legend->SetColorBar(chart);
+        if (pointColors.empty())
+            m_Legend->SetColorBar(chart);
+        else
+            m_Legend->SetColorBar(pointColors.data(), static_cast<int>(pointColors.size()),
+                                  pointMin, pointMax);
         m_Legend->SetLegendTitle(colorBarTitle);
     }
     for (const LegendEntry& entry : entries) {

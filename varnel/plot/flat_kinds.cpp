@@ -72,6 +72,7 @@ Objects Chart::Scatter(const Values& x, const Values& y, const ScatterOptions& o
                                 static_cast<int>(points.size()), symbol, c.NextColor(options.color),
                                 kOutline, -1, 0);
         symbols->SetOutlineMode(0);
+        c.ColorPoints(symbols, part.rows, options.color_by, options.map, xs.size(), "Scatter");
         c.AddEntry(symbols, part.name.empty() ? options.name : part.name);
         objects.push_back(symbols);
     }

@@ -197,6 +197,7 @@ Objects Chart::Scatter3D(const Values& x, const Values& y, const Values& z,
         object->ScatterChart3D(mine.data(), c.SymbolSize(options.size),
                                static_cast<int>(mine.size()), symbol, c.NextColor(options.color),
                                kOutline, -1, 0);
+        c.ColorPoints(object, part.rows, options.color_by, options.map, points.size(), "Scatter3D");
         c.AddEntry(object, part.name.empty() ? options.name : part.name);
         objects.push_back(object);
     }

@@ -46,8 +46,10 @@ struct Chart::Impl {
     std::string title, subtitle;
     std::optional<double> azimuth, elevation;
     int series = 0;
-    int layers = 0;  ///< flat objects so far, each in front of those before
-    bool colorBar = false;
+    int layers = 0;         ///< flat objects so far, each in front of those before
+    bool colorBar = false;  ///< of the chart's texture colours, or of the points' below
+    std::vector<RGBDType> pointColors;
+    double pointMin = 0, pointMax = 1;
     std::string colorBarTitle;
 
     /// Makes the chart what `kind` says, or raises what `call` cannot be drawn into.
@@ -67,6 +69,11 @@ struct Chart::Impl {
     /// Where along the depth of a flat chart the next object stands.
     double NextLayer();
     void AddEntry(CChartObj3D* object, std::string name);
+    /// Gives the points `rows` of an object the colours of a map by their values, between the least
+    /// and the largest of all, and the legend the colour bar. Nothing without values.
+    void ColorPoints(CChartObj3D* object, const std::vector<std::size_t>& rows,
+                     const Values& values, const std::string& map, std::size_t count,
+                     const char* call);
 
     /// Limits, axes, titles, view and legend from all of that: the one place where a chart gets
     /// its frame.
