@@ -8,13 +8,12 @@ seconds=${1:-60}
 
 cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER="${CXX:-clang++-14}" -DVARNEL_FUZZ=ON \
     -DVARNEL_TESTS=OFF -DVARNEL_EXAMPLES=OFF >/dev/null
-cmake --build build/fuzz --target dib_fuzz dib_seeds table_fuzz
+cmake --build build/fuzz --target dib_fuzz table_fuzz
 
-mkdir -p build/fuzz/dib_corpus build/fuzz/dib_seeds build/fuzz/found
-build/fuzz/bin/dib_seeds build/fuzz/dib_seeds
+mkdir -p build/fuzz/dib_corpus build/fuzz/found
 export ASAN_OPTIONS=allocator_may_return_null=1
 build/fuzz/bin/dib_fuzz -max_total_time="$seconds" -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
-    -artifact_prefix=build/fuzz/found/ build/fuzz/dib_corpus build/fuzz/dib_seeds
+    -artifact_prefix=build/fuzz/found/ build/fuzz/dib_corpus tests/bitmap/files
 
 # Tables start from the examples' data, each cut to its first lines behind two bytes of options.
 mkdir -p build/fuzz/table_corpus build/fuzz/table_seeds

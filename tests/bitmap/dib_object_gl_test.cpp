@@ -1,5 +1,6 @@
 #include "tests/bitmap/bmp_files.h"
 #include "tests/support/gl_fixture.h"
+#include "tests/support/record_bytes.h"
 #include "varnel/bitmap/dib_object.h"
 #include "varnel/platform/files.h"
 #include "varnel/transform/transform.h"
@@ -30,7 +31,7 @@ class DibObjectGL : public GLFixture {
         return {color.rgbRed, color.rgbGreen, color.rgbBlue};
     }
 
-    const BmpSample m_Sample = MakeBmp({"24", 24}, 2, 2);
+    const BmpSample m_Sample = MakeBmp24(2, 2);
     const TempFile m_File{m_Sample.bytes};
     std::unique_ptr<CTransform3D> m_Transform;
 };
@@ -89,7 +90,7 @@ TEST_F(DibObjectGL, DataCornersFollowTheScaleAndNormalizedOnesDoNot) {
 
 TEST_F(DibObjectGL, NewNameShowsTheNewPicture) {
     CDIBObj3D object = Filling(m_File.Path());
-    const BmpSample other = MakeBmp({"8", 8}, 1, 1);
+    const BmpSample other = MakeBmp24(1, 1);
     const TempFile file(other.bytes);
     object.SetDIBFilename(file.Path());
     Draw([&] { object.DrawDIBObj(); });
@@ -130,15 +131,10 @@ TEST_F(DibObjectGL, InitBindsChecksAndCounts) {
 
 /// An object loaded from a record that names the file.
 CDIBObj3D Reloaded(const std::string& path) {
-    MemoryFile written;
-    CDIBObj3D().Save(&written);
-    std::vector<BYTE> bytes = written.GetBytes();
-    bytes.resize(bytes.size() - 4);  // the empty name
-    bmp::Put(bytes, static_cast<DWORD>(path.size()), 4);
-    bytes.insert(bytes.end(), path.begin(), path.end());
-    MemoryFile read(bytes);
+    MemoryFile read(RecordBytes().Ints({0, 0}).Distinct("24d").Ints({1, 1, 0}).String(path).Get());
     CDIBObj3D loaded;
     loaded.Load(&read);
+    loaded.SetPlanePoints(Point(0, 0, 0), Point(0, 0, 1), Point(1, 0, 1));
     return loaded;
 }
 

@@ -39,8 +39,8 @@ TEST(DibObject, SecondRepeatFactorHasNoEffect) {
 }
 
 TEST(DibObject, NewNameBringsNewPictureAndCopiesKeepTheirs) {
-    const TempFile wide(MakeBmp({"24", 24}, 9, 2).bytes);
-    const TempFile narrow(MakeBmp({"24", 24}, 3, 2).bytes);
+    const TempFile wide(MakeBmp24(9, 2).bytes);
+    const TempFile narrow(MakeBmp24(3, 2).bytes);
     CDIBObj3D object(nullptr, nullptr, wide.Path());
     EXPECT_EQ(object.GetDib()->GetTextureWidth(), 16U);
     const CDIBObj3D copy(object);
