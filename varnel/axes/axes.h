@@ -116,8 +116,9 @@ class VARNEL_API CAxes3D {
     void SetAxisDates(int axis, int on = 1, const CString& format = {});
     int GetAxisDates(int axis) const { return Value(m_Added.dates, axis); }
 
-    /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. The
-    /// transform's chart matrix is current afterwards.
+    /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. Without a
+    /// font in the context, as before a view's first drawing, texts take no room. The transform's
+    /// chart matrix is current afterwards.
     detail::AxesExtents MeasureAxes(int width, int height);
 
     // --- What is shown; axes 0 x, 1 y, 2 z, planes by AxesPlane3D --------------------------------

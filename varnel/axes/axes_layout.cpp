@@ -308,7 +308,7 @@ class TextPlacement {
         for (const std::vector<PlacedText>& label : row.Place(row.ChooseStyle())) {
             // At a corner the last label of one axis may come too close to one of another.
             const bool free = std::none_of(label.begin(), label.end(), [&](const PlacedText& line) {
-                return IsTaken(line.box, axis, kAbove * em);
+                return IsTaken(line.box, axis, kBeside * em, kAbove * em);
             });
             if (!free) continue;
             for (const PlacedText& line : label) {
@@ -356,9 +356,9 @@ class TextPlacement {
         return Dot(PixelPoint{x, y} - axis.from, n);
     }
 
-    bool IsTaken(const PixelBox& box, int axis, double gap) const {
+    bool IsTaken(const PixelBox& box, int axis, double beside, double above) const {
         return std::any_of(m_Out.texts.begin(), m_Out.texts.end(), [&](const PlacedText& other) {
-            return other.axis != axis && other.box.Touches(box, gap, gap);
+            return other.axis != axis && other.box.Touches(box, beside, above);
         });
     }
 
@@ -372,7 +372,7 @@ class TextPlacement {
                 const PixelPoint at =
                     placed.from + place * along + (distance + 0.5 * step * em) * placed.outward;
                 const PixelBox box = BoxAround(at, width, height);
-                if (!IsTaken(box, axis, kTitleGap * em)) return box;
+                if (!IsTaken(box, axis, kTitleGap * em, kTitleGap * em)) return box;
             }
         return BoxAround(placed.from + 0.5 * along + distance * placed.outward, width, height);
     }

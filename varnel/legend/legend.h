@@ -128,6 +128,7 @@ class VARNEL_API CLegend3D {
     /// LEGEND_LEAST_DATA. Not saved.
     void SetDataPlaces(std::span<const point3Dtype> places);
     /// The size of the box in a view of that size, in pixels; 0 x 0 when there is nothing to show.
+    /// Without a font in the context, as before the view's first drawing, texts take no room.
     void MeasureLegend(int viewWidth, int viewHeight, int& width, int& height);
 
     // --- Appearance --------------------------------------------------------------------------
