@@ -203,9 +203,9 @@ TEST_F(TextDrawing, DrawsFlatInItsColorAndLeavesTheContextAsItWas) {
     const test::Drawn drawn = DrawText();
     ASSERT_FALSE(drawn.IsEmpty());
     drawn.ForEachVertex([](const test::DrawnVertex& v) {
-        EXPECT_NEAR(v.r, 0.25, 1e-6);
-        EXPECT_NEAR(v.g, 0.5, 1e-6);
-        EXPECT_NEAR(v.b, 0.75, 1e-6);
+        EXPECT_NEAR(v.r, 0.25, 0.002);
+        EXPECT_NEAR(v.g, 0.5, 0.002);
+        EXPECT_NEAR(v.b, 0.75, 0.002);
     });
     EXPECT_EQ(GL().GetColorMode(), 1);
     GL().GetModelView(after);

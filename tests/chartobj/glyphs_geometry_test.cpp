@@ -145,27 +145,26 @@ TEST(BoxesGeometry, BoxesSpanTheQuartilesAndWhiskersReachTheExtremes) {
     ExpectPoint(without.lines[kUpperWhisker].at(1).q, 5, 2.25, 9);
 }
 
-TEST(SurfacesGeometry, PolygonsAreClosedAndFlattenedBeforeTheyAreConverted) {
+TEST(SurfacesGeometry, PointsAreFlattenedBeforeTheyAreConverted) {
     constexpr double z[] = {1, 10, 100, 1000, kNaN, 1};
     const CPolysurface surface(3, 2, 1, 1, 2, 3, z, 0);
     const CTransform3D t = Scaled({0, 0, 1, 0}, {10, 10, 1000, 0}, 2);
-    std::vector<point3Dtype> scratch(static_cast<std::size_t>(surface.GetPSLargestPolygon()) + 1);
-    std::vector<point3Dtype> seen;
-    const auto keep = [&](const point3Dtype* points, int n, const RGBDType& first,
-                          const RGBDType&) {
-        seen.assign(points, points + n);
-        EXPECT_EQ(first.b, 1);
+    const auto third = [&](const Flattening& flat) {
+        point3Dtype p[5];
+        EXPECT_TRUE(std::isnan(SurfaceMesh(t, surface, flat).Points(0, 5, p)[4].x))
+            << "no data stays none on a plane";
+        return p[3];
     };
-    WalkSurface(t, surface, {}, scratch.data(), keep);
-    ASSERT_EQ(seen.size(), 5U);  // the first cell; the second has a corner that is no data
-    ExpectPoint(seen[2], 2, 2, 3);
-    ExpectPoint(seen[4], seen[0].x, seen[0].y, seen[0].z);
-    WalkSurface(t, surface, {0, 100}, scratch.data(), keep);
-    ExpectPoint(seen[2], 2, 2, 2);
-    WalkSurface(t, surface, {2, 7}, scratch.data(), keep);
-    ExpectPoint(seen[2], 7, 2, 3);
-    WalkSurface(t, surface, {3, 7}, scratch.data(), keep);
-    ExpectPoint(seen[2], 2, 2, 3);
+    ExpectPoint(third({}), 2, 2, 3);
+    ExpectPoint(third({0, 100}), 2, 2, 2);
+    ExpectPoint(third({2, 7}), 7, 2, 3);
+    ExpectPoint(third({3, 7}), 2, 2, 3);
+    const SurfaceMesh asItIs(Linear(), surface, {});
+    point3Dtype room;
+    EXPECT_EQ(asItIs.Points(2, 1, &room), surface.GetPSPoints() + 2);
+    int n = 0;
+    EXPECT_EQ(asItIs.Polygon(1, n)[2], 5);
+    EXPECT_EQ(n, 4);
 }
 
 }  // namespace

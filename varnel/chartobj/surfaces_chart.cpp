@@ -39,42 +39,21 @@ void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, std::span<const do
 }
 
 void CChartObj3D::DrawPolysurfaceChart3D() {
-    if (m_Saved.m_pPolysurface == nullptr) return;
-    const auto scratch =
-        detail::NewArray<point3Dtype>(m_Saved.m_pPolysurface->GetPSLargestPolygon() + 1LL,
-                                      {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart3D"});
-    const bool wire = m_Saved.m_pPolysurface->GetWireFrame() != 0;
+    const CPolysurface* const surface = m_Saved.m_pPolysurface.get();
+    if (surface == nullptr) return;
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    detail::WalkSurface(
-        *m_pTransform, *m_Saved.m_pPolysurface, {}, scratch.get(),
-        [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
-            m_pOpenGL->SetFillStyle3D(first, first, second);
-            if (wire)
-                m_pOpenGL->Frame3D(points, n);
-            else
-                m_pOpenGL->PolyFillAbs3D(points, n);
-        });
+    m_pOpenGL->DrawMesh(detail::SurfaceMesh(*m_pTransform, *surface, {}),
+                        surface->GetWireFrame() != 0 ? MESH_WIRE : MESH_FILLED);
 }
 
 void CChartObj3D::DrawPolysurfaceChart2D() {
-    if (m_Saved.m_pPolysurface == nullptr) return;
-    constexpr RGBDType black{0.0, 0.0, 0.0, 1.0};
-    const auto scratch =
-        detail::NewArray<point3Dtype>(m_Saved.m_pPolysurface->GetPSLargestPolygon() + 1LL,
-                                      {ERR3DCLASS_CHARTOBJ3D, "DrawPolysurfaceChart2D"});
-    const bool wire = m_Saved.m_pPolysurface->GetWireFrame() != 0;
+    const CPolysurface* const surface = m_Saved.m_pPolysurface.get();
+    if (surface == nullptr) return;
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    detail::WalkSurface(
-        *m_pTransform, *m_Saved.m_pPolysurface, {m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue},
-        scratch.get(),
-        [&](const point3Dtype* points, int n, const RGBDType& first, const RGBDType& second) {
-            m_pOpenGL->SetFillStyle3D(first, black, second);
-            // Unlike the frames in space, these are in the line colour.
-            if (wire)
-                m_pOpenGL->PolyAbs3D(points, n);
-            else
-                m_pOpenGL->PolyFillAbs3D(points, n);
-        });
+    const detail::Flattening flat{m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue};
+    // Unlike the frames in space, these are in the line colour.
+    m_pOpenGL->DrawMesh(detail::SurfaceMesh(*m_pTransform, *surface, flat),
+                        surface->GetWireFrame() != 0 ? MESH_WIRE_IN_LINE_COLOR : MESH_FILLED);
 }
 
 void CChartObj3D::DrawContourPolysurface3D() {

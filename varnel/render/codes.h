@@ -50,6 +50,13 @@ enum LineStyleCode {
     LINE_DASH_DOT_DOT = 10,
 };
 
+/// What DrawMesh draws.
+enum MeshDrawing {
+    MESH_FILLED = 0,              ///< fills, with frames when SetFrameFilled is on
+    MESH_WIRE = 1,                ///< frames alone, in their polygons' frame colours
+    MESH_WIRE_IN_LINE_COLOR = 2,  ///< frames alone, in the line colour
+};
+
 /// Shapes of DrawAuxObject; see render/aux_shapes.h.
 enum AuxShapeCode {
     AUX_SPHERE = 1,

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/font.h"
@@ -88,16 +89,15 @@ void GLSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
 void GLSink::DrawFills(const SceneState& state, const PrimitiveBatch& batch) {
     if (batch.Indices().empty()) return;
     const FillState& fill = batch.State();
-    Lighting(fill.lit);
+    Lighting(false);  // the colours have it in them
     Texture(fill.textured);
     Offset(fill.framed && state.frameOffset);
     const FillVertex* vertices = batch.Vertices().data();
     constexpr auto stride = static_cast<GLsizei>(sizeof(FillVertex));
     {
-        const ArrayScope<GL_VERTEX_ARRAY, GL_NORMAL_ARRAY, GL_COLOR_ARRAY> arrays;
+        const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
         glVertexPointer(3, GL_FLOAT, stride, vertices->position);
-        glNormalPointer(GL_FLOAT, stride, vertices->normal);
-        glColorPointer(3, GL_FLOAT, stride, vertices->color);
+        glColorPointer(4, GL_UNSIGNED_BYTE, stride, &vertices->color);
         if (fill.textured) {
             glEnableClientState(GL_TEXTURE_COORD_ARRAY);
             glTexCoordPointer(1, GL_FLOAT, stride, &vertices->texture);
@@ -121,7 +121,7 @@ void GLSink::DrawLines(const PrimitiveBatch& batch) {
         if (isEmpty(run)) continue;
         LineWidth(run.width);
         glVertexPointer(3, GL_FLOAT, stride, run.vertices.front().position);
-        glColorPointer(3, GL_FLOAT, stride, run.vertices.front().color);
+        glColorPointer(4, GL_UNSIGNED_BYTE, stride, &run.vertices.front().color);
         glDrawElements(GL_LINES, static_cast<GLsizei>(run.indices.size()), GL_UNSIGNED_INT,
                        run.indices.data());
     }
@@ -139,7 +139,7 @@ void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
     glEnable(GL_LINE_STIPPLE);
     const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
     glVertexPointer(3, GL_FLOAT, stride, strip.vertices.front().position);
-    glColorPointer(3, GL_FLOAT, stride, strip.vertices.front().color);
+    glColorPointer(4, GL_UNSIGNED_BYTE, stride, &strip.vertices.front().color);
     glDrawArrays(GL_LINE_STRIP, 0, static_cast<GLsizei>(strip.vertices.size()));
     glDisable(GL_LINE_STIPPLE);
 }
@@ -156,7 +156,7 @@ void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
     {
         const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
         glVertexPointer(3, GL_FLOAT, stride, m_Letters.Vertices().front().position);
-        glColorPointer(3, GL_FLOAT, stride, m_Letters.Vertices().front().color);
+        glColorPointer(4, GL_UNSIGNED_BYTE, stride, &m_Letters.Vertices().front().color);
         glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(m_Letters.Indices().size()),
                        GL_UNSIGNED_INT, m_Letters.Indices().data());
     }
@@ -186,6 +186,25 @@ void GLSink::SetViewport(const GLViewportType& v) {
     glViewport(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
     glScissor(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
     glEnable(GL_SCISSOR_TEST);
+}
+
+Coverage GLSink::MakeCoverage(const GLViewportType& viewport) const {
+    const int scale = context->PixelScale();
+    const GLViewportType pixels{viewport.x * scale, viewport.y * scale, viewport.width * scale,
+                                viewport.height * scale};
+    GLint bits = 0;
+    GLint count = 0;
+    glGetIntegerv(GL_SUBPIXEL_BITS, &bits);
+    glGetIntegerv(GL_SAMPLES, &count);
+    std::vector<SamplePlace> samples(static_cast<std::size_t>(std::max(count, 1)), {0.5F, 0.5F});
+    for (GLint i = 0; i < count; ++i) {
+        GLfloat place[2] = {0.5F, 0.5F};
+        glGetMultisamplefv(GL_SAMPLE_POSITION, static_cast<GLuint>(i), place);
+        samples[static_cast<std::size_t>(i)] = {place[0], place[1]};
+    }
+    // Half a step of the subpixel grid, twice for safety, and the rounding of places in floats.
+    const float slack = 1.0F / static_cast<float>(1 << std::clamp(bits, 0, 16)) + 0.004F;
+    return {pixels, samples, slack};
 }
 
 void GLSink::Extend(const GLViewportType& viewport) {
@@ -234,7 +253,7 @@ void GLSink::SendColor(const RGBDType& color) {
 }
 
 void GLSink::LineWidth(float width) {
-    const float sent = width * static_cast<float>(context->PixelScale() * lineScale);
+    const float sent = width * ToFramebuffer();
     if (sent == m_SentWidth) return;
     glLineWidth(sent);
     m_SentWidth = sent;

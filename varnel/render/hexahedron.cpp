@@ -65,7 +65,7 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
             renderer.corners[i] = device[static_cast<std::size_t>(corner)];
         }
         if (hideBack && LooksAway(renderer.corners.data(), handedness)) continue;
-        renderer.AddFill(style, pts, 4, PolygonNormal(pts, 4));
+        renderer.AddFill(style, pts, 4);
         edges |= face.edges;
     }
     renderer.corners.assign(device.begin(), device.end());
@@ -73,12 +73,15 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
 }
 
 void AddHexahedronEdges(Renderer& renderer, unsigned edges, const RGBDType& color) {
+    std::array<Vec3, 8> solid{};
+    std::copy_n(renderer.corners.begin(), solid.size(), solid.begin());
+    renderer.corners.resize(2);
     for (unsigned k = 0; k < 12; ++k) {
         if ((edges >> k & 1U) == 0) continue;
-        const Vec3 ends[2] = {renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][0])],
-                              renderer.corners[static_cast<std::size_t>(kHexahedronEdges[k][1])]};
-        if (!SamePlace(ends[0], ends[1]))
-            renderer.batch.AddOutline(renderer.lineWidth, ends, 2, false, color, renderer.element);
+        for (std::size_t end = 0; end < 2; ++end)
+            renderer.corners[end] = solid[static_cast<std::size_t>(kHexahedronEdges[k][end])];
+        if (!SamePlace(renderer.corners[0], renderer.corners[1]))
+            renderer.AddOutline(2, false, color);
     }
 }
 

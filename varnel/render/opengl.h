@@ -38,6 +38,8 @@ class CDIBSection;
 class CFont3D;
 
 namespace detail {
+class MeshPainter;
+class MeshSource;
 class Renderer;
 class SceneSink;
 struct SurfaceStyle;
@@ -130,6 +132,12 @@ class VARNEL_API COpenGL {
     /// (the default).
     void SetFrameOffset(BOOL on);
     BOOL GetFrameOffset() const;
+
+    /// Whether polygons that cover no sample of the image, and segments that leave no pixel's
+    /// diamond, are left out (the default). The picture is the same either way; turn it off to see
+    /// everything in OpenGL's feedback or selection mode.
+    void SetCulling(BOOL on);
+    BOOL GetCulling() const;
 
     /// Whether PolyFillAbs3D outlines each polygon in the frame colour. Default 0.
     void SetFrameFilled(BOOL on) { m_FrameFilled = on; }
@@ -268,7 +276,7 @@ class VARNEL_API COpenGL {
     void LineAbs3D(const point3Dtype& p1, const point3Dtype& p2);
     /// A polyline: one Start, any number of Appends, one End. Each vertex has the colour that is
     /// current when it is given, so that a fill style set between changes it. Anything else drawn
-    /// before the End drops the polyline.
+    /// before the End drops the polyline, or what of a very long one was not drawn yet.
     void StartLineAbs3D(const point3Dtype& p);
     void AppendLineAbs3D(const point3Dtype& p);
     void EndLineAbs3D(const point3Dtype& p);
@@ -283,6 +291,11 @@ class VARNEL_API COpenGL {
     void PolyFillAbs3D(const point3Dtype* pts, int n);
     /// An open polyline, solid, in the frame colour.
     void Frame3D(const point3Dtype* pts, int n);
+
+    /// The polygons of a mesh as PolyFillAbs3D or Frame3D would draw each in turn, `drawing` being
+    /// MESH_FILLED, MESH_WIRE or MESH_WIRE_IN_LINE_COLOR, much faster. The element of each polygon
+    /// (SetElement) is its number in the mesh.
+    void DrawMesh(const detail::MeshSource& mesh, int drawing);
 
     // --- Solids ------------------------------------------------------------------------------
     // A hexahedron has corners 0..3 at the bottom and 4..7 above them. A hexahedron given inside
@@ -402,6 +415,7 @@ class VARNEL_API COpenGL {
     CDC* m_pClientDC;
     CDIBSection* m_pDIBSection;
     std::unique_ptr<detail::Renderer> m_Renderer;
+    std::unique_ptr<detail::MeshPainter> m_Meshes;
     int m_Magic = kSignature;
 };
 

@@ -7,6 +7,7 @@
 #include "varnel/foundation/notice.h"
 #include "varnel/platform/dib_section.h"
 #include "varnel/render/detail/gl.h"
+#include "varnel/render/detail/mesh.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
@@ -16,7 +17,10 @@ namespace varnel {
 using detail::Matrix4;
 
 COpenGL::COpenGL(CDC* pDC, CDIBSection* pDIB)
-    : m_pDC(pDC), m_pDIBSection(pDIB), m_Renderer(std::make_unique<detail::Renderer>()) {
+    : m_pDC(pDC),
+      m_pDIBSection(pDIB),
+      m_Renderer(std::make_unique<detail::Renderer>()),
+      m_Meshes(std::make_unique<detail::MeshPainter>()) {
     if (pDC == nullptr) detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_OPENGL, "COpenGL");
     if (pDIB == nullptr) detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_OPENGL, "COpenGL");
     m_pClientDC = pDIB->GetMemCDC();
@@ -124,6 +128,7 @@ void COpenGL::SetSink(detail::SceneSink* sink) {
     m_Renderer->Flush();
     m_Renderer->sink = sink != nullptr ? sink : &m_Renderer->gl;
     m_Renderer->batch.KeepRecords(m_Renderer->sink->WantsRecords());
+    if (Ready()) m_Renderer->UpdateCoverage();
 }
 
 void COpenGL::SetElement(int object, int index) {
@@ -156,6 +161,7 @@ void COpenGL::SetViewport(const GLViewportType& viewport) {
     m_Renderer->Flush();
     m_Renderer->scene.viewport = m_Viewport;
     m_Renderer->gl.SetViewport(m_Viewport);
+    m_Renderer->UpdateCoverage();
 }
 
 void COpenGL::GetViewport(GLViewportType& viewport) {
@@ -203,6 +209,7 @@ void COpenGL::SetSamples(int samples) {
     m_Renderer->Flush();
     m_Renderer->gl.context->SetSamples(samples);
     m_Renderer->gl.AllIsNew();
+    m_Renderer->UpdateCoverage();
     // The number of framebuffer pixels per image pixel may have changed.
     if (m_Viewport.width > 0) SetViewport(m_Viewport);
 }
@@ -213,11 +220,20 @@ bool COpenGL::SetOutput(const HBITMAP& bitmap, double lineScale) {
     if (!m_Renderer->gl.context->SetTarget(bitmap)) return false;
     m_Renderer->gl.lineScale = bitmap ? lineScale : 1.0;
     m_Renderer->gl.AllIsNew();
+    m_Renderer->UpdateCoverage();
     return true;
 }
 
 int COpenGL::GetSamples() const {
     return m_Renderer->gl.context != nullptr ? m_Renderer->gl.context->GetSamples() : 0;
+}
+
+void COpenGL::SetCulling(BOOL on) {
+    if (Ready()) m_Renderer->SetCulling(on != 0);
+}
+
+BOOL COpenGL::GetCulling() const {
+    return m_Renderer->IsCulling() ? 1 : 0;
 }
 
 void COpenGL::SetFrameOffset(BOOL on) {

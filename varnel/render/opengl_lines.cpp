@@ -15,10 +15,8 @@ bool IsFinite(const detail::Vec3& v) {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
-detail::LineVertex MakeVertex(const detail::Vec3& p, const RGBDType& c) {
-    return {{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)},
-            {static_cast<float>(c.r), static_cast<float>(c.g), static_cast<float>(c.b)}};
-}
+/// Solid polylines are handed on in pieces of so many vertices, which stay in the caches.
+constexpr std::size_t kPiece = 4096;
 
 }  // namespace
 
@@ -88,7 +86,11 @@ void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
         FinishRun();
         return;
     }
-    line.vertices.push_back(MakeVertex(device, m_CurrentColor));
+    line.vertices.push_back(detail::MakeLineVertex(device, detail::Pack(m_CurrentColor)));
+    if (line.stippled || line.vertices.size() < kPiece) return;
+    const detail::LineVertex last = line.vertices.back();
+    FinishRun();
+    line.vertices.push_back(last);
 }
 
 void COpenGL::FinishRun() {
@@ -97,7 +99,7 @@ void COpenGL::FinishRun() {
         m_Renderer->DrawStippled(line, std::clamp(m_LineStyleFactor, 1, 256),
                                  GetLineStipple(m_LineStyle));
     else
-        m_Renderer->batch.AddPolyline(line.width, line.vertices, m_Renderer->element);
+        m_Renderer->AddPolyline(line.width, line.vertices);
     line.vertices.clear();
 }
 

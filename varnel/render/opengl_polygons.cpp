@@ -1,5 +1,6 @@
 // COpenGL: fill styles, filled polygons and outlines.
 #include "varnel/render/detail/check_color.h"
+#include "varnel/render/detail/mesh.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
 
@@ -22,7 +23,8 @@ void COpenGL::SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const
 }
 
 detail::SurfaceStyle COpenGL::Style() const {
-    return {{m_ColorMode != 0, m_TextureEnabled != 0, m_FrameFilled != 0},
+    return {{m_TextureEnabled != 0, m_FrameFilled != 0},
+            m_ColorMode != 0,
             m_CurrentColor,
             m_TextureMode,
             m_TextureOffset,
@@ -36,14 +38,11 @@ void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {
     if (pts == nullptr || n < 3) return;
     const int corners = SamePlace(pts[0], pts[n - 1]) ? n - 1 : n;
     const bool visible = m_Renderer->ToDevice(pts, n);
-    if (visible && corners >= 3)
-        m_Renderer->AddFill(Style(), pts, corners, detail::PolygonNormal(pts, n));
+    if (visible && corners >= 3) m_Renderer->AddFill(Style(), pts, corners);
     if (m_FrameFilled != 0) {
         m_CurrentColor = m_FrameColor;
         UseLineWidth();
-        if (visible)
-            m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n,
-                                         false, m_FrameColor, m_Renderer->element);
+        if (visible) m_Renderer->AddOutline(n, false, m_FrameColor);
     }
     FinishPrimitive();
 }
@@ -54,8 +53,29 @@ void COpenGL::Outline(const point3Dtype* pts, int n, const RGBDType& color, bool
     m_CurrentColor = color;
     UseLineWidth();
     if (pts == nullptr || n < 2 || !m_Renderer->ToDevice(pts, n)) return;
-    m_Renderer->batch.AddOutline(m_Renderer->lineWidth, m_Renderer->corners.data(), n, closed,
-                                 color, m_Renderer->element);
+    m_Renderer->AddOutline(n, closed, color);
+    FinishPrimitive();
+}
+
+void COpenGL::DrawMesh(const detail::MeshSource& mesh, int drawing) {
+    DropOpenLine();
+    UseLineWidth();
+    detail::MeshLook look;
+    look.style = Style();
+    look.filled = drawing == MESH_FILLED;
+    look.framed = m_FrameFilled != 0;
+    look.ownColors = m_ColorMode == COLOR_MODE_FLAT || m_ColorMode == COLOR_MODE_LIT;
+    look.oneLineColor = drawing == MESH_WIRE_IN_LINE_COLOR;
+    look.lineColor = m_LineColor;
+    m_Meshes->Paint(*m_Renderer, mesh, look);
+    if (mesh.NumPolygons() > 0) {
+        RGBDType fill;
+        RGBDType frame;
+        mesh.Colors(mesh.NumPolygons() - 1, fill, frame);
+        SetFillStyle3D(fill, fill, frame);
+        if (!look.filled || look.framed)
+            m_CurrentColor = look.oneLineColor ? m_LineColor : m_FrameColor;
+    }
     FinishPrimitive();
 }
 

@@ -21,8 +21,7 @@ std::uint64_t Hash(const LineVertex& v) {
 }
 
 bool Same(const LineVertex& a, const LineVertex& b) {
-    return std::equal(a.position, a.position + 3, b.position) &&
-           std::equal(a.color, a.color + 3, b.color);
+    return std::equal(a.position, a.position + 3, b.position) && a.color == b.color;
 }
 
 }  // namespace
@@ -57,16 +56,12 @@ void EdgeFilter::Reset() {
     m_Used = 0;
 }
 
-void PrimitiveBatch::AddPolygon(const PolygonLook& look, const Vec3* corners, const double* texture,
-                                int n) {
-    m_State = look.state;
+void PrimitiveBatch::AddPolygon(const FillState& state, PackedColor color, const Vec3* corners,
+                                const double* texture, int n) {
+    m_State = state;
     const auto first = static_cast<std::uint32_t>(m_Vertices.size());
-    if (m_KeepRecords)
-        m_Polygons.push_back(
-            {first, static_cast<std::uint32_t>(n), look.normal, look.color, look.element});
     FillVertex vertex;
-    Store(vertex.normal, look.normal.x, look.normal.y, look.normal.z);
-    Store(vertex.color, look.color.r, look.color.g, look.color.b);
+    vertex.color = color;
     const auto count = static_cast<std::size_t>(n);
     m_Vertices.resize(m_Vertices.size() + count);
     FillVertex* out = m_Vertices.data() + first;
@@ -84,49 +79,18 @@ void PrimitiveBatch::AddPolygon(const PolygonLook& look, const Vec3* corners, co
     }
 }
 
+void PrimitiveBatch::AddRecord(int n, const Vec3& normal, const RGBDType& color, bool lit,
+                               const Element& element) {
+    const auto count = static_cast<std::uint32_t>(n);
+    const auto first = static_cast<std::uint32_t>(m_Vertices.size()) - count;
+    m_Polygons.push_back({first, count, normal, color, lit, element});
+}
+
 LineRun& PrimitiveBatch::RunOfWidth(float width) {
     for (LineRun& run : m_Lines)
         if (run.width == width) return run;
     m_Lines.push_back({width, {}, {}, {}, {}});
     return m_Lines.back();
-}
-
-void PrimitiveBatch::AddPolyline(float width, const std::vector<LineVertex>& vertices,
-                                 const Element& element) {
-    if (vertices.size() < 2) return;
-    LineRun& run = RunOfWidth(width);
-    auto index = static_cast<std::uint32_t>(run.vertices.size());
-    run.vertices.insert(run.vertices.end(), vertices.begin(), vertices.end());
-    const auto last = static_cast<std::uint32_t>(run.vertices.size()) - 1;
-    for (; index < last; ++index) {
-        run.indices.push_back(index);
-        run.indices.push_back(index + 1);
-        if (m_KeepRecords) run.elements.push_back(element);
-    }
-    m_LineVertexCount += vertices.size();
-}
-
-void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool closed,
-                                const RGBDType& color, const Element& element) {
-    LineRun& run = RunOfWidth(width);
-    const auto first = static_cast<std::uint32_t>(run.vertices.size());
-    LineVertex vertex;
-    Store(vertex.color, color.r, color.g, color.b);
-    for (int i = 0; i < n; ++i) {
-        Store(vertex.position, corners[i].x, corners[i].y, corners[i].z);
-        run.vertices.push_back(vertex);
-    }
-    const auto join = [&](std::uint32_t a, std::uint32_t b) {
-        if (!run.edges.Insert(run.vertices, a, b)) return;
-        run.indices.push_back(a);
-        run.indices.push_back(b);
-        if (m_KeepRecords) run.elements.push_back(element);
-    };
-    const auto last = static_cast<std::uint32_t>(run.vertices.size()) - 1;
-    for (std::uint32_t i = first; i < last; ++i)
-        join(i, i + 1);
-    if (closed) join(last, first);
-    m_LineVertexCount += static_cast<std::size_t>(n);
 }
 
 Vec3 PrimitiveBatch::Corner(std::uint32_t vertex) const {

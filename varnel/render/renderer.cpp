@@ -25,8 +25,8 @@ Vec3 AsVector(const point3Dtype& p) {
     return {p.x, p.y, p.z};
 }
 
-}  // namespace
-
+/// The normal of a polygon's first three points; of its whole outline when they lie on one line.
+/// Its length is not 1.
 Vec3 PolygonNormal(const point3Dtype* pts, int n) {
     point3Dtype normal;
     CalcNormal(pts[0], pts[1], pts[2], normal);
@@ -40,6 +40,8 @@ Vec3 PolygonNormal(const point3Dtype* pts, int n) {
     return sum;
 }
 
+}  // namespace
+
 bool Renderer::ToDevice(const point3Dtype* pts, int n) {
     corners.resize(static_cast<std::size_t>(n));
     double sum = 0.0;
@@ -50,8 +52,28 @@ bool Renderer::ToDevice(const point3Dtype* pts, int n) {
     return sum == 0.0;  // not so when any coordinate is infinite or not a number
 }
 
-void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
-                       const Vec3& normal) {
+void Renderer::UpdateCoverage() {
+    const bool useful = m_Culling && sink == &gl;
+    coverage = useful ? gl.MakeCoverage(scene.viewport) : Coverage();
+}
+
+void Renderer::SetCulling(bool on) {
+    m_Culling = on;
+    UpdateCoverage();
+}
+
+void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n) {
+    if (coverage.IsOn()) {
+        m_Window.clear();
+        for (const Vec3& corner : corners)
+            m_Window.push_back(
+                coverage.ToWindow(static_cast<float>(corner.x), static_cast<float>(corner.y)));
+        if (!coverage.MayCover(m_Window.data(), n)) return;
+    }
+    AddSeenFill(style, pts, n);
+}
+
+void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n) {
     if (!batch.Accepts(style.state)) Flush();
     const double* texture = nullptr;
     if (style.state.textured) {
@@ -62,8 +84,34 @@ void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
                                kTexelNudge);
         texture = textures.data();
     }
-    batch.AddPolygon({style.state, style.color, matrix.NormalToDevice(normal), element},
-                     corners.data(), texture, n);
+    Vec3 normal{};
+    if (style.lit || batch.KeepsRecords()) normal = matrix.NormalToDevice(PolygonNormal(pts, n));
+    const RGBDType seen = style.lit ? LitColor(scene.light, normal, style.color) : style.color;
+    batch.AddPolygon(style.state, Pack(seen), corners.data(), texture, n);
+    if (batch.KeepsRecords()) batch.AddRecord(n, normal, style.color, style.lit, element);
+}
+
+void Renderer::AddOutline(int n, bool closed, const RGBDType& color) {
+    const bool all = !LeavesOutSegments(lineWidth);
+    const auto window = [this](const Vec3& p) {
+        return coverage.ToWindow(static_cast<float>(p.x), static_cast<float>(p.y));
+    };
+    batch.AddOutline(lineWidth, corners.data(), n, closed, color, element, [&](int i) {
+        const auto a = static_cast<std::size_t>(i);
+        const auto b = static_cast<std::size_t>(i + 1 < n ? i + 1 : 0);
+        return all || coverage.MayDraw(window(corners[a]), window(corners[b]));
+    });
+}
+
+void Renderer::AddPolyline(float width, const std::vector<LineVertex>& vertices) {
+    const bool all = !LeavesOutSegments(width);
+    const auto window = [this](const LineVertex& v) {
+        return coverage.ToWindow(v.position[0], v.position[1]);
+    };
+    batch.AddPolyline(width, vertices.data(), vertices.size(), element, [&](std::size_t i) {
+        return all || coverage.MayDraw(window(vertices[i]), window(vertices[i + 1]));
+    });
+    if (batch.IsLarge()) Flush();
 }
 
 void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& viewport) {
@@ -76,6 +124,7 @@ void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& v
     batch.Clear();
     line = OpenLine();
     lineWidth = 1.0F;
+    UpdateCoverage();
 }
 
 void Renderer::Flush() {

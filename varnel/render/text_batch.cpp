@@ -15,9 +15,7 @@ void TextBatch::Add(GlyphFace& face, std::string_view line, const Matrix4& place
 
 void TextBatch::AddLetter(const GlyphOutline& letter, double x, const RGBDType& color) {
     const auto first = static_cast<std::uint32_t>(m_Vertices.size());
-    LineVertex vertex{
-        {},
-        {static_cast<float>(color.r), static_cast<float>(color.g), static_cast<float>(color.b)}};
+    LineVertex vertex{{}, Pack(color)};
     for (const GlyphPoint& p : letter.points) {
         const Vec3 place =
             m_Matrix.ToDevice({x + static_cast<double>(p.x), static_cast<double>(p.y),

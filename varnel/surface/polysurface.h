@@ -146,6 +146,12 @@ class VARNEL_API CPolysurface {
         n = exists ? m_pPolygons[i].count : 0;
         return exists ? m_pIndices.get() + m_pPolygons[i].start : nullptr;
     }
+    /// The colours of a polygon of the surface, GetPSNumPolygons() of them.
+    void FindPSColors(int i, RGBDType& first, RGBDType& second) const {
+        const PolygonColors& colors = m_pColors == nullptr ? m_Saved.m_CommonColors : m_pColors[i];
+        first = colors.first;
+        second = colors.second;
+    }
     /// The mean x (axis 0), y (1) or z (2) of polygon i's points; 0 for any other axis.
     double GetPSPMean(int i, int axis) const;
     /// Takes all polygons away; the room for them stays.

@@ -1,10 +1,12 @@
 // Surfaces: the polygons of a mesh in working coordinates, as they are or flattened onto a plane.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
+#include <limits>
 #include <span>
 
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/render/detail/mesh.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
@@ -17,27 +19,50 @@ struct Flattening {
     double level = 0.0;
 };
 
-/// Calls visit(points, n, first, second) for each polygon: n points, the last equal to the first,
-/// and its two colours. `scratch` has room for GetPSLargestPolygon() + 1 points.
-template <class Visit>
-void WalkSurface(const CTransform3D& t, const CPolysurface& surface, const Flattening& flat,
-                 point3Dtype* scratch, Visit&& visit) {
-    for (int k = 0; k < surface.GetPSNumPolygons(); ++k) {
-        int corners = 0;
-        RGBDType first;
-        RGBDType second;
-        surface.GetPolysurfacePolygon(k, scratch, corners, first, second);
-        if (corners <= 0) continue;
-        const std::span<point3Dtype> points(scratch, static_cast<std::size_t>(corners) + 1);
-        bool complete = true;
-        for (point3Dtype& p : points) {
-            complete = complete && IsData(p);
-            if (flat.plane >= 0 && flat.plane <= 2) coordassign(p, 2 - flat.plane, flat.level);
-        }
-        if (!complete) continue;
-        t.C3DATWS(scratch, corners + 1);
-        visit(scratch, corners + 1, first, second);
+/// The mesh of a surface in working coordinates. Points with a coordinate that is no data are no
+/// data, even where the flattening replaces that coordinate.
+class SurfaceMesh final : public MeshSource {
+ public:
+    SurfaceMesh(const CTransform3D& transform, const CPolysurface& surface, const Flattening& flat)
+        : m_Transform(transform),
+          m_Surface(surface),
+          m_Flat(flat),
+          m_AsTheyAre(flat.plane < 0 || flat.plane > 2) {
+        for (int axis = 0; axis < 3; ++axis)
+            m_AsTheyAre = m_AsTheyAre && transform.GetAxisScaleMode(axis) == 0;
     }
-}
+
+    // The spare points take part: hosts may use them.
+    int NumPoints() const override {
+        constexpr int kSpare = 4;
+        return m_Surface.GetPSPoints() != nullptr ? m_Surface.GetPSNumPoints() + kSpare : 0;
+    }
+    int NumPolygons() const override { return m_Surface.GetPSNumPolygons(); }
+    const point3Dtype* Points(int first, int count, point3Dtype* scratch) const override {
+        const point3Dtype* points = m_Surface.GetPSPoints() + first;
+        if (m_AsTheyAre) return points;
+        std::copy_n(points, count, scratch);
+        for (point3Dtype& p : std::span(scratch, static_cast<std::size_t>(count)))
+            p = Place(p);
+        return scratch;
+    }
+    const int* Polygon(int k, int& n) const override { return m_Surface.FindPSPolygon(k, n); }
+    void Colors(int k, RGBDType& fill, RGBDType& frame) const override {
+        m_Surface.FindPSColors(k, fill, frame);
+    }
+
+ private:
+    point3Dtype Place(point3Dtype p) const {
+        constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+        if (!IsData(p)) return {kNone, kNone, kNone, kNone};
+        if (m_Flat.plane >= 0 && m_Flat.plane <= 2) coordassign(p, 2 - m_Flat.plane, m_Flat.level);
+        return m_Transform.CPTWS(p);
+    }
+
+    const CTransform3D& m_Transform;
+    const CPolysurface& m_Surface;
+    Flattening m_Flat;
+    bool m_AsTheyAre;
+};
 
 }  // namespace varnel::detail

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "varnel/platform/detail/gl_context.h"
+#include "varnel/render/detail/coverage.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/text_batch.h"
 
@@ -35,6 +36,10 @@ class GLSink final : public SceneSink {
     // State of OpenGL, set only where it differs.
     static void SetClearColor(const RGBDType& color);
     void SetViewport(const GLViewportType& viewport);
+    /// Which primitives a viewport of the framebuffer as it is now can show.
+    Coverage MakeCoverage(const GLViewportType& viewport) const;
+    /// Whether lines of a width in image pixels are one framebuffer pixel wide.
+    bool IsThin(float width) const { return context != nullptr && width * ToFramebuffer() == 1.0F; }
     void SetClipping(bool on) { Switch(m_Clipping, on, &GLSink::SendClipping); }
     void SetClipPlanes(const SceneState& state);
     void Lighting(bool on) { Switch(m_Lighting, on, &GLSink::SendLighting); }
@@ -55,6 +60,7 @@ class GLSink final : public SceneSink {
     void AllIsNew();
 
  private:
+    float ToFramebuffer() const { return static_cast<float>(context->PixelScale() * lineScale); }
     void DrawFills(const SceneState& state, const PrimitiveBatch& batch);
     void DrawLines(const PrimitiveBatch& batch);
     void Extend(const GLViewportType& viewport);

@@ -5,6 +5,7 @@
 // between the lines of one collection.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -14,10 +15,24 @@
 
 namespace varnel::detail {
 
+/// Red, green, blue and 255 as bytes, in this order in memory: what OpenGL takes fastest.
+struct PackedColor {
+    std::array<std::uint8_t, 4> bytes;
+    bool operator==(const PackedColor&) const = default;
+};
+
+/// Components outside of 0..1 count as 0 or 1.
+inline PackedColor Pack(const RGBDType& c) {
+    const auto byte = [](double v) {
+        // NaN is black.
+        return static_cast<std::uint8_t>(v > 0.0 ? (v < 1.0 ? v * 255.0 + 0.5 : 255.0) : 0.0);
+    };
+    return {{byte(c.r), byte(c.g), byte(c.b), 255}};
+}
+
 struct FillVertex {
     float position[3];
-    float normal[3];
-    float color[3];
+    PackedColor color;  ///< as it is seen, light included
     float texture;
 };
 
@@ -30,23 +45,18 @@ struct Element {
 
 struct LineVertex {
     float position[3];
-    float color[3];
+    PackedColor color;
 };
+
+inline LineVertex MakeLineVertex(const Vec3& p, PackedColor color) {
+    return {{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)}, color};
+}
 
 /// The state that all fills of one collection share.
 struct FillState {
-    bool lit = false;
     bool textured = false;
     bool framed = false;  ///< pushed back, so that the frame wins
     bool operator==(const FillState&) const = default;
-};
-
-/// How a polygon looks, and what it stands for.
-struct PolygonLook {
-    FillState state;
-    RGBDType color;  ///< before lighting
-    Vec3 normal{};   ///< device coordinates, length 1 or 0
-    Element element;
 };
 
 /// One polygon of a batch, kept for sinks that want it: `count` places from `first` on.
@@ -55,6 +65,7 @@ struct PolygonRecord {
     std::uint32_t count;
     Vec3 normal;
     RGBDType color;  ///< before lighting
+    bool lit;        ///< whether it is seen in the scene's light
     Element element;
 };
 
@@ -93,15 +104,30 @@ class PrimitiveBatch {
     /// Whether records of polygons and elements of segments are kept; the batch must be empty.
     void KeepRecords(bool on) { m_KeepRecords = on; }
 
+    bool KeepsRecords() const { return m_KeepRecords; }
+
     /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null.
-    void AddPolygon(const PolygonLook& look, const Vec3* corners, const double* texture, int n);
+    void AddPolygon(const FillState& state, PackedColor color, const Vec3* corners,
+                    const double* texture, int n);
+    /// The record of the polygon of n corners that was added last.
+    void AddRecord(int n, const Vec3& normal, const RGBDType& color, bool lit,
+                   const Element& element);
 
-    /// The segments of a polyline; fewer than two vertices are none.
-    void AddPolyline(float width, const std::vector<LineVertex>& vertices, const Element& element);
+    /// The segments of a polyline of n vertices for which visible(i), the segment from vertex i to
+    /// the next, holds.
+    template <class Visible>
+    void AddPolyline(float width, const LineVertex* vertices, std::size_t n, const Element& element,
+                     Visible&& visible);
 
-    /// The segments of a polyline of n corners in one colour, each once; `closed` joins its ends.
+    /// The segments of a polyline of n corners in one colour, each once, for which visible(i)
+    /// holds; `closed` joins its ends.
+    template <class Visible>
     void AddOutline(float width, const Vec3* corners, int n, bool closed, const RGBDType& color,
-                    const Element& element);
+                    const Element& element, Visible&& visible);
+
+    /// One segment of a run of RunOfWidth.
+    void AddSegment(LineRun& run, const LineVertex& a, const LineVertex& b, const Element& element);
+    LineRun& RunOfWidth(float width);
 
     /// The polygons, where records are kept.
     const std::vector<PolygonRecord>& Polygons() const { return m_Polygons; }
@@ -122,7 +148,8 @@ class PrimitiveBatch {
  private:
     static constexpr std::size_t kLarge = 1U << 14;
 
-    LineRun& RunOfWidth(float width);
+    std::uint32_t AddVertex(LineRun& run, const LineVertex& vertex);
+    void Join(LineRun& run, std::uint32_t a, std::uint32_t b, const Element& element);
 
     bool m_KeepRecords = false;
     FillState m_State;
@@ -132,5 +159,61 @@ class PrimitiveBatch {
     std::vector<LineRun> m_Lines;
     std::size_t m_LineVertexCount = 0;
 };
+
+inline std::uint32_t PrimitiveBatch::AddVertex(LineRun& run, const LineVertex& vertex) {
+    run.vertices.push_back(vertex);
+    ++m_LineVertexCount;
+    return static_cast<std::uint32_t>(run.vertices.size()) - 1;
+}
+
+inline void PrimitiveBatch::Join(LineRun& run, std::uint32_t a, std::uint32_t b,
+                                 const Element& element) {
+    run.indices.push_back(a);
+    run.indices.push_back(b);
+    if (m_KeepRecords) run.elements.push_back(element);
+}
+
+inline void PrimitiveBatch::AddSegment(LineRun& run, const LineVertex& a, const LineVertex& b,
+                                       const Element& element) {
+    const std::uint32_t first = AddVertex(run, a);
+    Join(run, first, AddVertex(run, b), element);
+}
+
+template <class Visible>
+void PrimitiveBatch::AddPolyline(float width, const LineVertex* vertices, std::size_t n,
+                                 const Element& element, Visible&& visible) {
+    if (n < 2) return;
+    LineRun& run = RunOfWidth(width);
+    std::uint32_t start = 0;
+    bool hasStart = false;
+    for (std::size_t i = 0; i + 1 < n; ++i) {
+        if (!visible(i)) {
+            hasStart = false;
+            continue;
+        }
+        if (!hasStart) start = AddVertex(run, vertices[i]);
+        const std::uint32_t end = AddVertex(run, vertices[i + 1]);
+        Join(run, start, end, element);
+        start = end;
+        hasStart = true;
+    }
+}
+
+template <class Visible>
+void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool closed,
+                                const RGBDType& color, const Element& element, Visible&& visible) {
+    LineRun& run = RunOfWidth(width);
+    const auto first = static_cast<std::uint32_t>(run.vertices.size());
+    const PackedColor packed = Pack(color);
+    for (int i = 0; i < n; ++i)
+        AddVertex(run, MakeLineVertex(corners[i], packed));
+    const auto count = static_cast<std::uint32_t>(n);
+    for (std::uint32_t i = 0; i < (closed ? count : count - 1); ++i) {
+        const std::uint32_t a = first + i;
+        const std::uint32_t b = i + 1 < count ? a + 1 : first;
+        if (visible(static_cast<int>(i)) && run.edges.Insert(run.vertices, a, b))
+            Join(run, a, b, element);
+    }
+}
 
 }  // namespace varnel::detail

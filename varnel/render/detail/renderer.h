@@ -21,6 +21,7 @@ struct OpenLine {
 /// How the polygons of one primitive look.
 struct SurfaceStyle {
     FillState state;
+    bool lit = false;
     RGBDType color;
     int textureMode = 0;  ///< which coordinate is looked up: 0 x, 1 y, 3 w, others z
     double textureOffset = 0.0;
@@ -40,23 +41,40 @@ class Renderer {
     int collecting = 0;            ///< nesting of collections
     float lineWidth = 1.0F;        ///< the last width above 0, in image pixels
     Element element;               ///< what is being drawn
+    Coverage coverage;
 
     /// Begins with a new, current context: nothing of what the one before was told holds.
     void Start(std::unique_ptr<GLContext> context, const GLViewportType& viewport);
 
     /// Takes n points to `corners`; false when one of them cannot be placed.
     bool ToDevice(const point3Dtype* pts, int n);
-    /// Adds the polygon whose n places stand in `corners`.
-    void AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n, const Vec3& normal);
+    /// Adds the polygon whose n places stand in `corners`, if it can be seen. Its normal is that of
+    /// its first three points, of its whole outline when they lie on one line.
+    void AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n);
+    /// The same without asking whether it can be seen.
+    void AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n);
+    /// Adds the segments of a polyline in one colour whose n places stand in `corners`.
+    void AddOutline(int n, bool closed, const RGBDType& color);
+    /// Adds the segments of a polyline whose vertices have their colours.
+    void AddPolyline(float width, const std::vector<LineVertex>& vertices);
+    /// Whether segments of a width that leave no diamond can be left out.
+    bool LeavesOutSegments(float width) const {
+        return coverage.IsOn() && coverage.HasDiamonds() && gl.IsThin(width);
+    }
+    /// What the viewport can show; to be called when it, or the framebuffer, has changed.
+    void UpdateCoverage();
+    /// Whether primitives that cannot be seen are left out.
+    void SetCulling(bool on);
+    bool IsCulling() const { return m_Culling; }
 
     /// Hands over and forgets what was collected.
     void Flush();
     /// Hands over a strip with a stipple pattern.
     void DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern);
-};
 
-/// The normal of a polygon's first three points; of its whole outline when they lie on one line.
-/// Its length is not 1.
-Vec3 PolygonNormal(const point3Dtype* pts, int n);
+ private:
+    bool m_Culling = true;
+    std::vector<WindowPoint> m_Window;
+};
 
 }  // namespace varnel::detail

@@ -1,0 +1,121 @@
+#include "varnel/render/detail/mesh.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace varnel::detail {
+
+void MeshEdges::Reset(int numPolygons) {
+    // Two rows of a large grid fit; the table stays in the cache.
+    constexpr unsigned kMost = 1U << 16;
+    const unsigned wanted = static_cast<unsigned>(std::max(numPolygons, 16)) * 4U;
+    const unsigned size = std::bit_ceil(std::min(wanted, kMost));
+    m_Shift = 32U - static_cast<unsigned>(std::countr_zero(size));
+    m_Slots.assign(size, Slot{});
+}
+
+bool MeshEdges::Insert(int a, int b, PackedColor color) {
+    const Slot edge{std::min(a, b), std::max(a, b), color};
+    const std::uint32_t hash = static_cast<std::uint32_t>(edge.low) * 0x9E3779B1U +
+                               static_cast<std::uint32_t>(edge.high) * 0x85EBCA77U;
+    Slot& slot = m_Slots[hash >> m_Shift];
+    if (slot == edge) return false;
+    slot = edge;
+    return true;
+}
+
+void MeshPainter::PlacePoints(const MatrixStack& matrix, const MeshSource& mesh) {
+    constexpr int kBlock = 1024;
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    const int n = mesh.NumPoints();
+    m_Places.resize(static_cast<std::size_t>(n));
+    std::vector<point3Dtype> scratch(static_cast<std::size_t>(std::min(n, kBlock)));
+    Place* out = m_Places.data();
+    for (int first = 0; first < n; first += kBlock) {
+        const int count = std::min(kBlock, n - first);
+        const point3Dtype* points = mesh.Points(first, count, scratch.data());
+        for (int i = 0; i < count; ++i) {
+            const Vec3 p = matrix.ToDevice(points[i]);
+            const bool isData = (p.x + p.y + p.z) * 0.0 == 0.0;
+            *out++ = isData ? Place{static_cast<float>(p.x), static_cast<float>(p.y),
+                                    static_cast<float>(p.z)}
+                            : Place{kNone, kNone, kNone};
+        }
+    }
+}
+
+/// Collects the corners' places in the window; false when one of them is no data.
+bool MeshPainter::Gather(const Coverage& coverage, const int* numbers, int n) {
+    m_Window.resize(static_cast<std::size_t>(n));
+    float sum = 0.0F;
+    for (WindowPoint& corner : m_Window) {
+        const Place& p = m_Places[static_cast<std::size_t>(*numbers++)];
+        corner = coverage.ToWindow(p.x, p.y);
+        sum += p.x;
+    }
+    return sum == sum;
+}
+
+void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
+                          const int* numbers, int n) {
+    const auto count = static_cast<std::size_t>(n);
+    m_Corners.resize(count);
+    renderer.corners.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        point3Dtype scratch;
+        m_Corners[i] = *mesh.Points(numbers[i], 1, &scratch);
+        const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
+        renderer.corners[i] = {static_cast<double>(p.x), static_cast<double>(p.y),
+                               static_cast<double>(p.z)};
+    }
+    renderer.AddSeenFill(style, m_Corners.data(), n);
+}
+
+void MeshPainter::AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
+                           PackedColor color) {
+    for (int i = 0; i < n; ++i) {
+        const int j = i + 1 < n ? i + 1 : 0;
+        const auto a = static_cast<std::size_t>(i);
+        const auto b = static_cast<std::size_t>(j);
+        if (!m_AllSegments && !renderer.coverage.MayDraw(m_Window[a], m_Window[b])) continue;
+        if (!m_Edges.Insert(numbers[i], numbers[j], color)) continue;
+        const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
+        const Place& q = m_Places[static_cast<std::size_t>(numbers[j])];
+        renderer.batch.AddSegment(run, {{p.x, p.y, p.z}, color}, {{q.x, q.y, q.z}, color},
+                                  renderer.element);
+    }
+}
+
+void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLook& look) {
+    const bool lines = look.framed || !look.filled;
+    const Element before = renderer.element;
+    PlacePoints(renderer.matrix, mesh);
+    m_AllSegments = !renderer.LeavesOutSegments(renderer.lineWidth);
+    if (lines) m_Edges.Reset(mesh.NumPolygons());
+    SurfaceStyle style = look.style;
+    RGBDType fill;
+    RGBDType frame;
+    for (int k = 0; k < mesh.NumPolygons(); ++k) {
+        int n = 0;
+        const int* numbers = mesh.Polygon(k, n);
+        if (n < 2 || !Gather(renderer.coverage, numbers, n)) continue;
+        const bool covers = look.filled && n > 2 && renderer.coverage.MayCover(m_Window.data(), n);
+        if (!covers && !lines) continue;
+        renderer.element.index = k;
+        mesh.Colors(k, fill, frame);
+        if (covers) {
+            if (look.ownColors) style.color = fill;
+            AddFill(renderer, mesh, style, numbers, n);
+        }
+        if (lines)
+            AddFrame(renderer, renderer.batch.RunOfWidth(renderer.lineWidth), numbers, n,
+                     Pack(look.oneLineColor ? look.lineColor : frame));
+        if (look.framed && !look.ownColors) style.color = frame;  // the colour drawn with last
+        if (renderer.batch.IsLarge()) renderer.Flush();
+    }
+    renderer.element = before;
+}
+
+}  // namespace varnel::detail
