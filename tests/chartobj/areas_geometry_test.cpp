@@ -1,6 +1,7 @@
 #include "varnel/chartobj/detail/areas_geometry.h"
 
 #include "tests/chartobj/geometry_fixture.h"
+#include "varnel/chartobj/detail/seams.h"
 
 namespace varnel {
 namespace {
@@ -182,6 +183,60 @@ TEST(AreasGeometry, MissingDataOfAGroupAddNothing) {
     for (const Solid& solid : solids)
         EXPECT_NE(solid.group, 1U);
     ExpectSolid(solids[1].c, {0, 4, 3, 0}, {1, 6, 1, 0}, {0, 4, 6, 0}, {1, 6, 4, 0});
+}
+
+TEST(AreasGeometry, ExactAreasAreCutWhereTheAxesPutThem) {
+    constexpr double dep[] = {10, 0.1, 0.1, 1}, dep2[] = {9, -0.9, 0, 0};
+    Data25D data = Series(kInd, dep);
+    data.exact = true;
+    data.dep2 = dep2;
+    data.baseValue = 1;
+    const CTransform3D t = Scaled({0, 0, 0.1, 0}, {10, 10, 10, 0}, 2);
+    Solids solids;
+    WalkAreaFill(t, data, solids);
+    ASSERT_EQ(solids.size(), 4U);
+    ExpectSolid(solids[0].c, {0, 4, 0, 0}, {0.5, 6, 0, 0}, {0, 4, 1, 0}, {0.5, 6, 0, 0});
+    ExpectSolid(solids[1].c, {0.5, 4, 0, 0}, {1, 6, -1, 0}, {0.5, 4, 0, 0}, {1, 6, 0, 0});
+    EXPECT_EQ(solids[3].index, 4U);
+    Solids range;  // from 10 down to 1, from 0.1 up to 1: they change places halfway
+    WalkAreaRange(t, data, range);
+    ASSERT_EQ(range.size(), 4U);
+    ExpectSolid(range[0].c, {0, 4, 0, 0}, {0.5, 6, 0, 0}, {0, 4, 1, 0}, {0.5, 6, 0, 0});
+
+    constexpr double values[] = {2, -2, 1, 1};
+    Data25D groups = Groups(values, 2, 2);
+    groups.exact = true;
+    Solids piles;
+    WalkGroupAreas(Linear(), groups, piles);
+    ASSERT_EQ(piles.size(), 4U);
+    ExpectSolid(piles[0].c, {0, 4, 0, 0}, {0.5, 6, 0, 0}, {0, 4, 2, 0}, {0.5, 6, 0, 0});
+    ExpectSolid(piles[1].c, {0, 4, 2, 0}, {0.5, 6, 0, 0}, {0, 4, 3, 0}, {0.5, 6, 1, 0});
+    ExpectSolid(piles[2].c, {0.5, 4, 0, 0}, {1, 6, -2, 0}, {0.5, 4, 0, 0}, {1, 6, 0, 0});
+    ExpectSolid(piles[3].c, {0.5, 4, 0, 0}, {1, 6, 0, 0}, {0.5, 4, 1, 0}, {1, 6, 1, 0});
+}
+
+TEST(AreasGeometry, NeighboursAreJoinedWhereTheyTouch) {
+    constexpr double dep[] = {3, -1, kNaN, 2, 2}, ind[] = {0, 1, 2, 3, 4};
+    for (const int indAxis : {0, 1}) {
+        Data25D data = Series(ind, dep);
+        data.indAxis = indAxis;
+        const std::size_t start = indAxis == 1 ? 0 : 1, end = indAxis == 1 ? 5 : 2;
+        SeamedBand band(indAxis == 1, 10.0 / 250);
+        std::vector<std::array<int, 6>> drawn;
+        const auto draw = [&](const SolidCorners&, const std::array<int, 6>& flags) {
+            drawn.push_back(flags);
+        };
+        WalkAreaFill(Linear(), data,
+                     [&](std::size_t, const SolidCorners& c) { band.Add(c, draw); });
+        band.End(draw);
+        ASSERT_EQ(drawn.size(), 3U);
+        EXPECT_EQ(drawn[0][start], 1);
+        EXPECT_EQ(drawn[0][end], -1);
+        // The piece below the base is given the other way round.
+        EXPECT_EQ(drawn[1][end], -1);
+        EXPECT_EQ(drawn[1][start], 1);
+        EXPECT_EQ(drawn[2], (std::array<int, 6>{1, 1, 1, 1, 1, 1}));
+    }
 }
 
 }  // namespace

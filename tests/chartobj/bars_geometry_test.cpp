@@ -98,7 +98,7 @@ TEST(BarsGeometry, ThreeDimensionalBarsStandOnTheirHeights) {
     constexpr point3Dtype points[] = {{1, 2, 9, 0}, {3, 4, 5, 0}};
     constexpr double heights[] = {4};
     Bars bars;
-    WalkBars3D(Linear(), points, heights, 0.5, 0.25, bars);
+    WalkBars3D(Linear(), points, heights, 0.5, 0.25, false, bars);
     ExpectPrism(bars[0].prism, 1, 2, 4, 0.5, 0.25, 5);
     ExpectPrism(bars[1].prism, 3, 4, 0, 0.5, 0.25, 5);
 }
@@ -162,8 +162,60 @@ TEST(BarsGeometry, WhatIsNoDataIsLeftOut) {
 
     constexpr point3Dtype points[] = {{1, kNaN, 9, 0}, {3, 4, 5, 0}};
     Bars solid;
-    WalkBars3D(Linear(), points, {}, 1, 1, solid);
+    WalkBars3D(Linear(), points, {}, 1, 1, false, solid);
     EXPECT_EQ(solid.size(), 1U);
+}
+
+TEST(BarsGeometry, ExactExtentsGoBetweenConvertedEnds) {
+    CTransform3D t = Scaled({1, 0, 1, 0}, {1000, 10, 1000, 0}, 0);
+    t.SetAxisScaleMode(2, 1);
+    t.TransformScale();
+    constexpr double ind[] = {1, 10, 100}, dep[] = {40, 1, -5}, heights[] = {30, 0.5, 1};
+    constexpr double values[] = {40, 2, 2, 60, 2, 2};
+    Data25D data = Series();
+    data.exact = true;
+    data.ind = ind;
+    data.dep = dep;
+    data.heights = heights;
+    data.baseValue = 1;
+    const double x = std::log10(0.75);
+    const double dx = std::log10(1.25) - x;
+    Bars bars;
+    WalkBars25D(t, data, bars);
+    ExpectPrism(bars[0].prism, x, 6, 0, dx, 2, std::log10(40));
+    EXPECT_EQ(bars[2].prism.dz, 0);  // no logarithm: the low end of the axis
+    WalkFloatingBars(t, data, bars);
+    ExpectPrism(bars[3].prism, x, 6, 1, dx, 2, std::log10(4));
+    data.groups = {values, 2, 3};
+    WalkBarsSideBySide(t, data, bars);
+    ExpectPrism(bars[7].prism, 0, 6, 0, std::log10(1.25), 2, std::log10(60));
+    WalkStackedBars(t, data, bars);
+    ExpectPrism(bars[13].prism, x, 6, std::log10(40), dx, 2, 2 - std::log10(40));
+    data.constValue = 2;
+    data.indAxis = 1;
+    WalkPlanes25D(t, data, 0.02, bars);
+    ExpectPrism(bars[18].prism, 0, 0.75, std::log10(40), std::log10(3), 0.5, 0.06);
+    constexpr point3Dtype points[] = {{10, 2, 100, 0}};
+    Bars inSpace;
+    WalkBars3D(t, points, {}, 5, 3, true, inSpace);
+    ExpectPrism(inSpace[0].prism, 1, 2, 0, std::log10(1.5), 3, 2);
+    WalkPlanes3D(t, points, 5, 3, 0.02, true, inSpace);
+    ExpectPrism(inSpace[1].prism, 1, 2, 2, std::log10(1.5), 3, 0.06);
+
+    // What is negative hangs, in a pile of its own.
+    constexpr double signedValues[] = {2, 0, 0, -1, 0, 0, 3, 0, 0, -4, 0, 0};
+    Data25D groups = Groups(signedValues, 4);
+    groups.exact = true;
+    Bars piles;
+    WalkStackedBars(Linear(), groups, piles);
+    const double ends[][2] = {{0, 2}, {0, -1}, {2, 5}, {-1, -5}};
+    for (std::size_t g = 0; g < 4; ++g) {
+        EXPECT_EQ(piles[g].prism.z, ends[g][0]);
+        EXPECT_EQ(piles[g].prism.z + piles[g].prism.dz, ends[g][1]);
+    }
+    Bars sideBySide;
+    WalkBarsSideBySide(Linear(), groups, sideBySide);
+    EXPECT_EQ(sideBySide[3].prism.dz, -4);
 }
 
 TEST(PlanesGeometry, SlabsOf25DFollowTheRangeAndConvertTheirWidths) {
@@ -175,7 +227,7 @@ TEST(PlanesGeometry, SlabsOf25DFollowTheRangeAndConvertTheirWidths) {
 
     Bars points;
     constexpr point3Dtype place[] = {{1, 2, 3, 0}};
-    WalkPlanes3D(Linear(), place, 4, 5, points);
+    WalkPlanes3D(Linear(), place, 4, 5, 0.02, false, points);
     ExpectPrism(points[0].prism, 1, 2, 3, 4, 5, 0.1);
 }
 

@@ -295,8 +295,22 @@ TEST_F(ChartObjects, OnLogarithmicAxesScatterProjectsFromTheTwiceConvertedValue)
     CChartObj3D object = Object();
     object.ScatterChart3D(point, 1, 1, 0, kRed, kBlack, 0, 1);
     EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 25 * std::log10(3), 0.01);
+    object.SetExactExtents(1);
+    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 75, 0.01);
     object.ScatterText3D(point, &text, 1, 1, 3, kRed, 0, 1);
     EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 75, 0.01);
+}
+
+TEST_F(ChartObjects, JoinedAreasHaveNoLinesBetweenTheirSegments) {
+    constexpr double dep[] = {5, 5, 5};
+    CChartObj3D object = Object();
+    object.AreaFillChart25D(kInd, dep, 0, 5, 3, 1, kRed, kBlack, 0, 0);
+    const int apart = CountLines(Drawn(object));
+    object.SetSegmentOutlines(0);
+    // Three visible faces of each segment; of both, the front end's four edges, and on the others
+    // of each segment the five visible edges along it.
+    EXPECT_EQ(apart, 18);
+    EXPECT_EQ(CountLines(Drawn(object)), 13);
 }
 
 TEST_F(ChartObjects, AreasTakeSegmentColoursByPieceAndRangesTheirOwn) {

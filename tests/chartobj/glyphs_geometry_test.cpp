@@ -69,6 +69,21 @@ TEST(StockGeometry, MarksHaveTheirPartsInPlace) {
     ExpectPoint(marks.closes.at(0), -0.25, 0, 0);
 }
 
+TEST(StockGeometry, BodiesHaveTheirLeastHeightAndExactRoomItsConvertedWidth) {
+    constexpr int body[] = {0, 0, 0, 0, 0, 1};
+    constexpr double prices[] = {5, 5, 5, 9, 9, 9, 1, 1, 1, 5, 4, 5};
+    Data25D data = Series(prices, 4);
+    data.leastHeight = 0.5;
+    data.exact = true;
+    Marks marks;
+    WalkStocks(Scaled({1, 0, 0, 0}, {10, 10, 10, 0}, 0), data, StockParts(body), marks);
+    EXPECT_EQ(marks.bodies[0].second.z, 4.75);
+    EXPECT_EQ(marks.bodies[0].second.dz, 0.5);
+    EXPECT_EQ(marks.bodies[1].second.dz, -1);
+    EXPECT_NEAR(marks.bodies[0].second.x, std::log10(1.5), 1e-12);
+    EXPECT_NEAR(marks.bodies[0].second.dx, std::log10(2.5 / 1.5), 1e-12);
+}
+
 TEST(StockGeometry, EachFlagSwitchesItsPart) {
     for (int part = 0; part < 6; ++part) {
         int flags[6] = {};

@@ -97,12 +97,12 @@ void CChartObj3D::GroupBarChart25D(std::span<const double> ind, std::span<const 
 
 void CChartObj3D::DrawBarChart3D() {
     const detail::SegmentColors colors = GetSegmentColors();
-    detail::WalkBars3D(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
-                       m_Saved.m_pBarHeights.First(m_Saved.m_NumDataPnts), m_Saved.m_IndWidth,
-                       m_Saved.m_DepthWidth, [&](std::size_t i, const Prism& bar) {
-                           Draw(*m_pOpenGL, bar, colors.At(i, m_Saved.m_FillColor),
-                                m_Saved.m_OutlineColor);
-                       });
+    detail::WalkBars3D(
+        *m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
+        m_Saved.m_pBarHeights.First(m_Saved.m_NumDataPnts), m_Saved.m_IndWidth,
+        m_Saved.m_DepthWidth, m_Added.m_ExactExtents != 0, [&](std::size_t i, const Prism& bar) {
+            Draw(*m_pOpenGL, bar, colors.At(i, m_Saved.m_FillColor), m_Saved.m_OutlineColor);
+        });
 }
 
 void CChartObj3D::DrawBarChart25D() {

@@ -23,6 +23,7 @@ CChartObj3D::CChartObj3D(COpenGL* gl, CTransform3D* transform) : CChartObj3D() {
 void CChartObj3D::InitChartObjDefaults() {
     m_pTransform = nullptr;
     m_Saved = {};
+    m_Added = {};
     detail::Count(nSelfID);
 }
 
@@ -95,7 +96,8 @@ double CChartObj3D::calcbgoffset(double width, int justify) {
 }
 
 double CChartObj3D::GetSmallGap() const {
-    if (m_Saved.m_OutlineMode == 0 || m_Saved.m_NumDataPnts >= 200 || m_pTransform == nullptr)
+    if (m_Saved.m_OutlineMode == 0 || m_Added.m_SegmentOutlines == 0 ||
+        m_Saved.m_NumDataPnts >= 200 || m_pTransform == nullptr)
         return 0.0;
     if (m_Saved.m_IndAxis != 0 && m_Saved.m_IndAxis != 1) return 0.0;
     return m_pTransform->GetAxisWorkingRange(m_Saved.m_IndAxis) * m_Saved.m_FillGap;

@@ -485,6 +485,28 @@ class VARNEL_API CChartObj3D {
     /// or for an independent axis other than 0 and 1.
     double GetSmallGap() const;
 
+    // --- Beyond the plain record: everything is as told above until one of these is set ---------
+
+    /// 1: every bar, slab, box, stack, ribbon and area goes between its converted ends on any axis,
+    /// its width in data units. A bar side by side in a group goes from the base to its value, also
+    /// downward; stacks and stacked areas pile what is negative downward from the base, and the
+    /// first of each pile goes from the base to its value. An area lies on its base and is cut
+    /// there, a range is as thick as it is, slabs in space are as thick as those of PlaneChart25D,
+    /// and projection lines end at their symbols. On a logarithmic axis what has no logarithm lies
+    /// at the low end of the axis. 0, the default: each type as told with it.
+    void SetExactExtents(int on) { m_Added.m_ExactExtents = on; }
+    int GetExactExtents() const { return m_Added.m_ExactExtents; }
+    /// 0: the segments of an area, range or stacked area, and of a ribbon, touch, and those of the
+    /// former have neither faces nor outlines between them, so that a band is one solid. 1, the
+    /// default: each segment is a solid of its own with its gap.
+    void SetSegmentOutlines(int on) { m_Added.m_SegmentOutlines = on; }
+    int GetSegmentOutlines() const { return m_Added.m_SegmentOutlines; }
+    /// 1: the bodies of price charts are a third of GetIndWidth() deep, in the middle of the depth
+    /// that they would have, and at least a pixel high, so that a day that closed where it opened
+    /// is seen. 0, the default.
+    void SetCandleStyle(int on) { m_Added.m_CandleStyle = on; }
+    int GetCandleStyle() const { return m_Added.m_CandleStyle; }
+
     // --- Drawing and files -------------------------------------------------------------------
 
     /// Draws the object if it is enabled; an unknown type draws nothing. Raises "OpenGL Parameter
@@ -612,10 +634,18 @@ class VARNEL_API CChartObj3D {
         SharedArray<CString> m_pDataStrings;
     };
 
+    /// Attributes beyond the plain record, each of which leaves everything as it was by default.
+    struct Added {
+        int m_ExactExtents = 0;
+        int m_SegmentOutlines = 1;
+        int m_CandleStyle = 0;
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     int m_TransformID = 0;
     Saved m_Saved;
+    Added m_Added;
     int m_ClassTag = kSignature;
 };
 

@@ -83,6 +83,7 @@ detail::Data25D CChartObj3D::GetData25D() const {
     data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_IndJustify);
     data.depthOffset = calcbgoffset(m_Saved.m_DepthWidth, m_Saved.m_DepthJustify);
     data.gap = GetSmallGap();
+    data.exact = m_Added.m_ExactExtents != 0;
     return data;
 }
 

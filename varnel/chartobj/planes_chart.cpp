@@ -44,11 +44,12 @@ void CChartObj3D::PlaneChart25D(std::span<const double> ind, std::span<const dou
 void CChartObj3D::DrawPlaneChart3D() {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    detail::WalkPlanes3D(
-        *m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts), m_Saved.m_IndWidth,
-        m_Saved.m_DepthWidth, [&](std::size_t i, const Prism& slab) {
-            Draw(*m_pOpenGL, slab, colors.At(i, m_Saved.m_FillColor), m_Saved.m_OutlineColor);
-        });
+    detail::WalkPlanes3D(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
+                         m_Saved.m_IndWidth, m_Saved.m_DepthWidth, m_Saved.m_PlaneThicknessFactor,
+                         m_Added.m_ExactExtents != 0, [&](std::size_t i, const Prism& slab) {
+                             Draw(*m_pOpenGL, slab, colors.At(i, m_Saved.m_FillColor),
+                                  m_Saved.m_OutlineColor);
+                         });
 }
 
 void CChartObj3D::DrawPlaneChart25D() {

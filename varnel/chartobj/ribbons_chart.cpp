@@ -78,6 +78,7 @@ void CChartObj3D::DrawGroupRibbonChart25D() {
         // chart object more in the count.
         const auto ribbon = detail::NewObject<CChartObj3D>(origin, m_pOpenGL, m_pTransform);
         ribbon->SetOutlineWidth(m_Saved.m_OutlineWidth);
+        ribbon->m_Added = m_Added;
         ribbon->RibbonChart25D(data.ind.data(), heights.get(), m_Saved.m_ConstValue,
                                static_cast<int>(n), m_Saved.m_DepthWidth, GroupColor(g),
                                m_Saved.m_OutlineColor, m_Saved.m_DepthJustify, m_Saved.m_IndAxis);

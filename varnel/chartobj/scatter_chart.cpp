@@ -72,13 +72,14 @@ void CChartObj3D::DrawScatterChart3D() {
     const std::span<const point3Dtype> points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     if (points.empty()) return;
     const detail::SegmentColors colors = GetSegmentColors();
+    const bool exact = m_Added.m_ExactExtents != 0;
     detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (!detail::IsData(points[i])) continue;
         const RGBDType& color = colors.At(i, m_Saved.m_FillColor);
-        // Already in working coordinates, and converted once more: on a logarithmic axis the line
-        // starts at the logarithm of the logarithm.
-        ProjectionLine(m_pTransform->CPTWS(points[i]), color);
+        // Unless extents are exact the point is converted twice: on a logarithmic axis the line
+        // then starts at the logarithm of the logarithm.
+        ProjectionLine(exact ? points[i] : m_pTransform->CPTWS(points[i]), color);
         // The projection line leaves a width of 1 behind.
         m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
         point3Dtype place;

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/stock_geometry.h"
@@ -39,6 +41,15 @@ struct StockPainter {
     }
 };
 
+// How much of z, in working units, is a pixel high on the screen; 0 where z points at the viewer.
+double PixelHeight(COpenGL& gl, const CTransform3D& transform) {
+    GLViewportType viewport;
+    gl.GetViewport(viewport);
+    const double* const m = transform.GetGraphTransform();
+    const double pixels = std::hypot(m[8] * viewport.width, m[9] * viewport.height) / 2;
+    return pixels > 0.0 ? 1.0 / pixels : 0.0;
+}
+
 }  // namespace
 
 void CChartObj3D::OHLCChart25D(const double* ind, const double* groupData, double constValue, int n,
@@ -78,6 +89,12 @@ void CChartObj3D::DrawOHLCChart25D() {
     detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();
     data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_DepJustify);
+    if (m_Added.m_CandleStyle != 0) {
+        const double depth = std::abs(data.indWidth) / 3;
+        data.depthOffset += (data.depthWidth - depth) / 2;
+        data.depthWidth = depth;
+        data.leastHeight = PixelHeight(*m_pOpenGL, *m_pTransform);
+    }
     detail::WalkStocks(
         *m_pTransform, data, detail::StockParts(m_Saved.m_ComboChartFlags),
         StockPainter{*m_pOpenGL, pen, colors, m_Saved.m_Symbol, m_Saved.m_Symbol2,

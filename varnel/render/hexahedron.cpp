@@ -55,8 +55,10 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
     const bool whole = std::all_of(faceFlags, faceFlags + 6, [](int flag) { return flag != 0; });
     const bool hideBack = orientation != 0 && whole && !renderer.scene.clipping;
     unsigned edges = 0;
+    unsigned seams = 0;
     for (const HexahedronFace& face : kHexahedronFaces) {
-        if (faceFlags[face.flag] == 0) continue;
+        if (faceFlags[face.flag] < 0) seams |= face.edges;
+        if (faceFlags[face.flag] <= 0) continue;
         point3Dtype pts[4];
         renderer.corners.resize(4);
         for (std::size_t i = 0; i < 4; ++i) {
@@ -69,7 +71,7 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
         edges |= face.edges;
     }
     renderer.corners.assign(device.begin(), device.end());
-    return edges;
+    return edges & ~seams;
 }
 
 void AddHexahedronEdges(Renderer& renderer, unsigned edges, const RGBDType& color) {

@@ -2,50 +2,14 @@
 // working coordinates before the visitor sees them.
 #pragma once
 
-#include <array>
 #include <cstddef>
 
+#include "varnel/chartobj/detail/bands.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/exact_areas.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::detail {
-
-using SolidCorners = std::array<point3Dtype, 8>;
-
-/// One segment of a band in data values: from u0 to u1 along the independent axis, between a bottom
-/// and a top edge that each have a value at both ends.
-struct BandSegment {
-    double u0, u1;
-    double bottom0, bottom1;
-    double top0, top1;
-};
-
-/// The solid of a segment between depths d0 and d1, in working coordinates: corners 0 to 3 are its
-/// bottom, 4 to 7 its top, in the order that turns its faces outward in either orientation.
-inline SolidCorners BandCorners(const CTransform3D& t, bool indAlongY, const BandSegment& s,
-                                double d0, double d1) {
-    SolidCorners corners;
-    if (indAlongY)
-        corners = {{{d0, s.u0, s.bottom0, 0},
-                    {d0, s.u1, s.bottom1, 0},
-                    {d1, s.u1, s.bottom1, 0},
-                    {d1, s.u0, s.bottom0, 0},
-                    {d0, s.u0, s.top0, 0},
-                    {d0, s.u1, s.top1, 0},
-                    {d1, s.u1, s.top1, 0},
-                    {d1, s.u0, s.top0, 0}}};
-    else
-        corners = {{{s.u0, d0, s.bottom0, 0},
-                    {s.u0, d1, s.bottom0, 0},
-                    {s.u1, d1, s.bottom1, 0},
-                    {s.u1, d0, s.bottom1, 0},
-                    {s.u0, d0, s.top0, 0},
-                    {s.u0, d1, s.top0, 0},
-                    {s.u1, d1, s.top1, 0},
-                    {s.u1, d0, s.top1, 0}}};
-    t.C3DATWS(corners.data(), 8);
-    return corners;
-}
 
 /// Neighbouring segments touch on a logarithmic independent axis.
 inline double AreaGap(const CTransform3D& t, const Data25D& data) {
@@ -62,6 +26,7 @@ inline bool Crosses(double level, double a, double b) {
 /// pieces are numbered from 1, cuts included, and visit(piece, corners) is called for each.
 template <class Visit>
 void WalkAreaFill(const CTransform3D& t, const Data25D& data, Visit&& visit) {
+    if (data.exact) return WalkExactArea(t, data, visit);
     const double base = data.baseValue;
     const double tolerance = t.GetWorkingRange().z / 500.0;
     const double gap = AreaGap(t, data);
@@ -107,6 +72,7 @@ void WalkAreaFill(const CTransform3D& t, const Data25D& data, Visit&& visit) {
 /// The band from dep to dep - dep2; visit(i, corners) for the segment that ends at point i.
 template <class Visit>
 void WalkAreaRange(const CTransform3D& t, const Data25D& data, Visit&& visit) {
+    if (data.exact) return WalkExactRange(t, data, visit);
     constexpr double kThinnest = 0.01;  // in data units
     const double gap = AreaGap(t, data);
     const double d0 = data.constValue + data.depthOffset;
@@ -127,34 +93,12 @@ void WalkAreaRange(const CTransform3D& t, const Data25D& data, Visit&& visit) {
     }
 }
 
-/// Calls visit(segment, hangs) for the pieces of a band between a lower and an upper edge that may
-/// cross: one, two where they cross inside, none where they coincide. A piece whose upper edge lies
-/// below its lower one hangs; its bottom and top are exchanged.
-template <class Visit>
-void WalkBandPieces(const BandSegment& s, Visit&& visit) {
-    const double extent0 = s.top0 - s.bottom0;
-    const double extent1 = s.top1 - s.bottom1;
-    const auto piece = [&](const BandSegment& p, bool hangs) {
-        if (hangs)
-            visit(BandSegment{p.u0, p.u1, p.top0, p.top1, p.bottom0, p.bottom1}, true);
-        else
-            visit(p, false);
-    };
-    if (extent0 == 0.0 && extent1 == 0.0) return;
-    const bool cross = (extent0 < 0.0 && extent1 > 0.0) || (extent0 > 0.0 && extent1 < 0.0);
-    if (!cross) return piece(s, extent0 < 0.0 || extent1 < 0.0);
-    const double share = extent0 / (extent0 - extent1);
-    const double u = s.u0 + share * (s.u1 - s.u0);
-    const double z = s.bottom0 + share * (s.bottom1 - s.bottom0);
-    piece({s.u0, u, s.bottom0, z, s.top0, z}, extent0 < 0.0);
-    piece({u, s.u1, z, s.bottom1, z, s.top1}, extent1 < 0.0);
-}
-
 /// Stacked bands, group 0 from the base value to its own data, every other one from the running
 /// total below it to its own; visit(i, g, corners) for each piece of the segments that end at point
 /// i.
 template <class Visit>
 void WalkGroupAreas(const CTransform3D& t, const Data25D& data, Visit&& visit) {
+    if (data.exact) return WalkExactGroups(t, data, visit);
     const double gap = AreaGap(t, data);
     const double d0 = data.constValue + data.depthOffset;
     const double d1 = d0 + data.depthWidth;

@@ -74,6 +74,8 @@ struct Data25D {
     double indOffset = 0.0;    ///< from a value to the start of the width placed at it
     double depthOffset = 0.0;  ///< likewise, of the depth width
     double gap = 0.0;          ///< between neighbouring segments, in working units
+    double leastHeight = 0.0;  ///< of the bodies of price charts, in working units
+    bool exact = false;        ///< everything goes between its converted ends
 };
 
 /// The length of the shortest of several arrays.

@@ -10,21 +10,23 @@
 
 namespace varnel::detail {
 
-/// One slab per point, which is its lower corner; 0.1 working units thick whatever the scales are.
+/// One slab per point, which is its lower corner; 0.1 working units thick whatever the scales are,
+/// or a share of the working range of z when extents are exact.
 template <class Visit>
 void WalkPlanes3D(const CTransform3D& t, std::span<const point3Dtype> points, double indWidth,
-                  double depthWidth, Visit&& visit) {
-    const double dx = t.CVTWS(0, indWidth);
-    const double dy = t.CVTWS(1, depthWidth);
+                  double depthWidth, double thicknessFactor, bool exact, Visit&& visit) {
+    const double thickness = exact ? t.GetWorkingRange().z * thicknessFactor : 0.1;
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (!IsData(points[i])) continue;
-        const point3Dtype w = t.CPTWS(points[i]);
-        visit(i, Prism{w.x, w.y, w.z, dx, dy, 0.1});
+        Prism slab = FootInSpace(t, points[i], indWidth, depthWidth, exact);
+        slab.z = t.CVTWS(2, points[i].z);
+        slab.dz = thickness;
+        visit(i, slab);
     }
 }
 
 /// One slab per point at the height of its datum, a share of the working range of z thick. Unlike
-/// those of bars, the widths are converted.
+/// those of bars, the widths are converted by themselves unless extents are exact.
 template <class Visit>
 void WalkPlanes25D(const CTransform3D& t, const Data25D& data, double thicknessFactor,
                    Visit&& visit) {
@@ -34,8 +36,14 @@ void WalkPlanes25D(const CTransform3D& t, const Data25D& data, double thicknessF
     const std::size_t n = Shortest(data.ind, data.dep);
     for (std::size_t i = 0; i < n; ++i) {
         if (!IsData(data.ind[i]) || !IsData(data.dep[i])) continue;
-        const point3Dtype corner = BarCorner(t, data, data.ind[i]);
-        visit(i, Prism{corner.x, corner.y, t.CVTWS(2, data.dep[i]), dx, dy, thickness});
+        Prism slab = BarFoot(t, data, data.ind[i]);
+        if (!data.exact) {
+            slab.dx = dx;
+            slab.dy = dy;
+        }
+        slab.z = t.CVTWS(2, data.dep[i]);
+        slab.dz = thickness;
+        visit(i, slab);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/extent.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::detail {
@@ -13,9 +14,11 @@ namespace varnel::detail {
 template <class Visit>
 void WalkRibbon(const CTransform3D& t, const Data25D& data, Visit&& visit) {
     const Orientation o{data.indAxis != 0};
-    const double d0 = t.CVTWS(o.DepthAxis(), data.constValue) + data.depthOffset;
-    // The near edge is converted twice on its way to the far one.
-    const double d1 = t.CVTWS(o.DepthAxis(), d0 + data.depthWidth);
+    Extent depth = WidthExtent(t, o.DepthAxis(), data.constValue, data.depthOffset, data.depthWidth,
+                               data.exact);
+    // Unless extents are exact the near edge is converted twice on its way to the far one.
+    if (!data.exact) depth.to = t.CVTWS(o.DepthAxis(), depth.to);
+    const auto [d0, d1] = depth;
     const std::size_t n = Shortest(data.ind, data.dep);
     for (std::size_t i = 1; i < n; ++i) {
         if (!IsData(data.ind[i - 1]) || !IsData(data.ind[i])) continue;

@@ -17,14 +17,21 @@ struct GlyphRoom {
     double left, middle, right;
     double near, centre, far;
 
-    GlyphRoom(const CTransform3D& t, const Data25D& data, double ind)
-        : o{data.indAxis == 1},
-          left(t.CVTWS(o.IndAxis(), ind) + data.indOffset),
-          middle(left + data.indWidth / 2),
-          right(left + data.indWidth),
-          near(t.CVTWS(o.DepthAxis(), data.constValue) + data.depthOffset),
-          centre(near + data.depthWidth / 2),
-          far(near + data.depthWidth) {}
+    GlyphRoom(const CTransform3D& t, const Data25D& data, double ind) : o{data.indAxis == 1} {
+        const auto place = [&](int axis, double value, double offset, double width) {
+            return WidthExtent(t, axis, value, offset, width, data.exact);
+        };
+        const auto [left0, right0] = place(o.IndAxis(), ind, data.indOffset, data.indWidth);
+        const auto [near0, far0] =
+            place(o.DepthAxis(), data.constValue, data.depthOffset, data.depthWidth);
+        left = left0;
+        right = right0;
+        near = near0;
+        far = far0;
+        // Half of each width, as far as that from the start.
+        middle = place(o.IndAxis(), ind, data.indOffset, data.indWidth / 2).to;
+        centre = place(o.DepthAxis(), data.constValue, data.depthOffset, data.depthWidth / 2).to;
+    }
 
     /// A point in the middle of the depth.
     point3Dtype At(double u, double z) const { return o.Place(u, centre, z); }
@@ -72,7 +79,13 @@ void WalkStocks(const CTransform3D& t, const Data25D& data, const StockParts& pa
         if (parts.openTic) visitor.Line(i, room.At(room.left, zOpen), room.At(room.middle, zOpen));
         if (parts.closeTic)
             visitor.Line(i, room.At(room.middle, zClose), room.At(room.right, zClose));
-        if (parts.body) visitor.Body(i, close >= open, room.Box(zOpen, zClose));
+        if (parts.body) {
+            const double grow = std::abs(zClose - zOpen) < data.leastHeight
+                                    ? (data.leastHeight - std::abs(zClose - zOpen)) / 2
+                                    : 0.0;
+            const double up = zClose >= zOpen ? grow : -grow;
+            visitor.Body(i, close >= open, room.Box(zOpen - up, zClose + up));
+        }
         if (parts.openSymbol) visitor.OpenSymbol(i, PlaceInBox(t, room.At(room.left, zOpen)));
         if (parts.closeSymbol) visitor.CloseSymbol(i, PlaceInBox(t, room.At(room.right, zClose)));
     }
