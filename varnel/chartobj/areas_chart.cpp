@@ -15,6 +15,17 @@ constexpr int kAllFaces[6] = {1, 1, 1, 1, 1, 1};
 
 // Draws the solids of one or more bands, each by itself or joined to its neighbours.
 class BandPen {
+    struct Band {
+        detail::SeamedBand solids;
+        RGBDType fill, outline;  // of the solid that waits
+    };
+
+    auto Drawing(const Band& band) {
+        return [&](const detail::SolidCorners& corners, const std::array<int, 6>& flags) {
+            m_GL.DrawSolidObject3D(corners.data(), band.fill, band.outline, flags.data());
+        };
+    }
+
  public:
     BandPen(COpenGL& gl, const CTransform3D& transform, int indAxis, bool joined)
         : m_GL(gl),
@@ -39,17 +50,6 @@ class BandPen {
     }
 
  private:
-    struct Band {
-        detail::SeamedBand solids;
-        RGBDType fill, outline;  // of the solid that waits
-    };
-
-    auto Drawing(const Band& band) {
-        return [&](const detail::SolidCorners& corners, const std::array<int, 6>& flags) {
-            m_GL.DrawSolidObject3D(corners.data(), band.fill, band.outline, flags.data());
-        };
-    }
-
     COpenGL& m_GL;
     bool m_IndAlongY;
     double m_Nearness;

@@ -19,6 +19,7 @@
 #include <span>
 
 #include "varnel/chartobj/chart_codes.h"
+#include "varnel/chartobj/contour_style.h"
 #include "varnel/chartobj/shared_array.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
@@ -506,6 +507,15 @@ class VARNEL_API CChartObj3D {
     /// is seen. 0, the default.
     void SetCandleStyle(int on) { m_Added.m_CandleStyle = on; }
     int GetCandleStyle() const { return m_Added.m_CandleStyle; }
+    /// Contour charts draw whole lines from now on, as TraceContourLines finds them: at every
+    /// level, on logarithmic axes where the drawn surface has the level, in the levels' colours.
+    /// Labels stand on straight stretches of the lines, readable side up, in gaps of them, none
+    /// over another; short lines have none. They need a font of the context.
+    void SetContourStyle(const ContourStyle& style);
+    /// The style set last, the default one before.
+    ContourStyle GetContourStyle() const;
+    /// Contour charts draw as told at ContourPolysurface3D again.
+    void ClearContourStyle();
 
     // --- Drawing and files -------------------------------------------------------------------
 
@@ -577,6 +587,7 @@ class VARNEL_API CChartObj3D {
     void DrawPolysurfaceChart2D();
     void DrawPolysurfaceChart3D();
     void DrawContourPolysurface3D();
+    void DrawContourLines(std::span<const double> levels, std::span<const RGBDType> colors);
 
     /// What the record holds, and what InitChartObjDefaults sets afresh.
     struct Saved {
@@ -639,6 +650,13 @@ class VARNEL_API CChartObj3D {
         int m_ExactExtents = 0;
         int m_SegmentOutlines = 1;
         int m_CandleStyle = 0;
+        int m_Contours = 0;  ///< 1: as the style below
+        double m_ContourLineWidth = ContourStyle().lineWidth;
+        int m_ContourLineStyle = ContourStyle().lineStyle;
+        int m_ContourOnSurface = ContourStyle().onSurface;
+        int m_ContourLabels = ContourStyle().labels;
+        double m_ContourLabelSize = ContourStyle().labelSize;
+        double m_ContourLabelSpacing = ContourStyle().labelSpacing;
     };
 
     COpenGL* m_pOpenGL = nullptr;

@@ -219,6 +219,18 @@ void CChartObj3D::RecordSurface(Archive& record) {
 }
 
 void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) {
+        field("exactExtents", &Added::m_ExactExtents);
+        field("segmentOutlines", &Added::m_SegmentOutlines);
+        field("candleStyle", &Added::m_CandleStyle);
+        field("contours", &Added::m_Contours);
+        field("contourLineWidth", &Added::m_ContourLineWidth);
+        field("contourLineStyle", &Added::m_ContourLineStyle);
+        field("contourOnSurface", &Added::m_ContourOnSurface);
+        field("contourLabels", &Added::m_ContourLabels);
+        field("contourLabelSize", &Added::m_ContourLabelSize);
+        field("contourLabelSpacing", &Added::m_ContourLabelSpacing);
+    });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }
 
