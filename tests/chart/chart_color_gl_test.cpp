@@ -73,6 +73,17 @@ TEST_F(ColorByHeight, LowestToHighest) {
     EXPECT_NEAR(max, 70, 1);
 }
 
+TEST_F(ColorByHeight, OrByAnotherValue) {
+    CChartObj3D* const object = AddSurface({5, 5, 5, 5}, 0, 10);
+    const double values[] = {-1, -1, 3, 3, -1, -1, 3, 3};
+    ASSERT_TRUE(chart->ColorSurfaceByValue(object, values, "grey"));
+    EXPECT_EQ(chart->GetTextureMode(), 3);
+    EXPECT_LE(Place("grey", 30), 1);
+    EXPECT_NEAR(Place("grey", 100), 128, 2);
+    EXPECT_EQ(Place("grey", 170), 255);
+    EXPECT_FALSE(chart->ColorSurfaceByValue(object, {}, "jet"));
+}
+
 TEST_F(ColorByHeight, LogarithmicAxis) {
     CChartObj3D* const object = AddSurface({1, 1, 10000, 10000}, 0, 4, 1);
     ASSERT_TRUE(chart->ColorSurfaceByHeight(object, "grey"));

@@ -200,7 +200,7 @@ TEST(AreasGeometry, ExactAreasAreCutWhereTheAxesPutThem) {
     EXPECT_EQ(solids[3].index, 4U);
     Solids range;  // from 10 down to 1, from 0.1 up to 1: they change places halfway
     WalkAreaRange(t, data, range);
-    ASSERT_EQ(range.size(), 4U);
+    ASSERT_EQ(range.size(), 3U);  // the last segment has no extent
     ExpectSolid(range[0].c, {0, 4, 0, 0}, {0.5, 6, 0, 0}, {0, 4, 1, 0}, {0.5, 6, 0, 0});
 
     constexpr double values[] = {2, -2, 1, 1};

@@ -120,13 +120,32 @@ class ChartObjects : public test::GLFixture {
                 return o.PolysurfaceChart3D(surface);
             case 52:
                 return o.ContourPolysurface3D(surface, dep, data ? k : nullptr, 3, 5, 0);
+            case 60:
+                return o.ErrorBars3D(Points(data), Doubles(heights), Doubles(heights), 2, 0.3, 0, 2,
+                                     kRed);
+            case 61:
+                return o.Vectors3D(Points(data), Points(data), 0.2, 0.5, 0, 2, kRed);
+            case 62:
+                return o.ReferenceLine3D(2, 5, data ? 1 : 7, 0, 2, kRed);
+            case 63:
+                return o.ReferenceBand3D(0, 2, 4, data ? 0 : 7, kRed);
+            case 64:
+                o.Note3D("here", kPoints[0], kPoints[2], 1, 2, kRed);
+                return data ? void() : o.DeleteDataStringsStorage();
             default:
                 return o.SetChartType(type);
         }
     }
 
-    static constexpr int kTypes[] = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,
-                                     12, 13, 14, 15, 16, 17, 18, 50, 51, 52};
+    static std::span<const point3Dtype> Points(bool data) {
+        return data ? std::span(kPoints) : std::span<const point3Dtype>();
+    }
+    static std::span<const double> Doubles(const double* values) {
+        return {values, values != nullptr ? 4U : 0U};
+    }
+
+    static constexpr int kTypes[] = {60, 61, 62, 63, 64, 1,  2,  3,  4,  5,  6,  7,  8,
+                                     9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 50, 51, 52};
 
     std::unique_ptr<CTransform3D> m_Transform;
     std::unique_ptr<CPolysurface> m_Surface;
@@ -161,7 +180,7 @@ TEST_F(ChartObjects, MissingArraysAndUnknownTypesDrawNothing) {
         Draw([&] { object.DrawChartObj(); });
         EXPECT_EQ(Inked(), 0) << type;
     }
-    for (const int type : {0, 19, 49, 53, -1}) {
+    for (const int type : {0, 19, 49, 53, 65, -1}) {
         CChartObj3D object = Object();
         object.SetChartType(type);
         Draw([&] { object.DrawChartObj(); });
@@ -307,10 +326,10 @@ TEST_F(ChartObjects, JoinedAreasHaveNoLinesBetweenTheirSegments) {
     object.AreaFillChart25D(kInd, dep, 0, 5, 3, 1, kRed, kBlack, 0, 0);
     const int apart = CountLines(Drawn(object));
     object.SetSegmentOutlines(0);
-    // Three visible faces of each segment; of both, the front end's four edges, and on the others
-    // of each segment the five visible edges along it.
+    // Each segment has three visible faces with nine edges. Joined, one keeps seven of them, the
+    // other one, whose end is the seam, five.
     EXPECT_EQ(apart, 18);
-    EXPECT_EQ(CountLines(Drawn(object)), 13);
+    EXPECT_EQ(CountLines(Drawn(object)), 12);
 }
 
 TEST_F(ChartObjects, AreasTakeSegmentColoursByPieceAndRangesTheirOwn) {
@@ -347,6 +366,43 @@ TEST_F(ChartObjects, CandlesticksTellRisesFromFalls) {
     EXPECT_EQ(Pixel(20, 80).rgbGreen, 255);  // the line above the body, in colors[4]
     EXPECT_EQ(Pixel(24, 80).rgbRed, 255);    // nothing beside it
     EXPECT_EQ(Pixel(24, 80).rgbGreen, 255);
+}
+
+TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
+    m_Transform->SetRotate({-90, 0, 0, 0});  // from above: y is up
+    m_Transform->SetChartRect({1, 1, 1, 0});
+    constexpr double z[] = {1, 1, 1, 5, 5, 5, 9, 9, 9}, level[] = {5};
+    CPolysurface ramp(3, 3, 0, 0, 10, 10, z, 1);
+    CChartObj3D object = Object();
+    object.ContourPolysurface3D(&ramp, level, kColors, 1, 0, 0);
+    object.SetContourStyle({.lineWidth = 2});
+    const auto whole = Drawn(object);
+    EXPECT_EQ(CountPolygons(whole), 0);
+    const test::Extent extent = test::ExtentOf(whole);  // at a level that points lie on
+    EXPECT_NEAR(extent.left, 0, 0.01);
+    EXPECT_NEAR(extent.right, 100, 0.01);
+    EXPECT_NEAR(extent.top, 50, 0.01);
+    EXPECT_NEAR(whole[0].vertices[0].z, 1, 1e-3);  // on the floor
+
+    object.SetContourStyle({.onSurface = 1, .labels = 1, .labelSize = 0.2});
+    std::vector<FeedbackPrimitive> lines;
+    const auto labelled = Drawn(object);
+    for (const FeedbackPrimitive& primitive : labelled)
+        if (primitive.IsLine()) lines.push_back(primitive);
+    EXPECT_GT(CountPolygons(labelled), 0);
+    EXPECT_EQ(lines.size(), whole.size() + 1);  // in two parts
+    EXPECT_NEAR(lines[0].vertices[0].z, 0.5, 0.01);
+    ExpectStateTakenBack();
+
+    // Where the surface has the level when it is drawn by logarithms.
+    m_Transform->SetScale({1, 1, 1, 0}, {100, 100, 100, 0});
+    for (const int axis : {0, 1, 2})
+        m_Transform->SetAxisScaleMode(axis, 1);
+    constexpr double steep[] = {1, 1, 100, 100}, ten[] = {10};
+    CPolysurface logarithmic(2, 2, 1, 1, 100, 100, steep, 1);
+    object.ContourPolysurface3D(&logarithmic, ten, kColors, 1, 1, 0);
+    object.SetContourStyle({});
+    EXPECT_NEAR(test::ExtentOf(Drawn(object)).bottom, 50, 0.01);
 }
 
 TEST_F(ChartObjects, FlattenedWiresAreDrawnInTheLineColour) {

@@ -106,6 +106,9 @@ TEST(Polysurface, KeepsPointsWithFourSpareOnes) {
     surface.CopyXYorZtoV(2, 1, 2);
     EXPECT_EQ(surface.GetPSPoints()[5].w, 22);
     EXPECT_EQ(surface.GetPSPoints()[9].w, 0);  // z 1, less 1: spare points too
+    const double values[] = {7, 8};
+    surface.SetPSValues(values);
+    EXPECT_EQ(surface.GetPSPoints()[1].w, 8);
     surface.CopyXYorZtoV(7, 0, 3);
     EXPECT_EQ(surface.GetPSPoints()[5].w, 22);
 }
@@ -148,6 +151,14 @@ TEST(Polysurface, PolygonsAreAppended) {
     surface.ResetPolysurfacePolygons();
     EXPECT_EQ(surface.GetPSNumPolygons(), 0);
     EXPECT_EQ(surface.GetPSMaxPolygons(), 3);
+}
+
+TEST(Polysurface, MeshesOfTrianglesKeepTheirValues) {
+    const int triangles[] = {0, 1, 2, 2, 1, 9, 1, 3, 2};
+    const CPolysurface mesh(GridPoints(2, 2), triangles);
+    EXPECT_EQ(mesh.GetPSNumPolygons(), 2);
+    EXPECT_EQ(Indices(mesh, 1), std::vector<int>({1, 3, 2}));
+    EXPECT_EQ(mesh.GetPSPoints()[3].w, 101);
 }
 
 TEST(Polysurface, SizesThatNoArrayCanHaveAreErrors) {

@@ -7,6 +7,8 @@
 // size from its lower left corner.
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -159,6 +161,11 @@ class VARNEL_API CChart3D {
     /// POLYSURFACECHART3D, and for a surface without a finite height. A chart has one set of
     /// colours: the last call holds.
     bool ColorSurfaceByHeight(CChartObj3D* surfaceObject, const CString& colorMap);
+    /// The same by another quantity: the points of the surface take `values` as their w, one after
+    /// the other (none given: those that they have), the range is that of w, and the texture mode
+    /// is 3.
+    bool ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const double> values,
+                             const CString& colorMap);
 
     /// Places the chart in the view, in fractions of the view's size.
     void SetChartPosition(const GLViewRType& p);

@@ -1,4 +1,4 @@
-// CChart3D: colour by height from a named colour map.
+// CChart3D: colour by height or by another value from a named colour map.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kColors = 256;
 constexpr int kTextureByHeight = 2;
+constexpr int kTextureByValue = 3;
 constexpr int kColorByValue = 2;
 
 /// The colours end this much above the highest value, as a fraction of the range: texture
@@ -27,41 +28,62 @@ struct Range {
     double max = -std::numeric_limits<double>::infinity();
 };
 
-/// The heights of the polygons' corners in working coordinates, in which colours are looked up.
-Range HeightRange(const CPolysurface& surface, const CTransform3D& transform) {
-    constexpr int kZ = 2;
+/// The values of the polygons' corners by which colours are looked up.
+template <class ValueOf>
+Range RangeOf(const CPolysurface& surface, ValueOf&& valueOf) {
     Range range;
     for (int polygon = 0; polygon < surface.GetPSNumPolygons(); ++polygon) {
         int n = 0;
         const int* const corners = surface.FindPSPolygon(polygon, n);
         for (int i = 0; i < n; ++i) {
-            const double z = transform.CVTWS(kZ, surface.GetPSPoints()[corners[i]].z);
-            if (!std::isfinite(z)) continue;
-            range.min = std::min(range.min, z);
-            range.max = std::max(range.max, z);
+            const double value = valueOf(surface.GetPSPoints()[corners[i]]);
+            if (!std::isfinite(value)) continue;
+            range.min = std::min(range.min, value);
+            range.max = std::max(range.max, value);
         }
     }
     return range;
 }
 
+bool IsSurface(const CChartObj3D* object) {
+    return object != nullptr && object->GetChartType() == POLYSURFACECHART3D &&
+           object->GetPolysurface() != nullptr && object->GetTransform() != nullptr;
+}
+
+/// Gives a chart the colours of a map over a range and an object the mode to be coloured by them.
+bool ColorBy(CChart3D& chart, CChartObj3D& object, const CString& colorMap, const Range& range,
+             int textureMode) {
+    RGBDType colors[kColors];
+    if (!ColorMap(colorMap, kColors, colors) || !(range.min <= range.max)) return false;
+    const double extent = range.max - range.min;
+    const double around = extent > 0 ? 0 : std::max(std::abs(range.max), 1.0) / 2;
+    chart.SetTextureColorArray(colors, range.min - around, range.max + extent * kHeadroom + around,
+                               kColors);
+    chart.SetTextureMode(textureMode);
+    object.SetColorMode(kColorByValue);
+    return true;
+}
+
 }  // namespace
 
 bool CChart3D::ColorSurfaceByHeight(CChartObj3D* surfaceObject, const CString& colorMap) {
-    if (surfaceObject == nullptr || surfaceObject->GetChartType() != POLYSURFACECHART3D ||
-        surfaceObject->GetPolysurface() == nullptr || surfaceObject->GetTransform() == nullptr)
-        return false;
-    RGBDType colors[kColors];
-    if (!ColorMap(colorMap, kColors, colors)) return false;
+    if (!IsSurface(surfaceObject)) return false;
+    const CTransform3D& transform = *surfaceObject->GetTransform();
+    // In working coordinates, in which the heights are drawn.
+    const Range range = RangeOf(*surfaceObject->GetPolysurface(),
+                                [&](const point3Dtype& p) { return transform.CVTWS(2, p.z); });
+    return ColorBy(*this, *surfaceObject, colorMap, range, kTextureByHeight);
+}
+
+bool CChart3D::ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const double> values,
+                                   const CString& colorMap) {
+    if (!IsSurface(surfaceObject)) return false;
+    RGBDType first;
+    if (!ColorMap(colorMap, 1, &first)) return false;
+    surfaceObject->SetPolysurfaceValues(values);
     const Range range =
-        HeightRange(*surfaceObject->GetPolysurface(), *surfaceObject->GetTransform());
-    if (!(range.min <= range.max)) return false;
-    const double extent = range.max - range.min;
-    const double around = extent > 0 ? 0 : std::max(std::abs(range.max), 1.0) / 2;
-    SetTextureColorArray(colors, range.min - around, range.max + extent * kHeadroom + around,
-                         kColors);
-    SetTextureMode(kTextureByHeight);
-    surfaceObject->SetColorMode(kColorByValue);
-    return true;
+        RangeOf(*surfaceObject->GetPolysurface(), [](const point3Dtype& p) { return p.w; });
+    return ColorBy(*this, *surfaceObject, colorMap, range, kTextureByValue);
 }
 
 }  // namespace varnel

@@ -28,6 +28,11 @@ enum ChartType3D : int {
     POLYSURFACECHART2D = 50,
     POLYSURFACECHART3D = 51,
     CONTOURPOLYSURFACE3D = 52,
+    ERRORBARS3D = 60,
+    VECTORS3D = 61,
+    REFERENCELINE3D = 62,
+    REFERENCEBAND3D = 63,
+    NOTE3D = 64,
 };
 
 /// Solid symbols; any other code draws none.

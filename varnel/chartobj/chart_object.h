@@ -15,12 +15,11 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <span>
 
 #include "varnel/chartobj/chart_codes.h"
+#include "varnel/chartobj/chart_object_attributes.h"
 #include "varnel/chartobj/contour_style.h"
-#include "varnel/chartobj/shared_array.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -297,6 +296,34 @@ class VARNEL_API CChartObj3D {
                               std::span<const RGBDType> colors, double constValue,
                               int contourLabelFlag);
 
+    // --- What stands beside the data -----------------------------------------------------------
+
+    /// A bar at each point from below[i] under its coordinate of `axis` (0 x, 1 y, 2 z) to above[i]
+    /// over it, in data units, ends converted on any axis, with caps relSize / 10 device units
+    /// long. One array for both makes them symmetric. A point without both errors has none.
+    void ErrorBars3D(std::span<const point3Dtype> points, std::span<const double> below,
+                     std::span<const double> above, int axis, double relSize, int lineStyle,
+                     int lineWidth, const RGBDType& color);
+
+    /// An arrow from each point along its vector times `scale`, in data units, with a head relSize
+    /// / 10 device units long: a lit cone, or with flatHeads a triangle that faces the viewer.
+    void Vectors3D(std::span<const point3Dtype> points, std::span<const point3Dtype> components,
+                   double scale, double relSize, int flatHeads, int lineWidth,
+                   const RGBDType& color);
+
+    /// A line across a wall of the box at a value of `axis` (0 x, 1 y, 2 z). The wall is a plane
+    /// code of foundation/planes.h: 0 z, 1 y, 2 x at the minimum, 3..5 at the maximum. Nothing
+    /// where the wall does not run along the axis or the value lies outside the box.
+    void ReferenceLine3D(int axis, double value, int plane, int lineStyle, int lineWidth,
+                         const RGBDType& color);
+    /// The part of a wall between two values of `axis`, filled, as far as it lies in the box.
+    void ReferenceBand3D(int axis, double from, double to, int plane, const RGBDType& fill);
+
+    /// A text that faces the viewer at `place`, with a line from there to `at`, both in data
+    /// values.
+    void Note3D(const CString& text, const point3Dtype& at, const point3Dtype& place,
+                double relSize, int lineWidth, const RGBDType& color);
+
     // --- Storages: copy as many elements as the counts say -----------------------------------
     //
     // A null array does nothing unless said. What a storage held before is let go of first. Raises
@@ -384,6 +411,10 @@ class VARNEL_API CChartObj3D {
     void SetContourValue(int i, double value);
     void Set3DPoint(int i, const point3Dtype& point);
     point3Dtype Get3DPoint(int i) const;
+    /// Gives the points of the object's surface the values w, point by point, as many as there are;
+    /// CChart3D::ColorSurfaceByValue colours by them. A surface shared with copies of the object
+    /// changes there too.
+    void SetPolysurfaceValues(std::span<const double> values);
     void SetPolysurfacePoint(int i, const point3Dtype& point);
     point3Dtype GetPolysurfacePoint(int i) const;
     /// The object's copy of its surface, null when it has none.
@@ -587,77 +618,15 @@ class VARNEL_API CChartObj3D {
     void DrawPolysurfaceChart2D();
     void DrawPolysurfaceChart3D();
     void DrawContourPolysurface3D();
+    void DrawErrorBars3D();
+    void DrawVectors3D();
+    void DrawReferenceLine3D();
+    void DrawReferenceBand3D();
+    void DrawNote3D();
     void DrawContourLines(std::span<const double> levels, std::span<const RGBDType> colors);
 
-    /// What the record holds, and what InitChartObjDefaults sets afresh.
-    struct Saved {
-        // Placement, in data units.
-        double m_ConstValue = 0.0;  ///< of a 2.5D chart along its depth axis, or of a projection
-        double m_BaseValue = 0.0;   ///< from which bars and areas rise
-        double m_RelSize = 1.0;     ///< of symbols (in tenths of a device unit) and texts
-        double m_DepthWidth = 1.0;
-        double m_IndWidth = 1.0;
-        double m_FillGap = 0.0016;             ///< share of the independent axis's working range
-        double m_OutlineWidth = 1.0;           ///< pixels
-        double m_PlaneThicknessFactor = 0.02;  ///< share of the working range of z
-        RGBDType m_FillColor{0.0, 0.0, 1.0, 1.0};
-        RGBDType m_OutlineColor{0.0, 0.0, 0.0, 1.0};
-        RGBDType m_LineColor{0.0, 0.0, 0.0, 1.0};  ///< of price charts
-        int m_Symbol = SYMBOL_NONE;
-        int m_Symbol2 = SYMBOL_NONE;  ///< of closing prices
-        int m_NumDataPnts = 0;
-        // What was stored last; they tell the reader of a record which arrays follow.
-        int m_NumDepData2 = 0;
-        int m_NumBarHeights = 0;
-        int m_Num3DPoints = 0;
-        int m_NumGroupColors = 0;
-        int m_NumSegmentColors = 0;
-        int m_NumDataStrings = 0;
-        int m_bPolysurface = 0;
-        int m_NumGroups = 0;
-        int m_LineWidth = 1;  ///< pixels
-        int m_LineStyle = 0;
-        int m_IndJustify = WIDTH_STARTS;
-        int m_DepJustify = WIDTH_STARTS;  ///< of m_IndWidth in price and box charts
-        int m_DepthJustify = WIDTH_STARTS;
-        int m_IndAxis = INDAXIS_X;
-        int m_ProjectionPlane = PROJECTION_ALONG_Z;
-        int m_TextPlane = 1;  ///< x-z
-        int m_GroupType = GROUPS_SIDE_BY_SIDE;
-        int m_ChartType = 0;
-        int m_NumContours = 0;
-        int m_ColorMode = 1;         ///< lit
-        int m_ContourLabelFlag = 0;  ///< kept, without effect
-        int m_SegmentColorMode = 0;
-        int m_Clipping = 0;
-        int m_OutlineMode = 1;
-        int m_ComboChartFlags[6] = {};  ///< parts of price and box charts
-        int m_Enable = 1;
-        SharedArray<double> m_pIndData;  ///< of contour charts, the levels
-        SharedArray<double> m_pDepData;
-        SharedArray<double> m_pGroupData;
-        SharedArray<double> m_pDepData2;
-        SharedArray<double> m_pBarHeights;
-        SharedArray<point3Dtype> m_p3DPoints;
-        SharedArray<RGBDType> m_pGroupColors;
-        SharedArray<RGBDType> m_pSegmentColors;  ///< of contour charts, the levels' colours
-        std::shared_ptr<CPolysurface> m_pPolysurface;
-        SharedArray<CString> m_pDataStrings;
-    };
-
-    /// Attributes beyond the plain record, each of which leaves everything as it was by default.
-    struct Added {
-        int m_ExactExtents = 0;
-        int m_SegmentOutlines = 1;
-        int m_CandleStyle = 0;
-        int m_Contours = 0;  ///< 1: as the style below
-        double m_ContourLineWidth = ContourStyle().lineWidth;
-        int m_ContourLineStyle = ContourStyle().lineStyle;
-        int m_ContourOnSurface = ContourStyle().onSurface;
-        int m_ContourLabels = ContourStyle().labels;
-        double m_ContourLabelSize = ContourStyle().labelSize;
-        double m_ContourLabelSpacing = ContourStyle().labelSpacing;
-    };
+    using Saved = detail::ChartObjectSaved;
+    using Added = detail::ChartObjectAdded;
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;

@@ -106,6 +106,10 @@ point3Dtype CChartObj3D::Get3DPoint(int i) const {
     return GetElement(m_Saved.m_p3DPoints, i, m_Saved.m_NumDataPnts);
 }
 
+void CChartObj3D::SetPolysurfaceValues(std::span<const double> values) {
+    if (m_Saved.m_pPolysurface != nullptr) m_Saved.m_pPolysurface->SetPSValues(values);
+}
+
 void CChartObj3D::SetPolysurfacePoint(int i, const point3Dtype& point) {
     if (m_Saved.m_pPolysurface != nullptr) m_Saved.m_pPolysurface->SetOnePolysurfacePoint(i, point);
 }

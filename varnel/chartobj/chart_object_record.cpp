@@ -230,6 +230,11 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("contourLabels", &Added::m_ContourLabels);
         field("contourLabelSize", &Added::m_ContourLabelSize);
         field("contourLabelSpacing", &Added::m_ContourLabelSpacing);
+        field("errorsBelow", &Added::m_ErrorsBelow);
+        field("errorsAbove", &Added::m_ErrorsAbove);
+        field("components", &Added::m_Components);
+        field("vectorScale", &Added::m_VectorScale);
+        field("flatHeads", &Added::m_FlatHeads);
     });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }

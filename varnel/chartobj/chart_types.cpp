@@ -32,6 +32,11 @@ const ChartType* ChartTypes::Find(int type) {
         {POLYSURFACECHART2D, "flat surface", &O::DrawPolysurfaceChart2D, D::Surface, S::Fill},
         {POLYSURFACECHART3D, "surface", &O::DrawPolysurfaceChart3D, D::Surface, S::Fill},
         {CONTOURPOLYSURFACE3D, "contour", &O::DrawContourPolysurface3D, D::Contours, S::Contour},
+        {ERRORBARS3D, "error bar", &O::DrawErrorBars3D, D::Points, S::Line},
+        {VECTORS3D, "arrow", &O::DrawVectors3D, D::Points, S::Line},
+        {REFERENCELINE3D, "reference line", &O::DrawReferenceLine3D, D::None, S::Line},
+        {REFERENCEBAND3D, "reference band", &O::DrawReferenceBand3D, D::None, S::Fill},
+        {NOTE3D, "note", &O::DrawNote3D, D::Points, S::PlainFill},
     };
     for (const ChartType& entry : kTypes)
         if (entry.type == type) return &entry;

@@ -8,6 +8,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/extent.h"
+#include "varnel/chartobj/detail/screen.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 #include "varnel/surface/contour.h"
@@ -19,41 +20,6 @@ namespace varnel {
 namespace {
 
 using detail::ScreenPoint;
-
-/// From working coordinates to pixels, and a step towards the viewer.
-class Screen {
- public:
-    Screen(COpenGL& gl, const CTransform3D& transform) : m(transform.GetGraphTransform()) {
-        gl.GetViewport(m_Viewport);
-    }
-
-    double GetWidth() const { return m_Viewport.width; }
-    double GetHeight() const { return m_Viewport.height; }
-
-    ScreenPoint Pixel(const point3Dtype& p) const {
-        return {(Row(0, p) + m[12] + 1.0) / 2 * m_Viewport.width,
-                (Row(1, p) + m[13] + 1.0) / 2 * m_Viewport.height};
-    }
-
-    /// The way in working coordinates that leads `depth` device units straight at the viewer.
-    point3Dtype Towards(double depth) const {
-        // Where the first two rows of the matrix are 0: along their cross product.
-        const point3Dtype way{m[4] * m[9] - m[8] * m[5], m[8] * m[1] - m[0] * m[9],
-                              m[0] * m[5] - m[4] * m[1], 0.0};
-        const double reach = Row(2, way);
-        if (reach == 0.0) return {};
-        const double share = -depth / reach;
-        return {way.x * share, way.y * share, way.z * share, 0.0};
-    }
-
- private:
-    double Row(int k, const point3Dtype& p) const {
-        return m[k] * p.x + m[k + 4] * p.y + m[k + 8] * p.z;
-    }
-
-    const double* m;
-    GLViewportType m_Viewport;
-};
 
 /// The lines of a surface in working coordinates, level after level.
 ContourLines TraceWorking(const CPolysurface& surface, const CTransform3D& t,
@@ -182,13 +148,15 @@ class ContourPen {
             if (length + step >= middle && step > 0.0) {
                 point3Dtype place =
                     Between(line.points[i - 1], line.points[i], (middle - length) / step);
-                const point3Dtype way = m_Screen.Towards(kLabelLift);
+                // A label stands upright on what can be a slope: its lower edge is not to sink in.
+                const point3Dtype way =
+                    m_Screen.Towards(kLabelLift + 1.5 * m_Text->TextHeight() * m_Style.labelSize);
                 place = {place.x + way.x, place.y + way.y, place.z + way.z, 0.0};
                 point3Dtype data;
                 m_Transform.CPFWS(data, place);
                 m_Text->SetString(detail::Say(line.level));
                 m_Text->SetColor(line.color);
-                m_Text->SetRotation(static_cast<int>(std::lround(label.angle)));
+                m_Text->SetRotation(m_Screen.TextRotation(label.angle));
                 m_Text->SetLocation(data);
                 return m_Text->OutText();
             }
@@ -196,12 +164,12 @@ class ContourPen {
         }
     }
 
-    static constexpr double kLabelLift = 0.01;  // device units
+    static constexpr double kLabelLift = 0.005;  // device units
 
     COpenGL& m_GL;
     CTransform3D& m_Transform;
     const ContourStyle& m_Style;
-    Screen m_Screen;
+    detail::Screen m_Screen;
     std::vector<Line> m_Lines;
     std::vector<point3Dtype> m_Run;
     std::unique_ptr<CTextObj3D> m_Text;
@@ -245,7 +213,7 @@ void CChartObj3D::DrawContourLines(std::span<const double> levels,
     const ContourStyle style = GetContourStyle();
     const ContourLines traced = TraceWorking(*m_Saved.m_pPolysurface, *m_pTransform,
                                              std::vector<double>(levels.begin(), levels.end()));
-    const point3Dtype lift = Screen(*m_pOpenGL, *m_pTransform).Towards(kLift);
+    const point3Dtype lift = detail::Screen(*m_pOpenGL, *m_pTransform).Towards(kLift);
     const double plane = detail::Convert(*m_pTransform, 2, m_Saved.m_ConstValue);
     ContourPen pen(*m_pOpenGL, *m_pTransform, style);
     for (const ContourLine& line : traced.lines) {

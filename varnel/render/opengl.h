@@ -302,8 +302,8 @@ class VARNEL_API COpenGL {
     // out is drawn with its faces turned outward.
 
     /// Draws the faces whose flags are set, in the order of the faces' table: flag 0 (0 3 7 4),
-    /// 5 (1 5 6 2), 1 (0 4 5 1), 2 (3 2 6 7), 3 (0 1 2 3), 4 (4 7 6 5). A negative flag marks a seam
-    /// to a neighbouring solid: neither the face nor the edges around it are drawn.
+    /// 5 (1 5 6 2), 1 (0 4 5 1), 2 (3 2 6 7), 3 (0 1 2 3), 4 (4 7 6 5). A negative flag marks a
+    /// seam to a neighbouring solid: neither the face nor the edges around it are drawn.
     void DrawSolidObject3D(const point3Dtype* corners, const RGBDType& fill, const RGBDType& frame,
                            const int* faceFlags);
     /// `count` hexahedra that share layers of four corners, 4 * count + 4 corners in all.

@@ -16,6 +16,7 @@ constexpr long long kMostInt = std::numeric_limits<std::int32_t>::max();
 constexpr detail::Origin kOpen{ERR3DCLASS_POLYSURFACE, "OpenPolysurface"};
 
 constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
+constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
 constexpr RGBDType kWhite{1.0, 1.0, 1.0, 1.0};
 
 bool IsSame(const RGBDType& a, const RGBDType& b) {
@@ -69,6 +70,14 @@ CPolysurface::CPolysurface(std::span<const point3Dtype> pts, int rows, int cols,
 CPolysurface::CPolysurface(int rows, int cols, double x0, double y0, double x1, double y1,
                            std::span<const double> z, int gridType) {
     CreatePolysurfaceEvenGrid(rows, cols, x0, y0, x1, y1, z, gridType);
+}
+
+CPolysurface::CPolysurface(std::span<const point3Dtype> pts, std::span<const int> triangles) {
+    const std::size_t count = triangles.size() / 3;
+    OpenPolysurface(static_cast<long long>(pts.size()), static_cast<long long>(count), 3);
+    SetPolysurfacePoints(pts, 0);
+    for (std::size_t i = 0; i < count; ++i)
+        AddPolysurfacePolygon(m_Saved.m_NumPolygons, triangles.subspan(3 * i, 3), kBlue, kBlack);
 }
 
 CPolysurface::CPolysurface(int numPoints, int maxPolygons, int pointsPerPolygon) {
@@ -181,6 +190,12 @@ void CPolysurface::SetOnePolysurfacePoint(int i, const point3Dtype& p) {
 
 void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
     p = i >= 0 && i < m_Saved.m_NumPoints ? m_pPoints[i] : point3Dtype{};
+}
+
+void CPolysurface::SetPSValues(std::span<const double> values) {
+    const std::size_t n = std::min(values.size(), static_cast<std::size_t>(GetPSNumPoints()));
+    for (std::size_t i = 0; i < n; ++i)
+        m_pPoints[i].w = values[i];
 }
 
 void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {

@@ -44,6 +44,9 @@ class VARNEL_API CPolysurface {
     /// DelaunaySurface, which the caller calls next.
     CPolysurface(const point3Dtype* pts, int start, int n);
     explicit CPolysurface(std::span<const point3Dtype> pts);
+    /// A mesh of triangles, three point numbers each, counter-clockwise seen from above, with the
+    /// points' w as their values; triangles that name a point that does not exist are left out.
+    CPolysurface(std::span<const point3Dtype> pts, std::span<const int> triangles);
     /// Room for points and polygons, all points (0, 0, 0, 0).
     CPolysurface(int numPoints, int maxPolygons, int pointsPerPolygon);
     /// A grid of points; see ConvertRG2PS.
@@ -116,6 +119,8 @@ class VARNEL_API CPolysurface {
     point3Dtype* GetPSPoints() { return m_pPoints.get(); }
     const point3Dtype* GetPSPoints() const { return m_pPoints.get(); }
     int GetPSNumPoints() const { return m_Saved.m_NumPoints == 0 ? 0 : m_Saved.m_NumPoints - 4; }
+    /// The values w of the points, as many as are given or there are points.
+    void SetPSValues(std::span<const double> values);
     /// w = (coordinate - offset) * scale for every stored point; axis 0 x, 1 y, 2 z, any other does
     /// nothing.
     void CopyXYorZtoV(double scale, double offset, int axis);

@@ -13,6 +13,7 @@ enum class ChartData {
     Points,    ///< points in space
     Surface,   ///< a mesh
     Contours,  ///< a mesh with levels and their colours
+    None,      ///< attributes alone
 };
 
 /// What a legend shows of a chart.

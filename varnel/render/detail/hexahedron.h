@@ -34,7 +34,8 @@ int Orientation(const Vec3 corners[8]);
 
 /// Adds the faces whose flags are set, turned outward when the solid is given inside out. Faces of
 /// a whole, uncut solid that look away from the viewer are left out: its front hides them. Returns
-/// the edges of the faces added, without those around a face with a negative flag, and leaves the eight corners in `renderer.corners`.
+/// the edges of the faces added, without those around a face with a negative flag, and leaves the
+/// eight corners in `renderer.corners`.
 unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const point3Dtype corners[8],
                        const int faceFlags[6]);
 
