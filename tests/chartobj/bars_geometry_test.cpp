@@ -7,6 +7,7 @@ namespace varnel {
 namespace {
 
 using namespace detail;
+using test::ExpectPrism;
 using test::kNaN;
 using test::Linear;
 using test::Scaled;
@@ -20,13 +21,6 @@ struct Bars : std::vector<Bar> {
     void operator()(std::size_t i, const Prism& p) { push_back({i, 0, p}); }
     void operator()(std::size_t i, std::size_t g, const Prism& p) { push_back({i, g, p}); }
 };
-
-void ExpectPrism(const Prism& p, double x, double y, double z, double dx, double dy, double dz) {
-    const double got[] = {p.x, p.y, p.z, p.dx, p.dy, p.dz};
-    const double want[] = {x, y, z, dx, dy, dz};
-    for (int k = 0; k < 6; ++k)
-        EXPECT_NEAR(got[k], want[k], 1e-12) << "member " << k;
-}
 
 constexpr double kInd[] = {1, 2, 4};
 constexpr double kDep[] = {3, -2, 0.5};

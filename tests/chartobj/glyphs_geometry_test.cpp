@@ -11,6 +11,7 @@ namespace {
 
 using namespace detail;
 using test::ExpectPoint;
+using test::ExpectPrism;
 using test::kNaN;
 using test::Linear;
 using test::Scaled;
@@ -60,11 +61,7 @@ TEST(StockGeometry, MarksHaveTheirPartsInPlace) {
     ASSERT_EQ(marks.bodies.size(), 2U);
     EXPECT_TRUE(marks.bodies[0].first);
     EXPECT_FALSE(marks.bodies[1].first);
-    EXPECT_EQ(marks.bodies[1].second.x, 3.5);
-    EXPECT_EQ(marks.bodies[1].second.y, 4);
-    EXPECT_EQ(marks.bodies[1].second.z, 8);
-    EXPECT_EQ(marks.bodies[1].second.dy, 2);
-    EXPECT_EQ(marks.bodies[1].second.dz, -4);
+    ExpectPrism(marks.bodies[1].second, 3.5, 4, 8, 1, 2, -4);
     ExpectPoint(marks.opens.at(0), -0.35, 0, -0.2);
     ExpectPoint(marks.closes.at(0), -0.25, 0, 0);
 }
@@ -77,11 +74,8 @@ TEST(StockGeometry, BodiesHaveTheirLeastHeightAndExactRoomItsConvertedWidth) {
     data.exact = true;
     Marks marks;
     WalkStocks(Scaled({1, 0, 0, 0}, {10, 10, 10, 0}, 0), data, StockParts(body), marks);
-    EXPECT_EQ(marks.bodies[0].second.z, 4.75);
-    EXPECT_EQ(marks.bodies[0].second.dz, 0.5);
+    ExpectPrism(marks.bodies[0].second, std::log10(1.5), 4, 4.75, std::log10(2.5 / 1.5), 2, 0.5);
     EXPECT_EQ(marks.bodies[1].second.dz, -1);
-    EXPECT_NEAR(marks.bodies[0].second.x, std::log10(1.5), 1e-12);
-    EXPECT_NEAR(marks.bodies[0].second.dx, std::log10(2.5 / 1.5), 1e-12);
 }
 
 TEST(StockGeometry, EachFlagSwitchesItsPart) {
@@ -107,10 +101,7 @@ TEST(StockGeometry, LogarithmicValuesAndTheOtherOrientation) {
     ExpectPoint(marks.lines[0].p, 5, 2, 0);
     ExpectPoint(marks.lines[0].q, 5, 2, 3);
     ExpectPoint(marks.lines[1].p, 5, 1.5, 1);
-    EXPECT_EQ(marks.bodies[0].second.x, 4);
-    EXPECT_EQ(marks.bodies[0].second.dx, 2);
-    EXPECT_EQ(marks.bodies[0].second.dy, 1);
-    EXPECT_NEAR(marks.bodies[0].second.dz, 1, 1e-12);
+    ExpectPrism(marks.bodies[0].second, 4, 1.5, 1, 2, 1, 1);
     ExpectPoint(marks.closes[0], 0, -0.25, 0);
 }
 
@@ -133,15 +124,8 @@ TEST(BoxesGeometry, BoxesSpanTheQuartilesAndWhiskersReachTheExtremes) {
     WalkBoxes(Linear(), Series(values, 6), true, drawn);
     EXPECT_EQ(drawn.medians.size(), 2U);
     EXPECT_EQ(drawn.means.size(), 2U);  // two faces of the first box; the second has no mean
-    const Prism& lower = drawn.boxes[kLowerBox].at(0);
-    EXPECT_EQ(lower.x, 1.5);
-    EXPECT_EQ(lower.y, 4);
-    EXPECT_EQ(lower.z, 2);
-    EXPECT_EQ(lower.dx, 1);
-    EXPECT_EQ(lower.dy, 2);
-    EXPECT_EQ(lower.dz, 2);
-    EXPECT_EQ(drawn.boxes[kUpperBox].at(0).z, 4);
-    EXPECT_EQ(drawn.boxes[kUpperBox].at(0).dz, 3);
+    ExpectPrism(drawn.boxes[kLowerBox].at(0), 1.5, 4, 2, 1, 2, 2);
+    ExpectPrism(drawn.boxes[kUpperBox].at(0), 1.5, 4, 4, 1, 2, 3);
     ExpectPoint(drawn.lines[kLowerWhisker].at(0).q, 2, 5, 1);
     ExpectPoint(drawn.lines[kLowerWhisker].at(1).p, 1.75, 5, 1);
     ExpectPoint(drawn.lines[kUpperWhisker].at(0).p, 2, 5, 7);

@@ -178,12 +178,6 @@ TEST(PolysurfaceGrid, NumbersQuadrilateralsAndTrianglesRowByRow) {
     EXPECT_EQ(Indices(quads, 4), std::vector<int>({5, 6, 10, 9}));
     ExpectColors(quads, 5, {0, 0, 1, 1}, {0, 0, 0, 1});
     EXPECT_EQ(quads.GetEvenGridFlag(), 1);
-    EXPECT_EQ(quads.GetRGMinX(), 0);
-    EXPECT_EQ(quads.GetRGMaxX(), 6);
-    EXPECT_EQ(quads.GetRGMaxY(), 6);
-    EXPECT_EQ(quads.GetRGStepX(), 2);
-    EXPECT_EQ(quads.GetRGStepY(), 3);
-    EXPECT_EQ(quads.GetRGRangeY(), 6);
 
     const CPolysurface triangles(points.data(), 3, 4, 1);
     EXPECT_EQ(triangles.GetPSNumPolygons(), 12);
@@ -203,9 +197,6 @@ TEST(PolysurfaceGrid, EvenGridHasTheNeighboursOfItsTriangles) {
     EXPECT_EQ(Indices(two, 1), std::vector<int>({1, 3, 2}));
     EXPECT_EQ(Neighbours(two, 0), std::vector<int>({-1, 1, -1}));
     EXPECT_EQ(Neighbours(two, 1), std::vector<int>({-1, -1, 0}));
-    EXPECT_EQ(two.GetRGMinZ(), -2);
-    EXPECT_EQ(two.GetRGMaxZ(), 5);
-    EXPECT_EQ(two.GetRGRangeZ(), 7);
     EXPECT_EQ(two.GetGridType(), 3);
     EXPECT_EQ(two.GetPSPoints()[2].w, 5);
     ExpectColors(two, 0, {0, 0, 1, 1}, {0, 0, 0, 1});

@@ -28,7 +28,7 @@ constexpr Site kFarCentre[3] = {{3.0, 1.0}, {-3.0, 1.0}, {0.0, -1.0}};
 template <class T>
 std::unique_ptr<T[]> NewTable(long long count, const char* operation) {
     if (count > std::numeric_limits<int>::max())
-        Raise(ERR3D_ARRAY_NEW, ERR3DCLASS_POLYSURFACE, operation);
+        Raise(ERR3D_ARRAY_NEW, ERR3DCLASS_POLYSURFACE, operation, Say("the count is ", count));
     return AllocateOrRaise(ERR3D_ARRAY_NEW, {ERR3DCLASS_POLYSURFACE, operation}, [count] {
         return std::make_unique_for_overwrite<T[]>(static_cast<std::size_t>(count));
     });
@@ -37,7 +37,7 @@ std::unique_ptr<T[]> NewTable(long long count, const char* operation) {
 LargeTable<Triangle> NewTriangles(long long count) {
     constexpr Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Deltri"};
     if (count > std::numeric_limits<int>::max())
-        Raise(ERR3D_ARRAY_NEW, kOrigin.cls, kOrigin.operation);
+        Raise(ERR3D_ARRAY_NEW, kOrigin.cls, kOrigin.operation, Say("the count is ", count));
     return AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [count] {
         return NewLargeTable<Triangle>(static_cast<std::size_t>(count));
     });
@@ -202,12 +202,12 @@ void Delaunay::NumberTriangles(int numTri) {
 }
 
 // Walks from t to the triangle that holds p, across an edge that p lies to the right of; an edge
-// through p does not send the walk on. In a Delaunay triangulation no triangle comes twice, so the
-// bound is never reached; it makes the end of the loop plain.
+// through p does not send the walk on. It ends: in a Delaunay triangulation no triangle comes twice
+// (H. Edelsbrunner, "An acyclicity theorem for cell complexes in d dimension", 1990), and the
+// decisions are exact.
 int Delaunay::triloc(const Site& p, int t) const {
     int from = 0;
-    const int numTri = t;
-    for (int steps = 0; steps <= numTri; ++steps) {
+    while (true) {
         const Triangle& row = m_Triangles[t];
         int next = 0;
         for (int j = 0; j < 3 && next == 0; ++j) {
@@ -219,16 +219,6 @@ int Delaunay::triloc(const Site& p, int t) const {
         from = t;
         t = next;
     }
-    return Scan(p, numTri);
-}
-
-int Delaunay::Scan(const Site& p, int numTri) const {
-    for (int t = 1; t < numTri; ++t) {
-        const int* v = m_Triangles[t].vertices;
-        if (Side(v[0], v[1], p) >= 0 && Side(v[1], v[2], p) >= 0 && Side(v[2], v[0], p) >= 0)
-            return t;
-    }
-    return numTri;
 }
 
 int Delaunay::Side(int a, int b, const Site& p) const {

@@ -108,7 +108,6 @@ class Delaunay {
     void NumberTriangles(int numTri);
 
     int triloc(const Site& p, int t) const;
-    int Scan(const Site& p, int numTri) const;
     bool swap(int v1, int v2, int v3, int p) const;
     bool IsFar(int v) const { return v >= m_NumSites; }
     int Side(int a, int b, const Site& p) const;
