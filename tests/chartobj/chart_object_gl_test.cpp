@@ -158,9 +158,11 @@ TEST_F(ChartObjects, EveryTypeDrawsInEveryModeAndTakesItsStateBack) {
                 SCOPED_TRACE(testing::Message() << type << " axis " << indAxis << " mode " << mode);
                 CChartObj3D object = Object();
                 SetUpType(object, type, true);
-                object.SetIndAxis(indAxis);
+                // Marks on walls have an axis of their own, and lie where clipping cuts.
+                const bool onWall = type == REFERENCELINE3D || type == REFERENCEBAND3D;
+                if (!onWall) object.SetIndAxis(indAxis);
                 object.SetColorMode(mode);
-                object.SetClipping(mode);
+                if (!onWall) object.SetClipping(mode);
                 object.SetOutlineMode(mode);
                 // Contour colours lie in the same place.
                 if (mode == 1 && type != 52) object.InitSegmentColorsStorage(kColors);
@@ -384,7 +386,8 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     EXPECT_NEAR(extent.top, 50, 0.01);
     EXPECT_NEAR(whole[0].vertices[0].z, 1, 1e-3);  // on the floor
 
-    object.SetContourStyle({.onSurface = 1, .labels = 1, .labelSize = 0.2});
+    ASSERT_NE(GL().RegisterFont("Arial", 0.2, 400, 0, 128), 0);
+    object.SetContourStyle({.onSurface = 1, .labels = 1, .labelSize = 0.5});
     std::vector<FeedbackPrimitive> lines;
     const auto labelled = Drawn(object);
     for (const FeedbackPrimitive& primitive : labelled)
