@@ -9,6 +9,7 @@
 #include <iostream>
 #include <set>
 #include <thread>
+#include <vector>
 
 #include "tests/support/memory_target.h"
 
@@ -166,6 +167,53 @@ TEST(GLContext, DestroyingTheCurrentOneLeavesNone) {
     context.reset();
     EXPECT_EQ(GLContext::Current(), nullptr);
     GLContext::MakeNonCurrent();
+}
+
+TEST(GLContext, WhatAContextLeavesIsNotSeenByTheNext) {
+    MemoryTarget target(8, 8, 32);
+    const auto state = [] {
+        std::vector<double> out(16);
+        glGetDoublev(GL_PROJECTION_MATRIX, out.data());
+        for (const GLenum name :
+             {GL_CURRENT_COLOR, GL_COLOR_CLEAR_VALUE, GL_VIEWPORT, GL_LINE_WIDTH, GL_DEPTH_FUNC,
+              GL_MODELVIEW_STACK_DEPTH, GL_ATTRIB_STACK_DEPTH, GL_BLEND, GL_TEXTURE_1D, GL_LIGHTING,
+              GL_CLIP_PLANE0, GL_SCISSOR_TEST, GL_VERTEX_ARRAY, GL_MATRIX_MODE}) {
+            double value[4] = {};
+            glGetDoublev(name, value);
+            out.insert(out.end(), value, value + 4);
+        }
+        GLint width = 0;
+        glGetTexLevelParameteriv(GL_TEXTURE_1D, 0, GL_TEXTURE_WIDTH, &width);
+        out.push_back(width);
+        return out;
+    };
+    std::vector<double> fresh;
+    for (int i = 0; i < 4; ++i) {
+        const auto context = NewContext(target);
+        EXPECT_EQ(context->GetSamples(), 0);
+        if (i == 0) fresh = state();
+        EXPECT_EQ(state(), fresh);
+        context->ReadBack();
+        EXPECT_EQ(Rgb(target.bitmap->PixelFromTop(3, 3)), 0U);
+        context->SetSamples(4 * (i % 2));
+        context->ReadBack();
+        EXPECT_EQ(Rgb(target.bitmap->PixelFromTop(3, 3)), 0U);
+        ClearTo(1, 1, 0);
+        glPushAttrib(GL_ALL_ATTRIB_BITS);
+        for (const GLenum on :
+             {GL_BLEND, GL_TEXTURE_1D, GL_LIGHTING, GL_CLIP_PLANE0, GL_SCISSOR_TEST})
+            glEnable(on);
+        glScissor(0, 0, 1, 1);
+        glColor3f(0.5f, 0.25f, 0);
+        glLineWidth(3);
+        glDepthFunc(GL_ALWAYS);
+        glPushMatrix();
+        glMatrixMode(GL_PROJECTION);
+        glRotatef(30, 1, 0, 0);
+        glEnableClientState(GL_VERTEX_ARRAY);
+        const unsigned char red[4] = {255, 0, 0, 255};
+        glTexImage1D(GL_TEXTURE_1D, 0, GL_RGBA, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, red);
+    }
 }
 
 TEST(GLContext, MovesBetweenThreads) {

@@ -101,6 +101,7 @@ std::optional<Framebuffer> Framebuffer::Make(int width, int height, int samples,
     made.m_Width = width * scale;
     made.m_Height = height * scale;
     made.m_Scale = scale;
+    made.m_Wanted = samples;
     if (made.Allocate(samples)) {
         made.Bind();
         return made;
@@ -156,6 +157,18 @@ void Framebuffer::Delete() {
 
 void Framebuffer::Bind() const {
     glBindFramebuffer(GL_FRAMEBUFFER, m_Drawn.framebuffer);
+}
+
+void Framebuffer::BindCleared() const {
+    Bind();
+    glPushAttrib(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_SCISSOR_BIT);
+    glDisable(GL_SCISSOR_TEST);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glDepthMask(GL_TRUE);
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    glClearDepth(1.0);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glPopAttrib();
 }
 
 void Framebuffer::Read(int width, int height, int rowLength, BYTE* pixels) const {

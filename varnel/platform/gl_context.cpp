@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include "varnel/platform/detail/context_pool.h"
 #include "varnel/platform/detail/egl_display.h"
 #include "varnel/platform/detail/framebuffer.h"
 
@@ -25,33 +26,31 @@ bool OversamplingForced() {
 
 class EglGLContext : public GLContext {
  public:
-    EglGLContext(const detail::EglContext& egl, const detail::Framebuffer& framebuffer,
-                 HBITMAP bitmap)
-        : m_Egl(egl),
-          m_Framebuffer(framebuffer),
-          m_Bitmap(std::move(bitmap)),
-          m_FirstBitmap(m_Bitmap) {
+    /// `pooled` has a framebuffer in use.
+    EglGLContext(const detail::PooledContext& pooled, HBITMAP bitmap)
+        : m_Pooled(pooled), m_Bitmap(std::move(bitmap)), m_FirstBitmap(m_Bitmap) {
         m_Alive = std::make_shared<bool>(true);
     }
-    ~EglGLContext() override { detail::DestroyEglContext(m_Egl); }
+    ~EglGLContext() override;
 
     bool MakeCurrent() override;
     void ReadBack(int width, int height) override;
     bool SetTarget(const HBITMAP& bitmap) override;
     void SetSamples(int samples) override;
     int GetSamples() const override;
-    int PixelScale() const override { return m_Framebuffer.Scale(); }
+    int PixelScale() const override { return Used().Scale(); }
 
-    bool IsCurrent() const { return detail::IsEglCurrent(m_Egl); }
-    void Release() const { detail::MakeEglNonCurrent(m_Egl); }
+    bool IsCurrent() const { return detail::IsEglCurrent(m_Pooled.egl); }
+    void Release() const { detail::MakeEglNonCurrent(m_Pooled.egl); }
     void BecomeThreadsContext();
 
  private:
-    std::optional<detail::Framebuffer> MakeFramebuffer(int samples) const;
+    std::optional<detail::Framebuffer> MakeFramebuffer(int samples);
     bool Replace();
 
-    detail::EglContext m_Egl;
-    detail::Framebuffer m_Framebuffer;
+    const detail::Framebuffer& Used() const { return *m_Pooled.used; }
+
+    detail::PooledContext m_Pooled;
     HBITMAP m_Bitmap;
     HBITMAP m_FirstBitmap;
     int m_SamplesWanted = 0;
@@ -74,6 +73,13 @@ struct ThreadContext {
 };
 thread_local ThreadContext threadContext;
 
+EglGLContext::~EglGLContext() {
+    const HostContextGuard host;
+    GLContext* const before = GLContext::Current();
+    if (!MakeCurrent() || !detail::KeepContext(m_Pooled)) detail::DestroyEglContext(m_Pooled.egl);
+    if (before != nullptr && before != this) before->MakeCurrent();
+}
+
 void EglGLContext::BecomeThreadsContext() {
     threadContext.context = this;
     threadContext.alive = m_Alive;
@@ -81,35 +87,37 @@ void EglGLContext::BecomeThreadsContext() {
 
 bool EglGLContext::MakeCurrent() {
     if (IsCurrent()) return true;
-    if (!detail::MakeEglCurrent(m_Egl)) return false;
+    if (!detail::MakeEglCurrent(m_Pooled.egl)) return false;
     BecomeThreadsContext();
-    m_Framebuffer.Bind();
+    Used().Bind();
     return true;
 }
 
 void EglGLContext::ReadBack(int width, int height) {
-    if (MakeCurrent()) m_Framebuffer.ReadBack(*m_Bitmap, width, height);
+    if (MakeCurrent()) Used().ReadBack(*m_Bitmap, width, height);
 }
 
-std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) const {
+std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) {
     const int width = m_Bitmap->Width();
     const int height = m_Bitmap->Height();
-    if (samples < 2) return detail::Framebuffer::Make(width, height, 0, 1);
+    const auto make = [&](int number, int scale) {
+        auto made = m_Pooled.TakeSpare(width, height, number, scale);
+        return made ? made : detail::Framebuffer::Make(width, height, number, scale);
+    };
+    if (samples < 2) return make(0, 1);
     GLint most = 0;
     glGetIntegerv(GL_MAX_SAMPLES, &most);
     std::optional<detail::Framebuffer> made;
-    if (most >= 2 && !OversamplingForced())
-        made = detail::Framebuffer::Make(width, height, std::min(samples, most), 1);
-    if (!made) made = detail::Framebuffer::Make(width, height, 0, kOversampling);
-    return made ? made : detail::Framebuffer::Make(width, height, 0, 1);
+    if (most >= 2 && !OversamplingForced()) made = make(std::min(samples, most), 1);
+    if (!made) made = make(0, kOversampling);
+    return made ? made : make(0, 1);
 }
 
 bool EglGLContext::Replace() {
     const std::optional<detail::Framebuffer> made = MakeFramebuffer(m_SamplesWanted);
     if (!made) return false;
-    m_Framebuffer.Delete();
-    m_Framebuffer = *made;
-    m_Framebuffer.Bind();
+    m_Pooled.SetAside();
+    m_Pooled.used = made;
     return true;
 }
 
@@ -126,8 +134,8 @@ bool EglGLContext::SetTarget(const HBITMAP& bitmap) {
 }
 
 int EglGLContext::GetSamples() const {
-    const int scale = m_Framebuffer.Scale();
-    return scale > 1 ? scale * scale : m_Framebuffer.Samples();
+    const int scale = Used().Scale();
+    return scale > 1 ? scale * scale : Used().Samples();
 }
 
 }  // namespace
@@ -141,17 +149,28 @@ std::unique_ptr<GLContext> GLContext::Create(const CDC& target, std::string& why
         why = "no bitmap is selected into the device context";
         return nullptr;
     }
-    detail::EglContext egl;
-    if (!detail::NewEglContext(egl, why)) return nullptr;
+    std::optional<detail::PooledContext> pooled = detail::TakeContext();
+    if (!pooled) {
+        pooled.emplace();
+        if (!detail::NewEglContext(pooled->egl, why)) return nullptr;
+        detail::KeepInitialState();
+    }
     const int width = bitmap->Width();
     const int height = bitmap->Height();
-    const auto framebuffer = detail::Framebuffer::Make(width, height, 0, 1);
-    if (!framebuffer) {
+    if (pooled->used && pooled->used->IsLike(width, height, 0, 1)) {
+        pooled->used->BindCleared();
+    } else {
+        auto framebuffer = pooled->TakeSpare(width, height, 0, 1);
+        if (!framebuffer) framebuffer = detail::Framebuffer::Make(width, height, 0, 1);
+        pooled->SetAside();
+        pooled->used = framebuffer;
+    }
+    if (!pooled->used) {
         why = "no framebuffer of " + std::to_string(width) + " x " + std::to_string(height);
-        detail::DestroyEglContext(egl);
+        detail::DestroyEglContext(pooled->egl);
         return nullptr;
     }
-    auto context = std::make_unique<EglGLContext>(egl, *framebuffer, bitmap);
+    auto context = std::make_unique<EglGLContext>(*pooled, bitmap);
     context->BecomeThreadsContext();
     // A context that never had a surface starts with an empty viewport.
     glViewport(0, 0, width, height);

@@ -19,8 +19,18 @@ class Framebuffer {
     /// bound.
     static std::optional<Framebuffer> Make(int width, int height, int samples, int scale);
 
+    /// Whether Make would give the same.
+    bool IsLike(int width, int height, int samples, int scale) const {
+        return m_Width == width * scale && m_Height == height * scale && m_Wanted == samples &&
+               m_Scale == scale;
+    }
+    /// The samples of all its pixels together.
+    long long Size() const { return 1LL * m_Width * m_Height * (m_Samples > 1 ? m_Samples : 1); }
+
     void Delete();
     void Bind() const;
+    /// Binds it and clears it as a new one is, whatever the state of OpenGL, which stays.
+    void BindCleared() const;
 
     /// Writes the lower left `width` x `height` pixels into the bitmap, which has the size given to
     /// Make; what lies outside of it is left out. Leaves OpenGL's state as it is. Throws
@@ -50,6 +60,7 @@ class Framebuffer {
     int m_Width = 0;    ///< in framebuffer pixels
     int m_Height = 0;
     int m_Samples = 0;
+    int m_Wanted = 0;  ///< samples that were asked for
     int m_Scale = 1;
 };
 
