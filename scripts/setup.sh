@@ -8,7 +8,7 @@ packages=(
     g++ cmake ninja-build pkg-config
     libegl-dev libopengl-dev libgl-dev libglu1-mesa-dev
     libfreetype-dev libfontconfig-dev libpng-dev
-    libx11-dev libxext-dev libcairo2-dev libcli11-dev
+    libx11-dev libxext-dev libcairo2-dev libpolyclipping-dev libcli11-dev
     # drawing without a display or a GPU
     libegl1 libegl-mesa0 libgl1-mesa-dri fonts-liberation
     # tests and checks

@@ -1,0 +1,194 @@
+// What shows of random scenes, against a depth buffer that is sampled point by point.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <random>
+#include <vector>
+
+#include "varnel/vector/detail/hiding.h"
+
+namespace varnel::detail {
+namespace {
+
+constexpr int kSize = 64;
+
+using Polygon = std::vector<Vec3>;
+
+struct Line {
+    Vec3 a, b;
+};
+
+/// Boxes and triangles of random place, size and rotation, many of them crossing, and lines.
+struct Scene {
+    explicit Scene(unsigned seed) : random(seed) {
+        for (int i = 0; i < 3; ++i)
+            AddBox();
+        for (int i = 0; i < 6; ++i)
+            polygons.push_back({Place(), Place(), Place()});
+        for (int i = 0; i < 5; ++i)
+            lines.push_back({Place(), Place()});
+    }
+
+    double Number(double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    }
+    Vec3 Place() { return {Number(-8, 72), Number(-8, 72), Number(-0.9, 0.9)}; }
+
+    void AddBox() {
+        const Matrix4 turn =
+            Rotation(Number(0, 360), 2) * Rotation(Number(0, 360), 0) * Rotation(Number(0, 360), 1);
+        const Vec3 centre = Place();
+        const Vec3 half{Number(2, 24), Number(2, 24), Number(2, 24)};
+        std::array<Vec3, 8> corners;
+        for (std::size_t i = 0; i < 8; ++i) {
+            const std::array<double, 3> c = {(i & 1U) != 0 ? half.x : -half.x,
+                                             (i & 2U) != 0 ? half.y : -half.y,
+                                             (i & 4U) != 0 ? half.z : -half.z};
+            std::array<double, 3> out{};
+            for (int r = 0; r < 3; ++r)
+                for (int k = 0; k < 3; ++k)
+                    out[static_cast<std::size_t>(r)] +=
+                        turn.At(r, k) * c[static_cast<std::size_t>(k)];
+            corners[i] = {centre.x + out[0], centre.y + out[1], centre.z + out[2] / kSize};
+        }
+        constexpr std::size_t kFaces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
+                                              {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
+        for (const auto& face : kFaces) {
+            Polygon& polygon = polygons.emplace_back();
+            for (const std::size_t corner : face)
+                polygon.push_back(corners[corner]);
+        }
+    }
+
+    std::mt19937 random;
+    std::vector<Polygon> polygons;
+    std::vector<Line> lines;
+};
+
+double Cross2(const Vec3& a, const Vec3& b, double x, double y) {
+    return (b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x);
+}
+
+/// The depth of a polygon at a place, if it covers it.
+std::optional<double> DepthAt(const Polygon& p, double x, double y) {
+    bool left = false;
+    bool right = false;
+    for (std::size_t i = 0; i < p.size(); ++i)
+        (Cross2(p[i], p[(i + 1) % p.size()], x, y) > 0 ? left : right) = true;
+    if (left && right) return std::nullopt;
+    const Vec3 normal = Cross(p[1] - p[0], p[2] - p[0]);
+    if (std::fabs(normal.z) < 1e-6) return std::nullopt;
+    return p[0].z - (normal.x * (x - p[0].x) + normal.y * (y - p[0].y)) / normal.z;
+}
+
+int Nearest(const Scene& scene, double x, double y) {
+    int best = -1;
+    double depth = 1e9;
+    for (std::size_t i = 0; i < scene.polygons.size(); ++i) {
+        const auto z = DepthAt(scene.polygons[i], x, y);
+        if (!z || *z > depth) continue;
+        depth = *z;
+        best = static_cast<int>(i);
+    }
+    return best;
+}
+
+bool Inside(const Area& area, double x, double y) {
+    bool inside = false;
+    for (const Ring& ring : area)
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            const GridPoint& a = ring[i];
+            const GridPoint& b = ring[(i + 1) % ring.size()];
+            if ((a.y > y) != (b.y > y) &&
+                x < a.x + (y - a.y) * (b.x - a.x) / static_cast<double>(b.y - a.y))
+                inside = !inside;
+        }
+    return inside;
+}
+
+/// Whether the same polygon is nearest all around, so that no edge runs close by.
+bool AwayFromEdges(const Scene& scene, double x, double y, int nearest) {
+    for (double dx : {-1.0, -0.5, 0.0, 0.5, 1.0})
+        for (double dy : {-1.0, -0.5, 0.0, 0.5, 1.0})
+            if (Nearest(scene, x + dx, y + dy) != nearest) return false;
+    return true;
+}
+
+TEST(Hiding, RandomScenesAgreeWithADepthBuffer) {
+    int tested = 0;
+    int wrong = 0;
+    int linesTested = 0;
+    int linesWrong = 0;
+    for (unsigned seed = 1; seed <= 250; ++seed) {
+        const Scene scene(seed);
+        Hiding hiding(kSize, kSize);
+        for (const Polygon& polygon : scene.polygons)
+            hiding.AddFacet(polygon);
+        hiding.Resolve();
+        for (int y = 1; y < kSize; y += 3)
+            for (int x = 1; x < kSize; x += 3) {
+                const int nearest = Nearest(scene, x, y);
+                if (!AwayFromEdges(scene, x, y, nearest)) continue;
+                ++tested;
+                for (std::size_t i = 0; i < scene.polygons.size(); ++i)
+                    if (Inside(hiding.Visible(i), x * kGridPerPixel, y * kGridPerPixel) !=
+                        (static_cast<int>(i) == nearest)) {
+                        ++wrong;
+                        break;
+                    }
+            }
+        std::vector<SegmentPart> parts;
+        for (const Line& line : scene.lines) {
+            hiding.VisibleParts(line.a, line.b, parts);
+            for (int k = 1; k < 40; ++k) {
+                const double t = k / 40.0;
+                const Vec3 p{line.a.x + t * (line.b.x - line.a.x),
+                             line.a.y + t * (line.b.y - line.a.y),
+                             line.a.z + t * (line.b.z - line.a.z)};
+                if (p.x < 1 || p.y < 1 || p.x > kSize - 1 || p.y > kSize - 1) continue;
+                const int nearest = Nearest(scene, p.x, p.y);
+                if (!AwayFromEdges(scene, p.x, p.y, nearest)) continue;
+                const double z =
+                    nearest < 0
+                        ? 2.0
+                        : *DepthAt(scene.polygons[static_cast<std::size_t>(nearest)], p.x, p.y);
+                if (std::fabs(z - p.z) < 0.02) continue;
+                ++linesTested;
+                const bool shows = std::any_of(parts.begin(), parts.end(), [t](const auto& part) {
+                    return part.from <= t && t <= part.to;
+                });
+                if (shows != (p.z < z)) ++linesWrong;
+            }
+        }
+    }
+    EXPECT_GT(tested, 20000);
+    EXPECT_LE(wrong, tested / 1000) << "of " << tested;
+    EXPECT_GT(linesTested, 5000);
+    EXPECT_LE(linesWrong, linesTested / 1000) << "of " << linesTested;
+}
+
+TEST(Hiding, AtEqualDepthTheLaterPolygonShows) {
+    Hiding hiding(10, 10);
+    const Polygon floor = {{0, 0, 0.5}, {10, 0, 0.5}, {10, 10, 0.5}, {0, 10, 0.5}};
+    const Polygon band = {{2, 2, 0.5}, {2, 8, 0.5}, {8, 8, 0.5}, {8, 2, 0.5}};
+    const Polygon behind = {{3, 3, 0.6}, {4, 3, 0.6}, {4, 4, 0.6}};
+    hiding.AddFacet(floor);
+    hiding.AddFacet(band);
+    hiding.AddFacet(behind);
+    hiding.Resolve();
+    EXPECT_EQ(hiding.Visible(0).size(), 2U) << "a ring and its hole";
+    EXPECT_EQ(hiding.Visible(1).size(), 1U);
+    EXPECT_TRUE(hiding.Visible(2).empty());
+    EXPECT_EQ(hiding.VisibleOf(band).size(), 1U) << "a text in the plane of the band";
+    std::vector<SegmentPart> parts;
+    hiding.VisibleParts({0, 5, 0.5}, {10, 5, 0.5}, parts);
+    ASSERT_EQ(parts.size(), 1U) << "a line in the plane of both";
+    EXPECT_EQ(parts[0].from, 0.0);
+    EXPECT_EQ(parts[0].to, 1.0);
+}
+
+}  // namespace
+}  // namespace varnel::detail

@@ -1,0 +1,307 @@
+#include "varnel/vector/detail/hiding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <polyclipping/clipper.hpp>
+
+namespace varnel::detail {
+namespace {
+
+/// Side of the cells by which polygons are found, in pixels.
+constexpr double kCell = 16.0;
+/// Depths that differ by less are equal: the corners come from floats in the box -1..1.
+constexpr double kDepthSlack = 2e-6;
+/// Polygons that overlap by less than this, in pixels, only touch.
+constexpr double kTouch = 0.02;
+/// Areas thinner than this on average, in grid units, are what rounding left over.
+constexpr double kThinnest = 3.0;
+/// A line that lies in a face is not hidden by the face's own slope this far away, in pixels.
+constexpr double kLineSlack = 0.05;
+/// Runs of lines that are shorter, in pixels, are neither gaps nor lines.
+constexpr double kShortestRun = 0.05;
+
+double Area2(std::span<const Vec3> p) {
+    double sum = 0.0;
+    for (std::size_t i = 0, n = p.size(); i < n; ++i) {
+        const Vec3& a = p[i];
+        const Vec3& b = p[(i + 1) % n];
+        sum += (a.x - p[0].x) * (b.y - p[0].y) - (b.x - p[0].x) * (a.y - p[0].y);
+    }
+    return sum;
+}
+
+/// Twice the distance-weighted side of p: positive to the left of the line from a to b.
+double Side(const Vec3& a, const Vec3& b, const Vec3& p) {
+    return (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
+}
+
+/// Whether an edge of `a` has all of `b` outside it, or nearly so. Both run counter-clockwise.
+bool EdgeSeparates(std::span<const Vec3> a, std::span<const Vec3> b) {
+    for (std::size_t i = 0, n = a.size(); i < n; ++i) {
+        const Vec3& from = a[i];
+        const Vec3& to = a[(i + 1) % n];
+        const double slack = kTouch * std::hypot(to.x - from.x, to.y - from.y);
+        if (std::all_of(b.begin(), b.end(),
+                        [&](const Vec3& p) { return Side(from, to, p) <= slack; }))
+            return true;
+    }
+    return false;
+}
+
+bool Contains(std::span<const Vec3> outer, std::span<const Vec3> inner) {
+    for (std::size_t i = 0, n = outer.size(); i < n; ++i) {
+        const Vec3& from = outer[i];
+        const Vec3& to = outer[(i + 1) % n];
+        const double slack = -0.5 / kGridPerPixel * std::hypot(to.x - from.x, to.y - from.y);
+        for (const Vec3& p : inner)
+            if (Side(from, to, p) < slack) return false;
+    }
+    return true;
+}
+
+/// The part of a convex polygon where `value`, linear in the place, is below 0.
+template <class Value>
+void ClipBelow(std::span<const Vec3> p, Value&& value, std::vector<Vec3>& out) {
+    out.clear();
+    for (std::size_t i = 0, n = p.size(); i < n; ++i) {
+        const Vec3& a = p[i];
+        const Vec3& b = p[(i + 1) % n];
+        const double va = value(a);
+        const double vb = value(b);
+        if (va < 0.0) out.push_back(a);
+        if ((va < 0.0) == (vb < 0.0)) continue;
+        const double t = va / (va - vb);
+        out.push_back({a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)});
+    }
+}
+
+ClipperLib::Path ToPath(std::span<const Vec3> p) {
+    ClipperLib::Path path;
+    path.reserve(p.size());
+    for (const Vec3& v : p)
+        path.emplace_back(std::llround(v.x * kGridPerPixel), std::llround(v.y * kGridPerPixel));
+    return path;
+}
+
+bool IsThin(const ClipperLib::Path& path) {
+    double length = 0.0;
+    for (std::size_t i = 0, n = path.size(); i < n; ++i) {
+        const auto& a = path[i];
+        const auto& b = path[(i + 1) % n];
+        length += std::hypot(static_cast<double>(b.X - a.X), static_cast<double>(b.Y - a.Y));
+    }
+    return 2.0 * std::fabs(ClipperLib::Area(path)) < kThinnest * length;
+}
+
+Area ToArea(const ClipperLib::Paths& paths) {
+    Area area;
+    for (const ClipperLib::Path& path : paths) {
+        if (path.size() < 3 || IsThin(path)) continue;
+        Ring& ring = area.emplace_back();
+        ring.reserve(path.size());
+        for (const auto& p : path)
+            ring.push_back({static_cast<std::int32_t>(p.X), static_cast<std::int32_t>(p.Y)});
+    }
+    return area;
+}
+
+}  // namespace
+
+Hiding::Hiding(double width, double height)
+    : m_Width(width),
+      m_Height(height),
+      m_Columns(std::max(1, static_cast<int>(std::ceil(width / kCell)))),
+      m_Rows(std::max(1, static_cast<int>(std::ceil(height / kCell)))),
+      m_Cells(static_cast<std::size_t>(m_Columns) * static_cast<std::size_t>(m_Rows)) {
+}
+
+/// Takes the corners, cut to the picture, to m_Corners.
+Hiding::Facet Hiding::MakeFacet(std::span<const Vec3> corners) {
+    Facet facet;
+    std::vector<Vec3> a(corners.begin(), corners.end());
+    std::vector<Vec3> b;
+    if (Area2(a) < 0.0) std::reverse(a.begin(), a.end());
+    ClipBelow(
+        a, [](const Vec3& p) { return -p.x; }, b);
+    ClipBelow(
+        b, [](const Vec3& p) { return -p.y; }, a);
+    ClipBelow(
+        a, [this](const Vec3& p) { return p.x - m_Width; }, b);
+    ClipBelow(
+        b, [this](const Vec3& p) { return p.y - m_Height; }, a);
+    if (a.size() < 3) return facet;
+    // The normal of the whole outline: the depth's slope is its ratio to the area seen.
+    Vec3 normal{0.0, 0.0, 0.0};
+    for (std::size_t i = 1; i + 1 < a.size(); ++i) {
+        const Vec3 part = Cross(a[i] - a[0], a[i + 1] - a[0]);
+        normal = {normal.x + part.x, normal.y + part.y, normal.z + part.z};
+    }
+    constexpr double kLeastArea = 1e-4;  // square pixels, twice
+    if (!(normal.z > kLeastArea)) return facet;
+    facet.first = static_cast<std::uint32_t>(m_Corners.size());
+    facet.count = static_cast<std::uint32_t>(a.size());
+    facet.slopeX = -normal.x / normal.z;
+    facet.slopeY = -normal.y / normal.z;
+    facet.depth = a[0].z - facet.slopeX * a[0].x - facet.slopeY * a[0].y;
+    facet.bounds = {a[0].x, a[0].y, a[0].x, a[0].y};
+    facet.nearest = a[0].z;
+    for (const Vec3& p : a) {
+        facet.bounds.left = std::min(facet.bounds.left, p.x);
+        facet.bounds.bottom = std::min(facet.bounds.bottom, p.y);
+        facet.bounds.right = std::max(facet.bounds.right, p.x);
+        facet.bounds.top = std::max(facet.bounds.top, p.y);
+        facet.nearest = std::min(facet.nearest, p.z);
+    }
+    m_Corners.insert(m_Corners.end(), a.begin(), a.end());
+    return facet;
+}
+
+std::size_t Hiding::AddFacet(std::span<const Vec3> corners) {
+    m_Facets.push_back(MakeFacet(corners));
+    const std::size_t index = m_Facets.size() - 1;
+    if (m_Facets[index].count > 0) Index(static_cast<std::uint32_t>(index));
+    return index;
+}
+
+void Hiding::Index(std::uint32_t facet) {
+    const std::span<const Vec3> corners = Corners(m_Facets[facet]);
+    const Bounds& b = m_Facets[facet].bounds;
+    const auto cell = [](double at, int count) {
+        return std::clamp(static_cast<int>(at / kCell), 0, count - 1);
+    };
+    for (int row = cell(b.bottom, m_Rows); row <= cell(b.top, m_Rows); ++row)
+        for (int column = cell(b.left, m_Columns); column <= cell(b.right, m_Columns); ++column) {
+            const double x = column * kCell;
+            const double y = row * kCell;
+            const Vec3 square[] = {
+                {x, y, 0}, {x + kCell, y, 0}, {x + kCell, y + kCell, 0}, {x, y + kCell, 0}};
+            // A large slanted polygon misses many cells of its bounds.
+            if (corners.size() > 2 && EdgeSeparates(corners, square)) continue;
+            m_Cells[static_cast<std::size_t>(row * m_Columns + column)].push_back(facet);
+        }
+}
+
+/// Calls visit(index, facet) for each facet that is not known to be hidden and whose bounds touch.
+template <class Visit>
+void Hiding::VisitNear(const Bounds& bounds, Visit&& visit) {
+    m_Stamps.resize(m_Facets.size(), 0);
+    ++m_Stamp;
+    const auto cell = [](double at, int count) {
+        return std::clamp(static_cast<int>(at / kCell), 0, count - 1);
+    };
+    const int lastRow = cell(bounds.top, m_Rows);
+    const int lastColumn = cell(bounds.right, m_Columns);
+    for (int row = cell(bounds.bottom, m_Rows); row <= lastRow; ++row)
+        for (int column = cell(bounds.left, m_Columns); column <= lastColumn; ++column)
+            for (const std::uint32_t index :
+                 m_Cells[static_cast<std::size_t>(row * m_Columns + column)]) {
+                if (m_Stamps[index] == m_Stamp) continue;
+                m_Stamps[index] = m_Stamp;
+                const Facet& facet = m_Facets[index];
+                const Bounds& b = facet.bounds;
+                if (facet.hidden || b.left > bounds.right || b.right < bounds.left ||
+                    b.bottom > bounds.top || b.top < bounds.bottom)
+                    continue;
+                visit(index, facet);
+            }
+}
+
+/// The facet's area without what lies before it. `order` tells which facets win at equal depth.
+Area Hiding::Difference(const Facet& facet, std::size_t order) {
+    ClipperLib::Paths hiders;
+    bool hidden = false;
+    const std::span<const Vec3> own = Corners(facet);
+    VisitNear(facet.bounds, [&](std::size_t index, const Facet& other) {
+        if (hidden || index == order || EdgeSeparates(own, Corners(other)) ||
+            EdgeSeparates(Corners(other), own))
+            return;
+        const double slack = index > order ? kDepthSlack : -kDepthSlack;
+        const auto behind = [&](const Vec3& p) {
+            return (other.slopeX - facet.slopeX) * p.x + (other.slopeY - facet.slopeY) * p.y +
+                   other.depth - facet.depth - slack;
+        };
+        ClipBelow(Corners(other), behind, m_Clipped);
+        if (m_Clipped.size() < 3 || EdgeSeparates(own, m_Clipped)) return;
+        hidden = Contains(m_Clipped, own);
+        hiders.push_back(ToPath(m_Clipped));
+    });
+    if (hidden) return {};
+    ClipperLib::Paths shown{ToPath(own)};
+    if (!hiders.empty()) {
+        ClipperLib::Clipper clipper;
+        clipper.AddPaths(shown, ClipperLib::ptSubject, true);
+        clipper.AddPaths(hiders, ClipperLib::ptClip, true);
+        clipper.Execute(ClipperLib::ctDifference, shown, ClipperLib::pftNonZero,
+                        ClipperLib::pftNonZero);
+    }
+    return ToArea(shown);
+}
+
+void Hiding::Resolve() {
+    // From the front: what is known to be hidden need not be looked at as a hider.
+    std::vector<std::uint32_t> order;
+    for (std::uint32_t i = 0; i < m_Facets.size(); ++i)
+        if (m_Facets[i].count > 0) order.push_back(i);
+    std::stable_sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
+        return m_Facets[a].nearest < m_Facets[b].nearest;
+    });
+    for (const std::uint32_t index : order) {
+        Area visible = Difference(m_Facets[index], index);
+        m_Facets[index].hidden = visible.empty();
+        m_Facets[index].visible = std::move(visible);
+    }
+}
+
+Area Hiding::VisibleOf(std::span<const Vec3> corners) {
+    const std::size_t kept = m_Corners.size();
+    const Facet facet = MakeFacet(corners);
+    Area area = facet.count > 0 ? Difference(facet, m_Facets.size()) : Area{};
+    m_Corners.resize(kept);
+    return area;
+}
+
+void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
+    parts.clear();
+    m_Hidden.clear();
+    const double length = std::hypot(b.x - a.x, b.y - a.y);
+    const Bounds bounds{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
+                        std::max(a.y, b.y)};
+    VisitNear(bounds, [&](std::size_t, const Facet& facet) {
+        double from = 0.0;
+        double to = 1.0;
+        // Cuts to where a function that is va at the start and vb at the end is below 0.
+        const auto cut = [&](double va, double vb) {
+            if (va >= 0.0 && vb >= 0.0) to = -1.0;
+            if ((va < 0.0) == (vb < 0.0)) return;
+            const double t = va / (va - vb);
+            if (va < 0.0)
+                to = std::min(to, t);
+            else
+                from = std::max(from, t);
+        };
+        const double slack = kDepthSlack + kLineSlack * std::hypot(facet.slopeX, facet.slopeY);
+        const auto behind = [&](const Vec3& p) {
+            return facet.slopeX * p.x + facet.slopeY * p.y + facet.depth - p.z + slack;
+        };
+        cut(behind(a), behind(b));
+        const std::span<const Vec3> corners = Corners(facet);
+        for (std::size_t i = 0; i < corners.size() && from < to; ++i) {
+            const Vec3& p = corners[i];
+            const Vec3& q = corners[(i + 1) % corners.size()];
+            cut(-Side(p, q, a), -Side(p, q, b));
+        }
+        if ((to - from) * length > kShortestRun || (length == 0.0 && from < to))
+            m_Hidden.push_back({from, to});
+    });
+    std::sort(m_Hidden.begin(), m_Hidden.end(),
+              [](const SegmentPart& s, const SegmentPart& t) { return s.from < t.from; });
+    const double shortest = length > 0.0 ? kShortestRun / length : 0.0;
+    double at = 0.0;
+    for (const SegmentPart& run : m_Hidden) {
+        if (run.from - at > shortest) parts.push_back({at, run.from});
+        at = std::max(at, run.to);
+    }
+    if (1.0 - at > shortest || at == 0.0) parts.push_back({at, 1.0});
+}
+
+}  // namespace varnel::detail
