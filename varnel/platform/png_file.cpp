@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "varnel/platform/detail/pixel_rows.h"
+#include "varnel/platform/files.h"
 
 namespace varnel {
 namespace {
@@ -63,6 +64,20 @@ bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row) {
     return true;
 }
 
+/// The same for rows that are as the file wants them.
+bool EncodeRows(png_structp png, png_infop info, int width, int height, const BYTE* rows) {
+    if (setjmp(png_jmpbuf(png))) return false;
+    png_set_IHDR(png, info, static_cast<png_uint_32>(width), static_cast<png_uint_32>(height), 8,
+                 PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    for (int y = 0; y < height; ++y)
+        png_write_row(png,
+                      rows + static_cast<std::size_t>(y) * static_cast<std::size_t>(width) * 4);
+    png_write_end(png, info);
+    return true;
+}
+
 /// The PNG library's two objects.
 struct Writer {
     png_structp png =
@@ -86,6 +101,16 @@ void WritePNG(const Bitmap& bitmap, File& file) {
     if (Encode(writer.png, writer.info, bitmap, row.data())) return;
     if (sink.failed) throw FileException();
     throw std::bad_alloc();
+}
+
+std::vector<BYTE> EncodePNG(int width, int height, const std::vector<BYTE>& pixels) {
+    MemoryFile file;
+    Writer writer;
+    if (writer.info == nullptr) throw std::bad_alloc();
+    Sink sink{&file};
+    png_set_write_fn(writer.png, &sink, OnPngData, OnPngFlush);
+    if (!EncodeRows(writer.png, writer.info, width, height, pixels.data())) throw std::bad_alloc();
+    return file.GetBytes();
 }
 
 }  // namespace varnel

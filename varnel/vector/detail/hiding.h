@@ -12,21 +12,10 @@
 #include <span>
 #include <vector>
 
+#include "varnel/platform/detail/page_canvas.h"
 #include "varnel/render/detail/matrix_stack.h"
 
 namespace varnel::detail {
-
-/// A place in hundredths of a pixel: finer than a tenth of a dot at 600 dots per inch.
-struct GridPoint {
-    std::int32_t x, y;
-    bool operator==(const GridPoint&) const = default;
-};
-inline constexpr double kGridPerPixel = 100.0;
-
-/// A closed outline; the last corner joins the first.
-using Ring = std::vector<GridPoint>;
-/// Outer rings run counter-clockwise (y up), holes clockwise.
-using Area = std::vector<Ring>;
 
 /// A run of a segment, 0 at its start and 1 at its end.
 struct SegmentPart {
