@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <polyclipping/clipper.hpp>
+
+#include "varnel/vector/detail/clipper_paths.h"
 
 namespace varnel::detail {
 namespace {
@@ -13,8 +14,6 @@ constexpr double kCell = 16.0;
 constexpr double kDepthSlack = 2e-6;
 /// Polygons that overlap by less than this, in pixels, only touch.
 constexpr double kTouch = 0.02;
-/// Areas thinner than this on average, in grid units, are what rounding left over.
-constexpr double kThinnest = 3.0;
 /// A line that lies in a face is not hidden by the face's own slope this far away, in pixels.
 constexpr double kLineSlack = 0.05;
 /// Runs of lines that are shorter, in pixels, are neither gaps nor lines.
@@ -81,28 +80,6 @@ ClipperLib::Path ToPath(std::span<const Vec3> p) {
     for (const Vec3& v : p)
         path.emplace_back(std::llround(v.x * kGridPerPixel), std::llround(v.y * kGridPerPixel));
     return path;
-}
-
-bool IsThin(const ClipperLib::Path& path) {
-    double length = 0.0;
-    for (std::size_t i = 0, n = path.size(); i < n; ++i) {
-        const auto& a = path[i];
-        const auto& b = path[(i + 1) % n];
-        length += std::hypot(static_cast<double>(b.X - a.X), static_cast<double>(b.Y - a.Y));
-    }
-    return 2.0 * std::fabs(ClipperLib::Area(path)) < kThinnest * length;
-}
-
-Area ToArea(const ClipperLib::Paths& paths) {
-    Area area;
-    for (const ClipperLib::Path& path : paths) {
-        if (path.size() < 3 || IsThin(path)) continue;
-        Ring& ring = area.emplace_back();
-        ring.reserve(path.size());
-        for (const auto& p : path)
-            ring.push_back({static_cast<std::int32_t>(p.X), static_cast<std::int32_t>(p.Y)});
-    }
-    return area;
 }
 
 }  // namespace
@@ -234,7 +211,7 @@ Area Hiding::Difference(const Facet& facet, std::size_t order) {
         clipper.Execute(ClipperLib::ctDifference, shown, ClipperLib::pftNonZero,
                         ClipperLib::pftNonZero);
     }
-    return ToArea(shown);
+    return FromPaths(shown);
 }
 
 void Hiding::Resolve() {
