@@ -1,0 +1,304 @@
+// PageSink: taking over what is drawn.
+#include "varnel/vector/detail/page_sink.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "varnel/render/font.h"
+
+namespace varnel::detail {
+namespace {
+
+/// Depth between layers; depths within one are a few units at most.
+constexpr double kLayerDepth = 64.0;
+constexpr double kDeepest = 24.0;
+/// Corners this far off the plane of the others, in device units, make a polygon crooked.
+constexpr double kCrooked = 1e-5;
+/// Colours by value that differ less, in 255ths, are one.
+constexpr int kLevels = 2;
+
+/// The part of a polygon where `value`, which is linear in its places, is not below 0.
+template <class Value>
+void ClipAbove(std::vector<Vec3>& polygon, std::vector<Vec3>& spare, Value&& value) {
+    spare.clear();
+    for (std::size_t i = 0, n = polygon.size(); i < n; ++i) {
+        const Vec3& a = polygon[i];
+        const Vec3& b = polygon[(i + 1) % n];
+        const double va = value(a);
+        const double vb = value(b);
+        if (va >= 0.0) spare.push_back(a);
+        if ((va >= 0.0) == (vb >= 0.0)) continue;
+        const double t = va / (va - vb);
+        spare.push_back({a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)});
+    }
+    polygon.swap(spare);
+}
+
+double PlaneValue(const std::array<double, 4>& plane, const Vec3& p) {
+    return plane[0] * p.x + plane[1] * p.y + plane[2] * p.z + plane[3];
+}
+
+Vec3 Along(const Vec3& a, const Vec3& b, double t) {
+    return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
+}
+
+/// Whether the corners lie in one plane and turn one way, seen from the front.
+bool IsFlatAndConvex(const std::vector<Vec3>& p) {
+    if (p.size() == 3) return true;
+    Vec3 normal{0.0, 0.0, 0.0};
+    bool left = false;
+    bool right = false;
+    const std::size_t n = p.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        const Vec3 part = Cross(p[i] - p[0], p[(i + 1) % n] - p[0]);
+        normal = {normal.x + part.x, normal.y + part.y, normal.z + part.z};
+        const double turn = Cross(p[(i + 1) % n] - p[i], p[(i + 2) % n] - p[(i + 1) % n]).z;
+        left = left || turn > 1e-12;
+        right = right || turn < -1e-12;
+    }
+    if (left && right) return false;
+    normal = Normalized(normal);
+    return std::all_of(p.begin(), p.end(), [&](const Vec3& corner) {
+        return std::fabs(Dot(corner - p[0], normal)) <= kCrooked;
+    });
+}
+
+RGBDType ColorOf(const float color[3]) {
+    return {static_cast<double>(color[0]), static_cast<double>(color[1]),
+            static_cast<double>(color[2]), 1.0};
+}
+
+Vec3 PlaceOf(const float position[3]) {
+    return {static_cast<double>(position[0]), static_cast<double>(position[1]),
+            static_cast<double>(position[2])};
+}
+
+}  // namespace
+
+/// From device coordinates of the viewport to pixels of the image, and to the layer.
+Vec3 PageSink::Place(const SceneState& state, const Vec3& device) const {
+    const GLViewportType& v = state.viewport;
+    return {v.x + (device.x + 1.0) / 2.0 * v.width, v.y + (device.y + 1.0) / 2.0 * v.height,
+            m_Layer + std::clamp(device.z, -kDeepest, kDeepest)};
+}
+
+void PageSink::Clear(const SceneState& state, bool color, bool depth) {
+    if (depth || color) m_Layer -= kLayerDepth;
+    if (!color) return;
+    m_Polygon = {{-1, -1, kDeepest}, {1, -1, kDeepest}, {1, 1, kDeepest}, {-1, 1, kDeepest}};
+    AddFill(state, {state.background.r, state.background.g, state.background.b, 1.0});
+}
+
+/// Cuts the polygon at hand by the clip planes; false when nothing is left.
+bool PageSink::Clip(const SceneState& state) {
+    if (state.clipping)
+        for (const auto& plane : state.clipPlanes)
+            ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return PlaneValue(plane, p); });
+    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return p.x + 1.0; });
+    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return 1.0 - p.x; });
+    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return p.y + 1.0; });
+    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return 1.0 - p.y; });
+    return m_Polygon.size() >= 3;
+}
+
+void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
+    if (!Clip(state)) return;
+    m_Fills.push_back({static_cast<std::uint32_t>(m_Places.size()),
+                       static_cast<std::uint32_t>(m_Polygon.size()), color});
+    for (const Vec3& p : m_Polygon)
+        m_Places.push_back(Place(state, p));
+}
+
+/// A triangle coloured by value, in bands of one colour.
+void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
+                           std::uint32_t b, std::uint32_t c, const RGBDType& color) {
+    const std::array<std::uint32_t, 3> corners = {a, b, c};
+    std::array<double, 3> value{};
+    std::array<Vec3, 3> place{};
+    for (std::size_t i = 0; i < 3; ++i) {
+        value[i] = batch.TextureAt(corners[i]) * state.textureSize;
+        place[i] = batch.Corner(corners[i]);
+    }
+    const auto [low, high] = std::minmax({value[0], value[1], value[2]});
+    const auto colorAt = [&](double v) {
+        return TexturedColor(state, (v + 0.5) / state.textureSize, color);
+    };
+    const auto near = [](const RGBDType& s, const RGBDType& t) {
+        const auto close = [](double x, double y) {
+            return std::fabs(x - y) * 255.0 <= kLevels + 0.5;
+        };
+        return close(s.r, t.r) && close(s.g, t.g) && close(s.b, t.b);
+    };
+    const double first = std::floor(low);
+    const double last = std::floor(high);
+    for (double from = first; from <= last;) {
+        // A band takes the next colours in while they look the same.
+        double to = from + 1.0;
+        while (to <= last && near(colorAt(from), colorAt(to)))
+            to += 1.0;
+        m_Polygon.assign(place.begin(), place.end());
+        if (first != last) {
+            // The value as a linear function of the triangle: by the places' own weights.
+            std::vector<std::pair<Vec3, double>> ring = {
+                {place[0], value[0]}, {place[1], value[1]}, {place[2], value[2]}};
+            const auto cut = [&ring](double sign, double at) {
+                std::vector<std::pair<Vec3, double>> out;
+                for (std::size_t i = 0; i < ring.size(); ++i) {
+                    const auto& [p, v] = ring[i];
+                    const auto& [q, w] = ring[(i + 1) % ring.size()];
+                    const double sv = sign * (v - at);
+                    const double sw = sign * (w - at);
+                    if (sv >= 0.0) out.push_back(ring[i]);
+                    if ((sv >= 0.0) != (sw >= 0.0))
+                        out.push_back({Along(p, q, sv / (sv - sw)), at});
+                }
+                ring = std::move(out);
+            };
+            if (from > first) cut(1.0, from);
+            if (to <= last) cut(-1.0, to);
+            m_Polygon.clear();
+            for (const auto& [p, v] : ring)
+                m_Polygon.push_back(p);
+        }
+        if (m_Polygon.size() >= 3) AddFill(state, colorAt(from));
+        from = to;
+    }
+}
+
+void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
+                         const PolygonRecord& record) {
+    const RGBDType color =
+        batch.State().lit ? LitColor(state.light, record.normal, record.color) : record.color;
+    if (batch.State().textured && state.textureSize > 0) {
+        for (std::uint32_t i = 2; i < record.count; ++i)
+            AddTextured(state, batch, record.first, record.first + i - 1, record.first + i, color);
+        return;
+    }
+    m_Polygon.clear();
+    for (std::uint32_t i = 0; i < record.count; ++i)
+        m_Polygon.push_back(batch.Corner(record.first + i));
+    if (IsFlatAndConvex(m_Polygon)) {
+        AddFill(state, color);
+        return;
+    }
+    // As OpenGL draws it: a fan of triangles.
+    for (std::uint32_t i = 2; i < record.count; ++i) {
+        m_Polygon = {batch.Corner(record.first), batch.Corner(record.first + i - 1),
+                     batch.Corner(record.first + i)};
+        AddFill(state, color);
+    }
+}
+
+bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
+    double from = 0.0;
+    double to = 1.0;
+    const auto cut = [&](double va, double vb) {
+        if (va < 0.0 && vb < 0.0) to = -1.0;
+        if ((va < 0.0) == (vb < 0.0)) return;
+        const double t = va / (va - vb);
+        if (va < 0.0)
+            from = std::max(from, t);
+        else
+            to = std::min(to, t);
+    };
+    if (state.clipping)
+        for (const auto& plane : state.clipPlanes)
+            cut(PlaneValue(plane, a), PlaneValue(plane, b));
+    cut(a.x + 1.0, b.x + 1.0);
+    cut(1.0 - a.x, 1.0 - b.x);
+    cut(a.y + 1.0, b.y + 1.0);
+    cut(1.0 - a.y, 1.0 - b.y);
+    if (from > to) return false;
+    const Vec3 start = Along(a, b, from);
+    b = Along(a, b, to);
+    a = start;
+    return true;
+}
+
+void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
+    for (const PolygonRecord& record : batch.Polygons())
+        AddRecord(state, batch, record);
+    for (const LineRun& run : batch.Lines())
+        for (std::size_t i = 0; i + 1 < run.indices.size(); i += 2) {
+            const LineVertex& from = run.vertices[run.indices[i]];
+            const LineVertex& to = run.vertices[run.indices[i + 1]];
+            Vec3 a = PlaceOf(from.position);
+            Vec3 b = PlaceOf(to.position);
+            if (!ClipSegment(state, a, b)) continue;
+            m_Segments.push_back(
+                {Place(state, a), Place(state, b), ColorOf(from.color), run.width});
+        }
+}
+
+void PageSink::DrawStrip(const SceneState& state, const LineStrip& strip) {
+    if (strip.vertices.size() < 2) return;
+    Strip out{{}, ColorOf(strip.vertices[0].color), strip.width, strip.repeat, strip.pattern};
+    for (const LineVertex& vertex : strip.vertices)
+        out.places.push_back(Place(state, PlaceOf(vertex.position)));
+    m_Strips.push_back(std::move(out));
+}
+
+void PageSink::DrawText(const SceneState& state, const TextRun& run) {
+    Text out;
+    out.text.text = run.text;
+    out.text.family = run.font.GetFaceName();
+    out.text.weight = run.font.GetWeight();
+    out.text.italic = run.font.GetItalic() != 0;
+    out.text.color = {run.color.r, run.color.g, run.color.b, 1.0};
+    const auto place = [&](double x, double y) {
+        const Matrix4& m = run.placement;
+        return Place(state, {m.At(0, 0) * x + m.At(0, 1) * y + m.At(0, 3),
+                             m.At(1, 0) * x + m.At(1, 1) * y + m.At(1, 3),
+                             m.At(2, 0) * x + m.At(2, 1) * y + m.At(2, 3)});
+    };
+    const Vec3 origin = place(0, 0);
+    const Vec3 right = place(1, 0);
+    const Vec3 up = place(0, 1);
+    out.text.placement = {right.x - origin.x, right.y - origin.y, up.x - origin.x,
+                          up.y - origin.y,    origin.x,           origin.y};
+    const double width = run.font.TextWidth3D(run.text) / run.font.GetFontScaleFactor();
+    constexpr double kDescent = -0.25;
+    constexpr double kAscent = 0.95;
+    out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),
+                   place(0, kAscent)};
+    m_Texts.push_back(std::move(out));
+}
+
+void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
+    m_Polygon.assign(image.corners.begin(), image.corners.end());
+    const std::size_t fill = m_Fills.size();
+    AddFill(state, {1.0, 1.0, 1.0, 1.0});
+    if (m_Fills.size() == fill) return;
+    Picture out;
+    out.fill = fill;
+    out.picture.width = image.width;
+    out.picture.height = image.height;
+    const auto row = static_cast<std::size_t>(image.width) * 4;
+    for (int y = image.height - 1; y >= 0; --y)
+        out.picture.pixels.insert(out.picture.pixels.end(),
+                                  image.pixels + static_cast<std::size_t>(y) * row,
+                                  image.pixels + static_cast<std::size_t>(y + 1) * row);
+    const Vec3 origin = Place(state, image.corners[0]);
+    const Vec3 up = Place(state, image.corners[1]);
+    const Vec3 right = Place(state, image.corners[3]);
+    const double nx = std::max(image.repeatX, 1);
+    const double ny = std::max(image.repeatY, 1);
+    for (int i = 0; i < image.repeatX; ++i)
+        for (int k = 0; k < image.repeatY; ++k) {
+            const auto at = [&](double u, double v) {
+                return std::array<double, 2>{
+                    origin.x + (right.x - origin.x) * u / nx + (up.x - origin.x) * v / ny,
+                    origin.y + (right.y - origin.y) * u / nx + (up.y - origin.y) * v / ny};
+            };
+            const auto corner = at(i, k);
+            out.picture.placement = {(right.x - origin.x) / nx,
+                                     (right.y - origin.y) / nx,
+                                     (up.x - origin.x) / ny,
+                                     (up.y - origin.y) / ny,
+                                     corner[0],
+                                     corner[1]};
+            m_Pictures.push_back(out);
+        }
+}
+
+}  // namespace varnel::detail
