@@ -32,6 +32,7 @@ Options ReadOptions(int argc, char** argv) {
     if (argc > 3 && std::sscanf(argv[3], "%dx%d", &options.width, &options.height) != 2)
         throw std::runtime_error(std::string("not a size: ") + argv[3]);
     if (argc > 4) options.samples = std::stoi(argv[4]);
+    options.vectors = argc > 5 && std::string(argv[5]) == "vectors";
     return options;
 }
 
@@ -154,6 +155,10 @@ void Picture::Save(const std::string& name) {
     const std::string path = PictureFile(name);
     m_View.SaveToFile(path + ".bmp");
     m_View.SaveToPNG(path + ".png");
+    if (m_Options.vectors) {
+        m_View.SaveToPDF(path + ".pdf");
+        m_View.SaveToSVG(path + ".svg");
+    }
     m_View.DeleteChartViewObjects();
 }
 

@@ -51,6 +51,7 @@ struct Options {
     int width = 1024;
     int height = 768;
     int samples = 4;
+    bool vectors = false;  ///< PDF and SVG files, too
 };
 
 /// A view on an in-memory window.

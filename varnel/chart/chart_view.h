@@ -31,7 +31,9 @@ struct CPrintInfo;
 
 namespace detail {
 class AddedFields;
-}
+class PageSink;
+class PdfWriter;
+}  // namespace detail
 
 class VARNEL_API CChartView3D {
  public:
@@ -169,6 +171,14 @@ class VARNEL_API CChartView3D {
     /// for Output", "Disk I/O Error".
     void SaveToPNG(const CString& fileName);
 
+    // Vectors: areas, lines and selectable text instead of pixels; what the picture hides is not in
+    // the file. The page measures `width` x `height` millimetres and shows the image's size; 0, the
+    // default: 96 pixels to the inch. Sides outside 0..5080 raise "Parameter Error", a file that
+    // cannot be created "Error Opening File for Output", a failing medium "Disk I/O Error".
+
+    void SaveToPDF(const CString& fileName, double width = 0.0, double height = 0.0);
+    void SaveToSVG(const CString& fileName, double width = 0.0, double height = 0.0);
+
     /// Prints the view onto the current page of a printer's device context and has the window drawn
     /// again. Nothing is drawn to the screen meanwhile. The second argument is a host framework's
     /// own record; it is not read. Raises "Print DC Error".
@@ -246,6 +256,9 @@ class VARNEL_API CChartView3D {
     void RequireContext(const char* operation);
     void InitAndDraw(CDC* dc, int x, int y);
     void SelectPalette(CDC* dc) const;
+    friend class PdfDocument;
+    std::unique_ptr<detail::PageSink> DrawPage(const char* operation);
+    void DrawOnPdf(detail::PdfWriter& writer, double width, double height, const char* operation);
     bool PrintAtPrinterResolution(CDC* dc);
     template <class... Args>
     CChart3D* AppendChart(Args... args);

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <tuple>
 
 #include "varnel/vector/detail/areas.h"
 #include "varnel/vector/detail/line_chains.h"
@@ -115,24 +114,27 @@ void PageSink::ComposePictures(PageCanvas& canvas, Hiding& hiding) const {
 }
 
 void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding) const {
-    std::map<std::tuple<std::uint32_t, float>, LineChains> chains;
-    std::vector<std::tuple<std::uint32_t, float, RGBDType>> order;
+    // In the order of drawing, since of lines at one place the last one is seen; what looks the
+    // same and follows each other is one path.
+    LineChains chains;
+    const Segment* style = nullptr;
+    const auto finish = [&] {
+        if (!chains.IsEmpty())
+            canvas.Stroke(chains.Take(true), {style->color, static_cast<double>(style->width), {}});
+    };
     std::vector<SegmentPart> parts;
     for (const Segment& segment : m_Segments) {
         hiding.VisibleParts(segment.a, segment.b, parts);
         if (parts.empty()) continue;
-        const std::uint32_t key = ColorKey(segment.color);
-        LineChains& chain = chains[{key, segment.width}];
-        if (chain.IsEmpty()) order.emplace_back(key, segment.width, segment.color);
+        if (style != nullptr &&
+            (ColorKey(style->color) != ColorKey(segment.color) || style->width != segment.width))
+            finish();
+        style = &segment;
         for (const SegmentPart& part : parts)
-            chain.Add(ToGrid(Along(segment.a, segment.b, part.from)),
-                      ToGrid(Along(segment.a, segment.b, part.to)));
+            chains.Add(ToGrid(Along(segment.a, segment.b, part.from)),
+                       ToGrid(Along(segment.a, segment.b, part.to)));
     }
-    for (const auto& [key, width, color] : order) {
-        LineChains& chain = chains[{key, width}];
-        if (!chain.IsEmpty())
-            canvas.Stroke(chain.Take(true), {color, static_cast<double>(width), {}});
-    }
+    finish();
 }
 
 void PageSink::ComposeStrip(PageCanvas& canvas, Hiding& hiding, const Strip& strip) const {

@@ -86,7 +86,7 @@ void PageSink::Clear(const SceneState& state, bool color, bool depth) {
     if (depth || color) m_Layer -= kLayerDepth;
     if (!color) return;
     m_Polygon = {{-1, -1, kDeepest}, {1, -1, kDeepest}, {1, 1, kDeepest}, {-1, 1, kDeepest}};
-    AddFill(state, {state.background.r, state.background.g, state.background.b, 1.0});
+    AddFill(state, state.background);
 }
 
 /// Cuts the polygon at hand by the clip planes; false when nothing is left.
@@ -104,7 +104,8 @@ bool PageSink::Clip(const SceneState& state) {
 void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
     if (!Clip(state)) return;
     m_Fills.push_back({static_cast<std::uint32_t>(m_Places.size()),
-                       static_cast<std::uint32_t>(m_Polygon.size()), color});
+                       static_cast<std::uint32_t>(m_Polygon.size()),
+                       {color.r, color.g, color.b, 1.0}});
     for (const Vec3& p : m_Polygon)
         m_Places.push_back(Place(state, p));
 }
@@ -240,10 +241,11 @@ void PageSink::DrawStrip(const SceneState& state, const LineStrip& strip) {
 
 void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     Text out;
-    out.text.text = run.text;
-    out.text.family = run.font.GetFaceName();
-    out.text.weight = run.font.GetWeight();
-    out.text.italic = run.font.GetItalic() != 0;
+    const LOGFONT& font = run.font.GetLogFont();
+    out.text.text = CString(run.text);
+    out.text.family = font.lfFaceName;
+    out.text.weight = font.lfWeight;
+    out.text.italic = font.lfItalic != 0;
     out.text.color = {run.color.r, run.color.g, run.color.b, 1.0};
     const auto place = [&](double x, double y) {
         const Matrix4& m = run.placement;
@@ -256,7 +258,7 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     const Vec3 up = place(0, 1);
     out.text.placement = {right.x - origin.x, right.y - origin.y, up.x - origin.x,
                           up.y - origin.y,    origin.x,           origin.y};
-    const double width = run.font.TextWidth3D(run.text) / run.font.GetFontScaleFactor();
+    const double width = run.font.TextWidth3D(out.text.text) / run.font.GetFontScaleFactor();
     constexpr double kDescent = -0.25;
     constexpr double kAscent = 0.95;
     out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),

@@ -52,7 +52,6 @@ class PageSink final : public SceneSink {
     struct Text {
         PageText text;
         std::array<Vec3, 4> outline;
-        std::size_t order;  ///< fills drawn before it
     };
     struct Picture {
         PagePicture picture;

@@ -1,0 +1,122 @@
+// CChartView3D: pages of vectors instead of pixels.
+#include <cmath>
+#include <string>
+
+#include "varnel/chart/chart_view.h"
+#include "varnel/chart/header.h"
+#include "varnel/chart/pdf_document.h"
+#include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/detail/gl_context.h"
+#include "varnel/platform/detail/pdf_document.h"
+#include "varnel/platform/files.h"
+#include "varnel/render/opengl.h"
+#include "varnel/vector/detail/page_sink.h"
+#include "varnel/vector/detail/svg_canvas.h"
+
+namespace varnel {
+namespace {
+
+constexpr double kMillimetresPerInch = 25.4;
+constexpr double kPixelsPerInch = 96.0;
+constexpr double kPointsPerMillimetre = 72.0 / kMillimetresPerInch;
+/// What a PDF page can measure at most: 200 inches.
+constexpr double kLongestPage = 5080.0;
+
+/// Gives a context's drawing to a sink for the length of a scope.
+class SinkScope {
+ public:
+    SinkScope(COpenGL& gl, detail::SceneSink& sink) : m_GL(gl) { m_GL.SetSink(&sink); }
+    ~SinkScope() { m_GL.SetSink(nullptr); }
+    SinkScope(const SinkScope&) = delete;
+    SinkScope& operator=(const SinkScope&) = delete;
+
+ private:
+    COpenGL& m_GL;
+};
+
+/// Millimetres of a page side; 0 stands for that many pixels.
+double PageSide(double millimetres, int pixels, const char* operation) {
+    if (millimetres == 0.0) return pixels * kMillimetresPerInch / kPixelsPerInch;
+    if (!(millimetres > 0.0) || millimetres > kLongestPage)
+        detail::Raise(
+            ERR3D_PARAMETER, ERR3DCLASS_CHARTVIEW3D, operation,
+            detail::Say("a side of the page is ", millimetres, " mm, not 0 to ", kLongestPage));
+    return millimetres;
+}
+
+std::unique_ptr<File> OpenPage(const CString& fileName, const char* operation) {
+    auto file = OpenOutputFile(fileName);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, operation);
+    return file;
+}
+
+}  // namespace
+
+std::unique_ptr<detail::PageSink> CChartView3D::DrawPage(const char* operation) {
+    RequireContext(operation);
+    SetViewSizePrinter();
+    auto page = std::make_unique<detail::PageSink>(m_ViewWidth, m_ViewHeight);
+    const SinkScope scope(*m_pOpenGL, *page);
+    DrawView();
+    return page;
+}
+
+void CChartView3D::DrawOnPdf(detail::PdfWriter& writer, double width, double height,
+                             const char* operation) {
+    const auto page = DrawPage(operation);
+    const double pageWidth = PageSide(width, m_ViewWidth, operation) * kPointsPerMillimetre;
+    const double pageHeight = PageSide(height, m_ViewHeight, operation) * kPointsPerMillimetre;
+    page->Compose(writer.BeginPage(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight));
+}
+
+void CChartView3D::SaveToPDF(const CString& fileName, double width, double height) {
+    constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToPDF"};
+    const auto file = OpenPage(fileName, here.operation);
+    detail::WithFile(file.get(), here, [&](File& f) {
+        detail::PdfWriter writer(f);
+        DrawOnPdf(writer, width, height, here.operation);
+        writer.Finish();
+        f.Commit();
+    });
+}
+
+void CChartView3D::SaveToSVG(const CString& fileName, double width, double height) {
+    constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToSVG"};
+    const auto page = DrawPage(here.operation);
+    detail::SvgCanvas canvas(PageSide(width, m_ViewWidth, here.operation),
+                             PageSide(height, m_ViewHeight, here.operation), m_ViewWidth,
+                             m_ViewHeight, m_pHeader->GetTitle1());
+    page->Compose(canvas);
+    const std::string svg = canvas.Finish();
+    const auto file = OpenPage(fileName, here.operation);
+    detail::WithFile(file.get(), here, [&svg](File& f) {
+        f.Write(svg.data(), svg.size());
+        f.Commit();
+    });
+}
+
+PdfDocument::PdfDocument(const CString& fileName)
+    : m_File(OpenPage(fileName, "PdfDocument")),
+      m_Writer(std::make_unique<detail::PdfWriter>(*m_File)) {
+}
+
+PdfDocument::~PdfDocument() = default;
+
+void PdfDocument::AddPage(CChartView3D& view, double width, double height) {
+    if (m_Writer == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "AddPage",
+                      "the document is closed");
+    view.DrawOnPdf(*m_Writer, width, height, "AddPage");
+}
+
+void PdfDocument::Close() {
+    if (m_Writer == nullptr) return;
+    detail::WithFile(m_File.get(), {ERR3DCLASS_CHARTVIEW3D, "Close"}, [this](File& f) {
+        m_Writer->Finish();
+        f.Commit();
+    });
+    m_Writer.reset();
+    m_File.reset();
+}
+
+}  // namespace varnel
