@@ -98,8 +98,7 @@ class PdfWriter::Canvas : public PageCanvas {
         cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
         cairo_set_font_options(m_Page, options.get());
         cairo_set_source_rgba(m_Page, text.color.r, text.color.g, text.color.b, text.color.a);
-        cairo_move_to(m_Page, 0.0, 0.0);
-        cairo_show_text(m_Page, text.text.c_str());
+        ShowGlyphs(text);
         cairo_restore(m_Page);
     }
 
@@ -143,6 +142,27 @@ class PdfWriter::Canvas : public PageCanvas {
  private:
     static double X(const GridPoint& p) { return p.x / kGridPerPixel; }
     static double Y(const GridPoint& p) { return p.y / kGridPerPixel; }
+
+    /// The characters at their places, with the text behind them for whoever selects it.
+    void ShowGlyphs(const PageText& text) {
+        cairo_glyph_t* glyphs = nullptr;
+        cairo_text_cluster_t* clusters = nullptr;
+        int glyphCount = 0;
+        int clusterCount = 0;
+        cairo_text_cluster_flags_t flags{};
+        const int size = static_cast<int>(text.text.size());
+        if (cairo_scaled_font_text_to_glyphs(
+                cairo_get_scaled_font(m_Page), 0.0, 0.0, text.text.c_str(), size, &glyphs,
+                &glyphCount, &clusters, &clusterCount, &flags) != CAIRO_STATUS_SUCCESS)
+            return;
+        if (static_cast<std::size_t>(glyphCount) == text.places.size())
+            for (int i = 0; i < glyphCount; ++i)
+                glyphs[i].x = text.places[static_cast<std::size_t>(i)];
+        cairo_show_text_glyphs(m_Page, text.text.c_str(), size, glyphs, glyphCount, clusters,
+                               clusterCount, flags);
+        cairo_glyph_free(glyphs);
+        cairo_text_cluster_free(clusters);
+    }
 
     void SetLine(double width) {
         cairo_set_line_width(m_Page, width);

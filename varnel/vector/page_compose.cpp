@@ -114,8 +114,15 @@ void PageSink::ComposePictures(PageCanvas& canvas, Hiding& hiding) const {
 }
 
 void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding) const {
-    // In the order of drawing, since of lines at one place the last one is seen; what looks the
-    // same and follows each other is one path.
+    // From the back, and of lines at one depth in the order of drawing, since of lines at one place
+    // the nearest is seen, and then the last one. What looks the same and follows each other is one
+    // path.
+    std::vector<const Segment*> order;
+    for (const Segment& segment : m_Segments)
+        order.push_back(&segment);
+    const auto depth = [](const Segment* s) { return std::lround((s->a.z + s->b.z) * 0.5e4); };
+    std::stable_sort(order.begin(), order.end(),
+                     [&depth](const Segment* s, const Segment* t) { return depth(s) > depth(t); });
     LineChains chains;
     const Segment* style = nullptr;
     const auto finish = [&] {
@@ -123,7 +130,8 @@ void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding) const {
             canvas.Stroke(chains.Take(true), {style->color, static_cast<double>(style->width), {}});
     };
     std::vector<SegmentPart> parts;
-    for (const Segment& segment : m_Segments) {
+    for (const Segment* const at : order) {
+        const Segment& segment = *at;
         hiding.VisibleParts(segment.a, segment.b, parts);
         if (parts.empty()) continue;
         if (style != nullptr &&

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/foundation/detail/characters.h"
 #include "varnel/render/font.h"
 
 namespace varnel::detail {
@@ -258,7 +259,11 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     const Vec3 up = place(0, 1);
     out.text.placement = {right.x - origin.x, right.y - origin.y, up.x - origin.x,
                           up.y - origin.y,    origin.x,           origin.y};
-    const double width = run.font.TextWidth3D(out.text.text) / run.font.GetFontScaleFactor();
+    double width = 0.0;
+    ForEachCharacter(run.text, [&](char32_t character) {
+        out.text.places.push_back(width);
+        width += static_cast<double>(run.font.GetFace()->Metrics(character).gmfCellIncX);
+    });
     constexpr double kDescent = -0.25;
     constexpr double kAscent = 0.95;
     out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "varnel/foundation/detail/characters.h"
 #include "varnel/platform/detail/png_file.h"
 
 namespace varnel::detail {
@@ -49,7 +50,7 @@ std::string Opacity(const char* name, const RGBDType& c) {
     return c.a < 1.0 ? std::string(" ") + name + "=\"" + Decimal(std::max(c.a, 0.0)) + '"' : "";
 }
 
-std::string Escaped(const std::string& text) {
+std::string Escaped(std::string_view text) {
     std::string out;
     for (const char c : text) {
         if (c == '&')
@@ -212,7 +213,21 @@ void SvgCanvas::Text(const PageText& text) {
              Opacity("fill-opacity", text.color);
     if (text.weight != 400) m_Out += " font-weight=\"" + std::to_string(text.weight) + '"';
     if (text.italic) m_Out += " font-style=\"italic\"";
-    m_Out += " font-kerning=\"none\" xml:space=\"preserve\">" + Escaped(text.text) + "</text>\n";
+    m_Out += " style=\"font-kerning:none\" xml:space=\"preserve\">";
+    // Each word has its place, since not every viewer can be told to leave pairs of letters alone.
+    std::string_view rest = text.text;
+    std::size_t character = 0;
+    while (!rest.empty()) {
+        const std::size_t blank = rest.find(' ');
+        const std::string_view word =
+            rest.substr(0, blank == std::string_view::npos ? blank : blank + 1);
+        if (character < text.places.size())
+            m_Out += "<tspan x=\"" + Decimal(text.places[character] * kEm, 1) + "\">" +
+                     Escaped(word) + "</tspan>";
+        ForEachCharacter(word, [&character](char32_t) { ++character; });
+        rest.remove_prefix(word.size());
+    }
+    m_Out += "</text>\n";
 }
 
 void SvgCanvas::Picture(const PagePicture& picture) {

@@ -46,6 +46,9 @@ struct PageText {
     RGBDType color;
     /// Ems, x along the baseline and y up, to pixels: x' = m0 x + m2 y + m4, y' = m1 x + m3 y + m5.
     std::array<double, 6> placement{};
+    /// Where each character begins on the baseline, in ems: as in the picture, whatever face and
+    /// kerning a viewer has.
+    std::vector<double> places;
 };
 
 /// A bitmap, rows from the top, 4 bytes a pixel: red, green, blue, alpha.
