@@ -13,7 +13,7 @@ packages=(
     libegl1 libegl-mesa0 libgl1-mesa-dri fonts-liberation
     # tests and checks
     libgtest-dev clang-format imagemagick
-    xvfb xclip xdotool poppler-utils
+    xvfb xclip xdotool poppler-utils librsvg2-bin
     fonts-dejavu-core fonts-droid-fallback
 )
 

@@ -112,6 +112,52 @@ TEST_P(Example, DrawsItsPictures) {
     }
 }
 
+/// Pixels of a difference that is not an edge: all nine around them differ by more than a quarter.
+int SolidDifference(const Pixels& a, const Pixels& b) {
+    constexpr int kQuarter = 64;
+    const auto width = static_cast<std::size_t>(a.width);
+    std::vector<char> far(a.rgb.size() / 3);
+    for (std::size_t i = 0; i < a.rgb.size(); ++i)
+        if (std::abs(a.rgb[i] - b.rgb[i]) > kQuarter) far[i / 3] = 1;
+    int solid = 0;
+    for (std::size_t y = 1; y + 1 < a.height; ++y)
+        for (std::size_t x = 1; x + 1 < width; ++x) {
+            bool all = true;
+            for (std::size_t k = 0; k < 9 && all; ++k)
+                all = far[(y + k / 3 - 1) * width + x + k % 3 - 1] != 0;
+            solid += all ? 1 : 0;
+        }
+    return solid;
+}
+
+/// The PDF and SVG files, drawn by programs that are not ours, beside the picture.
+TEST_P(Example, VectorFilesShowThePicture) {
+    if (m_Name == "aux_shapes") GTEST_SKIP() << "shapes of GLU are not in vector files yet";
+    const auto run = [](const std::string& command) {
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    };
+    run("'" + (kPrograms / ("example_" + m_Name)).string() + "' '" + kData.string() + "' '" +
+        m_Drawn.string() + "' 640x480 4 vectors");
+    for (const std::string& picture : PicturesIn(m_Drawn)) {
+        const std::string base = (m_Drawn / picture).replace_extension().string();
+        run("rsvg-convert -w 640 -h 480 '" + base + ".svg' -o '" + base + ".svg.png'");
+        run("pdftoppm -png -r 96 -scale-to-x 640 -scale-to-y 480 -singlefile '" + base + ".pdf' '" +
+            base + ".pdf'");
+        const std::optional<Pixels> drawn = ReadPng(m_Drawn / picture);
+        for (const char* kind : {".svg", ".pdf"}) {
+            SCOPED_TRACE(base + kind);
+            const std::optional<Pixels> shown = ReadPng(base + kind + ".png");
+            ASSERT_TRUE(drawn && shown && drawn->rgb.size() == shown->rgb.size());
+            double sum = 0;
+            for (std::size_t i = 0; i < drawn->rgb.size(); ++i)
+                sum += std::abs(drawn->rgb[i] - shown->rgb[i]);
+            EXPECT_LE(sum / static_cast<double>(drawn->rgb.size()), 0.015 * 255);
+            EXPECT_LE(SolidDifference(*drawn, *shown), 12);
+            EXPECT_LT(fs::file_size(base + kind), 800'000U);
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Gallery, Example, testing::ValuesIn(kNames),
                          [](const auto& example) { return std::string(example.param); });
 
