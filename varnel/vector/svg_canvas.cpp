@@ -214,17 +214,23 @@ void SvgCanvas::Text(const PageText& text) {
     if (text.weight != 400) m_Out += " font-weight=\"" + std::to_string(text.weight) + '"';
     if (text.italic) m_Out += " font-style=\"italic\"";
     m_Out += " style=\"font-kerning:none\" xml:space=\"preserve\">";
-    // Each word has its place, since not every viewer can be told to leave pairs of letters alone.
+    // Each letter has its place, so that no viewer's own spacing counts; those that know places of
+    // words alone are right at each word.
     std::string_view rest = text.text;
     std::size_t character = 0;
     while (!rest.empty()) {
         const std::size_t blank = rest.find(' ');
         const std::string_view word =
             rest.substr(0, blank == std::string_view::npos ? blank : blank + 1);
-        if (character < text.places.size())
-            m_Out += "<tspan x=\"" + Decimal(text.places[character] * kEm, 1) + "\">" +
-                     Escaped(word) + "</tspan>";
-        ForEachCharacter(word, [&character](char32_t) { ++character; });
+        m_Out += "<tspan x=\"";
+        bool first = true;
+        ForEachCharacter(word, [&](char32_t) {
+            if (character < text.places.size())
+                m_Out += (first ? "" : " ") + Decimal(text.places[character] * kEm, 1);
+            ++character;
+            first = false;
+        });
+        m_Out += "\">" + Escaped(word) + "</tspan>";
         rest.remove_prefix(word.size());
     }
     m_Out += "</text>\n";
