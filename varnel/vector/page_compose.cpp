@@ -1,6 +1,7 @@
 // PageSink: what shows, put onto a canvas.
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 
 #include "varnel/vector/detail/areas.h"
@@ -12,6 +13,8 @@ namespace {
 
 /// Texts of which less than this share is hidden are drawn whole.
 constexpr double kHardlyHidden = 0.005;
+/// Slices into which a depth of 1 is cut; the box of a picture is 2 deep.
+constexpr double kSlicesPerUnit = 32.0;
 
 GridPoint ToGrid(const Vec3& p) {
     return {static_cast<std::int32_t>(std::lround(p.x * kGridPerPixel)),
@@ -78,23 +81,49 @@ void PageSink::Compose(PageCanvas& canvas) const {
     for (const Fill& fill : m_Fills)
         hiding.AddFacet({m_Places.data() + fill.first, fill.count});
     hiding.Resolve();
-    ComposeFills(canvas, hiding);
-    ComposePictures(canvas, hiding);
-    ComposeLines(canvas, hiding);
+    const std::vector<Slice> slices = Slices(hiding);
+    for (const Slice& slice : slices) {
+        ComposeFills(canvas, hiding, slice.fills);
+        ComposePictures(canvas, hiding, slice.fills);
+        ComposeLines(canvas, hiding, slice.segments);
+    }
     for (const Strip& strip : m_Strips)
         ComposeStrip(canvas, hiding, strip);
     ComposeTexts(canvas, hiding);
 }
 
-void PageSink::ComposeFills(PageCanvas& canvas, Hiding& hiding) const {
+/// What shows, in slices of depth from the back. Nothing overlaps but the widths of lines: a line
+/// stands by its nearest end and a polygon by its farthest corner, so that a line covers the
+/// polygons it lies on and is covered by those before it.
+std::vector<PageSink::Slice> PageSink::Slices(const Hiding& hiding) const {
+    std::map<long, Slice, std::greater<>> slices;
+    const auto slice = [](double depth) { return std::lround(depth * kSlicesPerUnit); };
+    for (std::uint32_t i = 0; i < m_Fills.size(); ++i) {
+        if (hiding.Visible(i).empty()) continue;
+        double farthest = m_Places[m_Fills[i].first].z;
+        for (std::uint32_t k = 1; k < m_Fills[i].count; ++k)
+            farthest = std::max(farthest, m_Places[m_Fills[i].first + k].z);
+        slices[slice(farthest)].fills.push_back(i);
+    }
+    for (std::uint32_t i = 0; i < m_Segments.size(); ++i)
+        slices[slice(std::min(m_Segments[i].a.z, m_Segments[i].b.z))].segments.push_back(i);
+    std::vector<Slice> ordered;
+    for (auto& [depth, content] : slices)
+        ordered.push_back(std::move(content));
+    return ordered;
+}
+
+bool PageSink::IsPicture(std::uint32_t fill) const {
+    return std::any_of(m_Pictures.begin(), m_Pictures.end(),
+                       [fill](const Picture& picture) { return picture.fill == fill; });
+}
+
+void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
+                            const std::vector<std::uint32_t>& fills) const {
     std::map<std::uint32_t, std::vector<Area>> byColor;
     std::vector<std::pair<std::uint32_t, RGBDType>> order;
-    std::size_t picture = 0;
-    for (std::size_t i = 0; i < m_Fills.size(); ++i) {
-        while (picture < m_Pictures.size() && m_Pictures[picture].fill < i)
-            ++picture;
-        if (picture < m_Pictures.size() && m_Pictures[picture].fill == i) continue;
-        if (hiding.Visible(i).empty()) continue;
+    for (const std::uint32_t i : fills) {
+        if (IsPicture(i)) continue;
         const std::uint32_t key = ColorKey(m_Fills[i].color);
         std::vector<Area>& areas = byColor[key];
         if (areas.empty()) order.emplace_back(key, m_Fills[i].color);
@@ -104,25 +133,29 @@ void PageSink::ComposeFills(PageCanvas& canvas, Hiding& hiding) const {
         canvas.Fill(Union(byColor[key]), color, true);
 }
 
-void PageSink::ComposePictures(PageCanvas& canvas, Hiding& hiding) const {
+void PageSink::ComposePictures(PageCanvas& canvas, const Hiding& hiding,
+                               const std::vector<std::uint32_t>& fills) const {
     for (const Picture& picture : m_Pictures) {
-        if (hiding.Visible(picture.fill).empty()) continue;
+        if (!std::binary_search(fills.begin(), fills.end(),
+                                static_cast<std::uint32_t>(picture.fill)))
+            continue;
         canvas.BeginClip(hiding.Visible(picture.fill));
         canvas.Picture(picture.picture);
         canvas.EndClip();
     }
 }
 
-void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding) const {
+void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding,
+                            const std::vector<std::uint32_t>& segments) const {
     // From the back, and of lines at one depth in the order of drawing, since of lines at one place
     // the nearest is seen, and then the last one. What looks the same and follows each other is one
     // path.
-    std::vector<const Segment*> order;
-    for (const Segment& segment : m_Segments)
-        order.push_back(&segment);
-    const auto depth = [](const Segment* s) { return std::lround((s->a.z + s->b.z) * 0.5e4); };
+    std::vector<std::uint32_t> order = segments;
+    const auto depth = [this](std::uint32_t i) {
+        return std::lround((m_Segments[i].a.z + m_Segments[i].b.z) * 0.5e4);
+    };
     std::stable_sort(order.begin(), order.end(),
-                     [&depth](const Segment* s, const Segment* t) { return depth(s) > depth(t); });
+                     [&depth](std::uint32_t s, std::uint32_t t) { return depth(s) > depth(t); });
     LineChains chains;
     const Segment* style = nullptr;
     const auto finish = [&] {
@@ -130,8 +163,8 @@ void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding) const {
             canvas.Stroke(chains.Take(true), {style->color, static_cast<double>(style->width), {}});
     };
     std::vector<SegmentPart> parts;
-    for (const Segment* const at : order) {
-        const Segment& segment = *at;
+    for (const std::uint32_t i : order) {
+        const Segment& segment = m_Segments[i];
         hiding.VisibleParts(segment.a, segment.b, parts);
         if (parts.empty()) continue;
         if (style != nullptr &&

@@ -58,6 +58,12 @@ class PageSink final : public SceneSink {
         std::size_t fill;  ///< the polygon that it covers
     };
 
+    /// Fills and segments of about one depth, in the order of drawing.
+    struct Slice {
+        std::vector<std::uint32_t> fills;
+        std::vector<std::uint32_t> segments;
+    };
+
     Vec3 Place(const SceneState& state, const Vec3& device) const;
     bool Clip(const SceneState& state);
     bool ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const;
@@ -67,9 +73,14 @@ class PageSink final : public SceneSink {
     void AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
                      std::uint32_t b, std::uint32_t c, const RGBDType& color);
 
-    void ComposeFills(PageCanvas& canvas, Hiding& hiding) const;
-    void ComposePictures(PageCanvas& canvas, Hiding& hiding) const;
-    void ComposeLines(PageCanvas& canvas, Hiding& hiding) const;
+    std::vector<Slice> Slices(const Hiding& hiding) const;
+    bool IsPicture(std::uint32_t fill) const;
+    void ComposeFills(PageCanvas& canvas, const Hiding& hiding,
+                      const std::vector<std::uint32_t>& fills) const;
+    void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
+                         const std::vector<std::uint32_t>& fills) const;
+    void ComposeLines(PageCanvas& canvas, Hiding& hiding,
+                      const std::vector<std::uint32_t>& segments) const;
     void ComposeStrip(PageCanvas& canvas, Hiding& hiding, const Strip& strip) const;
     void ComposeTexts(PageCanvas& canvas, Hiding& hiding) const;
 
