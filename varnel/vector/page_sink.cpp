@@ -64,9 +64,9 @@ bool IsFlatAndConvex(const std::vector<Vec3>& p) {
     });
 }
 
-RGBDType ColorOf(const float color[3]) {
-    return {static_cast<double>(color[0]), static_cast<double>(color[1]),
-            static_cast<double>(color[2]), 1.0};
+RGBDType ColorOf(PackedColor color) {
+    const auto component = [&color](std::size_t i) { return color.bytes[i] / 255.0; };
+    return {component(0), component(1), component(2), 1.0};
 }
 
 Vec3 PlaceOf(const float position[3]) {
@@ -170,7 +170,7 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
 void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                          const PolygonRecord& record) {
     const RGBDType color =
-        batch.State().lit ? LitColor(state.light, record.normal, record.color) : record.color;
+        record.lit ? LitColor(state.light, record.normal, record.color) : record.color;
     if (batch.State().textured && state.textureSize > 0) {
         for (std::uint32_t i = 2; i < record.count; ++i)
             AddTextured(state, batch, record.first, record.first + i - 1, record.first + i, color);
