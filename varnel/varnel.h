@@ -23,6 +23,7 @@
 #include "varnel/foundation/object_list.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/foundation/points.h"
+#include "varnel/foundation/progress.h"
 #include "varnel/foundation/strings.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"

@@ -2,12 +2,16 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "varnel/axes/axes.h"
+#include "varnel/axes/detail/axis_walk.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/label_fit.h"
+#include "varnel/chart/detail/label_format.h"
 #include "varnel/chart/detail/scale_numbers.h"
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/dib_section.h"
 #include "varnel/surface/polysurface.h"
@@ -17,6 +21,7 @@ namespace varnel {
 namespace {
 
 constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+constexpr double kNoData = std::numeric_limits<double>::quiet_NaN();
 
 constexpr double kMajorTicLength = 0.04;
 constexpr double kMinorTicLength = 0.02;
@@ -31,8 +36,13 @@ constexpr int kLogNthTic = 10;
 constexpr int kLogDigits = 6;
 
 // Formats of labels.
+constexpr int kFixed = 0;
 constexpr int kEngineering = 2;
 constexpr int kGeneral = 3;
+
+detail::Origin At(const char* operation) {
+    return {ERR3DCLASS_CHART3D, operation};
+}
 
 /// The corners of what several sets cover.
 struct Union {
@@ -49,24 +59,24 @@ struct Union {
     }
 };
 
-/// One corner of the bounding box of n points, without coordinates that are NaN (which `pick`, an
-/// fmin or fmax, passes over); 0 where there are no others.
+/// One corner of the bounding box of n points, by `pick`, an fmin or fmax, which passes NaN over;
+/// coordinates that are not finite are no data, and where there are no others the corner has 0.
 template <class Pick>
 point3Dtype CornerOfData(const point3Dtype* pts, int n, Pick pick) {
     point3Dtype corner;
     if (pts == nullptr || n < 1) return corner;
-    corner = pts[0];
-    for (int i = 1; i < n; ++i) {
-        corner.x = pick(corner.x, pts[i].x);
-        corner.y = pick(corner.y, pts[i].y);
-        corner.z = pick(corner.z, pts[i].z);
+    AssignPoint3D(corner, kNoData, kNoData, kNoData);
+    for (int i = 0; i < n; ++i) {
+        if (std::isfinite(pts[i].x)) corner.x = pick(corner.x, pts[i].x);
+        if (std::isfinite(pts[i].y)) corner.y = pick(corner.y, pts[i].y);
+        if (std::isfinite(pts[i].z)) corner.z = pick(corner.z, pts[i].z);
     }
     for (int axis = 0; axis < 3; ++axis)
         if (std::isnan(GetCoord3D(corner, axis))) coordassign(corner, axis, 0.0);
     return corner;
 }
 
-/// The sums over nGroups rows of n values, without NaN; NaN where there is nothing else.
+/// The sums over nGroups rows of n values, of what is finite; NaN where there is nothing else.
 void SumGroups(const double* y, int n, int nGroups, double* sums) {
     for (int i = 0; i < n; ++i) {
         bool any = false;
@@ -74,11 +84,11 @@ void SumGroups(const double* y, int n, int nGroups, double* sums) {
         for (int g = 0; g < nGroups; ++g) {
             const double value = y[static_cast<std::size_t>(g) * static_cast<std::size_t>(n) +
                                    static_cast<std::size_t>(i)];
-            if (std::isnan(value)) continue;
+            if (!std::isfinite(value)) continue;
             sum += value;
             any = true;
         }
-        sums[i] = any ? sum : std::numeric_limits<double>::quiet_NaN();
+        sums[i] = any ? sum : kNoData;
     }
 }
 
@@ -119,24 +129,21 @@ double AspectToBe(const CChartView3D* view, const GLViewRType& position) {
     return std::isfinite(aspect) && aspect > 0.0 ? aspect : 1.0;
 }
 
-/// Whether the engineering format shows all multiples of `major` up to `max` exactly without
-/// decimals, and at least the largest with a suffix for millions or more.
-bool ReadsInMillions(double min, double max, double major) {
-    if (min < 0.0 || max < 999000.0 || max >= 1e15) return false;
-    const double unit = max >= 9.99e11 ? 1e12 : max >= 9.99e8 ? 1e9 : 1e6;
-    return major >= unit && std::fmod(major, unit) == 0.0;
-}
-
 void ScaleLinearAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
     const double min = axes.GetAxisMin(axis);
     const double max = axes.GetAxisMax(axis);
     const detail::TicMarks tics = detail::CalcAxisTicMarks(min, max);
     const double major = tics.perMajor * tics.space;
+    const double center = detail::CenterInside(min, max, tics.origin, major);
     const int dir = OffDirection(t, axis);
-    axes.SetAxisTics(axis, detail::CenterInside(min, max, tics.origin, major), tics.space,
-                     tics.perMajor, kMinorTicLength, kMajorTicLength, dir);
-    axes.SetAxisLabels(axis, kFacingViewer, 0, dir, tics.decimals, kAllEnds, kBlack);
-    if (ReadsInMillions(min, max, major)) axes.SetAxisLabelsFormat(axis, kEngineering);
+    axes.SetAxisTics(axis, center, tics.space, tics.perMajor, kMinorTicLength, kMajorTicLength,
+                     dir);
+    std::vector<double> values;
+    detail::WalkLinear(center, major, min, max, [&](double v, int) { values.push_back(v); });
+    const detail::LabelFormat label = detail::ShortestFormat(
+        values, major, axes.GetAxisLabels(axis)->GetEngString(), {kFixed, tics.decimals});
+    axes.SetAxisLabels(axis, kFacingViewer, 0, dir, label.decimals, kAllEnds, kBlack);
+    axes.SetAxisLabelsFormat(axis, label.format);
 }
 
 void ScaleLogAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
@@ -255,10 +262,56 @@ CTransform3D* CChart3D::AutoTransformGroup25D(const double* x, const double* y, 
     return NewTransform(all.min, all.max);
 }
 
+CTransform3D* CChart3D::AutoTransform3D(std::span<const point3Dtype> pts, int minorOnly) {
+    return AutoTransform3D(pts.data(), detail::CountOf(pts, At("AutoTransform3D")), minorOnly);
+}
+
+void CChart3D::MinMaxValues25D(std::span<const double> x, std::span<const double> y, double depth,
+                               int orientation, int minorOnly, point3Dtype& min, point3Dtype& max) {
+    const int n = detail::SameCount(x, y, At("MinMaxValues25D"));
+    // An array's first value is looked at whatever its count.
+    MinMaxValues25D(n != 0 ? x.data() : nullptr, n != 0 ? y.data() : nullptr, n, depth, orientation,
+                    minorOnly, min, max);
+}
+
+CTransform3D* CChart3D::AutoTransform25D(std::span<const double> x, std::span<const double> y,
+                                         double depth, int orientation, int minorOnly) {
+    point3Dtype min;
+    point3Dtype max;
+    MinMaxValues25D(x, y, depth, orientation, minorOnly, min, max);
+    return NewTransform(min, max);
+}
+
+CTransform3D* CChart3D::AutoTransformN25D(std::span<const std::span<const double>> x,
+                                          std::span<const std::span<const double>> y, double depth,
+                                          int orientation, int minorOnly) {
+    const int sets = detail::SameCount(x, y, At("AutoTransformN25D"));
+    Union all;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(sets); ++i) {
+        point3Dtype min;
+        point3Dtype max;
+        MinMaxValues25D(x[i], y[i], depth, orientation, minorOnly, min, max);
+        all.Add(min, max);
+    }
+    return NewTransform(all.min, all.max);
+}
+
+CTransform3D* CChart3D::AutoTransformGroup25D(std::span<const double> x, std::span<const double> y,
+                                              double base, int nGroups, double depth,
+                                              int orientation, int stacked, int minorOnly) {
+    const detail::Origin here = At("AutoTransformGroup25D");
+    const int n = detail::CountOf(x, here);
+    if (nGroups < 0 || y.size() != x.size() * static_cast<std::size_t>(nGroups))
+        detail::Raise(ERR3D_PARAMETER, here.cls, here.operation,
+                      detail::Say(nGroups, " groups of ", n, " values are not ", y.size()));
+    return AutoTransformGroup25D(n != 0 ? x.data() : nullptr, n != 0 ? y.data() : nullptr, base, n,
+                                 nGroups, depth, orientation, stacked, minorOnly);
+}
+
 CAxes3D* CChart3D::AutoAxes(CTransform3D* t) {
     CAxes3D* const axes = NewAxes(t);
-    const detail::TextScale text{m_FontSize * m_FontHeightSF,
-                                 AspectToBe(m_pChartView, m_ChartPosition)};
+    const detail::TextScale text{m_Saved.fontSize * m_Saved.fontHeightSF,
+                                 AspectToBe(m_pChartView, m_Saved.position)};
     for (int axis = 0; axis < 3; ++axis) {
         PlaceAxis(*axes, *t, axis);
         ScaleAxis(*axes, *t, axis);

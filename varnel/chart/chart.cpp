@@ -20,8 +20,6 @@
 namespace varnel {
 namespace {
 
-constexpr int kDiffuse = 4609;
-
 detail::Origin At(const char* operation) {
     return {ERR3DCLASS_CHART3D, operation};
 }
@@ -54,36 +52,22 @@ CChart3D::CChart3D(CChartView3D* view, const point3Dtype& min, const point3Dtype
 CChart3D::CChart3D(CChartView3D* view, const point3Dtype& min, const point3Dtype& max,
                    CTransform3D** t, CAxes3D** a)
     : CChart3D(view, min, max, t) {
-    CAxes3D* const axes = NewAxes(m_TransformList.GetCurrent(), min, max);
+    CAxes3D* const axes = NewAxes(m_Objects.transforms.GetCurrent(), min, max);
     if (a != nullptr) *a = axes;
 }
 
 CChart3D::~CChart3D() {
-    m_AxesList.RemoveAll();
-    m_ChartObjList.RemoveAll();
-    m_TransformList.RemoveAll();
-    m_TextList.RemoveAll();
-    m_AuxObjList.RemoveAll();
-    m_DIBObjList.RemoveAll();
+    m_Objects.axes.RemoveAll();
+    m_Objects.objects.RemoveAll();
+    m_Objects.transforms.RemoveAll();
+    m_Objects.texts.RemoveAll();
+    m_Objects.solids.RemoveAll();
+    m_Objects.pictures.RemoveAll();
     m_Signature = 0;
 }
 
 void CChart3D::InitChartDefaults() {
-    m_ViewAspect = m_ViewportAspect = m_FontHeightSF = m_BorderThickness = 1.0;
-    m_FontSize = 0.1;
-    m_Spare = 0.05;
-    m_ChartEnable = m_BorderEnable = 1;
-    m_ChartViewport = {0, 0, 100, 100};
-    m_ChartPosition = {0.0, 0.0, 1.0, 1.0};
-    m_LightPosition = {0.0, 1.0, 1.0, 0.0};
-    m_ChartBkColor = m_DiffuseLight = SetRGBD(1, 1, 1, 1);
-    m_BorderColor = SetRGBD(0, 0, 0, 1);
-    std::fill(std::begin(m_TextureColors), std::end(m_TextureColors), SetRGBD(0, 0, 0, 1));
-    m_AmbientLight = SetRGBD(0.4, 0.4, 0.4, 1);
-    m_TextureMin = 0.0;
-    m_TextureMax = 1.0;
-    m_TextureMode = -1;
-    m_NumTextureColors = 0;
+    m_Saved = {};
     m_Signature = kSignature;
     detail::Count(nSelfID);
     m_pHeader = detail::NewObject<CHeader3D>(At("InitChartDefaults"));
@@ -95,7 +79,7 @@ void CChart3D::InitChart3D(CChartView3D* view) {
     const GLContext::HostContextGuard host;
     m_pChartView = view;
     m_pOpenGL = view->GetOpenGLPntr();
-    for (int component : {4608, kDiffuse, 4610})
+    for (int component : {LIGHT_AMBIENT, LIGHT_DIFFUSE, LIGHT_SPECULAR})
         m_pOpenGL->LoadLight(component);
     m_pHeader->InitHeaders(m_pOpenGL);
 }
@@ -106,21 +90,21 @@ CTransform3D* CChart3D::RequireTransform(CTransform3D* t, const char* operation)
 }
 
 CTransform3D* CChart3D::NewTransform() {
-    return m_TransformList.Append(detail::NewObject<CTransform3D>(At("NewTransform")));
+    return m_Objects.transforms.Append(detail::NewObject<CTransform3D>(At("NewTransform")));
 }
 
 CTransform3D* CChart3D::NewTransform(const point3Dtype& min, const point3Dtype& max) {
-    return m_TransformList.Append(
+    return m_Objects.transforms.Append(
         detail::NewObject<CTransform3D>(At("NewTransform"), m_pOpenGL, min, max));
 }
 
 CAxes3D* CChart3D::NewAxes() {
-    return m_AxesList.Append(detail::NewObject<CAxes3D>(At("NewAxes")));
+    return m_Objects.axes.Append(detail::NewObject<CAxes3D>(At("NewAxes")));
 }
 
 CAxes3D* CChart3D::NewAxes(CTransform3D* t, const point3Dtype& min, const point3Dtype& max) {
     RequireTransform(t, "NewAxes");
-    return m_AxesList.Append(detail::NewObject<CAxes3D>(At("NewAxes"), m_pOpenGL, t, min, max));
+    return m_Objects.axes.Append(detail::NewObject<CAxes3D>(At("NewAxes"), m_pOpenGL, t, min, max));
 }
 
 CAxes3D* CChart3D::NewAxes(CTransform3D* t) {
@@ -129,94 +113,102 @@ CAxes3D* CChart3D::NewAxes(CTransform3D* t) {
 }
 
 CAxes3D* CChart3D::NewAxes(const point3Dtype& min, const point3Dtype& max) {
-    return NewAxes(m_TransformList.GetCurrent(), min, max);
+    return NewAxes(m_Objects.transforms.GetCurrent(), min, max);
 }
 
 CChartObj3D* CChart3D::NewChartObj() {
-    return m_ChartObjList.Append(detail::NewObject<CChartObj3D>(At("NewChartObj")));
+    return m_Objects.objects.Append(detail::NewObject<CChartObj3D>(At("NewChartObj")));
 }
 
 CChartObj3D* CChart3D::NewChartObj(CTransform3D* t) {
     RequireTransform(t, "NewChartObj");
-    return m_ChartObjList.Append(detail::NewObject<CChartObj3D>(At("NewChartObj"), m_pOpenGL, t));
+    return m_Objects.objects.Append(
+        detail::NewObject<CChartObj3D>(At("NewChartObj"), m_pOpenGL, t));
 }
 
 CTextObj3D* CChart3D::NewChartTextObj() {
-    return m_TextList.Append(detail::NewObject<CTextObj3D>(At("NewChartTextObj")));
+    return m_Objects.texts.Append(detail::NewObject<CTextObj3D>(At("NewChartTextObj")));
 }
 
 CTextObj3D* CChart3D::NewChartTextObj(CTransform3D* t, const CString& text) {
     RequireTransform(t, "NewChartTextObj");
     CFont3D* const font = m_pOpenGL != nullptr ? m_pOpenGL->GetFont() : nullptr;
-    return m_TextList.Append(
+    return m_Objects.texts.Append(
         detail::NewObject<CTextObj3D>(At("NewChartTextObj"), m_pOpenGL, font, t, text));
 }
 
 CTextObj3D* CChart3D::NewChartTextObj(const CString& text) {
-    return NewChartTextObj(m_TransformList.GetAt(0), text);
+    return NewChartTextObj(m_Objects.transforms.GetAt(0), text);
 }
 
 CAuxObj3D* CChart3D::NewAuxObj() {
-    return m_AuxObjList.Append(detail::NewObject<CAuxObj3D>(At("NewAuxObj")));
+    return m_Objects.solids.Append(detail::NewObject<CAuxObj3D>(At("NewAuxObj")));
 }
 
 CAuxObj3D* CChart3D::NewAuxObj(CTransform3D* t, int shape) {
     RequireTransform(t, "NewAUXObj");
-    return m_AuxObjList.Append(detail::NewObject<CAuxObj3D>(At("NewAuxObj"), m_pOpenGL, t, shape));
+    return m_Objects.solids.Append(
+        detail::NewObject<CAuxObj3D>(At("NewAuxObj"), m_pOpenGL, t, shape));
 }
 
 CAuxObj3D* CChart3D::NewAuxObj(int shape) {
-    return NewAuxObj(m_TransformList.GetAt(0), shape);
+    return NewAuxObj(m_Objects.transforms.GetAt(0), shape);
 }
 
 CDIBObj3D* CChart3D::NewDIBObj() {
-    return m_DIBObjList.Append(detail::NewObject<CDIBObj3D>(At("NewDIBObj")));
+    return m_Objects.pictures.Append(detail::NewObject<CDIBObj3D>(At("NewDIBObj")));
 }
 
 CDIBObj3D* CChart3D::NewDIBObj(CTransform3D* t, const CString& file) {
     RequireTransform(t, "NewDIBObj");
-    return m_DIBObjList.Append(detail::NewObject<CDIBObj3D>(At("NewDIBObj"), m_pOpenGL, t, file));
+    return m_Objects.pictures.Append(
+        detail::NewObject<CDIBObj3D>(At("NewDIBObj"), m_pOpenGL, t, file));
 }
 
 CDIBObj3D* CChart3D::NewDIBObj(const CString& file) {
-    return NewDIBObj(m_TransformList.GetAt(0), file);
+    return NewDIBObj(m_Objects.transforms.GetAt(0), file);
 }
 
 CTransform3D* CChart3D::MatchTransformID(int id) const {
-    for (const auto& transform : m_TransformList)
-        if (transform->GetSelfID() == id) return transform.get();
-    return nullptr;
+    return FindTransform(m_Objects, id);
 }
 
 void CChart3D::SetLightComponent(int code, const RGBDType& c) {
-    if (code == kDiffuse) m_DiffuseLight = c;
-    if (code == LIGHT_MODEL_AMBIENT) m_AmbientLight = c;
+    if (code == LIGHT_DIFFUSE) m_Saved.diffuseLight = c;
+    if (code == LIGHT_MODEL_AMBIENT) m_Saved.ambientLight = c;
 }
 
 RGBDType CChart3D::GetLightComponent(int code) const {
-    if (code == kDiffuse) return m_DiffuseLight;
-    if (code == LIGHT_MODEL_AMBIENT) return m_AmbientLight;
+    if (code == LIGHT_DIFFUSE) return m_Saved.diffuseLight;
+    if (code == LIGHT_MODEL_AMBIENT) return m_Saved.ambientLight;
     return {};
 }
 
 void CChart3D::SetTextureColorArray(const RGBDType* colors, double min, double max, int n) {
     if (colors == nullptr || n < 0 || n > kTextureColors) return;
-    m_TextureMin = min;
-    m_TextureMax = max;
-    m_NumTextureColors = n;
-    std::copy(colors, colors + n, m_TextureColors);
+    SetTextureColorArray(std::span(colors, static_cast<std::size_t>(n)), min, max);
+}
+
+void CChart3D::SetTextureColorArray(std::span<const RGBDType> colors, double min, double max) {
+    if (colors.size() > kTextureColors)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_CHART3D, "SetTextureColorArray",
+                      detail::Say(colors.size(), " colours are more than ", kTextureColors));
+    m_Saved.textureMin = min;
+    m_Saved.textureMax = max;
+    m_Saved.numTextureColors = static_cast<int>(colors.size());
+    std::ranges::copy(colors, m_Saved.textureColors.begin());
 }
 
 void CChart3D::GetTextureColorArray(RGBDType* colors, double* min, double* max) const {
     if (colors != nullptr)
-        std::copy(m_TextureColors,
-                  m_TextureColors + std::clamp(m_NumTextureColors, 0, kTextureColors), colors);
-    if (min != nullptr) *min = m_TextureMin;
-    if (max != nullptr) *max = m_TextureMax;
+        std::copy_n(m_Saved.textureColors.begin(),
+                    std::clamp(m_Saved.numTextureColors, 0, kTextureColors), colors);
+    if (min != nullptr) *min = m_Saved.textureMin;
+    if (max != nullptr) *max = m_Saved.textureMax;
 }
 
 void CChart3D::SetChartPosition(const GLViewRType& p) {
-    m_ChartPosition = p;
+    m_Saved.position = p;
     if (m_pChartView == nullptr) return;
     int w = 0;
     int h = 0;
@@ -226,21 +218,21 @@ void CChart3D::SetChartPosition(const GLViewRType& p) {
 }
 
 void CChart3D::SetChartViewport(const GLViewportType& v) {
-    m_ChartViewport = v;
-    m_ViewportAspect = static_cast<double>(v.height) / static_cast<double>(v.width);
+    m_Saved.viewport = v;
+    m_Saved.viewportAspect = static_cast<double>(v.height) / static_cast<double>(v.width);
 }
 
 void CChart3D::SetFontFactors() {
-    if (m_pOpenGL != nullptr) m_pOpenGL->SetFontScaleFactor(m_FontSize);
+    if (m_pOpenGL != nullptr) m_pOpenGL->SetFontScaleFactor(m_Saved.fontSize);
     int width = 0;
     int height = 0;
     if (m_pChartView != nullptr) m_pChartView->GetViewSize(&width, &height);
-    for (const auto& transform : m_TransformList) {
-        transform->SetDrawnViewport(m_ChartViewport, height);
+    for (const auto& transform : m_Objects.transforms) {
+        transform->SetDrawnViewport(m_Saved.viewport, height);
         // Units of a transform that keeps its proportions are as wide as high already.
-        const double aspect = transform->GetTrueProportions() != 0 ? 1.0 : m_ViewportAspect;
-        transform->SetFontAspect(aspect * m_ViewAspect);
-        transform->SetFontHeightSF(m_FontHeightSF);
+        const double aspect = transform->GetTrueProportions() != 0 ? 1.0 : m_Saved.viewportAspect;
+        transform->SetFontAspect(aspect * m_Saved.viewAspect);
+        transform->SetFontHeightSF(m_Saved.fontHeightSF);
     }
 }
 

@@ -7,6 +7,8 @@
 // size from its lower left corner.
 #pragma once
 
+#include <array>
+#include <memory>
 #include <span>
 
 #include "varnel/foundation/colors.h"
@@ -98,46 +100,46 @@ class VARNEL_API CChart3D {
     // --- Owned objects, in the order of their creation; null outside the list -----------------
 
     CHeader3D* GetHeader() const { return m_pHeader.get(); }
-    CTransform3D* GetTransform(int index) const { return m_TransformList.GetAt(index); }
-    CAxes3D* GetAxes(int index) const { return m_AxesList.GetAt(index); }
-    CChartObj3D* GetChartObj(int index) const { return m_ChartObjList.GetAt(index); }
-    CTextObj3D* GetChartTextObj(int index) const { return m_TextList.GetAt(index); }
-    CAuxObj3D* GetAuxObj(int index) const { return m_AuxObjList.GetAt(index); }
-    CDIBObj3D* GetDIBObj(int index) const { return m_DIBObjList.GetAt(index); }
-    int GetNumTransforms() const { return m_TransformList.GetCount(); }
-    int GetNumAxes() const { return m_AxesList.GetCount(); }
-    int GetNumChartObjs() const { return m_ChartObjList.GetCount(); }
-    int GetNumChartTextObjs() const { return m_TextList.GetCount(); }
-    int GetNumAuxObjs() const { return m_AuxObjList.GetCount(); }
-    int GetNumDIBObjs() const { return m_DIBObjList.GetCount(); }
+    CTransform3D* GetTransform(int index) const { return m_Objects.transforms.GetAt(index); }
+    CAxes3D* GetAxes(int index) const { return m_Objects.axes.GetAt(index); }
+    CChartObj3D* GetChartObj(int index) const { return m_Objects.objects.GetAt(index); }
+    CTextObj3D* GetChartTextObj(int index) const { return m_Objects.texts.GetAt(index); }
+    CAuxObj3D* GetAuxObj(int index) const { return m_Objects.solids.GetAt(index); }
+    CDIBObj3D* GetDIBObj(int index) const { return m_Objects.pictures.GetAt(index); }
+    int GetNumTransforms() const { return m_Objects.transforms.GetCount(); }
+    int GetNumAxes() const { return m_Objects.axes.GetCount(); }
+    int GetNumChartObjs() const { return m_Objects.objects.GetCount(); }
+    int GetNumChartTextObjs() const { return m_Objects.texts.GetCount(); }
+    int GetNumAuxObjs() const { return m_Objects.solids.GetCount(); }
+    int GetNumDIBObjs() const { return m_Objects.pictures.GetCount(); }
 
     // --- Attributes --------------------------------------------------------------------------
 
     /// 0: the chart is not drawn, not even its background. Default 1.
-    void EnableChart(int on) { m_ChartEnable = on; }
-    int GetChartEnable() const { return m_ChartEnable; }
-    void EnableBorder(int on) { m_BorderEnable = on; }
-    int GetBorderEnable() const { return m_BorderEnable; }
+    void EnableChart(int on) { m_Saved.chartEnable = on; }
+    int GetChartEnable() const { return m_Saved.chartEnable; }
+    void EnableBorder(int on) { m_Saved.borderEnable = on; }
+    int GetBorderEnable() const { return m_Saved.borderEnable; }
     /// Width of the border in pixels. Default 1.
-    void SetBorderThickness(double width) { m_BorderThickness = width; }
-    double GetBorderThickness() const { return m_BorderThickness; }
-    void SetBorderColor(const RGBDType& c) { m_BorderColor = c; }
-    RGBDType GetBorderColor() const { return m_BorderColor; }
-    void SetChartBkColor(const RGBDType& c) { m_ChartBkColor = c; }
-    RGBDType GetChartBkColor() const { return m_ChartBkColor; }
+    void SetBorderThickness(double width) { m_Saved.borderThickness = width; }
+    double GetBorderThickness() const { return m_Saved.borderThickness; }
+    void SetBorderColor(const RGBDType& c) { m_Saved.borderColor = c; }
+    RGBDType GetBorderColor() const { return m_Saved.borderColor; }
+    void SetChartBkColor(const RGBDType& c) { m_Saved.bkColor = c; }
+    RGBDType GetChartBkColor() const { return m_Saved.bkColor; }
     /// Scale of the chart's text: the height of an em in device units (the chart is 2 high).
     /// Default 0.1.
-    void SetFontSize(double size) { m_FontSize = size; }
-    double GetFontSize() const { return m_FontSize; }
+    void SetFontSize(double size) { m_Saved.fontSize = size; }
+    double GetFontSize() const { return m_Saved.fontSize; }
     /// Further factor on the height of all text of the chart. Default 1.
-    void SetFontHeightSF(double factor) { m_FontHeightSF = factor; }
-    double GetFontHeightSF() const { return m_FontHeightSF; }
+    void SetFontHeightSF(double factor) { m_Saved.fontHeightSF = factor; }
+    double GetFontHeightSF() const { return m_Saved.fontHeightSF; }
     /// Factor on the aspect of text, besides the aspect of the chart's viewport. Default 1.
-    void SetViewAspect(double aspect) { m_ViewAspect = aspect; }
-    double GetViewAspect() const { return m_ViewAspect; }
+    void SetViewAspect(double aspect) { m_Saved.viewAspect = aspect; }
+    double GetViewAspect() const { return m_Saved.viewAspect; }
     /// Direction of the light, z up. Default (0, 1, 1).
-    void SetLightPosition(const point3Dtype& p) { m_LightPosition = p; }
-    point3Dtype GetLightPosition() const { return m_LightPosition; }
+    void SetLightPosition(const point3Dtype& p) { m_Saved.lightPosition = p; }
+    point3Dtype GetLightPosition() const { return m_Saved.lightPosition; }
     /// Code 4609 the diffuse colour, LIGHT_MODEL_AMBIENT the ambient one; others are ignored.
     void SetLightComponent(int code, const RGBDType& c);
     /// The same two; (0, 0, 0, 0) for any other code.
@@ -145,14 +147,16 @@ class VARNEL_API CChart3D {
 
     /// Which coordinate of a vertex is turned into a texture colour: 0 x, 1 y, 3 the value w, other
     /// numbers z; negative (the default, -1): the chart uses no texture.
-    void SetTextureMode(int mode) { m_TextureMode = mode; }
-    int GetTextureMode() const { return m_TextureMode; }
+    void SetTextureMode(int mode) { m_Saved.textureMode = mode; }
+    int GetTextureMode() const { return m_Saved.textureMode; }
     /// Copies n colours for values from min to max; n outside 0..258 or a null array changes
     /// nothing.
     void SetTextureColorArray(const RGBDType* colors, double min, double max, int n);
+    /// The same for as many colours as there are; more than 258 raise "Parameter Error".
+    void SetTextureColorArray(std::span<const RGBDType> colors, double min, double max);
     /// Copies the valid colours and the range out; null pointers are skipped.
     void GetTextureColorArray(RGBDType* colors, double* min, double* max) const;
-    int GetNumTextureColors() const { return m_NumTextureColors; }
+    int GetNumTextureColors() const { return m_Saved.numTextureColors; }
     /// Colours a surface in space by height, from its lowest polygon corner to its highest: gives
     /// the chart the 256 colours of a map of surface/color_map.h over the surface's range (in
     /// working coordinates, so call it after a change of the z axis's scale mode) and texture mode
@@ -169,17 +173,20 @@ class VARNEL_API CChart3D {
 
     /// Places the chart in the view, in fractions of the view's size.
     void SetChartPosition(const GLViewRType& p);
-    GLViewRType GetChartPosition() const { return m_ChartPosition; }
+    GLViewRType GetChartPosition() const { return m_Saved.position; }
     /// The viewport in pixels of the view; drawing recomputes it from the position.
     void SetChartViewport(const GLViewportType& v);
-    GLViewportType GetChartViewport() const { return m_ChartViewport; }
+    GLViewportType GetChartViewport() const { return m_Saved.viewport; }
 
     /// Hands the font factors to the context and to all transforms.
     void SetFontFactors();
 
-    // --- Automatic scaling: round limits and tics from data; NaN is no data --------------------
+    // --- Automatic scaling: round limits and tics from data. What is not finite is no data. Spans
+    // of different lengths raise "Parameter Error"-----------------
 
-    /// Widens a range to round limits; `minorOnly` non-zero rounds to minor tics only.
+    /// Widens a range to round limits; `minorOnly` non-zero rounds to minor tics only. About a
+    /// quarter of the axis stays empty on average, and a range that reaches below 0 and whose
+    /// extent is just above a power of ten loses its lowest datum: -10.0001..0 gives -10..2.
     static void RoundAxis(double& min, double& max, int minorOnly);
     /// Chooses tics for a range: where they start, their spacing, how many make a major one and the
     /// decimals of the labels.
@@ -187,20 +194,34 @@ class VARNEL_API CChart3D {
                                  int& ticsPerMajor, int& decimals);
     /// A new transform with the rounded limits of n points.
     CTransform3D* AutoTransform3D(const point3Dtype* pts, int n, int minorOnly);
+    CTransform3D* AutoTransform3D(std::span<const point3Dtype> pts, int minorOnly);
     CTransform3D* AutoTransformPolysurface(CPolysurface* ps, int minorOnly);
-    /// Limits for n values y over x drawn at depths 0..depth; orientation 1 puts x on the y axis.
+    /// Limits for n values y over x drawn at depths 0..depth; orientation 1 puts x on the y axis,
+    /// any other number on the x axis.
     static void MinMaxValues25D(const double* x, const double* y, int n, double depth,
+                                int orientation, int minorOnly, point3Dtype& min, point3Dtype& max);
+    static void MinMaxValues25D(std::span<const double> x, std::span<const double> y, double depth,
                                 int orientation, int minorOnly, point3Dtype& min, point3Dtype& max);
     CTransform3D* AutoTransform25D(const double* x, const double* y, int n, double depth,
                                    int orientation, int minorOnly);
+    CTransform3D* AutoTransform25D(std::span<const double> x, std::span<const double> y,
+                                   double depth, int orientation, int minorOnly);
     /// Over nSets sets, each rounded on its own. The maximum never falls below 1e-100.
     CTransform3D* AutoTransformN25D(double** x, double** y, const int* counts, int nSets,
                                     double depth, int orientation, int minorOnly);
+    CTransform3D* AutoTransformN25D(std::span<const std::span<const double>> x,
+                                    std::span<const std::span<const double>> y, double depth,
+                                    int orientation, int minorOnly);
     /// Over nGroups rows of n values that share x; `base` can only lower the minimum.
     CTransform3D* AutoTransformGroup25D(const double* x, const double* y, double base, int n,
                                         int nGroups, double depth, int orientation, int stacked,
                                         int minorOnly);
-    /// New axes over the transform's limits, with tics, labels and colours that show.
+    CTransform3D* AutoTransformGroup25D(std::span<const double> x, std::span<const double> y,
+                                        double base, int nGroups, double depth, int orientation,
+                                        int stacked, int minorOnly);
+    /// New axes over the transform's limits, with tics, labels and colours that show. Labels have
+    /// the format whose texts are the shortest among those that show every value exactly and no two
+    /// alike.
     CAxes3D* AutoAxes(CTransform3D* t);
 
     // --- Drawing, called by the view; and persistence ------------------------------------------
@@ -218,10 +239,12 @@ class VARNEL_API CChart3D {
     void DrawChartText();
 
     /// Writes the record; a null file does nothing, a failing medium raises "Disk I/O Error".
-    /// Identifiers of transforms are made unique within the chart first.
+    /// Identifiers of transforms are made unique within the chart first. An object without a
+    /// transform is saved, and told: loading it raises "Transform Parameter Error".
     void Save(HANDLE file);
-    /// Reads the record into a chart without objects; on one that has some, nothing is done. The
-    /// chart must be bound to a view (InitChart3D) for its objects to be bound.
+    /// Reads the record, which takes the place of everything that the chart has; after an error the
+    /// chart is as it was. The chart must be bound to a view (InitChart3D) for its objects to be
+    /// bound.
     void Load(HANDLE file);
 
     static int nSelfID;  ///< charts made so far; saved and restored
@@ -229,43 +252,62 @@ class VARNEL_API CChart3D {
     /// Hands what the plain record lacks, of this and of what it owns, to the chart file.
     void VisitAdded(detail::AddedFields& fields);
 
-    template <class Archive>
-    void Record(Archive& record);
-
  private:
+    /// The chart's own part of its record.
+    struct Saved {
+        double viewAspect = 1.0;      ///< factor on the aspect of text
+        double viewportAspect = 1.0;  ///< height by width of the viewport
+        double fontHeightSF = 1.0;
+        double fontSize = 0.1;
+        double spare = 0.05;           ///< in the record only
+        double borderThickness = 1.0;  ///< pixels
+        RGBDType borderColor{0.0, 0.0, 0.0, 1.0};
+        int chartEnable = 1;
+        int borderEnable = 1;
+        GLViewportType viewport{0, 0, 100, 100};   ///< pixels of the view
+        GLViewRType position{0.0, 0.0, 1.0, 1.0};  ///< fractions of the view
+        point3Dtype lightPosition{0.0, 1.0, 1.0, 0.0};
+        RGBDType ambientLight{0.4, 0.4, 0.4, 1.0};
+        RGBDType diffuseLight{1.0, 1.0, 1.0, 1.0};
+        RGBDType bkColor{1.0, 1.0, 1.0, 1.0};
+        std::array<RGBDType, kTextureColors> textureColors = Black();
+        double textureMin = 0.0;  ///< the values of the first and the last colour
+        double textureMax = 1.0;
+        int textureMode = -1;
+        int numTextureColors = 0;
+
+        static std::array<RGBDType, kTextureColors> Black() {
+            std::array<RGBDType, kTextureColors> colors;
+            colors.fill({0.0, 0.0, 0.0, 1.0});
+            return colors;
+        }
+    };
+
+    /// What a chart owns, but for its header. Objects that refer to transforms go first.
+    struct Objects {
+        ObjectList<CTransform3D> transforms;
+        ObjectList<CTextObj3D> texts;
+        ObjectList<CDIBObj3D> pictures;
+        ObjectList<CAuxObj3D> solids;
+        ObjectList<CChartObj3D> objects;
+        ObjectList<CAxes3D> axes;
+    };
+
+    template <class Archive>
+    static void Record(Archive& record, Saved& saved);
+    static CTransform3D* FindTransform(const Objects& objects, int id);
+    void LoadObjects(File& file, Objects& objects);
+    void TellWhatCannotBeLoaded() const;
+    void TellWhatDoesNotShow() const;
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
     void MakeTransformIDsUnique();
 
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;
-    double m_ViewAspect = 1.0;
-    double m_ViewportAspect = 1.0;
-    double m_FontHeightSF = 1.0;
-    double m_FontSize = 0.1;
-    double m_Spare = 0.05;
-    double m_BorderThickness = 1.0;
-    int m_ChartEnable = 1;
-    int m_BorderEnable = 1;
-    GLViewportType m_ChartViewport;
-    GLViewRType m_ChartPosition;
-    point3Dtype m_LightPosition;
-    RGBDType m_ChartBkColor;
-    RGBDType m_BorderColor;
-    RGBDType m_TextureColors[kTextureColors];
-    RGBDType m_DiffuseLight;
-    RGBDType m_AmbientLight;
-    double m_TextureMin = 0.0;
-    double m_TextureMax = 1.0;
-    int m_TextureMode = -1;
-    int m_NumTextureColors = 0;
+    Saved m_Saved;
     int m_Signature = kSignature;
     std::unique_ptr<CHeader3D> m_pHeader;
-    ObjectList<CTransform3D> m_TransformList;
-    ObjectList<CAxes3D> m_AxesList;
-    ObjectList<CTextObj3D> m_TextList;
-    ObjectList<CChartObj3D> m_ChartObjList;
-    ObjectList<CAuxObj3D> m_AuxObjList;
-    ObjectList<CDIBObj3D> m_DIBObjList;
+    Objects m_Objects;
 };
 
 }  // namespace varnel

@@ -1,4 +1,6 @@
 // CChart3D: drawing.
+#include <algorithm>
+
 #include "varnel/axes/axes.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/bitmap/dib_object.h"
@@ -6,6 +8,8 @@
 #include "varnel/chart/detail/border.h"
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/diagnose.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
 #include "varnel/transform/transform.h"
@@ -14,82 +18,131 @@ namespace varnel {
 namespace {
 
 constexpr int kColorAndDepth = 16640;
-constexpr int kAmbient = 4608;
-constexpr int kDiffuse = 4609;
-constexpr int kPosition = 4611;
+
+/// Tells of scales over which nothing can be drawn.
+void TellOfScales(const CTransform3D& t) {
+    constexpr char kAxes[] = "xyz";
+    for (int axis = 0; axis < 3; ++axis) {
+        const double min = GetCoord3D(t.GetScaleMin(), axis);
+        const double max = GetCoord3D(t.GetScaleMax(), axis);
+        if (min == max)
+            detail::Diagnose("DrawChart", "both scale limits of the ", kAxes[axis], " axis are ",
+                             min);
+        if (t.GetAxisScaleMode(axis) != 0 && !(min > 0.0 || max > 0.0))
+            detail::Diagnose("DrawChart", "the ", kAxes[axis],
+                             " axis is logarithmic and its limits ", min, " and ", max,
+                             " are not positive");
+    }
+}
+
+bool ShowsSomething(const CAxes3D& axes) {
+    bool shows = false;
+    for (int axis = 0; axis < 3; ++axis)
+        shows = shows || axes.GetAxisEnable(axis) != 0 || axes.GetAxisLabelsEnable(axis) != 0;
+    for (int plane = 0; plane < 6; ++plane)
+        shows = shows || axes.GetWallEnable(plane) != 0 || axes.GetGridEnable(plane) != 0;
+    return shows;
+}
+
+/// A part of a chart's drawing, as fractions of the whole.
+template <class Draw>
+void Stage(double from, double to, Draw&& draw) {
+    const detail::ProgressPart part(from, to);
+    draw();
+}
+
+template <class T, class Draw>
+void DrawEach(const ObjectList<T>& list, Draw&& draw) {
+    const double all = list.GetCount();
+    double done = 0.0;
+    for (const auto& item : list) {
+        detail::Progress(done, all);
+        Stage(done / all, (done + 1.0) / all, [&] { draw(*item); });
+        ++done;
+    }
+}
 
 }  // namespace
 
+void CChart3D::TellWhatDoesNotShow() const {
+    if (GetDiagnostics() == 0) return;
+    for (const auto& transform : m_Objects.transforms)
+        TellOfScales(*transform);
+    const bool objects = !m_Objects.objects.IsEmpty() || !m_Objects.texts.IsEmpty() ||
+                         !m_Objects.solids.IsEmpty() || !m_Objects.pictures.IsEmpty();
+    if (!objects && std::ranges::none_of(m_Objects.axes,
+                                         [](const auto& axes) { return ShowsSomething(*axes); }))
+        detail::Diagnose("DrawChart", "the chart has no data, and no axes that are enabled");
+}
+
 void CChart3D::DrawChart() {
-    if (m_ChartEnable == 0 || m_pOpenGL == nullptr) return;
-    SetChartPosition(m_ChartPosition);
+    if (m_Saved.chartEnable == 0 || m_pOpenGL == nullptr) return;
+    TellWhatDoesNotShow();
+    SetChartPosition(m_Saved.position);
     SetupOpenGL();
     SetFontFactors();
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
-    for (const auto& transform : m_TransformList)
+    for (const auto& transform : m_Objects.transforms)
         transform->ChartTransform();
     DrawHeader();
-    DrawAxes();
-    DrawChartObjs();
-    DrawAuxObjects();
-    DrawDIBObjects();
-    DrawChartText();
+    Stage(0.0, 0.1, [this] { DrawAxes(); });
+    Stage(0.1, 0.9, [this] { DrawChartObjs(); });
+    Stage(0.9, 0.95, [this] { DrawAuxObjects(); });
+    Stage(0.95, 1.0, [this] {
+        DrawDIBObjects();
+        DrawChartText();
+    });
 }
 
 void CChart3D::SetupOpenGL() {
     m_pOpenGL->LoadIdentity();
-    m_pOpenGL->SetViewport(m_ChartViewport);
-    m_pOpenGL->SetClearColor(m_ChartBkColor.r, m_ChartBkColor.g, m_ChartBkColor.b, 0.0);
+    m_pOpenGL->SetViewport(m_Saved.viewport);
+    m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 0.0);
     m_pOpenGL->Clear(kColorAndDepth);
-    if (m_BorderEnable != 0) DrawBorder();
-    m_pOpenGL->SetLightPosition(m_LightPosition);
-    m_pOpenGL->LoadLight(kPosition);
-    m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT, m_AmbientLight);
-    m_pOpenGL->SetLightComponent(kDiffuse, m_DiffuseLight);
+    if (m_Saved.borderEnable != 0) DrawBorder();
+    m_pOpenGL->SetLightPosition(m_Saved.lightPosition);
+    m_pOpenGL->LoadLight(LIGHT_POSITION);
+    m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT, m_Saved.ambientLight);
+    m_pOpenGL->SetLightComponent(LIGHT_DIFFUSE, m_Saved.diffuseLight);
     // Charts of one view share the light: without loading it, each would have the last one's.
-    m_pOpenGL->LoadLight(kAmbient);
-    m_pOpenGL->LoadLight(kDiffuse);
-    if (m_TextureMode >= 0) {
-        m_pOpenGL->SetTextureMode(m_TextureMode);
-        m_pOpenGL->SetTextureColorArray(m_TextureColors, m_TextureMin, m_TextureMax,
-                                        m_NumTextureColors);
+    m_pOpenGL->LoadLight(LIGHT_AMBIENT);
+    m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
+    if (m_Saved.textureMode >= 0) {
+        m_pOpenGL->SetTextureMode(m_Saved.textureMode);
+        m_pOpenGL->SetTextureColorArray(m_Saved.textureColors.data(), m_Saved.textureMin,
+                                        m_Saved.textureMax, m_Saved.numTextureColors);
     }
 }
 
 void CChart3D::DrawBorder() {
-    detail::DrawViewportBorder(*m_pOpenGL, m_ChartViewport.width, m_ChartViewport.height,
-                               m_BorderThickness, m_BorderColor);
+    detail::DrawViewportBorder(*m_pOpenGL, m_Saved.viewport.width, m_Saved.viewport.height,
+                               m_Saved.borderThickness, m_Saved.borderColor);
 }
 
 void CChart3D::DrawHeader() {
-    m_pHeader->SetViewAspect(m_ViewportAspect * m_ViewAspect);
-    m_pHeader->SetRelSize(m_FontHeightSF);
+    m_pHeader->SetViewAspect(m_Saved.viewportAspect * m_Saved.viewAspect);
+    m_pHeader->SetRelSize(m_Saved.fontHeightSF);
     m_pHeader->DrawHeader();
 }
 
 void CChart3D::DrawAxes() {
-    for (const auto& axes : m_AxesList)
-        axes->DrawAxes();
+    DrawEach(m_Objects.axes, [](CAxes3D& axes) { axes.DrawAxes(); });
 }
 
 void CChart3D::DrawChartObjs() {
-    for (const auto& object : m_ChartObjList)
-        object->DrawChartObj();
+    DrawEach(m_Objects.objects, [](CChartObj3D& object) { object.DrawChartObj(); });
 }
 
 void CChart3D::DrawAuxObjects() {
-    for (const auto& object : m_AuxObjList)
-        object->DrawAuxObj();
+    DrawEach(m_Objects.solids, [](CAuxObj3D& object) { object.DrawAuxObj(); });
 }
 
 void CChart3D::DrawDIBObjects() {
-    for (const auto& object : m_DIBObjList)
-        object->DrawDIBObj();
+    DrawEach(m_Objects.pictures, [](CDIBObj3D& object) { object.DrawDIBObj(); });
 }
 
 void CChart3D::DrawChartText() {
-    for (const auto& text : m_TextList)
-        text->OutText();
+    DrawEach(m_Objects.texts, [](CTextObj3D& text) { text.OutText(); });
 }
 
 }  // namespace varnel

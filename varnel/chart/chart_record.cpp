@@ -1,6 +1,7 @@
 // CChart3D: its record in the chart file, with those of everything that it owns.
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/text_object.h"
@@ -9,6 +10,7 @@
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
@@ -17,12 +19,13 @@
 namespace varnel {
 
 template <class Archive>
-void CChart3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_ViewAspect, m_ViewportAspect, m_FontHeightSF,
-           m_FontSize, m_Spare, m_BorderThickness, m_BorderColor, m_ChartEnable, m_BorderEnable,
-           m_ChartViewport, m_ChartPosition, m_LightPosition, m_AmbientLight, m_DiffuseLight,
-           m_ChartBkColor, m_TextureColors, m_TextureMin, m_TextureMax, m_TextureMode,
-           m_NumTextureColors);
+void CChart3D::Record(Archive& record, Saved& saved) {
+    record(detail::CounterField{nSelfID}, saved.viewAspect, saved.viewportAspect,
+           saved.fontHeightSF, saved.fontSize, saved.spare, saved.borderThickness,
+           saved.borderColor, saved.chartEnable, saved.borderEnable, saved.viewport, saved.position,
+           saved.lightPosition, saved.ambientLight, saved.diffuseLight, saved.bkColor);
+    record.Array(saved.textureColors.data(), saved.textureColors.size());
+    record(saved.textureMin, saved.textureMax, saved.textureMode, saved.numTextureColors);
 }
 
 namespace {
@@ -40,46 +43,66 @@ void Renumber(const ObjectList<T>& list, const CTransform3D* of, int id) {
         if (item->GetTransform() == of) item->SetTransformID(id);
 }
 
+template <class T>
+void TellUnbound(const ObjectList<T>& list, const char* kind) {
+    int index = 0;
+    for (const auto& item : list) {
+        if (item->GetTransform() == nullptr)
+            detail::Diagnose("Save", kind, " ", index,
+                             " has no transform: what is saved cannot be loaded again");
+        ++index;
+    }
+}
+
 }  // namespace
 
 void CChart3D::MakeTransformIDsUnique() {
     std::set<int> taken;
-    for (const auto& transform : m_TransformList) {
+    for (const auto& transform : m_Objects.transforms) {
         if (taken.insert(transform->GetSelfID()).second) continue;
         int id = CTransform3D::NewSelfID();
         while (!taken.insert(id).second)
             id = CTransform3D::NewSelfID();
         transform->SetSelfID(id);
-        Renumber(m_AxesList, transform.get(), id);
-        Renumber(m_TextList, transform.get(), id);
-        Renumber(m_ChartObjList, transform.get(), id);
-        Renumber(m_AuxObjList, transform.get(), id);
-        Renumber(m_DIBObjList, transform.get(), id);
+        Renumber(m_Objects.axes, transform.get(), id);
+        Renumber(m_Objects.texts, transform.get(), id);
+        Renumber(m_Objects.objects, transform.get(), id);
+        Renumber(m_Objects.solids, transform.get(), id);
+        Renumber(m_Objects.pictures, transform.get(), id);
     }
+}
+
+void CChart3D::TellWhatCannotBeLoaded() const {
+    TellUnbound(m_Objects.axes, "axes object");
+    TellUnbound(m_Objects.texts, "text object");
+    TellUnbound(m_Objects.objects, "chart object");
+    TellUnbound(m_Objects.solids, "auxiliary object");
+    TellUnbound(m_Objects.pictures, "bitmap object");
 }
 
 void CChart3D::VisitAdded(detail::AddedFields& fields) {
     fields.Object("header", m_pHeader.get());
-    fields.List("transform", m_TransformList);
-    fields.List("axes", m_AxesList);
-    fields.List("text", m_TextList);
-    fields.List("object", m_ChartObjList);
-    fields.List("solid", m_AuxObjList);
-    fields.List("picture", m_DIBObjList);
+    fields.List("transform", m_Objects.transforms);
+    fields.List("axes", m_Objects.axes);
+    fields.List("text", m_Objects.texts);
+    fields.List("object", m_Objects.objects);
+    fields.List("solid", m_Objects.solids);
+    fields.List("picture", m_Objects.pictures);
 }
 
 void CChart3D::Save(HANDLE file) {
     detail::WithFile(file, {ERR3DCLASS_CHART3D, "Save"}, [this](File& f) {
         MakeTransformIDsUnique();
+        TellWhatCannotBeLoaded();
         detail::RecordWriter record(f);
-        Record(record);
+        Record(record, m_Saved);
         m_pHeader->Save(&f);
-        SaveList(record, m_TransformList);
-        SaveList(record, m_AxesList);
-        SaveList(record, m_TextList);
-        SaveList(record, m_ChartObjList);
-        SaveList(record, m_AuxObjList);
-        SaveList(record, m_DIBObjList);
+        SaveList(record, m_Objects.transforms);
+        SaveList(record, m_Objects.axes);
+        SaveList(record, m_Objects.texts);
+        SaveList(record, m_Objects.objects);
+        SaveList(record, m_Objects.solids);
+        SaveList(record, m_Objects.pictures);
     });
 }
 
@@ -104,44 +127,59 @@ void LoadList(File& file, ObjectList<T>& list, const char* operation, Bind bind)
 
 }  // namespace
 
+CTransform3D* CChart3D::FindTransform(const Objects& objects, int id) {
+    for (const auto& transform : objects.transforms)
+        if (transform->GetSelfID() == id) return transform.get();
+    return nullptr;
+}
+
+void CChart3D::LoadObjects(File& f, Objects& objects) {
+    // An object's transform is found by the identifier in its record. In a file that was cut off
+    // inside the record the identifier may be missing; in a whole file an unknown one is the
+    // object's own error.
+    const auto bound = [&](auto& object, auto init) {
+        CTransform3D* const transform = FindTransform(objects, object.GetTransformID());
+        if (transform == nullptr && f.RanDry()) return false;
+        init(transform);
+        return true;
+    };
+    LoadList(f, objects.transforms, "NewTransform", [this](CTransform3D& t) {
+        t.InitTransform(m_pOpenGL);
+        return true;
+    });
+    LoadList(f, objects.axes, "NewAxes", [&](CAxes3D& o) {
+        return bound(o, [&](CTransform3D* t) { o.InitAxes(m_pOpenGL, t); });
+    });
+    CFont3D* const font = m_pOpenGL != nullptr ? m_pOpenGL->GetFont() : nullptr;
+    LoadList(f, objects.texts, "NewChartTextObj", [&](CTextObj3D& o) {
+        return bound(o, [&](CTransform3D* t) { o.InitTextObj(m_pOpenGL, font, t); });
+    });
+    LoadList(f, objects.objects, "NewChartObj", [&](CChartObj3D& o) {
+        return bound(o, [&](CTransform3D* t) { o.InitChartObj3D(m_pOpenGL, t); });
+    });
+    LoadList(f, objects.solids, "NewAuxObj", [&](CAuxObj3D& o) {
+        return bound(o, [&](CTransform3D* t) { o.InitAuxObj(m_pOpenGL, t); });
+    });
+    LoadList(f, objects.pictures, "NewDIBObj", [&](CDIBObj3D& o) {
+        return bound(o, [&](CTransform3D* t) { o.InitDIBObj(m_pOpenGL, t); });
+    });
+}
+
 void CChart3D::Load(HANDLE file) {
-    const bool empty = m_TransformList.IsEmpty() && m_AxesList.IsEmpty() && m_TextList.IsEmpty() &&
-                       m_ChartObjList.IsEmpty() && m_AuxObjList.IsEmpty() && m_DIBObjList.IsEmpty();
-    if (!empty) return;
     detail::WithFile(file, {ERR3DCLASS_CHART3D, "Load"}, [this](File& f) {
+        // Apart from the chart, which an error leaves as it was.
         detail::RecordReader record(f);
-        Record(record);
-        m_NumTextureColors = std::clamp(m_NumTextureColors, 0, kTextureColors);
-        m_pHeader->Load(&f);
-        // An object's transform is found by the identifier in its record. In a file that was cut
-        // off inside the record the identifier may be missing; in a whole file an unknown one is
-        // the object's own error.
-        const auto bound = [this, &f](auto& object, auto init) {
-            CTransform3D* const transform = MatchTransformID(object.GetTransformID());
-            if (transform == nullptr && f.RanDry()) return false;
-            init(transform);
-            return true;
-        };
-        LoadList(f, m_TransformList, "NewTransform", [this](CTransform3D& t) {
-            t.InitTransform(m_pOpenGL);
-            return true;
-        });
-        LoadList(f, m_AxesList, "NewAxes", [&](CAxes3D& o) {
-            return bound(o, [&](CTransform3D* t) { o.InitAxes(m_pOpenGL, t); });
-        });
-        CFont3D* const font = m_pOpenGL != nullptr ? m_pOpenGL->GetFont() : nullptr;
-        LoadList(f, m_TextList, "NewChartTextObj", [&](CTextObj3D& o) {
-            return bound(o, [&](CTransform3D* t) { o.InitTextObj(m_pOpenGL, font, t); });
-        });
-        LoadList(f, m_ChartObjList, "NewChartObj", [&](CChartObj3D& o) {
-            return bound(o, [&](CTransform3D* t) { o.InitChartObj3D(m_pOpenGL, t); });
-        });
-        LoadList(f, m_AuxObjList, "NewAuxObj", [&](CAuxObj3D& o) {
-            return bound(o, [&](CTransform3D* t) { o.InitAuxObj(m_pOpenGL, t); });
-        });
-        LoadList(f, m_DIBObjList, "NewDIBObj", [&](CDIBObj3D& o) {
-            return bound(o, [&](CTransform3D* t) { o.InitDIBObj(m_pOpenGL, t); });
-        });
+        Saved saved = m_Saved;
+        Record(record, saved);
+        saved.numTextureColors = std::clamp(saved.numTextureColors, 0, kTextureColors);
+        CHeader3D header;
+        header.CopyFrom(*m_pHeader);
+        header.Load(&f);
+        Objects objects;
+        LoadObjects(f, objects);
+        m_Saved = saved;
+        m_pHeader->CopyFrom(header);
+        std::swap(m_Objects, objects);
     });
 }
 

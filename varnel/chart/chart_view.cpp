@@ -19,6 +19,10 @@ detail::Origin At(const char* operation) {
     return {ERR3DCLASS_CHARTVIEW3D, operation};
 }
 
+[[noreturn]] void Fail(CErr3DTypes type, const char* operation, const CString& why) {
+    detail::Raise(type, ERR3DCLASS_CHARTVIEW3D, operation, why);
+}
+
 }  // namespace
 
 CChartView3D::CChartView3D() {
@@ -27,18 +31,21 @@ CChartView3D::CChartView3D() {
 
 CChartView3D::CChartView3D(CWnd* wnd) {
     InitChartViewDefaults();
-    if (wnd == nullptr) detail::Raise(ERR3D_CWND_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CChartView3D");
-    m_pWnd = wnd;
+    SetWindow(wnd);
     if (wnd->GetSafeHwnd() != nullptr) InitDeviceContext(1);
 }
 
 CChartView3D::CChartView3D(CWnd* wnd, int width, int height) {
     InitChartViewDefaults();
-    if (wnd == nullptr) detail::Raise(ERR3D_CWND_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CChartView3D");
-    m_pWnd = wnd;
+    SetWindow(wnd);
     m_RequestedWidth = width;
     m_RequestedHeight = height;
     if (wnd->GetSafeHwnd() != nullptr) InitDeviceContext(0);
+}
+
+void CChartView3D::SetWindow(CWnd* wnd) {
+    if (wnd == nullptr) Fail(ERR3D_CWND_PARAMETER, "CChartView3D", "the window is null");
+    m_pWnd = wnd;
 }
 
 CChartView3D::~CChartView3D() {
@@ -69,7 +76,8 @@ void CChartView3D::InitChartViewDefaults() {
 void CChartView3D::InitDeviceContext(int useScreenSize) {
     CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
     if (dc == nullptr)
-        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "InitDeviceContext");
+        Fail(ERR3D_CDC_PARAMETER, "InitDeviceContext",
+             m_pWnd == nullptr ? "the view has no window" : "the window has no device context");
     if (useScreenSize != 0) {
         m_RequestedWidth = dc->GetDeviceCaps(HORZRES);
         m_RequestedHeight = dc->GetDeviceCaps(VERTRES);
@@ -92,7 +100,8 @@ void CChartView3D::InitChartView3D(CDC* dc) {
 
 void CChartView3D::MakeCompatibleDC(CDC* dc) {
     if (dc == nullptr || dc->GetSafeHdc() == nullptr)
-        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "MakeCompatibleDC");
+        Fail(ERR3D_CDC_PARAMETER, "MakeCompatibleDC",
+             "the device context is null or has no device");
     // A copy of the handle: the device then lives as long as the view, whatever the window does.
     m_WindowDC = *dc;
     m_pDC = &m_WindowDC;
@@ -104,7 +113,8 @@ void CChartView3D::MakeCompatibleBitmap(int width, int height) {
     m_pDIBSection = detail::NewObject<CDIBSection>(At("MakeCompatibleBitmap"), m_pDC, &m_MemDC,
                                                    width, height, m_pDC->GetDeviceCaps(BITSPIXEL));
     if (m_pDIBSection->GetBitmap() == nullptr)
-        detail::Raise(ERR3D_OBJECT_NEW, ERR3DCLASS_CHARTVIEW3D, "MakeCompatibleBitmap");
+        Fail(ERR3D_OBJECT_NEW, "MakeCompatibleBitmap",
+             detail::Say("an image of ", width, " x ", height, " pixels cannot be had"));
     m_BitmapWidth = width;
     m_BitmapHeight = height;
     ActivateBitmap(1);
@@ -135,7 +145,12 @@ void CChartView3D::RequireContext(const char* operation) {
     if (m_Initialized == 0 && m_pWnd != nullptr && m_pWnd->GetSafeHwnd() != nullptr)
         InitDeviceContext(m_RequestedWidth == -1 && m_RequestedHeight == -1 ? 1 : 0);
     if (m_pOpenGL == nullptr)
-        detail::Raise(ERR3D_OPENGL_PARAMETER, ERR3DCLASS_CHARTVIEW3D, operation);
+        Fail(ERR3D_OPENGL_PARAMETER, operation,
+             "the view has no rendering context: it needs a window with a handle");
+}
+
+void CChartView3D::RequireImage(const char* operation) const {
+    if (m_pDIBSection == nullptr) Fail(ERR3D_DIB_HANDLE, operation, "the view's image was deleted");
 }
 
 template <class... Args>

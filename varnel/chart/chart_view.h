@@ -8,12 +8,14 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/object_list.h"
 #include "varnel/foundation/points.h"
+#include "varnel/foundation/progress.h"
 #include "varnel/foundation/types.h"
 #include "varnel/platform/device_context.h"
 
@@ -54,6 +56,8 @@ class VARNEL_API CChartView3D {
 
     int GetSignature() const { return m_Signature; }
 
+    /// Gives every attribute its default and makes a new header, which is bound where the view has
+    /// its context. Charts and legends stay.
     void InitChartViewDefaults();
     /// Creates image and context for the window ("CDC Parameter Error" without one);
     /// `useScreenSize` non-zero makes the image as large as the device's resolution.
@@ -100,7 +104,8 @@ class VARNEL_API CChartView3D {
 
     // --- Attributes --------------------------------------------------------------------------
 
-    /// Face, weight (100..900) and number of characters (128, or 256 for all) of the view's text.
+    /// Face, weight (100..900) and number of characters (128, or 256 for all) of the view's text;
+    /// below 1 counts as 128 and above 256 as 256 when text is drawn.
     void SetFont(const CString& name, int weight, int option);
     void SetFontItalics(int on);
     void SetFontUnderline(int on);
@@ -120,7 +125,10 @@ class VARNEL_API CChartView3D {
     /// Stored and saved only.
     void SetViewBkMode(int mode) { m_Saved.bkMode = mode; }
     int GetViewBkMode() const { return m_Saved.bkMode; }
-    /// 1 fit the page, 3 the normalized rectangle, others the whole page.
+    /// How the image lies on the page, inside a margin of a third of an inch. 1, the default, in
+    /// its own proportions: over the width of an upright page, over the height of a wide one, where
+    /// an image that is longer than the page is printed beyond it. 3: over the rectangle of
+    /// SetNormPrintRect. Others: over the whole page.
     void SetPrintScaleMode(int mode) { m_Settings.printScaleMode = mode; }
     int GetPrintScaleMode() const { return m_Settings.printScaleMode; }
     /// Where on the page mode 3 prints, in fractions of the page.
@@ -146,6 +154,13 @@ class VARNEL_API CChartView3D {
     void SetHeaderOnTop(int on) { m_Added.headerOnTop = on != 0 ? 1 : 0; }
     int GetHeaderOnTop() const { return m_Added.headerOnTop; }
 
+    /// Is told at least every 50 ms how far drawing, loading, saving and printing are (see
+    /// foundation/progress.h), and can stop them: then the view, its picture and the file are as
+    /// they were, and no error is raised. An empty handler, the default: nobody is told.
+    void SetProgressHandler(ProgressHandler handler) { m_ProgressHandler = std::move(handler); }
+    /// 1 when the handler stopped the last such operation, else 0.
+    int GetStopped() const { return m_Stopped; }
+
     /// The rendering context, null before the view is initialised; owned by the view.
     COpenGL* GetOpenGLPntr() const { return m_pOpenGL.get(); }
     /// The image, up to date after each drawing; null before the view is initialised.
@@ -154,7 +169,7 @@ class VARNEL_API CChartView3D {
 
     // --- Drawing -----------------------------------------------------------------------------
 
-    /// Draws the view, at the current view size, into the image.
+    /// Draws the view, at the current view size, into the image. A view of size 0 gets the image's.
     void DrawView();
     /// Draws the view at w x h pixels and copies it to (x, y) of a device context.
     void DrawViewScreen(CDC* dc, int x, int y, int w, int h);
@@ -245,6 +260,7 @@ class VARNEL_API CChartView3D {
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,
                     const ObjectList<CLegend3D>& legends);
+    void WriteAll(File& file);
     void ReadStaged(File& file, Staged& staged);
     void ActivateBitmap(int on);
     void CopyBitmap(CDC* dc, int x, int y, int w, int h);
@@ -253,8 +269,13 @@ class VARNEL_API CChartView3D {
     void DrawLegends();
     void DrawHeader();
     void DrawHeaderOnTop();
+    void SetWindow(CWnd* wnd);
     void RequireContext(const char* operation);
+    void RequireImage(const char* operation) const;
     void InitAndDraw(CDC* dc, int x, int y);
+    template <class Work>
+    bool Watched(const char* what, Work&& work);
+    void DrawWatched();
     void SelectPalette(CDC* dc) const;
     friend class PdfDocument;
     std::unique_ptr<detail::PageSink> DrawPage(const char* operation);
@@ -285,6 +306,8 @@ class VARNEL_API CChartView3D {
     Saved m_Saved;
     Settings m_Settings;
     Added m_Added;
+    ProgressHandler m_ProgressHandler;
+    int m_Stopped = 0;
     int m_LoadComplete = 1;
     int m_Signature = kSignature;
     ObjectList<CChart3D> m_ChartList;

@@ -1,8 +1,12 @@
 // CChartView3D: drawing the view and handing the picture over.
+#include <algorithm>
+
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/border.h"
+#include "varnel/chart/detail/watched.h"
 #include "varnel/chart/header.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/legend/legend.h"
 #include "varnel/platform/detail/gl_context.h"
@@ -20,11 +24,26 @@ constexpr double kViewFontSize = 0.2;
 constexpr int kDepth = 256;
 constexpr int kColorAndDepth = 16384 + kDepth;
 
+void RequireDevice(const CDC* dc, const char* operation) {
+    if (dc == nullptr)
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, operation,
+                      "there is no device context to draw to");
+}
+
+/// How many characters a font is made with: an option that no font has is the nearest one.
+int CharactersOf(int fontOption) {
+    return fontOption < 1 ? 128 : std::min(fontOption, 256);
+}
+
 }  // namespace
 
 void CChartView3D::DrawView() {
     RequireContext("DrawView");
     const GLContext::HostContextGuard host;
+    Watched("drawing", [this] { DrawWatched(); });
+}
+
+void CChartView3D::DrawWatched() {
     if (m_ViewWidth < 1 || m_ViewHeight < 1) SetViewSizePrinter();
     m_DrawWidth = m_ViewWidth;
     m_DrawHeight = m_ViewHeight;
@@ -37,7 +56,8 @@ void CChartView3D::DrawView() {
     if (m_Saved.borderEnable != 0) DrawBorder();
     if (m_FontChanged != 0) {
         m_pOpenGL->RegisterFont(m_Saved.fontName, kViewFontSize, m_Saved.fontWeight,
-                                m_Saved.fontItalics, m_Saved.fontUnderline, m_Saved.fontOption);
+                                m_Saved.fontItalics, m_Saved.fontUnderline,
+                                CharactersOf(m_Saved.fontOption));
         m_FontChanged = 0;
     }
     if (m_Added.headerOnTop == 0) DrawHeader();
@@ -67,8 +87,16 @@ void CChartView3D::DrawHeaderOnTop() {
 }
 
 void CChartView3D::DrawCharts() {
-    for (const auto& chart : m_ChartList)
+    if (std::ranges::none_of(m_ChartList,
+                             [](const auto& chart) { return chart->GetChartEnable() != 0; }))
+        detail::Diagnose("DrawView", "the view has no chart that is enabled");
+    const double all = m_ChartList.GetCount();
+    double done = 0.0;
+    for (const auto& chart : m_ChartList) {
+        const detail::ProgressPart part(done / all, (done + 1.0) / all);
         chart->DrawChart();
+        ++done;
+    }
     m_pOpenGL->ExchangeBuffers();
 }
 
@@ -91,7 +119,7 @@ void CChartView3D::InitAndDraw(CDC* dc, int x, int y) {
 
 void CChartView3D::DrawViewScreen(CDC* dc, int x, int y, int w, int h) {
     if (m_PrintingState != 0) return;
-    if (dc == nullptr) detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
+    RequireDevice(dc, "DrawViewScreen");
     if (m_Initialized == 0) InitDeviceContext(1);
     SetViewSizeSubWindow(w, h);
     InitAndDraw(dc, x, y);
@@ -99,7 +127,7 @@ void CChartView3D::DrawViewScreen(CDC* dc, int x, int y, int w, int h) {
 
 void CChartView3D::DrawViewScreen(CDC* dc) {
     if (m_PrintingState != 0) return;
-    if (dc == nullptr) detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
+    RequireDevice(dc, "DrawViewScreen");
     if (m_Initialized == 0) InitDeviceContext(1);
     SetViewSizeWindow();
     InitAndDraw(dc, 0, 0);
@@ -108,8 +136,7 @@ void CChartView3D::DrawViewScreen(CDC* dc) {
 void CChartView3D::DrawViewScreen() {
     if (m_PrintingState != 0) return;
     CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
-    if (dc == nullptr)
-        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "InitDeviceContext");
+    RequireDevice(dc, "InitDeviceContext");
     DrawViewScreen(dc);
     m_pWnd->ReleaseDC(dc);
 }
@@ -117,29 +144,35 @@ void CChartView3D::DrawViewScreen() {
 void CChartView3D::CopyBitmap(CDC* dc, int x, int y, int w, int h) {
     // OpenGL's origin is the lower left corner of the image.
     if (!dc->BitBlt(x, y, w, h, m_MemDC, 0, m_BitmapHeight - h))
-        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen");
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "DrawViewScreen",
+                      "the device cannot be drawn to");
 }
 
 void CChartView3D::SaveToFile(const CString& fileName) {
     RequireContext("SaveToFile");
-    if (m_pDIBSection == nullptr)
-        detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_CHARTVIEW3D, "SaveToFile");
-    SetViewSizePrinter();
-    DrawView();
-    m_pDIBSection->SaveDIB(fileName);
+    RequireImage("SaveToFile");
+    Watched("saving", [&] {
+        SetViewSizePrinter();
+        DrawView();
+        m_pDIBSection->SaveDIB(fileName);
+    });
 }
 
 void CChartView3D::SaveToPNG(const CString& fileName) {
     constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToPNG"};
     RequireContext(here.operation);
-    if (m_pDIBSection == nullptr) detail::Raise(ERR3D_DIB_HANDLE, here.cls, here.operation);
-    SetViewSizePrinter();
-    DrawView();
-    const auto file = OpenOutputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation);
-    detail::WithFile(file.get(), here, [this](File& f) {
-        WritePNG(*m_pDIBSection->GetBitmap(), f);
-        f.Commit();
+    RequireImage(here.operation);
+    Watched("saving", [&] {
+        SetViewSizePrinter();
+        DrawView();
+        const auto file = OpenOutputFile(fileName);
+        if (file == nullptr)
+            detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation,
+                          fileName + " cannot be written");
+        detail::WithFile(file.get(), here, [this](File& f) {
+            WritePNG(*m_pDIBSection->GetBitmap(), f);
+            f.Commit();
+        });
     });
 }
 

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/watched.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/clipboard.h"
 #include "varnel/platform/detail/gl_context.h"
@@ -52,7 +53,7 @@ void CChartView3D::OnPrint(CDC* dc, CPrintInfo* /*info*/) {
     {
         const StateScope printing(m_PrintingState);
         SelectPalette(dc);
-        DrawViewPrinter(dc);
+        Watched("printing", [&] { DrawViewPrinter(dc); });
     }
     if (m_pWnd != nullptr) m_pWnd->InvalidateRect(nullptr, 1);
 }
@@ -60,8 +61,7 @@ void CChartView3D::OnPrint(CDC* dc, CPrintInfo* /*info*/) {
 void CChartView3D::DrawViewPrinter(CDC* dc) {
     if (m_PrintingState == 0) return;
     RequireContext("DrawViewPrinter");
-    if (m_pDIBSection == nullptr)
-        detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_CHARTVIEW3D, "DrawViewPrinter");
+    RequireImage("DrawViewPrinter");
     m_pDIBSection->SetNormPrintRect(m_Settings.normPrintRect);
     if (m_Settings.printResolution != 0 && PrintAtPrinterResolution(dc)) return;
     SetViewSizePrinter();
@@ -91,7 +91,8 @@ bool CChartView3D::PrintAtPrinterResolution(CDC* dc) {
     m_pOpenGL->SetOutput(nullptr, 1.0);
     SetViewSizePrinter();
     if (!dc->StretchDIBits(area, *page, {0, 0, page->Width(), page->Height()}))
-        detail::Raise(ERR3D_PRINT_DC, ERR3DCLASS_CHARTVIEW3D, "DrawViewPrinter");
+        detail::Raise(ERR3D_PRINT_DC, ERR3DCLASS_CHARTVIEW3D, "DrawViewPrinter",
+                      "the device context takes no picture");
     return true;
 }
 
@@ -101,13 +102,16 @@ void CChartView3D::OnEndPrinting(CDC* /*dc*/, CPrintInfo* /*info*/) {
 void CChartView3D::CopyToClipboard() {
     CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
     if (dc == nullptr)
-        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard");
+        detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard",
+                      "the view has no window with a device context");
     m_pWnd->ReleaseDC(dc);
     RequireContext("CopyToClipboard");
-    if (m_pDIBSection == nullptr)
-        detail::Raise(ERR3D_DIB_HANDLE, ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard");
-    SetViewSizePrinter();
-    DrawView();
+    RequireImage("CopyToClipboard");
+    if (!Watched("copying", [this] {
+            SetViewSizePrinter();
+            DrawView();
+        }))
+        return;
     // A server that refuses leaves the picture on the clipboard of the process.
     detail::AllocateOrRaise(ERR3D_MEM_ALLOC, {ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard"}, [this] {
         Clipboard::Get().SetPicture(*m_pDIBSection->GetBitmap(),

@@ -4,6 +4,7 @@
 
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/watched.h"
 #include "varnel/chart/header.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/diagnose.h"
@@ -31,10 +32,15 @@ constexpr std::array<SaneRange, 5> kFirstFields = {{
     {0, 1024},     // the length of the font's name
 }};
 
-/// A file whose first bytes were looked at: they come first again.
-class LookedAtFile : public File {
+/// How many fields are read or written between two looks at the clock.
+constexpr int kFieldsAtOnce = 1024;
+
+/// A chart file that is read under the view's watch, and whose first bytes were looked at: they
+/// come first again.
+class WatchedInput : public File {
  public:
-    LookedAtFile(File& file, std::size_t size) : m_File(file), m_First(Start(file, size)) {}
+    WatchedInput(File& file, std::size_t size)
+        : m_File(file), m_All(static_cast<double>(file.Remaining())), m_First(Start(file, size)) {}
 
     const std::vector<BYTE>& GetFirst() const { return m_First.GetBytes(); }
 
@@ -49,6 +55,8 @@ class LookedAtFile : public File {
     std::size_t ReadSome(void* bytes, std::size_t size) override {
         const auto ours =
             static_cast<std::size_t>(std::min<std::uint64_t>(size, m_First.Remaining()));
+        if (++m_Reads % kFieldsAtOnce == 0)
+            detail::Progress(m_All - static_cast<double>(Remaining()), m_All);
         m_First.Read(bytes, ours);
         return ours + m_File.Read(static_cast<BYTE*>(bytes) + ours, size - ours);
     }
@@ -62,7 +70,30 @@ class LookedAtFile : public File {
     }
 
     File& m_File;
+    double m_All;
     MemoryFile m_First;
+    int m_Reads = 0;
+};
+
+/// A chart file that is written under the view's watch. How long it becomes is not known, so that
+/// only the objects count.
+class WatchedOutput : public File {
+ public:
+    explicit WatchedOutput(File& file) : m_File(file) {}
+
+    void Write(const void* bytes, std::size_t size) override {
+        if (++m_Writes % kFieldsAtOnce == 0) detail::Progress(0.0, 1.0);
+        m_File.Write(bytes, size);
+    }
+    std::uint64_t Remaining() const override { return 0; }
+    void Commit() override { m_File.Commit(); }
+
+ protected:
+    std::size_t ReadSome(void*, std::size_t) override { return 0; }
+
+ private:
+    File& m_File;
+    int m_Writes = 0;
 };
 
 /// Whether a file that begins like this can be a chart file; one that ends there is cut off.
@@ -74,13 +105,6 @@ bool CanBeAChartFile(const std::vector<BYTE>& bytes) {
         record(value);
         return range.least <= value && value <= range.most;
     });
-}
-
-/// Makes one header's texts and attributes those of another.
-void CopyHeader(CHeader3D& from, CHeader3D& to) {
-    MemoryFile record;
-    from.Save(&record);
-    to.Load(&record);
 }
 
 }  // namespace
@@ -109,20 +133,28 @@ void CChartView3D::Save(const CString& fileName) {
         detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save",
                       fileName + " cannot be written");
     detail::WithFile(file.get(), {ERR3DCLASS_CHARTVIEW3D, "Save"}, [this](File& f) {
-        detail::RecordWriter record(f);
-        m_Saved.Record(record);
-        record(std::int32_t{m_ChartList.GetCount()});
-        for (const auto& chart : m_ChartList)
-            chart->Save(&f);
-        record(std::int32_t{m_LegendList.GetCount()});
-        for (const auto& legend : m_LegendList)
-            legend->Save(&f);
-        m_pHeader->Save(&f);
-        detail::AddedFields fields;
-        VisitAdded(fields, m_ChartList, m_LegendList);
-        fields.WriteBlock(f);
-        f.Commit();
+        // A file that is stopped is not committed: the old one stays.
+        WatchedOutput output(f);
+        if (Watched("saving", [&] { WriteAll(output); })) f.Commit();
     });
+}
+
+void CChartView3D::WriteAll(File& f) {
+    detail::RecordWriter record(f);
+    m_Saved.Record(record);
+    record(std::int32_t{m_ChartList.GetCount()});
+    double done = 0.0;
+    for (const auto& chart : m_ChartList) {
+        detail::Progress(done++, m_ChartList.GetCount());
+        chart->Save(&f);
+    }
+    record(std::int32_t{m_LegendList.GetCount()});
+    for (const auto& legend : m_LegendList)
+        legend->Save(&f);
+    m_pHeader->Save(&f);
+    detail::AddedFields fields;
+    VisitAdded(fields, m_ChartList, m_LegendList);
+    fields.WriteBlock(f);
 }
 
 void CChartView3D::ReadStaged(File& file, Staged& staged) {
@@ -143,7 +175,7 @@ void CChartView3D::ReadStaged(File& file, Staged& staged) {
         staged.legends.Append(detail::NewObject<CLegend3D>({kLoad.cls, "NewLegend3D"}, this))
             ->Load(&file);
     }
-    CopyHeader(*m_pHeader, staged.header);
+    staged.header.CopyFrom(*m_pHeader);
     staged.header.Load(&file);
     staged.added = detail::AddedFields::ReadBlock(file, staged.complete);
     staged.complete = staged.complete && !file.RanDry();
@@ -156,16 +188,18 @@ void CChartView3D::Load(const CString& fileName) {
                       fileName + " cannot be read");
     const GLContext::HostContextGuard host;
     Staged staged;
+    bool read = false;
     detail::WithFile(file.get(), kLoad, [&](File& f) {
-        LookedAtFile chartFile(f, kFirstFields.size() * sizeof(std::int32_t));
+        WatchedInput chartFile(f, kFirstFields.size() * sizeof(std::int32_t));
         if (!CanBeAChartFile(chartFile.GetFirst()))
             detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
                           fileName + " is no chart file");
-        ReadStaged(chartFile, staged);
+        read = Watched("loading", [&] { ReadStaged(chartFile, staged); });
     });
+    if (!read) return;
     m_Saved = staged.saved;
     m_FontChanged = 1;
-    CopyHeader(staged.header, *m_pHeader);
+    m_pHeader->CopyFrom(staged.header);
     VisitAdded(staged.added, staged.charts, staged.legends);
     staged.added.TellUnknown();
     m_ChartList.AppendAll(staged.charts);

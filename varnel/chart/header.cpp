@@ -20,11 +20,7 @@ CHeader3D::~CHeader3D() = default;
 
 void CHeader3D::InitHeaderDefaults() {
     constexpr detail::Origin origin = {ERR3DCLASS_HEADER3D, "InitHeaderDefaults"};
-    m_HeaderMargin = 0.05;
-    m_ViewAspect = 1.0;
-    m_FontHeightSF = 1.0;
-    m_FontSize = 0.1;
-    m_HeaderEnable = 1;
+    m_Saved = {};
     m_pTitle1 = detail::NewObject<CTextObj3D>(origin);
     m_pTitle2 = detail::NewObject<CTextObj3D>(origin);
     m_pFooter = detail::NewObject<CTextObj3D>(origin);
@@ -41,7 +37,7 @@ void CHeader3D::InitHeaders(COpenGL* gl) {
     auto transform = detail::NewObject<CTransform3D>(origin, gl);
     for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()})
         text->InitTextObj(gl, gl->GetFont(), transform.get());
-    m_TransformID = transform->GetSelfID();
+    m_Saved.transformID = transform->GetSelfID();
     m_pTransform = std::move(transform);
 }
 
@@ -54,23 +50,23 @@ void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) {
 }
 
 void CHeader3D::DrawHeader() {
-    if (m_HeaderEnable == 0 || m_pTransform == nullptr) return;
-    m_pTransform->SetFontAspect(m_ViewAspect);
-    m_pTransform->SetFontHeightSF(m_FontHeightSF);
-    double y = 1.0 - m_HeaderMargin;
+    if (m_Saved.enable == 0 || m_pTransform == nullptr) return;
+    m_pTransform->SetFontAspect(m_Saved.viewAspect);
+    m_pTransform->SetFontHeightSF(m_Saved.fontHeightSF);
+    double y = 1.0 - m_Saved.margin;
     if (m_pTitle1->TextWidth() != 0.0) {
         DrawLine(*m_pTitle1, y, 2);
         y -= m_pTitle1->TextHeight() * 5.0 / 3.0;
     }
     if (m_pTitle2->TextWidth() != 0.0) DrawLine(*m_pTitle2, y, 2);
-    if (m_pFooter->TextWidth() != 0.0) DrawLine(*m_pFooter, -1.0 + m_HeaderMargin, 0);
+    if (m_pFooter->TextWidth() != 0.0) DrawLine(*m_pFooter, -1.0 + m_Saved.margin, 0);
 }
 
 template <class Archive>
 void CHeader3D::Record(Archive& record) {
-    record(detail::CounterField{nSelfID}, m_TransformID, m_HeaderMargin, m_ViewAspect,
-           m_FontHeightSF, m_FontSize);
-    record(m_HeaderEnable);
+    record(detail::CounterField{nSelfID}, m_Saved.transformID, m_Saved.margin, m_Saved.viewAspect,
+           m_Saved.fontHeightSF, m_Saved.fontSize);
+    record(m_Saved.enable);
     for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()}) {
         if constexpr (Archive::kLoading)
             text->Load(&record.GetFile());
@@ -83,6 +79,12 @@ void CHeader3D::VisitAdded(detail::AddedFields& fields) {
     fields.Object("title 1", m_pTitle1.get());
     fields.Object("title 2", m_pTitle2.get());
     fields.Object("footer", m_pFooter.get());
+}
+
+void CHeader3D::CopyFrom(CHeader3D& other) {
+    MemoryFile record;
+    other.Save(&record);
+    Load(&record);
 }
 
 void CHeader3D::Save(HANDLE file) {

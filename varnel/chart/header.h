@@ -51,18 +51,21 @@ class VARNEL_API CHeader3D {
     CString GetFooter() const { return m_pFooter->GetString(); }
 
     /// 0: nothing is drawn.
-    void EnableHeader(int on) { m_HeaderEnable = on; }
-    int GetHeaderEnable() const { return m_HeaderEnable; }
+    void EnableHeader(int on) { m_Saved.enable = on; }
+    int GetHeaderEnable() const { return m_Saved.enable; }
     /// Height over width of the area drawn to: what keeps letters from being stretched.
-    void SetViewAspect(double aspect) { m_ViewAspect = aspect; }
+    void SetViewAspect(double aspect) { m_Saved.viewAspect = aspect; }
     /// Factor on the height of the texts.
-    void SetFontHeightSF(double factor) { m_FontHeightSF = factor; }
-    double GetFontHeightSF() const { return m_FontHeightSF; }
+    void SetFontHeightSF(double factor) { m_Saved.fontHeightSF = factor; }
+    double GetFontHeightSF() const { return m_Saved.fontHeightSF; }
     /// The same factor, by the name that a chart calls it.
-    void SetRelSize(double factor) { m_FontHeightSF = factor; }
+    void SetRelSize(double factor) { m_Saved.fontHeightSF = factor; }
     /// Stored and saved only.
-    void SetFontSize(double size) { m_FontSize = size; }
-    double GetFontSize() const { return m_FontSize; }
+    void SetFontSize(double size) { m_Saved.fontSize = size; }
+    double GetFontSize() const { return m_Saved.fontSize; }
+
+    /// Takes over another header's texts and attributes, not what it is bound to.
+    void CopyFrom(CHeader3D& other);
 
     /// Draws the texts that are not empty; without a first title the second one takes its place.
     void DrawHeader();
@@ -79,17 +82,22 @@ class VARNEL_API CHeader3D {
     void Record(Archive& record);
 
  private:
+    /// The header's own part of its record.
+    struct Saved {
+        int transformID = 0;   ///< of the header's own transform
+        double margin = 0.05;  ///< from the edges, which are at -1 and 1
+        double viewAspect = 1.0;
+        double fontHeightSF = 1.0;
+        double fontSize = 0.1;
+        int enable = 1;
+    };
+
     void InitHeaderDefaults();
     static void DrawLine(CTextObj3D& text, double y, int yJustify);
 
     COpenGL* m_pOpenGL = nullptr;
-    double m_HeaderMargin;
-    double m_ViewAspect;
-    double m_FontHeightSF;
-    double m_FontSize;
-    int m_TransformID = 0;
-    int m_Signature;
-    int m_HeaderEnable;
+    Saved m_Saved;
+    int m_Signature = kSignature;
     std::unique_ptr<CTransform3D> m_pTransform;
     std::unique_ptr<CTextObj3D> m_pTitle1;
     std::unique_ptr<CTextObj3D> m_pTitle2;

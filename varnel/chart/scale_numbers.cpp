@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "varnel/chart/detail/scale_numbers.h"
-#include "varnel/foundation/numbers.h"
 
 namespace varnel::detail {
 namespace {
@@ -89,6 +89,17 @@ void WidenPoint(double& min, double& max) {
     }
 }
 
+/// The value that comes before all others; the first one is looked at even when n is 0.
+template <class Before>
+double ExtremeOfData(const double* values, int n, Before before) {
+    if (values == nullptr || n < 0) return 0.0;
+    double found = std::numeric_limits<double>::quiet_NaN();
+    for (int i = 0; i < std::max(n, 1); ++i)
+        if (std::isfinite(values[i]) && (std::isnan(found) || before(values[i], found)))
+            found = values[i];
+    return std::isnan(found) ? 0.0 : found;
+}
+
 bool IsRange(double min, double max) {
     return max > min && std::isfinite(max - min);
 }
@@ -168,17 +179,11 @@ double LowestDecade(double min, double max) {
 }
 
 double MinimumOfData(const double* values, int n) {
-    if (values == nullptr || n <= 0) return GetMinimum(values, n);
-    const double* const end = values + n;
-    const double* v = std::find_if(values, end, [](double x) { return !std::isnan(x); });
-    return v == end ? 0.0 : GetMinimum(v, static_cast<int>(end - v));
+    return ExtremeOfData(values, n, [](double a, double b) { return a < b; });
 }
 
 double MaximumOfData(const double* values, int n) {
-    if (values == nullptr || n <= 0) return GetMaximum(values, n);
-    const double* const end = values + n;
-    const double* v = std::find_if(values, end, [](double x) { return !std::isnan(x); });
-    return v == end ? 0.0 : GetMaximum(v, static_cast<int>(end - v));
+    return ExtremeOfData(values, n, [](double a, double b) { return a > b; });
 }
 
 }  // namespace varnel::detail

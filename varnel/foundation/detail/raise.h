@@ -57,8 +57,10 @@ std::unique_ptr<T> NewObject(Origin origin, Args&&... args) {
 /// Raises `type` unless `object` is a live object of its class: not null and with its signature.
 template <class T>
 void Require(const T* object, CErr3DTypes type, Origin origin) {
-    if (object == nullptr || object->GetSignature() != T::kSignature)
-        Raise(type, origin.cls, origin.operation);
+    if (object != nullptr && object->GetSignature() == T::kSignature) return;
+    Raise(type, origin.cls, origin.operation,
+          Say(CErr3D::GetErrorDescription(type),
+              object == nullptr ? ": it is null" : ": it is no live object of its class"));
 }
 
 /// Runs `body(file)` of a Save or Load: nothing for a null file; a failing medium becomes "Disk I/O
