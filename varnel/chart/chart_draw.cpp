@@ -18,6 +18,9 @@ namespace varnel {
 namespace {
 
 constexpr int kColorAndDepth = 16640;
+constexpr int kAmbient = 4608;
+constexpr int kDiffuse = 4609;
+constexpr int kPosition = 4611;
 
 /// Tells of scales over which nothing can be drawn.
 void TellOfScales(const CTransform3D& t) {
@@ -101,12 +104,12 @@ void CChart3D::SetupOpenGL() {
     m_pOpenGL->Clear(kColorAndDepth);
     if (m_Saved.borderEnable != 0) DrawBorder();
     m_pOpenGL->SetLightPosition(m_Saved.lightPosition);
-    m_pOpenGL->LoadLight(LIGHT_POSITION);
+    m_pOpenGL->LoadLight(kPosition);
     m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT, m_Saved.ambientLight);
-    m_pOpenGL->SetLightComponent(LIGHT_DIFFUSE, m_Saved.diffuseLight);
+    m_pOpenGL->SetLightComponent(kDiffuse, m_Saved.diffuseLight);
     // Charts of one view share the light: without loading it, each would have the last one's.
-    m_pOpenGL->LoadLight(LIGHT_AMBIENT);
-    m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
+    m_pOpenGL->LoadLight(kAmbient);
+    m_pOpenGL->LoadLight(kDiffuse);
     if (m_Saved.textureMode >= 0) {
         m_pOpenGL->SetTextureMode(m_Saved.textureMode);
         m_pOpenGL->SetTextureColorArray(m_Saved.textureColors.data(), m_Saved.textureMin,
