@@ -7,6 +7,7 @@
 #include "varnel/axes/text_object.h"
 #include "varnel/bitmap/dib.h"
 #include "varnel/bitmap/dib_object.h"
+#include "varnel/chart/apply_theme.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
@@ -51,4 +52,5 @@
 #include "varnel/surface/contour_lines.h"
 #include "varnel/surface/filled_contours.h"
 #include "varnel/surface/polysurface.h"
+#include "varnel/theme/theme.h"
 #include "varnel/transform/transform.h"

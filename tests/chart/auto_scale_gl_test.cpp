@@ -3,6 +3,9 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
+
+#include "tests/support/expect_error.h"
 
 #include "varnel/axes/axes.h"
 #include "varnel/chart/chart.h"
@@ -15,6 +18,7 @@ namespace varnel {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
 
 class AutoScale : public testing::Test {
  protected:
@@ -37,10 +41,13 @@ class AutoScale : public testing::Test {
     CChart3D& chart;
 };
 
-TEST_F(AutoScale, PointsWithoutNaN) {
-    const point3Dtype pts[] = {
-        {kNaN, 2, 1, 0}, {0, kNaN, kNaN, 0}, {7.3, 3, kNaN, 0}, {3, 2.5, 1, 0}};
-    const CTransform3D* t = chart.AutoTransform3D(pts, 4, 0);
+TEST_F(AutoScale, WhatIsNotFiniteIsNoData) {
+    const point3Dtype pts[] = {{kNaN, 2, 1, 0},
+                               {0, kNaN, -kInf, 0},
+                               {7.3, 3, kNaN, 0},
+                               {3, 2.5, 1, 0},
+                               {kInf, -kInf, kInf, 0}};
+    const CTransform3D* t = chart.AutoTransform3D(pts, 0);
     ExpectScale(t, {0, 1.6, 0, 0}, {8, 3.2, 3, 0});
     EXPECT_EQ(chart.GetTransform(0), t);
     ExpectScale(chart.AutoTransform3D(nullptr, 3, 0), {0, 0, 0, 0}, {12, 12, 12, 0});
@@ -48,10 +55,12 @@ TEST_F(AutoScale, PointsWithoutNaN) {
 }
 
 TEST_F(AutoScale, DataAtADepth) {
-    const double x[] = {0, 3, 7.3};
-    const double y[] = {-20, kNaN, -5};
-    ExpectScale(chart.AutoTransform25D(x, y, 3, 4, 0, 0), {0, 0, -25, 0}, {8, 4, 0, 0});
-    ExpectScale(chart.AutoTransform25D(x, y, 3, 4, 1, 1), {0, 0, -21, 0}, {4, 7.5, -4, 0});
+    const std::vector<double> x = {0, 3, 7.3};
+    const std::vector<double> y = {-20, kInf, -5};
+    ExpectScale(chart.AutoTransform25D(x, y, 4, 0, 0), {0, 0, -25, 0}, {8, 4, 0, 0});
+    ExpectScale(chart.AutoTransform25D(x, y, 4, 1, 1), {0, 0, -21, 0}, {4, 7.5, -4, 0});
+    EXPECT_EQ(test::WhatOf([&] { chart.AutoTransform25D(x, std::vector{1.0}, 4, 0, 0); }),
+              "MinMaxValues25D: the counts 3 and 1 differ");
 }
 
 TEST_F(AutoScale, SetsAreRoundedOnTheirOwn) {
@@ -64,6 +73,9 @@ TEST_F(AutoScale, SetsAreRoundedOnTheirOwn) {
     const int counts[] = {2, 2};
     ExpectScale(chart.AutoTransformN25D(x, y, counts, 2, 4, 0, 0), {-6, 0, -25, 0},
                 {10, 4, 1.2, 0});
+    const std::span<const double> xs[] = {x1, x2};
+    const std::span<const double> ys[] = {y1, y2};
+    ExpectScale(chart.AutoTransformN25D(xs, ys, 4, 0, 0), {-6, 0, -25, 0}, {10, 4, 1.2, 0});
     // The maximum never falls below 1e-100.
     ExpectScale(chart.AutoTransformN25D(x + 1, y + 1, counts, 1, -4, 0, 0), {-6, 0, -25, 0},
                 {10, 1e-100, 1e-100, 0});
@@ -73,22 +85,18 @@ TEST_F(AutoScale, SetsAreRoundedOnTheirOwn) {
 
 TEST_F(AutoScale, GroupsReachDownToTheBase) {
     const double x[] = {0, 7.3};
-    const double y[] = {120, 200, 300, kNaN};
+    const double y[] = {120, 200, 300, kInf};
     ExpectScale(chart.AutoTransformGroup25D(x, y, 0, 2, 2, 4, 0, 0, 0), {0, 0, 0, 0},
                 {8, 4, 800, 0});
     // Sums 420 and 200.
     ExpectScale(chart.AutoTransformGroup25D(x, y, 50, 2, 2, 4, 0, 1, 0), {0, 0, 50, 0},
                 {8, 4, 500, 0});
-    ExpectScale(chart.AutoTransformGroup25D(x, y, 1000, 2, 2, 4, 0, 1, 0), {0, 0, 100, 0},
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 1000, 2, 4, 0, 1, 0), {0, 0, 100, 0},
                 {8, 4, 500, 0});
-    try {
-        chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0);
-        ADD_FAILURE() << "nothing was raised";
-    } catch (const CErr3D& e) {
-        EXPECT_EQ(e.m_ErrorType, ERR3D_ARRAY_NEW);
-        EXPECT_EQ(e.m_ErrorClass, ERR3DCLASS_CHART3D);
-        EXPECT_EQ(e.m_FunctionName, "AutoTransformGroup25D");
-    }
+    test::ExpectError(ERR3D_ARRAY_NEW, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
+                      [&] { chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0); });
+    test::ExpectError(ERR3D_PARAMETER, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
+                      [&] { chart.AutoTransformGroup25D(x, y, 0, 3, 4, 0, 1, 0); });
 }
 
 TEST_F(AutoScale, AxesShow) {
@@ -141,21 +149,18 @@ TEST_F(AutoScale, LogarithmicAxes) {
 }
 
 TEST_F(AutoScale, LongNumbersGetSuffixes) {
-    CTransform3D* t = chart.NewTransform({0, 0, 0, 0}, {8e6, 2e6, 4000, 0});
+    CTransform3D* t = chart.NewTransform({0, 0, 1.1e9, 0}, {8e6, 4000, 1.9e9, 0});
     const CAxes3D* axes = chart.AutoAxes(t);
-    EXPECT_EQ(axes->GetAxisLabelsFormat(0), 2);
-    EXPECT_EQ(axes->GetAxisLabelsFormat(1), 0);  // half millions would be rounded
-    EXPECT_EQ(axes->GetAxisLabelsFormat(2), 0);
+    const int expected[3][2] = {{2, 0}, {0, 0}, {2, 1}};
+    for (int axis = 0; axis < 3; ++axis) {
+        EXPECT_EQ(axes->GetAxisLabelsFormat(axis), expected[axis][0]);
+        EXPECT_EQ(axes->GetAxisLabelsDecimals(axis), expected[axis][1]);
+    }
 }
 
 TEST_F(AutoScale, AxesNeedATransform) {
-    try {
-        chart.AutoAxes(nullptr);
-        ADD_FAILURE() << "nothing was raised";
-    } catch (const CErr3D& e) {
-        EXPECT_EQ(e.m_ErrorType, ERR3D_TRANSFORM_PARAMETER);
-        EXPECT_EQ(e.m_FunctionName, "NewAxes");
-    }
+    test::ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_CHART3D, "NewAxes",
+                      [&] { chart.AutoAxes(nullptr); });
 }
 
 }  // namespace

@@ -1,13 +1,7 @@
 // The chart file: a view saved and loaded draws the same picture, and damaged files do no harm.
-#include <unistd.h>
-
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
-#include "tests/support/gl_fixture.h"
-#include "varnel/varnel.h"
+#include "tests/support/view_test.h"
 
 namespace varnel {
 namespace {
@@ -17,24 +11,8 @@ using test::ExpectError;
 constexpr int kWidth = 160;
 constexpr int kHeight = 120;
 
-class ChartFile : public ::testing::Test {
+class ChartFile : public test::ViewTest {
  protected:
-    void SetUp() override {
-        CErr3D::SetErrorReportMode(0);
-        std::filesystem::create_directories(m_Folder);
-    }
-    void TearDown() override { std::filesystem::remove_all(m_Folder); }
-
-    std::string Path(const std::string& name) const { return m_Folder / name; }
-
-    static std::string Bytes(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    static void WriteBytes(const std::string& path, const std::string& bytes) {
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
-
     /// Two charts with something of every kind that can be saved without loss.
     static void Fill(CChartView3D& view) {
         view.SetFont("Arial", 400, 128);
@@ -57,18 +35,6 @@ class ChartFile : public ::testing::Test {
             chart->NewChartTextObj(t, "text")->SetLocation({5, 0, 100, 0});
         }
     }
-
-    static std::vector<BYTE> Draw(CChartView3D& view) {
-        view.SetViewSizePrinter();
-        view.DrawView();
-        CDIBSection& section = *view.GetDIBSectionPntr();
-        return {section.FindDIBBits(),
-                section.FindDIBBits() + section.StorageWidth() * section.DIBHeight()};
-    }
-
-    CWnd m_Window{kWidth, kHeight};
-    const std::filesystem::path m_Folder =
-        std::filesystem::temp_directory_path() / ("varnel_chart_file_" + std::to_string(getpid()));
 };
 
 TEST_F(ChartFile, ALoadedViewDrawsTheSamePicture) {
@@ -200,7 +166,7 @@ TEST_F(ChartFile, FailingFilesLeaveTheOldOneAsItWas) {
     ExpectError(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_CHARTVIEW3D, "Load",
                 [&] { view.Load(Path("missing.chart")); });
     ExpectError(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_CHARTVIEW3D, "Load",
-                [&] { view.Load(m_Folder); });
+                [&] { view.Load(std::filesystem::temp_directory_path()); });
     try {
         view.Save("/dev/full");
         ADD_FAILURE() << "a full disk went unnoticed";
@@ -222,6 +188,109 @@ TEST_F(ChartFile, ABarChart3DLosesItsHeights) {
     loaded.Load(Path("bars.chart"));
     EXPECT_EQ(loaded.GetChart(0)->GetChartObj(0)->Get3DPoint(0).z, 8);
     EXPECT_EQ(loaded.GetChart(0)->GetChartObj(0)->GetBarHeight(0), 0);
+}
+
+TEST_F(ChartFile, WhatIsNoChartFileIsRefusedAndChangesNothing) {
+    CChartView3D view(&m_Window, kWidth, kHeight);
+    Fill(view);
+    const auto picture = Draw(view);
+    std::string png = "\x89PNG\r\n\x1a\n";
+    for (const std::string& bytes :
+         {std::string("year,jobs\n2001,7\n2002,9\n"), png + std::string(40, '\0'),
+          std::string("\x90\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\xFF\xFF\0\0", 20)}) {
+        WriteBytes(Path("jobs.csv"), bytes);
+        ExpectError(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_CHARTVIEW3D, "Load",
+                    [&] { view.Load(Path("jobs.csv")); });
+    }
+    EXPECT_EQ(test::WhatOf([&] { view.Load(Path("jobs.csv")); }),
+              "Load: " + Path("jobs.csv") + " is no chart file");
+    EXPECT_EQ(Draw(view), picture);
+}
+
+TEST_F(ChartFile, AnErrorInsideAFileLeavesTheViewAsItWas) {
+    CChartView3D bad(&m_Window, kWidth, kHeight);
+    Fill(bad);
+    bad.SetFont("Courier New", 900, 256);
+    bad.GetHeader()->SetTitle1("Bad");
+    bad.GetChart(1)->NewChartObj();
+    EXPECT_EQ(Told([&] { bad.Save(Path("bad.chart")); }),
+              "Save: chart object 1 has no transform: what is saved cannot be loaded again\n");
+    CChartView3D view(&m_Window, kWidth, kHeight);
+    Fill(view);
+    const auto picture = Draw(view);
+    ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_CHARTOBJ3D, "InitChartObj3D",
+                [&] { view.Load(Path("bad.chart")); });
+    EXPECT_EQ(view.GetFontName(), "Arial");
+    EXPECT_EQ(view.GetHeader()->GetTitle1(), "A view");
+    EXPECT_EQ(view.GetNumCharts(), 2);
+    EXPECT_EQ(Draw(view), picture);
+}
+
+TEST_F(ChartFile, LoadingAChartReplacesWhatItHas) {
+    CChartView3D view(&m_Window, kWidth, kHeight);
+    Fill(view);
+    CChart3D* const chart = view.GetChart(0);
+    MemoryFile whole;
+    chart->Save(&whole);
+    chart->NewChartTextObj("one more");
+    chart->GetHeader()->SetFooter("another");
+    MemoryFile cut({whole.GetBytes().begin(), whole.GetBytes().end() - 3});
+    for (MemoryFile* file : {&whole, &cut}) {
+        chart->Load(file);
+        EXPECT_EQ(chart->GetNumChartTextObjs(), 1);
+        EXPECT_EQ(chart->GetNumTransforms(), 1);
+        EXPECT_EQ(chart->GetChartObj(0)->GetTransform(), chart->GetTransform(0));
+        EXPECT_EQ(chart->GetHeader()->GetFooter(), "footer");
+    }
+}
+
+TEST_F(ChartFile, AHostWatchesAndStopsWhatTakesLong) {
+    CChartView3D view(&m_Window, kWidth, kHeight);
+    CChart3D* const chart = AddBar(view, test::kRed);
+    view.Save(Path("old.chart"));
+    const std::string old = Bytes(Path("old.chart"));
+    const auto picture = Draw(view);
+    // Enough bars for drawing, and enough numbers for the file, to take a while.
+    const std::vector<double> x(1500000, 5.0);
+    for (const int bars : std::vector<int>(30, 1000))
+        chart->NewChartObj(chart->GetTransform(0))
+            ->BarChart25D(x.data(), x.data(), 0, 0, bars, 1, 1, test::kBlue, test::kBlue, 0, 0, 0);
+    CChartObj3D* const hidden = chart->NewChartObj(chart->GetTransform(0));
+    hidden->BarChart25D(x.data(), x.data(), 0, 0, 1500000, 1, 1, test::kBlue, test::kBlue, 0, 0, 0);
+    hidden->EnableChartObj(0);
+    view.Save(Path("long.chart"));
+    CChartView3D other(&m_Window, kWidth, kHeight);
+    int calls = 0;
+    double last = 0.0;
+    std::string whats;
+    const ProgressHandler stop = [&](double fraction, const CString& what) {
+        EXPECT_GE(fraction, last);
+        EXPECT_LE(fraction, 1.0);
+        last = fraction;
+        if (whats.empty() || !whats.ends_with(what)) whats += " " + what;
+        return ++calls < 2;
+    };
+    const auto watch = [&](CChartView3D& watched, const auto& work) {
+        calls = 0;
+        last = 0.0;
+        watched.SetProgressHandler(stop);
+        work();
+        EXPECT_EQ(watched.GetStopped(), 1) << whats;
+        EXPECT_EQ(calls, 2);
+        watched.SetProgressHandler({});
+    };
+    watch(view, [&] { view.DrawView(); });
+    EXPECT_TRUE(Image(view) == picture) << "the picture is the former one";
+    watch(view, [&] { view.Save(Path("old.chart")); });
+    EXPECT_TRUE(Bytes(Path("old.chart")) == old) << "the file is the former one";
+    watch(other, [&] { other.Load(Path("long.chart")); });
+    EXPECT_EQ(other.GetNumCharts(), 0);
+    watch(view, [&] { view.SaveToPNG(Path("never.png")); });
+    EXPECT_FALSE(std::filesystem::exists(Path("never.png")));
+    EXPECT_EQ(whats, " drawing saving loading drawing");
+    other.Load(Path("long.chart"));
+    EXPECT_EQ(other.GetStopped(), 0);
+    EXPECT_EQ(Draw(other), Draw(view)) << "nothing is left behind";
 }
 
 }  // namespace

@@ -1,62 +1,16 @@
-#include <unistd.h>
+#include "tests/support/view_test.h"
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
-#include "tests/support/gl_fixture.h"
-#include "varnel/varnel.h"
+#include <thread>
 
 namespace varnel {
 namespace {
 
 using test::ExpectError;
 
-constexpr RGBDType kRed{1, 0, 0, 1};
-constexpr RGBDType kBlue{0, 0, 1, 1};
-constexpr RGBDType kBlack{0, 0, 0, 1};
-
-/// A chart that shows one red bar on white, seen straight from the front.
-CChart3D* AddBar(CChartView3D& view, const RGBDType& color) {
-    CTransform3D* t = nullptr;
-    CChart3D* const chart = view.NewChart3D({0, 0, 0, 0}, {10, 1, 10, 0}, &t);
-    t->SetChartRect({1, 0.5, 1, 0});
-    CChartObj3D* const bars = chart->NewChartObj(t);
-    double x = 2.5;
-    double y = 5;
-    bars->BarChart25D(&x, &y, 0, 0, 1, 5, 1, color, color, 0, 0, 0);
-    bars->SetColorMode(0);
-    bars->SetOutlineMode(0);
-    return chart;
-}
-
-class ChartView : public ::testing::Test {
- protected:
-    void SetUp() override { CErr3D::SetErrorReportMode(0); }
-    void TearDown() override { std::filesystem::remove_all(m_Folder); }
-
-    std::string Path(const std::string& name) {
-        std::filesystem::create_directories(m_Folder);
-        return m_Folder / name;
-    }
-    static RGBQUAD Pixel(const CChartView3D& view, int x, int y) {
-        const Bitmap& image = *view.GetDIBSectionPntr()->GetBitmap();
-        return image.PixelFromTop(x, image.Height() - 1 - y);
-    }
-    static bool IsColor(const RGBQUAD& p, int r, int g, int b) {
-        return p.rgbRed == r && p.rgbGreen == g && p.rgbBlue == b;
-    }
-    static std::vector<BYTE> Image(CChartView3D& view) {
-        CDIBSection& section = *view.GetDIBSectionPntr();
-        const auto size = static_cast<std::size_t>(section.StorageWidth()) *
-                          static_cast<std::size_t>(section.DIBHeight());
-        return {section.FindDIBBits(), section.FindDIBBits() + size};
-    }
-
-    const std::filesystem::path m_Folder =
-        std::filesystem::temp_directory_path() / ("varnel_chart_view_" + std::to_string(getpid()));
-};
+using test::kBlue;
+using test::kRed;
+using ChartView = test::ViewTest;
 
 TEST_F(ChartView, DrawsChartsIntoTheirViewports) {
     CWnd window(200, 100);
@@ -70,8 +24,7 @@ TEST_F(ChartView, DrawsChartsIntoTheirViewports) {
     for (CChart3D* chart : {left, right})
         chart->EnableBorder(0);
     view.SetViewBkColor(SetRGBD(0, 1, 0, 1));
-    view.SetViewSizePrinter();
-    view.DrawView();
+    Draw(view);
     EXPECT_TRUE(IsColor(Pixel(view, 50, 25), 255, 0, 0));
     EXPECT_TRUE(IsColor(Pixel(view, 50, 75), 255, 255, 255));
     EXPECT_TRUE(IsColor(Pixel(view, 150, 12), 0, 0, 255));
@@ -96,8 +49,7 @@ TEST_F(ChartView, ChartsOfOneViewKeepTheirOwnLight) {
     dim->SetLightComponent(LIGHT_MODEL_AMBIENT, SetRGBD(0.2, 0.2, 0.2, 1));
     for (CChart3D* chart : {bright, dim})
         chart->GetChartObj(0)->SetColorMode(1);
-    view.SetViewSizePrinter();
-    view.DrawView();
+    Draw(view);
     const int shone = Pixel(view, 25, 25).rgbRed;
     const int shaded = Pixel(view, 75, 25).rgbRed;
     EXPECT_GT(shone, 150);
@@ -149,8 +101,7 @@ TEST_F(ChartView, BmpFileHoldsTheImage) {
     CChartView3D view(&window, 33, 20);
     AddBar(view, kRed);
     view.SaveToFile(Path("a.bmp"));
-    std::ifstream in(Path("a.bmp"), std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    const std::string bytes = Bytes(Path("a.bmp"));
     ASSERT_EQ(bytes.size(), 14U + 40 + 1024 + 100 * 20);
     EXPECT_EQ(bytes.substr(0, 2), "BM");
     std::int32_t offset;
@@ -187,8 +138,7 @@ TEST_F(ChartView, WindowsWithoutAHandleInitialiseLater) {
                 [&] { view.DrawViewScreen(); });
     window.CreateInMemory(50, 40);
     AddBar(view, kRed);
-    view.SetViewSizePrinter();
-    view.DrawView();
+    Draw(view);
     EXPECT_TRUE(IsColor(Pixel(view, 25, 10), 255, 0, 0));
 }
 
@@ -197,8 +147,7 @@ TEST_F(ChartView, TheWindowMayGoFirst) {
     CChartView3D view(window.get(), 50, 40);
     AddBar(view, kRed);
     window.reset();
-    view.SetViewSizePrinter();
-    view.DrawView();
+    Draw(view);
     EXPECT_TRUE(IsColor(Pixel(view, 25, 10), 255, 0, 0));
 }
 
@@ -269,6 +218,109 @@ TEST_F(ChartView, ChartAttributes) {
     chart.SetChartPosition({0.5, 0, 0.5, 0.5});
     EXPECT_EQ(chart.GetChartViewport().width, 100) << "no view, no pixels";
     chart.SetChartViewport({0, 0, 400, 300});
+}
+
+TEST_F(ChartView, DefaultsComeBackWhole) {
+    constexpr std::size_t kFixedBytes = 4 * 4 + 9 + 32 + 4 + 8 + 32 + 4;
+    CChartView3D view(&m_Window, 160, 120);
+    view.SetFont("Courier New", 300, 1);
+    view.SetFontItalics(1);
+    view.SetFontUnderline(1);
+    view.SetViewBkColor(kRed);
+    view.SetViewBorderColor(kRed);
+    view.SetViewBorderThickness(9);
+    view.SetViewBkMode(1);
+    view.EnableBorder(0);
+    view.SetPrintScaleMode(3);
+    view.SetNormPrintRect({0.5, 0.5, 0.1, 0.1});
+    view.SetPrintResolution(1);
+    view.SetAntialiasing(4);
+    view.SetFrameOffset(0);
+    view.SetHeaderOnTop(1);
+    view.InitChartViewDefaults();
+    CChartView3D fresh;
+    fresh.Save(Path("fresh.chart"));
+    view.Save(Path("a.chart"));
+    EXPECT_EQ(Bytes(Path("a.chart")).substr(0, kFixedBytes),
+              Bytes(Path("fresh.chart")).substr(0, kFixedBytes));
+    EXPECT_EQ(Bytes(Path("a.chart")).size(), Bytes(Path("fresh.chart")).size());
+    EXPECT_EQ(view.GetPrintScaleMode(), 1);
+    EXPECT_EQ(view.GetNormPrintRect().width, 1);
+    EXPECT_EQ(view.GetPrintResolution() + view.GetAntialiasing() + view.GetHeaderOnTop(), 0);
+    EXPECT_EQ(view.GetFrameOffset(), 1);
+    const auto without = Draw(view);
+    view.GetHeader()->SetTitle1("drawn");
+    EXPECT_NE(Draw(view), without) << "the new header is bound";
+}
+
+TEST_F(ChartView, AnySizeAndAnyFontOptionDraws) {
+    CChartView3D view(&m_Window, 160, 120);
+    AddBar(view, kRed);
+    view.DrawView();
+    EXPECT_TRUE(IsColor(Pixel(view, 40, 30), 255, 0, 0)) << "before a size was set";
+    view.GetChart(0)->GetHeader()->SetTitle1("Title");
+    const int counts[][2] = {{-1, 128}, {0, 128}, {300, 256}};
+    for (const auto& [option, same] : counts) {
+        view.SetFont("Arial", 700, option);
+        const auto image = Draw(view);
+        view.SetFont("Arial", 700, same);
+        EXPECT_EQ(Draw(view), image) << option;
+    }
+}
+
+TEST_F(ChartView, AHeaderOnTopIsSeenOverTheCharts) {
+    CChartView3D view(&m_Window, 160, 120);
+    AddBar(view, kRed)->EnableBorder(0);
+    const auto bare = Draw(view);
+    view.GetHeader()->SetTitle1("Title");
+    EXPECT_EQ(Draw(view), bare) << "the chart covers it";
+    view.SetHeaderOnTop(1);
+    EXPECT_NE(Draw(view), bare);
+    EXPECT_TRUE(IsColor(Pixel(view, 40, 30), 255, 0, 0));
+}
+
+TEST_F(ChartView, WhatShowsNothingIsTold) {
+    CChartView3D view(&m_Window, 160, 120);
+    EXPECT_EQ(Told([&] { Draw(view); }), "DrawView: the view has no chart that is enabled\n");
+    CTransform3D* t = nullptr;
+    CAxes3D* axes = nullptr;
+    view.NewChart3D({0, 5, -3, 0}, {1, 5, -1, 0}, &t, &axes);
+    t->SetAxisScaleMode(2, 1);
+    EXPECT_EQ(Told([&] { Draw(view); }),
+              "DrawChart: both scale limits of the y axis are 5\n"
+              "DrawChart: the z axis is logarithmic and its limits -3 and -1 are not positive\n"
+              "DrawChart: the chart has no data, and no axes that are enabled\n");
+    axes->EnableAxis(0, 1);
+    t->SetScaleMin({0, 0, 1, 0});
+    t->SetScaleMax({1, 5, 9, 0});
+    EXPECT_EQ(Told([&] { Draw(view); }), "");
+}
+
+TEST_F(ChartView, AThemeIsOneCall) {
+    CChartView3D view(&m_Window, 160, 120);
+    CChart3D* const chart = AddBar(view, {0.8, 0.4, 0.2, 1});
+    chart->GetChartObj(0)->SetColorMode(1);
+    CAxes3D* const axes = chart->AutoAxes(chart->GetTransform(0));
+    CTextObj3D* const text = chart->NewChartTextObj("default");
+    CTextObj3D* const red = chart->NewChartTextObj("red");
+    red->SetColor(kRed);
+    ApplyTheme(view, Theme::Light());
+    EXPECT_EQ(axes->GetWallEnable(0) + axes->GetWallEnable(1) + axes->GetWallEnable(2), 3);
+    ApplyTheme(view, Theme::Dark());
+    view.SetAntialiasing(0);
+    Draw(view);
+    const Theme dark = Theme::Dark();
+    const RGBBType back = RGBDtoRGBB(dark.background);
+    EXPECT_TRUE(IsColor(Pixel(view, 2, 117), back.r, back.g, back.b));
+    EXPECT_EQ(text->GetColor().g, dark.text.g);
+    EXPECT_EQ(red->GetColor().g, 0);
+    EXPECT_EQ(axes->GetWallColor(1).r, dark.wall.r) << "the walls of the theme before";
+    const RGBQUAD bar = Pixel(view, 40, 30);
+    EXPECT_NEAR(bar.rgbRed, 0.8 * 255, 2) << "lit from the front, it has its own colour";
+    EXPECT_NEAR(bar.rgbGreen, 0.4 * 255, 2);
+    EXPECT_LE(bar.rgbRed, 0.8 * 255);
+    ApplyTheme(*chart, Theme::Print());
+    EXPECT_EQ(axes->GetWallEnable(1) + axes->GetGridEnable(1), 0);
 }
 
 }  // namespace

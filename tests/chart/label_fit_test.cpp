@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "varnel/axes/axes.h"
+#include "varnel/axes/detail/label_text.h"
+#include "varnel/chart/detail/label_format.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::detail {
@@ -62,6 +66,31 @@ TEST_F(LabelFit, WhatCannotBeDrawnHasASize) {
     }
     axes.SetAxisLimits(1, 3, 3);
     EXPECT_GE(Size(1), 0.4);
+}
+
+TEST(LabelFormat, IsTheShortestThatShowsEveryValue) {
+    struct Row {
+        double first, step;
+        int count;
+        const char* last;
+    };
+    const Row table[] = {
+        {0, 2, 5, "8"},          {0, 0.25, 4, "0.75"},  {1990, 10, 4, "2020"},
+        {0, 2000, 5, "8000"},    {0, 20000, 5, "80K"},  {0, 5e5, 5, "2.0M"},
+        {1.1e9, 1e8, 9, "1.9B"}, {0, 1e-9, 4, "3e-09"}, {-30, 10, 4, "0"},
+        {-2e6, 5e5, 5, "0"},     {0.1, 0.1, 3, "0.3"},  {1e15, 1, 3, "1000000000000002"},
+        {0, 1e20, 3, "2e+20"},
+    };
+    for (const Row& row : table) {
+        std::vector<double> values;
+        double v = row.first;
+        for (int i = 0; i < row.count; ++i, v += row.step)
+            values.push_back(v);
+        const LabelFormat format = ShortestFormat(values, row.step, " KMBT", {0, 0});
+        EXPECT_EQ(LabelText(values.back(), format.format, format.decimals, " KMBT"), row.last);
+    }
+    const std::vector<double> tooFine = {1.0, 1.0 + 1e-16};
+    EXPECT_EQ(ShortestFormat(tooFine, 1e-16, {}, {3, 7}).decimals, 7) << "none is exact";
 }
 
 }  // namespace

@@ -141,11 +141,12 @@ TEST(LowestDecade, LiesInsideWhenThereIsOne) {
     EXPECT_EQ(LowestDecade(2, 8), 2.0);
 }
 
-TEST(ExtremesOfData, PassOverNaN) {
-    const double values[] = {kNaN, 4, kNaN, -2, 7, kNaN};
+TEST(ExtremesOfData, PassOverWhatIsNotFinite) {
+    const double values[] = {kNaN, 4, kInf, -2, 7, -kInf};
     EXPECT_EQ(MinimumOfData(values, 6), -2.0);
     EXPECT_EQ(MaximumOfData(values, 6), 7.0);
-    const double none[] = {kNaN, kNaN};
+    EXPECT_EQ(MaximumOfData(values + 1, 0), 4.0);
+    const double none[] = {kNaN, kInf};
     EXPECT_EQ(MinimumOfData(none, 2), 0.0);
     EXPECT_EQ(MaximumOfData(none, 2), 0.0);
     EXPECT_EQ(MinimumOfData(nullptr, 3), 0.0);

@@ -166,6 +166,8 @@ class VARNEL_API CAxes3D {
     void SetPlaneColor(int plane, const RGBDType& fill, const RGBDType& outline);
     /// A wall, switched on.
     void SetWallPlane(int plane, const RGBDType& fill, const RGBDType& outline);
+    /// The colour of a plane or wall, without switching it on.
+    void SetWallColor(int plane, const RGBDType& fill) { Assign(plane, &Wall::m_WallColor, fill); }
     RGBDType GetWallColor(int plane) const { return Value(plane, &Wall::m_WallColor); }
     /// Also the thickness by which labels stand off: of the x axis for planes 0 and 3, of the y and
     /// z axes for planes 2 and 5, of none for planes 1 and 4.

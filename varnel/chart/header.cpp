@@ -41,6 +41,11 @@ void CHeader3D::InitHeaders(COpenGL* gl) {
     m_pTransform = std::move(transform);
 }
 
+void CHeader3D::SetTextColor(const RGBDType& color) {
+    for (CTextObj3D* text : {m_pTitle1.get(), m_pTitle2.get(), m_pFooter.get()})
+        text->SetColor(color);
+}
+
 void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) {
     point3Dtype location;
     AssignPoint3D(location, 0.0, 0.0, y);

@@ -50,6 +50,9 @@ class VARNEL_API CHeader3D {
     CString GetTitle2() const { return m_pTitle2->GetString(); }
     CString GetFooter() const { return m_pFooter->GetString(); }
 
+    /// The colour of all three texts. Default black.
+    void SetTextColor(const RGBDType& color);
+    RGBDType GetTextColor() const { return m_pTitle1->GetColor(); }
     /// 0: nothing is drawn.
     void EnableHeader(int on) { m_Saved.enable = on; }
     int GetHeaderEnable() const { return m_Saved.enable; }
