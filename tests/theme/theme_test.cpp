@@ -48,13 +48,13 @@ TEST(Theme, TheColoursOfDataAreToldApartAndFromTheBackground) {
         ASSERT_TRUE(Theme::Find(name, theme));
         for (int kind = 0; kind < 3; ++kind)
             for (int i = 0; i < 10; ++i) {
-                EXPECT_GT(Distance(theme.SeriesColor(i), theme.background, kind), 20) << name << i;
+                EXPECT_GT(Distance(theme.SeriesColor(i), theme.background, kind), 15) << name << i;
                 for (int k = 0; k < i; ++k)
                     EXPECT_GT(Distance(theme.SeriesColor(i), theme.SeriesColor(k), kind), 8)
                         << name << ' ' << kind << ": " << i << " and " << k;
             }
         EXPECT_GT(Distance(theme.text, theme.background, 0), 70) << name;
-        EXPECT_GT(Distance(theme.SeriesColor(13), theme.SeriesColor(3), 0), 15);
+        EXPECT_GT(Distance(theme.SeriesColor(13), theme.SeriesColor(3), 0), 12);
     }
     Theme theme;
     EXPECT_FALSE(Theme::Find("pink", theme));
