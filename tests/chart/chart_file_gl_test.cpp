@@ -212,13 +212,13 @@ TEST_F(ChartFile, AnErrorInsideAFileLeavesTheViewAsItWas) {
     Fill(bad);
     bad.SetFont("Courier New", 900, 256);
     bad.GetHeader()->SetTitle1("Bad");
-    bad.GetChart(1)->NewChartObj();
+    bad.GetChart(1)->NewChartTextObj();
     EXPECT_EQ(Told([&] { bad.Save(Path("bad.chart")); }),
-              "Save: chart object 1 has no transform: what is saved cannot be loaded again\n");
+              "Save: text object 1 has no transform: what is saved cannot be loaded again\n");
     CChartView3D view(&m_Window, kWidth, kHeight);
     Fill(view);
     const auto picture = Draw(view);
-    ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_CHARTOBJ3D, "InitChartObj3D",
+    ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_TEXTOBJ3D, "InitTextObj",
                 [&] { view.Load(Path("bad.chart")); });
     EXPECT_EQ(view.GetFontName(), "Arial");
     EXPECT_EQ(view.GetHeader()->GetTitle1(), "A view");

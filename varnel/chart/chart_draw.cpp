@@ -22,22 +22,6 @@ constexpr int kAmbient = 4608;
 constexpr int kDiffuse = 4609;
 constexpr int kPosition = 4611;
 
-/// Tells of scales over which nothing can be drawn.
-void TellOfScales(const CTransform3D& t) {
-    constexpr char kAxes[] = "xyz";
-    for (int axis = 0; axis < 3; ++axis) {
-        const double min = GetCoord3D(t.GetScaleMin(), axis);
-        const double max = GetCoord3D(t.GetScaleMax(), axis);
-        if (min == max)
-            detail::Diagnose("DrawChart", "both scale limits of the ", kAxes[axis], " axis are ",
-                             min);
-        if (t.GetAxisScaleMode(axis) != 0 && !(min > 0.0 || max > 0.0))
-            detail::Diagnose("DrawChart", "the ", kAxes[axis],
-                             " axis is logarithmic and its limits ", min, " and ", max,
-                             " are not positive");
-    }
-}
-
 bool ShowsSomething(const CAxes3D& axes) {
     bool shows = false;
     for (int axis = 0; axis < 3; ++axis)
@@ -69,8 +53,6 @@ void DrawEach(const ObjectList<T>& list, Draw&& draw) {
 
 void CChart3D::TellWhatDoesNotShow() const {
     if (GetDiagnostics() == 0) return;
-    for (const auto& transform : m_Objects.transforms)
-        TellOfScales(*transform);
     const bool objects = !m_Objects.objects.IsEmpty() || !m_Objects.texts.IsEmpty() ||
                          !m_Objects.solids.IsEmpty() || !m_Objects.pictures.IsEmpty();
     if (!objects && std::ranges::none_of(m_Objects.axes,

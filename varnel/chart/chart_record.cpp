@@ -73,9 +73,9 @@ void CChart3D::MakeTransformIDsUnique() {
 }
 
 void CChart3D::TellWhatCannotBeLoaded() const {
+    // Chart objects tell it themselves.
     TellUnbound(m_Objects.axes, "axes object");
     TellUnbound(m_Objects.texts, "text object");
-    TellUnbound(m_Objects.objects, "chart object");
     TellUnbound(m_Objects.solids, "auxiliary object");
     TellUnbound(m_Objects.pictures, "bitmap object");
 }
