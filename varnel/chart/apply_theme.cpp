@@ -16,8 +16,6 @@ constexpr int kPlanes = 6;
 constexpr double kWallThickness = 0.03;  // device units, whatever the box's size
 constexpr double kWallOffset = 0.001;
 constexpr int kAllCharacters = 256;
-constexpr int kDiffuse = 4609;
-constexpr int kFlatColor = 0;
 
 bool IsSame(const RGBDType& a, const RGBDType& b) {
     return a.r == b.r && a.g == b.g && a.b == b.b;
@@ -50,7 +48,7 @@ void AddWalls(CAxes3D& axes, const CTransform3D& t, const Theme& theme) {
         axes.SetWallThickness(plane, kWallThickness / (2.0 * GetCoord3D(box, normal)));
         axes.SetWallOffset(plane, kWallOffset);
         axes.SetOutlineWidth(plane, theme.gridWidth);
-        axes.SetPlaneColorMode(plane, kFlatColor);
+        axes.SetPlaneColorMode(plane, COLOR_MODE_FLAT);
         axes.SetPlaneGrid(plane, axes.GetAxisNthTicMajor(kInPlane[lowest][0]),
                           axes.GetAxisNthTicMajor(kInPlane[lowest][1]), theme.grid, theme.gridWidth,
                           0, 0);
@@ -97,7 +95,7 @@ void ApplyTheme(CChart3D& chart, const Theme& theme) {
     chart.SetFontSize(theme.fontSize);
     chart.SetLightPosition(theme.lightPosition);
     chart.SetLightComponent(LIGHT_MODEL_AMBIENT, theme.ambientLight);
-    chart.SetLightComponent(kDiffuse, theme.diffuseLight);
+    chart.SetLightComponent(LIGHT_DIFFUSE, theme.diffuseLight);
     chart.GetHeader()->SetTextColor(theme.text);
     for (int i = 0; i < chart.GetNumAxes(); ++i)
         ThemeAxes(*chart.GetAxes(i), theme);

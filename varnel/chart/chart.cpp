@@ -20,10 +20,6 @@
 namespace varnel {
 namespace {
 
-constexpr int kAmbient = 4608;
-constexpr int kDiffuse = 4609;
-constexpr int kSpecular = 4610;
-
 detail::Origin At(const char* operation) {
     return {ERR3DCLASS_CHART3D, operation};
 }
@@ -83,7 +79,7 @@ void CChart3D::InitChart3D(CChartView3D* view) {
     const GLContext::HostContextGuard host;
     m_pChartView = view;
     m_pOpenGL = view->GetOpenGLPntr();
-    for (int component : {kAmbient, kDiffuse, kSpecular})
+    for (int component : {LIGHT_AMBIENT, LIGHT_DIFFUSE, LIGHT_SPECULAR})
         m_pOpenGL->LoadLight(component);
     m_pHeader->InitHeaders(m_pOpenGL);
 }
@@ -178,12 +174,12 @@ CTransform3D* CChart3D::MatchTransformID(int id) const {
 }
 
 void CChart3D::SetLightComponent(int code, const RGBDType& c) {
-    if (code == kDiffuse) m_Saved.diffuseLight = c;
+    if (code == LIGHT_DIFFUSE) m_Saved.diffuseLight = c;
     if (code == LIGHT_MODEL_AMBIENT) m_Saved.ambientLight = c;
 }
 
 RGBDType CChart3D::GetLightComponent(int code) const {
-    if (code == kDiffuse) return m_Saved.diffuseLight;
+    if (code == LIGHT_DIFFUSE) return m_Saved.diffuseLight;
     if (code == LIGHT_MODEL_AMBIENT) return m_Saved.ambientLight;
     return {};
 }

@@ -67,9 +67,10 @@ class VARNEL_API CChart3D {
     /// Binds the chart to a view and its rendering context, and sends the light's colours.
     void InitChart3D(CChartView3D* view);
 
-    // --- Factories: the chart owns what they return. A failed allocation raises "Object New
-    // Error", a null or missing transform "Transform Parameter Error", with the operation's name
-    // -----------
+    // --- Factories ---------------------------------------------------------------------------
+    //
+    // The chart owns what they return. A failed allocation raises "Object New Error", a null or
+    // missing transform "Transform Parameter Error", with the operation's name.
 
     CTransform3D* NewTransform();
     /// Scale limits in data units.
@@ -140,13 +141,15 @@ class VARNEL_API CChart3D {
     /// Direction of the light, z up. Default (0, 1, 1).
     void SetLightPosition(const point3Dtype& p) { m_Saved.lightPosition = p; }
     point3Dtype GetLightPosition() const { return m_Saved.lightPosition; }
-    /// Code 4609 the diffuse colour, LIGHT_MODEL_AMBIENT the ambient one; others are ignored.
+    /// LIGHT_DIFFUSE (4609) the diffuse colour, LIGHT_MODEL_AMBIENT (12345) the ambient one; others
+    /// are ignored.
     void SetLightComponent(int code, const RGBDType& c);
     /// The same two; (0, 0, 0, 0) for any other code.
     RGBDType GetLightComponent(int code) const;
 
-    /// Which coordinate of a vertex is turned into a texture colour: 0 x, 1 y, 3 the value w, other
-    /// numbers z; negative (the default, -1): the chart uses no texture.
+    /// Which coordinate of a vertex is turned into a texture colour: TEXTURE_X (0), TEXTURE_Y (1),
+    /// TEXTURE_VALUE (3) the value w, other numbers z; negative (the default, -1): the chart uses
+    /// no texture.
     void SetTextureMode(int mode) { m_Saved.textureMode = mode; }
     int GetTextureMode() const { return m_Saved.textureMode; }
     /// Copies n colours for values from min to max; n outside 0..258 or a null array changes
@@ -181,8 +184,10 @@ class VARNEL_API CChart3D {
     /// Hands the font factors to the context and to all transforms.
     void SetFontFactors();
 
-    // --- Automatic scaling: round limits and tics from data. What is not finite is no data. Spans
-    // of different lengths raise "Parameter Error"-----------------
+    // --- Automatic scaling -------------------------------------------------------------------
+    //
+    // Round limits and tics from data. What is not finite is no data. Spans whose lengths do not
+    // fit together raise "Parameter Error".
 
     /// Widens a range to round limits; `minorOnly` non-zero rounds to minor tics only. About a
     /// quarter of the axis stays empty on average, and a range that reaches below 0 and whose

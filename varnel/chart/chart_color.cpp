@@ -5,6 +5,7 @@
 
 #include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/render/codes.h"
 #include "varnel/surface/color_map.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
@@ -13,9 +14,6 @@ namespace varnel {
 namespace {
 
 constexpr int kColors = 256;
-constexpr int kTextureByHeight = 2;
-constexpr int kTextureByValue = 3;
-constexpr int kColorByValue = 2;
 
 /// The colours end this much above the highest value, as a fraction of the range: texture
 /// coordinates are shifted up by a colour, and those from 1 on wrap around to the first colours.
@@ -60,7 +58,7 @@ bool ColorBy(CChart3D& chart, CChartObj3D& object, const CString& colorMap, cons
     chart.SetTextureColorArray(colors, range.min - around, range.max + extent * kHeadroom + around,
                                kColors);
     chart.SetTextureMode(textureMode);
-    object.SetColorMode(kColorByValue);
+    object.SetColorMode(COLOR_MODE_VALUE);
     return true;
 }
 
@@ -72,7 +70,7 @@ bool CChart3D::ColorSurfaceByHeight(CChartObj3D* surfaceObject, const CString& c
     // In working coordinates, in which the heights are drawn.
     const Range range = RangeOf(*surfaceObject->GetPolysurface(),
                                 [&](const point3Dtype& p) { return transform.CVTWS(2, p.z); });
-    return ColorBy(*this, *surfaceObject, colorMap, range, kTextureByHeight);
+    return ColorBy(*this, *surfaceObject, colorMap, range, TEXTURE_Z);
 }
 
 bool CChart3D::ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const double> values,
@@ -83,7 +81,7 @@ bool CChart3D::ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const d
     surfaceObject->SetPolysurfaceValues(values);
     const Range range =
         RangeOf(*surfaceObject->GetPolysurface(), [](const point3Dtype& p) { return p.w; });
-    return ColorBy(*this, *surfaceObject, colorMap, range, kTextureByValue);
+    return ColorBy(*this, *surfaceObject, colorMap, range, TEXTURE_VALUE);
 }
 
 }  // namespace varnel

@@ -17,11 +17,6 @@
 namespace varnel {
 namespace {
 
-constexpr int kColorAndDepth = 16640;
-constexpr int kAmbient = 4608;
-constexpr int kDiffuse = 4609;
-constexpr int kPosition = 4611;
-
 bool ShowsSomething(const CAxes3D& axes) {
     bool shows = false;
     for (int axis = 0; axis < 3; ++axis)
@@ -83,15 +78,15 @@ void CChart3D::SetupOpenGL() {
     m_pOpenGL->LoadIdentity();
     m_pOpenGL->SetViewport(m_Saved.viewport);
     m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 0.0);
-    m_pOpenGL->Clear(kColorAndDepth);
+    m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     if (m_Saved.borderEnable != 0) DrawBorder();
     m_pOpenGL->SetLightPosition(m_Saved.lightPosition);
-    m_pOpenGL->LoadLight(kPosition);
+    m_pOpenGL->LoadLight(LIGHT_POSITION);
     m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT, m_Saved.ambientLight);
-    m_pOpenGL->SetLightComponent(kDiffuse, m_Saved.diffuseLight);
+    m_pOpenGL->SetLightComponent(LIGHT_DIFFUSE, m_Saved.diffuseLight);
     // Charts of one view share the light: without loading it, each would have the last one's.
-    m_pOpenGL->LoadLight(kAmbient);
-    m_pOpenGL->LoadLight(kDiffuse);
+    m_pOpenGL->LoadLight(LIGHT_AMBIENT);
+    m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
     if (m_Saved.textureMode >= 0) {
         m_pOpenGL->SetTextureMode(m_Saved.textureMode);
         m_pOpenGL->SetTextureColorArray(m_Saved.textureColors.data(), m_Saved.textureMin,

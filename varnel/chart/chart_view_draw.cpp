@@ -21,8 +21,6 @@ namespace {
 
 /// Height of an em of the view's own text, in device units (the view is 2 high).
 constexpr double kViewFontSize = 0.2;
-constexpr int kDepth = 256;
-constexpr int kColorAndDepth = 16384 + kDepth;
 
 void RequireDevice(const CDC* dc, const char* operation) {
     if (dc == nullptr)
@@ -51,7 +49,7 @@ void CChartView3D::DrawWatched() {
     m_ViewAspect = static_cast<double>(m_DrawHeight) / static_cast<double>(m_DrawWidth);
     m_pOpenGL->MakeCurrent();
     m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 1.0);
-    m_pOpenGL->Clear(kColorAndDepth);
+    m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     m_pOpenGL->LoadIdentity();
     if (m_Saved.borderEnable != 0) DrawBorder();
     if (m_FontChanged != 0) {
@@ -82,7 +80,7 @@ void CChartView3D::DrawHeader() {
 void CChartView3D::DrawHeaderOnTop() {
     m_pOpenGL->LoadIdentity();
     m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
-    m_pOpenGL->Clear(kDepth);
+    m_pOpenGL->Clear(CLEAR_DEPTH);
     DrawHeader();
 }
 
