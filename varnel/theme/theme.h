@@ -37,7 +37,7 @@ struct VARNEL_API Theme {
     /// ambient colour, OpenGL's own share of a tenth and the diffuse colour make 1 where a face
     /// looks into the light: no face is brighter than its own colour, and one that looks at the
     /// viewer has it to within 2 of 255.
-    point3Dtype lightPosition{0.10, 0.985, 0.14, 0.0};
+    point3Dtype lightPosition{-0.10, 0.985, 0.14, 0.0};
     RGBDType ambientLight{0.4, 0.4, 0.4, 1.0};
     RGBDType diffuseLight{0.5, 0.5, 0.5, 1.0};
 
