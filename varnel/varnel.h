@@ -8,6 +8,7 @@
 #include "varnel/bitmap/dib.h"
 #include "varnel/bitmap/dib_object.h"
 #include "varnel/chart/apply_theme.h"
+#include "varnel/chart/auto_frame.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"

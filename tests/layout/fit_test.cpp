@@ -31,7 +31,7 @@ TEST(Fit, EverythingIsInsideAndTheBoxTouchesItsRoom) {
                 for (const bool fill : {false, true}) {
                     FitOptions options;
                     options.top = 30.0;
-                    options.fillFrame = fill;
+                    options.fillDepth = fill ? 0.12 : 0.0;
                     const BoxPlacement p =
                         FitBox(Frame(width, height, azimuth, elevation), options, WithLabels);
                     const PixelRect all = WithLabels(p);
@@ -42,8 +42,10 @@ TEST(Fit, EverythingIsInsideAndTheBoxTouchesItsRoom) {
                     EXPECT_TRUE(room.Contains(all, 0.5));
                     const bool wide = all.Width() > room.Width() - 1.0;
                     const bool high = all.Height() > room.Height() - 1.0;
-                    EXPECT_TRUE(wide || high);
-                    EXPECT_TRUE((wide && high) || !fill || elevation > 20.0);
+                    const bool frontal =
+                        elevation == 0.0 || (elevation == 90.0 && azimuth == -90.0);
+                    EXPECT_TRUE(wide || high || (fill && !frontal));
+                    EXPECT_TRUE((wide && high) || !fill || !frontal);
                 }
             }
         }
@@ -62,8 +64,7 @@ TEST(Fit, SharesOfTheFrameAtUsualViews) {
         return BoxExtent(p).Width() * BoxExtent(p).Height() / (1600.0 * 1200.0);
     };
     EXPECT_GT(share(FitBox(Frame(1600, 1200, -127.5, 30), options, measure)), 0.40);
-    options.proportions = {1.0, 0.12, 0.7, 0.0};
-    options.fillFrame = true;
+    options.fillDepth = 0.12;
     EXPECT_GT(share(FitBox(Frame(1600, 1200, -90, 0), options, measure)), 0.70);
 }
 

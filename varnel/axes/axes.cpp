@@ -120,11 +120,11 @@ void CAxes3D::DrawAxes() {
     if (GetDiagnostics() != 0) TellOddLimits();
     m_pTransform->ChartTransform();
     const CollectScope scope(*m_pOpenGL);
-    if (IsComplete() && (m_Added.followView != FOLLOW_OFF || HasDates())) {
+    if (IsComplete() && (m_Added.followView != FOLLOW_OFF || HasChosenTics())) {
         GLViewportType viewport;
         m_pOpenGL->GetViewport(viewport);
         const detail::BoxView view = ViewOfBox(viewport.width, viewport.height);
-        PrepareDates(view);
+        PrepareTics(view);
         if (m_Added.followView != FOLLOW_OFF) return DrawFollowing(view);
     }
     DrawAxesLines();
@@ -211,6 +211,8 @@ void CAxes3D::VisitAdded(detail::AddedFields& fields) {
         field("followView", &Added::followView);
         field("dates", &Added::dates);
         field("dateFormats", &Added::dateFormats);
+        field("autoTics", &Added::autoTics);
+        field("wholeTics", &Added::wholeTics);
     });
     for (int axis = 0; axis < 3; ++axis) {
         fields.Object(detail::Say("axis ", axis), m_pAxis[axis].get());

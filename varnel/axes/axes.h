@@ -116,6 +116,13 @@ class VARNEL_API CAxes3D {
     void SetAxisDates(int axis, int on = 1, const CString& format = {});
     int GetAxisDates(int axis) const { return Value(m_Added.dates, axis); }
 
+    /// 1: tics and labels of numbers are chosen anew at every drawing, by the axis' limits and its
+    /// length on the screen: 4 to 8 labels where there is room, as short as they can be, a factor
+    /// that all share behind the title. `whole` not 0: on whole numbers only. 0: as set. The axis'
+    /// tics and label strings are overwritten.
+    void SetAutoTics(int axis, int on, int whole = 0);
+    int GetAutoTics(int axis) const { return Value(m_Added.autoTics, axis); }
+
     /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. Without a
     /// font in the context, as before a view's first drawing, texts take no room. The transform's
     /// chart matrix is current afterwards.
@@ -487,11 +494,11 @@ class VARNEL_API CAxes3D {
     bool HasPlaneTable() const;
     void TellOddLimits() const;
     bool IsComplete() const;
-    bool HasDates() const {
-        return m_Added.dates[0] != 0 || m_Added.dates[1] != 0 || m_Added.dates[2] != 0;
-    }
+    bool HasChosenTics() const;
     detail::BoxView ViewOfBox(double width, double height) const;
-    void PrepareDates(const detail::BoxView& view);
+    void PrepareTics(const detail::BoxView& view);
+    void PrepareDates(int axis, double length, bool across);
+    void PrepareNumbers(int axis, double length, bool across);
     double EmInPixels(double height) const;
     void FillContent(int axis, double height, detail::AxisContent& content) const;
     detail::AxesPlacement PlaceFollowing(const detail::BoxView& view) const;
@@ -526,6 +533,8 @@ class VARNEL_API CAxes3D {
     struct Added {
         int followView = FOLLOW_OFF;
         int dates[3] = {};
+        int autoTics[3] = {};
+        int wholeTics[3] = {};
         std::vector<CString> dateFormats;  ///< by axis; missing ones are empty
     };
 
@@ -535,6 +544,7 @@ class VARNEL_API CAxes3D {
     std::unique_ptr<CAxisLabels3D> m_pAxisLabels[3];
     Saved m_Saved;
     Added m_Added;
+    CString m_TitleNotes[3];  ///< factors and offsets that automatic labels leave out
     std::unique_ptr<detail::AxesChoice> m_pLastChoice;  ///< of FOLLOW_TURN
     int m_nSignature = kSignature;
 };

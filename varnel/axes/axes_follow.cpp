@@ -8,7 +8,9 @@
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
+#include "varnel/scale/auto_scale.h"
 #include "varnel/scale/calendar.h"
+#include "varnel/scale/tic_labels.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -113,6 +115,7 @@ void CAxes3D::SetCategories(int axis, std::span<const CString> names,
     line->SetTicValues(ticsBetween != 0 ? between : places);
     labels->SetAxisLabelsValues(places);
     labels->SetAxisLabelsStrings(names.first(places.size()));
+    SetAutoTics(axis, 0);
 }
 
 void CAxes3D::SetAxisDates(int axis, int on, const CString& format) {
@@ -152,33 +155,77 @@ detail::BoxView CAxes3D::ViewOfBox(double width, double height) const {
 double CAxes3D::EmInPixels(double height) const {
     const CFont3D* const font = m_pOpenGL->GetFont();
     if (font == nullptr) return 0.0;
-    return font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * height / 2.0;
+    return font->GetFontScaleFactor() * m_pTransform->GetFontHeightSF() * height / 2.0 *
+           m_pTransform->GetUnitScale().y;
 }
 
-void CAxes3D::PrepareDates(const detail::BoxView& view) {
+bool CAxes3D::HasChosenTics() const {
+    const auto isSet = [](int on) { return on != 0; };
+    return std::ranges::any_of(m_Added.dates, isSet) ||
+           std::ranges::any_of(m_Added.autoTics, isSet);
+}
+
+/// Tics that are chosen anew for the view, from the lengths of the axes in heights of their labels.
+void CAxes3D::PrepareTics(const detail::BoxView& view) {
     for (int axis = 0; axis < 3; ++axis) {
-        if (m_Added.dates[axis] == 0) continue;
-        CAxis3D& line = *m_pAxis[axis];
-        CAxisLabels3D& labels = *m_pAxisLabels[axis];
+        m_TitleNotes[axis].clear();
         const PixelPoint edge = view.EdgeInPixels(axis);
-        const double em = EmInPixels(view.height) * labels.GetAxisLabelsSize();
-        CalendarOptions options;
-        const auto number = static_cast<std::size_t>(axis);
-        if (number < m_Added.dateFormats.size()) options.format = m_Added.dateFormats[number];
-        if (em > 0.0) options.length = std::hypot(edge.x, edge.y) / em;
-        options.across = std::abs(edge.x) > std::abs(edge.y);
-        CalendarScale scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
-        // One or two labels that are long for the axis are better than none.
-        for (int i = 0; i < 3 && scale.majors.size() < 2; ++i) {
-            options.length *= 2.0;
-            scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
-        }
-        line.SetTicValues(scale.majors, scale.minors);
-        std::vector<CString> texts = scale.texts;
-        for (std::size_t i = 0; i < texts.size() && i < scale.contexts.size(); ++i)
-            if (!scale.contexts[i].empty()) texts[i] += "\n" + scale.contexts[i];
-        labels.SetAxisLabelsStrings(texts);
+        const double em = EmInPixels(view.height) * m_pAxisLabels[axis]->GetAxisLabelsSize();
+        const double length = em > 0.0 ? std::hypot(edge.x, edge.y) / em : 30.0;
+        const bool across = std::abs(edge.x) > std::abs(edge.y);
+        if (m_Added.dates[axis] != 0)
+            PrepareDates(axis, length, across);
+        else if (m_Added.autoTics[axis] != 0)
+            PrepareNumbers(axis, length, across);
     }
+}
+
+void CAxes3D::PrepareDates(int axis, double length, bool across) {
+    CAxis3D& line = *m_pAxis[axis];
+    CalendarOptions options;
+    const auto number = static_cast<std::size_t>(axis);
+    if (number < m_Added.dateFormats.size()) options.format = m_Added.dateFormats[number];
+    options.length = length;
+    options.across = across;
+    CalendarScale scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+    // One or two labels that are long for the axis are better than none.
+    for (int i = 0; i < 3 && scale.majors.size() < 2; ++i) {
+        options.length *= 2.0;
+        scale = CalendarInside(line.GetAxisMin(), line.GetAxisMax(), options);
+    }
+    line.SetTicValues(scale.majors, scale.minors);
+    std::vector<CString> texts = scale.texts;
+    for (std::size_t i = 0; i < texts.size() && i < scale.contexts.size(); ++i)
+        if (!scale.contexts[i].empty()) texts[i] += "\n" + scale.contexts[i];
+    m_pAxisLabels[axis]->SetAxisLabelsStrings(texts);
+}
+
+void CAxes3D::PrepareNumbers(int axis, double length, bool across) {
+    CAxis3D& line = *m_pAxis[axis];
+    ScaleOptions options;
+    options.logarithmic = m_pTransform->GetAxisScaleMode(axis) != 0;
+    options.whole = m_Added.wholeTics[axis] != 0;
+    options.length = length;
+    options.across = across;
+    const AxisScale scale = TicsInside(line.GetAxisMin(), line.GetAxisMax(), options);
+    line.SetTicValues(scale.majors, scale.minors);
+    LabelOptions writing;
+    // Less than a decade is written like a linear axis.
+    writing.logarithmic = scale.logarithmic && scale.majorStep == 0.0;
+    writing.allowNote = true;
+    const TicLabels labels = ChooseLabels(scale.majors, writing);
+    m_pAxisLabels[axis]->SetAxisLabelsStrings(labels.texts);
+    m_TitleNotes[axis] = labels.note;
+}
+
+void CAxes3D::SetAutoTics(int axis, int on, int whole) {
+    CAxisLabels3D* const labels = GetAxisLabels(axis);
+    if (labels == nullptr) return;
+    m_Added.autoTics[axis] = on;
+    m_Added.wholeTics[axis] = whole;
+    if (on == 0) return;
+    m_Added.dates[axis] = 0;
+    labels->SetAxisLabelsValues({});
 }
 
 void CAxes3D::FillContent(int axis, double height, detail::AxisContent& content) const {
@@ -191,7 +238,9 @@ void CAxes3D::FillContent(int axis, double height, detail::AxisContent& content)
     content.titleEm = em * labels.GetAxisTitleSize();
     if (m_Saved.m_bAxisLabelsEnable[axis] != 0) labels.FillContent(content);
     // Dates are names as far as words go, but leave every second one out rather than shrink.
-    if (m_Added.dates[axis] != 0) content.named = false;
+    if (m_Added.dates[axis] != 0 || m_Added.autoTics[axis] != 0) content.named = false;
+    if (!m_TitleNotes[axis].empty())
+        content.title += (content.title.empty() ? "" : ", ") + m_TitleNotes[axis];
     for (const bool atMax : {false, true}) {
         const int plane = PlaneAt(axis, atMax);
         const int used =
@@ -226,7 +275,7 @@ detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
     if (m_pOpenGL == nullptr || m_pTransform == nullptr || !IsComplete()) return extents;
     m_pTransform->ChartTransform();
     const detail::BoxView view = ViewOfBox(width, height);
-    PrepareDates(view);
+    PrepareTics(view);
     if (m_Added.followView == FOLLOW_OFF) {
         MeasureFixed(view, extents);
         return extents;
@@ -308,7 +357,12 @@ void CAxes3D::DrawFollowing(const detail::BoxView& view) {
     m_pTransform->TextTransform();
     detail::TextPlace place;
     place.em = EmInPixels(view.height);
+    place.units = m_pTransform->GetUnitScale();
     place.toDevice = MatrixOf(m_pTransform->GetFontTransform());
+    for (std::size_t i = 0; i < 4; ++i) {
+        place.toDevice.m[4 * i] /= place.units.x;
+        place.toDevice.m[4 * i + 1] /= place.units.y;
+    }
     place.width = view.width;
     place.height = view.height;
     place.depth = view.origin.z - kInFront;

@@ -223,7 +223,7 @@ void CChart3D::SetChartViewport(const GLViewportType& v) {
 }
 
 void CChart3D::SetFontFactors() {
-    if (m_pOpenGL != nullptr) m_pOpenGL->SetFontScaleFactor(m_Saved.fontSize);
+    if (m_pOpenGL != nullptr) m_pOpenGL->SetFontScaleFactor(DrawnFontSize());
     int width = 0;
     int height = 0;
     if (m_pChartView != nullptr) m_pChartView->GetViewSize(&width, &height);

@@ -11,6 +11,7 @@
 #include <memory>
 #include <span>
 
+#include "varnel/chart/auto_frame.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -18,6 +19,7 @@
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
+#include "varnel/layout/fit.h"
 
 namespace varnel {
 
@@ -35,6 +37,13 @@ class CTransform3D;
 namespace detail {
 class AddedFields;
 }
+
+/// When the box is placed anew.
+enum AutoFit3D : int {
+    AUTOFIT_OFF = 0,   ///< by FitToView alone
+    AUTOFIT_VIEW = 1,  ///< at every drawing
+    AUTOFIT_TURN = 2,  ///< the same, in one size for all rotations about z: nothing pulsates
+};
 
 class VARNEL_API CChart3D {
  public:
@@ -229,6 +238,40 @@ class VARNEL_API CChart3D {
     /// alike.
     CAxes3D* AutoAxes(CTransform3D* t);
 
+    // --- Automatic charts -----------------------------------------------------------------------
+
+    /// Gives the data sets of a transform of this chart all that makes them a chart: limits from
+    /// the data, a view, axes that follow it, walls, grids, labels, titles, text sizes and layout.
+    /// The transform's first axes are used, or new ones made; its data sets must have been set up,
+    /// and after changes it can be called again. A null transform raises
+    /// "Transform Parameter Error". What was chosen is in the transform, the axes and the header,
+    /// and can be changed there.
+    Frame AutoFrame(CTransform3D* t, const FrameOptions& options = {});
+
+    /// Places the box of each transform that has axes so that everything around it is inside the
+    /// chart with a margin of 2 %, as large as that allows, for the rotation and the size that the
+    /// view has now: CTransform3D::SetFit. Offset and chart rect that were set stay. Returns where
+    /// the last box stands; its width is 0 when there are no axes.
+    BoxPlacement FitToView();
+    /// FitToView at every drawing (AutoFit3D). Default AUTOFIT_OFF.
+    void SetAutoFit(int mode) { m_Added.autoFit = mode; }
+    int GetAutoFit() const { return m_Added.autoFit; }
+    /// 1: the size of the chart's text follows the smaller side of its viewport (TextSizesFor);
+    /// 0, the default: it is the font size that was set.
+    void SetAutoText(int on) { m_Added.autoText = on; }
+    int GetAutoText() const { return m_Added.autoText; }
+    /// Above 0: FitToView makes the box as wide and high as the viewport allows, and its third edge
+    /// this fraction of its width deep (FitOptions::fillDepth). 0, the default: it keeps its
+    /// proportions.
+    void SetFillDepth(double depth) { m_Added.fillDepth = depth; }
+    double GetFillDepth() const { return m_Added.fillDepth; }
+    /// Pixels at the chart's edges that FitToView leaves to others, legends for one. Not saved.
+    void SetReservedRoom(double left, double bottom, double right, double top);
+    /// What titles and reserved room left of the chart for the last FitToView, and what its last
+    /// box covers, in pixels of the view from its lower left corner; empty before.
+    PixelRect GetPlotArea() const { return m_PlotArea; }
+    PixelRect GetBoxArea() const { return m_BoxArea; }
+
     // --- Drawing, called by the view; and persistence ------------------------------------------
 
     /// Draws the chart into the context's image: background, border, header, axes, data, solids,
@@ -298,8 +341,19 @@ class VARNEL_API CChart3D {
         ObjectList<CAxes3D> axes;
     };
 
+    /// What the record lacks.
+    struct Added {
+        int autoFit = AUTOFIT_OFF;
+        int autoText = 0;
+        double fillDepth = 0.0;
+    };
+
     template <class Archive>
     static void Record(Archive& record, Saved& saved);
+    double DrawnFontSize() const;
+    CAxes3D* FindAxes(const CTransform3D& t) const;
+    BoxPlacement FitAxes(CAxes3D& axes, CTransform3D& t, FitOptions options) const;
+    FitOptions RoomForBox() const;
     static CTransform3D* FindTransform(const Objects& objects, int id);
     void LoadObjects(File& file, Objects& objects);
     void TellWhatCannotBeLoaded() const;
@@ -310,6 +364,10 @@ class VARNEL_API CChart3D {
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;
     Saved m_Saved;
+    Added m_Added;
+    PixelRect m_Reserved;  ///< pixels at each edge
+    PixelRect m_PlotArea;
+    PixelRect m_BoxArea;
     int m_Signature = kSignature;
     std::unique_ptr<CHeader3D> m_pHeader;
     Objects m_Objects;

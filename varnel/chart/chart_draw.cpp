@@ -61,6 +61,7 @@ void CChart3D::DrawChart() {
     SetChartPosition(m_Saved.position);
     SetupOpenGL();
     SetFontFactors();
+    if (m_Added.autoFit != AUTOFIT_OFF) FitToView();
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
     for (const auto& transform : m_Objects.transforms)
         transform->ChartTransform();
@@ -101,7 +102,10 @@ void CChart3D::DrawBorder() {
 
 void CChart3D::DrawHeader() {
     m_pHeader->SetViewAspect(m_Saved.viewportAspect * m_Saved.viewAspect);
-    m_pHeader->SetRelSize(m_Saved.fontHeightSF);
+    // Where the chart is higher than wide, its text is as large as if it were a square.
+    const double size = m_Added.autoText != 0 ? std::min(1.0, 1.0 / m_Saved.viewportAspect) : 1.0;
+    m_pHeader->SetFitWidth(m_Added.autoText);
+    m_pHeader->SetRelSize(size * m_Saved.fontHeightSF);
     m_pHeader->DrawHeader();
 }
 

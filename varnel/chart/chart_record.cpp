@@ -81,6 +81,11 @@ void CChart3D::TellWhatCannotBeLoaded() const {
 }
 
 void CChart3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) {
+        field("autoFit", &Added::autoFit);
+        field("autoText", &Added::autoText);
+        field("fillDepth", &Added::fillDepth);
+    });
     fields.Object("header", m_pHeader.get());
     fields.List("transform", m_Objects.transforms);
     fields.List("axes", m_Objects.axes);

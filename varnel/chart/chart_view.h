@@ -161,6 +161,9 @@ class VARNEL_API CChartView3D {
     /// 1 when the handler stopped the last such operation, else 0.
     int GetStopped() const { return m_Stopped; }
 
+    /// Registers the font that was set, if drawing has not done so yet: texts can be measured then.
+    void UseFont();
+
     /// The rendering context, null before the view is initialised; owned by the view.
     COpenGL* GetOpenGLPntr() const { return m_pOpenGL.get(); }
     /// The image, up to date after each drawing; null before the view is initialised.
@@ -267,6 +270,8 @@ class VARNEL_API CChartView3D {
     void DrawBorder();
     void DrawCharts();
     void DrawLegends();
+    void ReserveForLegends();
+    void PlaceLegends();
     void DrawHeader();
     void DrawHeaderOnTop();
     void SetWindow(CWnd* wnd);

@@ -52,17 +52,22 @@ void CChartView3D::DrawWatched() {
     m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     m_pOpenGL->LoadIdentity();
     if (m_Saved.borderEnable != 0) DrawBorder();
-    if (m_FontChanged != 0) {
-        m_pOpenGL->RegisterFont(m_Saved.fontName, kViewFontSize, m_Saved.fontWeight,
-                                m_Saved.fontItalics, m_Saved.fontUnderline,
-                                CharactersOf(m_Saved.fontOption));
-        m_FontChanged = 0;
-    }
+    UseFont();
     if (m_Added.headerOnTop == 0) DrawHeader();
+    ReserveForLegends();
     DrawCharts();
     if (m_Added.headerOnTop != 0) DrawHeaderOnTop();
+    PlaceLegends();
     DrawLegends();
     m_pOpenGL->ReadBackDrawn();
+}
+
+void CChartView3D::UseFont() {
+    if (m_FontChanged == 0 || m_pOpenGL == nullptr) return;
+    m_pOpenGL->RegisterFont(m_Saved.fontName, kViewFontSize, m_Saved.fontWeight,
+                            m_Saved.fontItalics, m_Saved.fontUnderline,
+                            CharactersOf(m_Saved.fontOption));
+    m_FontChanged = 0;
 }
 
 void CChartView3D::DrawBorder() {

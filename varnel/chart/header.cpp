@@ -46,12 +46,23 @@ void CHeader3D::SetTextColor(const RGBDType& color) {
         text->SetColor(color);
 }
 
-void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) {
+void CHeader3D::SetTextSizes(double title1, double title2, double footer) {
+    m_pTitle1->SetCharSize(title1);
+    m_pTitle2->SetCharSize(title2);
+    m_pFooter->SetCharSize(footer);
+}
+
+void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) const {
+    constexpr double kWidest = 1.92;  // of the 2 units from edge to edge
     point3Dtype location;
     AssignPoint3D(location, 0.0, 0.0, y);
     text.SetNormLocation(location);
     text.SetJustify(1, yJustify);
+    const double size = text.GetCharSize();
+    const double width = text.TextWidth() * size;
+    if (m_FitWidth != 0 && width > kWidest) text.SetCharSize(size * kWidest / width);
     text.OutTextNorm();
+    text.SetCharSize(size);
 }
 
 void CHeader3D::DrawHeader() {

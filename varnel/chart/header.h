@@ -63,6 +63,17 @@ class VARNEL_API CHeader3D {
     double GetFontHeightSF() const { return m_Saved.fontHeightSF; }
     /// The same factor, by the name that a chart calls it.
     void SetRelSize(double factor) { m_Saved.fontHeightSF = factor; }
+    /// The sizes of the two titles and of the footer in terms of the chart's text. Default 1 each.
+    void SetTextSizes(double title1, double title2, double footer);
+    double GetTitle1Size() const { return m_pTitle1->GetCharSize(); }
+    double GetTitle2Size() const { return m_pTitle2->GetCharSize(); }
+    double GetFooterSize() const { return m_pFooter->GetCharSize(); }
+    /// 1: a text that is too wide is drawn smaller, so that it ends at the edges' margins. Not
+    /// saved; the owner sets it.
+    void SetFitWidth(int on) { m_FitWidth = on; }
+    /// From the edges, which are at -1 and 1. Default 0.05.
+    void SetMargin(double margin) { m_Saved.margin = margin; }
+    double GetMargin() const { return m_Saved.margin; }
     /// Stored and saved only.
     void SetFontSize(double size) { m_Saved.fontSize = size; }
     double GetFontSize() const { return m_Saved.fontSize; }
@@ -96,10 +107,11 @@ class VARNEL_API CHeader3D {
     };
 
     void InitHeaderDefaults();
-    static void DrawLine(CTextObj3D& text, double y, int yJustify);
+    void DrawLine(CTextObj3D& text, double y, int yJustify) const;
 
     COpenGL* m_pOpenGL = nullptr;
     Saved m_Saved;
+    int m_FitWidth = 0;
     int m_Signature = kSignature;
     std::unique_ptr<CTransform3D> m_pTransform;
     std::unique_ptr<CTextObj3D> m_pTitle1;

@@ -91,18 +91,41 @@ struct Overhang {
     }
 };
 
+/// Which edges of the box are seen as its width, its height and its depth.
+struct SeenEdges {
+    int wide = 0;
+    int high = 2;
+    int deep = 1;
+};
+
+SeenEdges EdgesSeen(const Directions& d) {
+    SeenEdges seen;
+    for (int axis = 1; axis < 3; ++axis) {
+        if (std::abs(d.across[axis]) > std::abs(d.across[seen.wide]) + 1e-9) seen.wide = axis;
+    }
+    const int first = seen.wide == 2 ? 1 : 2;
+    const int second = 3 - seen.wide - first;
+    const bool upright = std::abs(d.up[first]) >= std::abs(d.up[second]);
+    seen.high = upright ? first : second;
+    seen.deep = upright ? second : first;
+    return seen;
+}
+
 /// Gives the box the size that a room allows, the room being given as half extents.
 void Resize(BoxPlacement& p, const FitOptions& options, const PixelPoint& half,
             const PixelPoint& room) {
     const Directions d = DirectionsOf(p);
-    const double high = std::abs(d.up[2]);
-    if (options.fillFrame && half.x > 0.0 && high > 0.25 * PixelsPerUnit(p).y) {
-        const double depth = options.proportions.y / options.proportions.x;
-        const double x = p.rect.x * room.x / half.x;
+    const SeenEdges seen = EdgesSeen(d);
+    const double high = std::abs(d.up[seen.high]);
+    if (options.fillDepth > 0.0 && half.x > 0.0 && high > 0.25 * PixelsPerUnit(p).y) {
+        const double x = GetCoord3D(p.rect, seen.wide) * room.x / half.x;
         // What width and depth take of the height, at most half of it.
-        const double lower = x * (std::abs(d.up[0]) + depth * std::abs(d.up[1]));
+        const double lower =
+            x * (std::abs(d.up[seen.wide]) + options.fillDepth * std::abs(d.up[seen.deep]));
         const double shrink = std::min(1.0, 0.5 * room.y / std::max(lower, 1e-9));
-        p.rect = {shrink * x, shrink * depth * x, (room.y - shrink * lower) / high, 0.0};
+        coordassign(p.rect, seen.wide, shrink * x);
+        coordassign(p.rect, seen.deep, shrink * options.fillDepth * x);
+        coordassign(p.rect, seen.high, (room.y - shrink * lower) / high);
         return;
     }
     const double scale =
@@ -152,6 +175,29 @@ BoxPlacement Settle(BoxPlacement p, const FitOptions& options, Half half, Measur
     return p;
 }
 
+/// Labels may change their arrangement with the smallest change of size, so that the iteration does
+/// not always end: what is outside then is moved in, or the box is made smaller until it can be.
+void BringInside(BoxPlacement& p, const FitOptions& options, const MeasureFunction& measure) {
+    constexpr int kTries = 12;
+    constexpr double kSmaller = 0.97;
+    const PixelRect room = Available(p, options);
+    for (int i = 0; i < kTries; ++i) {
+        const PixelRect all = measure(p);
+        if (all.IsEmpty() || room.Contains(all, kSettled)) return;
+        const double scale = std::min(room.Width() / all.Width(), room.Height() / all.Height());
+        if (scale < 1.0) {
+            const double smaller = std::min(scale, kSmaller);
+            p.rect = {smaller * p.rect.x, smaller * p.rect.y, smaller * p.rect.z, 0.0};
+        }
+        const PixelPoint center = Center(p);
+        const auto shift = [](double low, double high, double from, double to) {
+            return low < from ? from - low : high > to ? to - high : 0.0;
+        };
+        MoveCenter(p, {center.x + shift(all.left, all.right, room.left, room.right),
+                       center.y + shift(all.bottom, all.top, room.bottom, room.top)});
+    }
+}
+
 }  // namespace
 
 void PixelRect::Add(const PixelRect& other) {
@@ -185,11 +231,13 @@ PixelRect BoxExtent(const BoxPlacement& p) {
 
 BoxPlacement FitBox(const BoxPlacement& start, const FitOptions& options,
                     const MeasureFunction& measure) {
-    return Settle(start, options, HalfExtent, [&](const BoxPlacement& p) {
+    BoxPlacement p = Settle(start, options, HalfExtent, [&](const BoxPlacement& tried) {
         Overhang over;
-        over.Include(BoxExtent(p), measure(p));
+        over.Include(BoxExtent(tried), measure(tried));
         return over;
     });
+    if (p.width > 0 && p.height > 0) BringInside(p, options, measure);
+    return p;
 }
 
 BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
@@ -211,7 +259,7 @@ BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
                                     std::abs(p.rect.z) * std::abs(tilt.At(1, 2)))};
     };
     FitOptions kept = options;
-    kept.fillFrame = false;
+    kept.fillDepth = 0.0;
     return Settle(start, kept, largest, [&](const BoxPlacement& p) {
         const PixelPoint center = Center(p);
         const PixelPoint half = largest(p);

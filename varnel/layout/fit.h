@@ -66,9 +66,10 @@ struct FitOptions {
     double top = 0.0;
     /// The box's edges in proportion to each other.
     point3Dtype proportions{1.0, 1.0, 0.7, 0.0};
-    /// Width and height are what the frame allows; of the proportions only that of depth to width
-    /// counts. For charts that are seen from the front.
-    bool fillFrame = false;
+    /// Above 0: the edges that are seen as width and height are what the frame allows, and the
+    /// third one is this fraction of the width deep; the proportions do not count. For charts that
+    /// are seen from the front or from above. 0: the proportions count.
+    double fillDepth = 0.0;
 };
 
 /// The placement with the largest box so that what `measure` says stays inside the frame, its

@@ -53,8 +53,8 @@ struct Counts {
 Counts CountsFor(double length) {
     const int room = static_cast<int>(std::clamp(length / kLineDistance, 1.0, 8.0)) + 1;
     const int most = std::min(room, 8);
-    const int wanted = std::clamp(static_cast<int>(length / 5.0), 2, 6);
-    return {length >= 16.0 ? 4 : 2, std::min(wanted, most), most};
+    const int wanted = std::clamp(static_cast<int>(length / 2.4), 2, 6);
+    return {length >= 9.0 ? 4 : 2, std::min(wanted, most), most};
 }
 
 /// The room that the texts of the majors want, as a fraction of what there is.

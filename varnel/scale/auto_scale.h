@@ -44,7 +44,7 @@ struct ScaleOptions {
     /// lines look better off the frame. Not added where data or limits end at 0 or at the base.
     double margin = 0.0;
     /// Length of the axis as drawn, in heights of its labels; 4 to 8 tics are labelled on an axis
-    /// of 16 or more, fewer on shorter ones.
+    /// of 9 or more, fewer on shorter ones.
     double length = 30.0;
     /// The labels stand beside each other, so that their widths count: the x axis.
     bool across = false;

@@ -23,15 +23,16 @@ struct AxesExtents {
 
 /// Where a text object that faces the viewer starts for its letters to begin at a pixel.
 struct TextPlace {
-    double em = 0.0;     ///< in pixels, of a text of size 1
-    Matrix4 toDevice;    ///< of normalized points, a rotation and a shift
+    double em = 0.0;   ///< in pixels, of a text of size 1
+    Matrix4 toDevice;  ///< of normalized points, a rotation and a shift, before `units`
+    point3Dtype units{1.0, 1.0, 1.0, 0.0};  ///< factors to device coordinates, across and up
     double depth = 0.0;  ///< device coordinate of the letters, in front of the box
     double width = 0.0;  ///< of the viewport in pixels
     double height = 0.0;
 
     point3Dtype Normalized(PixelPoint pixel) const {
-        const double shifted[3] = {2.0 * pixel.x / width - 1.0 - toDevice.At(0, 3),
-                                   2.0 * pixel.y / height - 1.0 - toDevice.At(1, 3),
+        const double shifted[3] = {(2.0 * pixel.x / width - 1.0) / units.x - toDevice.At(0, 3),
+                                   (2.0 * pixel.y / height - 1.0) / units.y - toDevice.At(1, 3),
                                    depth - toDevice.At(2, 3)};
         double p[3] = {};
         for (int axis = 0; axis < 3; ++axis)

@@ -1,0 +1,97 @@
+// CChartView3D: the room of legends beside and in charts whose layout is automatic.
+#include <algorithm>
+#include <vector>
+
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/data_extent.h"
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/foundation/detail/pixel_count.h"
+#include "varnel/legend/legend.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+namespace {
+
+constexpr int kMostPlaces = 2000;
+
+/// Pixels at the edges of the view.
+struct Edges {
+    double bottom = 0.0;
+    double right = 0.0;
+    double top = 0.0;
+};
+
+Edges RoomOf(CLegend3D& legend, int viewWidth, int viewHeight) {
+    int width = 0;
+    int height = 0;
+    legend.MeasureLegend(viewWidth, viewHeight, width, height);
+    Edges room;
+    if (width == 0 || height == 0) return room;
+    const double gap = 0.02 * std::min(viewWidth, viewHeight);
+    if (legend.GetPlace() == LEGEND_OUTSIDE_RIGHT) room.right = width + gap;
+    if (legend.GetPlace() == LEGEND_OUTSIDE_TOP) room.top = height + gap;
+    if (legend.GetPlace() == LEGEND_OUTSIDE_BOTTOM) room.bottom = height + gap;
+    return room;
+}
+
+/// Where the data of a chart are seen, in pixels from the lower left corner of the view.
+std::vector<point3Dtype> DataPlaces(const CChart3D& chart, int viewHeight) {
+    std::vector<point3Dtype> places;
+    for (int i = 0; i < chart.GetNumChartObjs(); ++i) {
+        const CChartObj3D& object = *chart.GetChartObj(i);
+        if (object.GetTransform() == nullptr) continue;
+        for (const point3Dtype& p : detail::PlacesOf(object, kMostPlaces)) {
+            double x = 0.0;
+            double y = 0.0;
+            if (object.GetTransform()->DataToPixel(p, x, y))
+                places.push_back({x, viewHeight - y, 0.0, 0.0});
+        }
+    }
+    return places;
+}
+
+GLViewportType AsViewport(const PixelRect& r) {
+    return {detail::PixelCount(r.left), detail::PixelCount(r.bottom), detail::PixelCount(r.Width()),
+            detail::PixelCount(r.Height())};
+}
+
+}  // namespace
+
+/// Legends outside take their room from the charts that reach into it, before these are fitted.
+void CChartView3D::ReserveForLegends() {
+    Edges room;
+    for (const auto& legend : m_LegendList) {
+        const Edges wanted = RoomOf(*legend, m_DrawWidth, m_DrawHeight);
+        room.right = std::max(room.right, wanted.right);
+        room.top = std::max(room.top, wanted.top);
+        room.bottom = std::max(room.bottom, wanted.bottom);
+    }
+    for (const auto& chart : m_ChartList) {
+        if (chart->GetAutoFit() == AUTOFIT_OFF) continue;
+        const GLViewRType p = chart->GetChartPosition();
+        const auto overlap = [](double edge, double size) { return std::clamp(edge, 0.0, size); };
+        const double width = p.width * m_DrawWidth;
+        const double height = p.height * m_DrawHeight;
+        chart->SetReservedRoom(
+            0.0, overlap(room.bottom - p.y * m_DrawHeight, height),
+            overlap(p.x * m_DrawWidth + width - (m_DrawWidth - room.right), width),
+            overlap(p.y * m_DrawHeight + height - (m_DrawHeight - room.top), height));
+    }
+}
+
+/// Tells legends where the first chart with an automatic layout stands.
+void CChartView3D::PlaceLegends() {
+    const auto chart = std::ranges::find_if(
+        m_ChartList, [](const auto& c) { return c->GetAutoFit() != AUTOFIT_OFF; });
+    if (chart == m_ChartList.end() || (*chart)->GetBoxArea().IsEmpty()) return;
+    for (const auto& legend : m_LegendList) {
+        const int place = legend->GetPlace();
+        if (place == LEGEND_IN_VIEW) continue;
+        const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
+        legend->SetPlotArea(AsViewport(inside ? (*chart)->GetBoxArea() : (*chart)->GetPlotArea()));
+        if (place == LEGEND_LEAST_DATA) legend->SetDataPlaces(DataPlaces(**chart, m_DrawHeight));
+    }
+}
+
+}  // namespace varnel

@@ -1,0 +1,297 @@
+#include "varnel/chart/detail/data_extent.h"
+
+#include <vector>
+
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/surface/polysurface.h"
+
+namespace varnel::detail {
+namespace {
+
+constexpr int kX = 0;
+constexpr int kY = 1;
+constexpr int kZ = 2;
+
+/// From a value to the start of a width placed at it.
+double WidthOffset(double width, int justify) {
+    if (justify == WIDTH_CENTERED) return -width / 2.0;
+    return justify == WIDTH_ENDS ? -width : 0.0;
+}
+
+/// Whether a chart type's data lie in a vertical plane.
+bool IsInPlane(int type) {
+    switch (type) {
+        case BARCHART3D:
+        case SCATTERCHART3D:
+        case LINECHART3D:
+        case PROJECTIONLINECHART3D:
+        case PLANECHART3D:
+        case SCATTERTEXT3D:
+        case POLYSURFACECHART2D:
+        case POLYSURFACECHART3D:
+        case CONTOURPOLYSURFACE3D:
+            return false;
+        default:
+            return true;
+    }
+}
+
+/// One object's data poured into the extents of the axes that they run along.
+class Pourer {
+ public:
+    Pourer(ChartExtent& extent, const CChartObj3D& object, const std::array<bool, 3>& logarithmic)
+        : m_Extent(extent), m_Object(object), m_Log(logarithmic) {
+        const Orientation orientation{object.GetIndAxis() == INDAXIS_Y};
+        m_Ind = orientation.IndAxis();
+        m_Depth = orientation.DepthAxis();
+    }
+
+    void Pour();
+
+ private:
+    void Add(int axis, double v) { Axis(axis).range.Add(v, m_Log[static_cast<std::size_t>(axis)]); }
+    AxisExtent& Axis(int axis) { return m_Extent.axes[static_cast<std::size_t>(axis)]; }
+    void Is(int axis, AxisData kind) {
+        // What wants room keeps it beside what does not.
+        Axis(axis).kind = std::max(Axis(axis).kind, kind);
+    }
+    void Base(double base) {
+        AxisExtent& values = Axis(kZ);
+        values.base = values.base ? std::min(*values.base, base) : base;
+    }
+    void InPlane(AxisData ind);
+    void InSpace(AxisData horizontal);
+    void AlongInd(double width, double offset);
+    void AddGap(int axis, std::vector<double> places, double width);
+    void Values(int groups);
+    void Totals();
+    void Points();
+    void Surface();
+
+    ChartExtent& m_Extent;
+    const CChartObj3D& m_Object;
+    const std::array<bool, 3>& m_Log;
+    int m_Ind = 0;
+    int m_Depth = 1;
+};
+
+/// A 2.5D object: its plane, with its depth.
+void Pourer::InPlane(AxisData ind) {
+    m_Extent.depthAxis = m_Depth;
+    Is(m_Ind, ind);
+    Is(kZ, AxisData::kValues);
+    const double depth = m_Object.GetDepthWidth();
+    const double start = m_Object.GetConstValue() + WidthOffset(depth, m_Object.GetDepthJustify());
+    std::vector<double>& planes = m_Extent.planes;
+    if (std::find(planes.begin(), planes.end(), m_Object.GetConstValue()) == planes.end())
+        planes.push_back(m_Object.GetConstValue());
+    const bool isLine = m_Object.GetChartType() == LINECHART25D;
+    Add(m_Depth, isLine ? m_Object.GetConstValue() : start);
+    if (isLine) return;
+    Add(m_Depth, start + depth);
+    m_Extent.solid = true;
+}
+
+void Pourer::InSpace(AxisData horizontal) {
+    m_Extent.flat = false;
+    Is(kX, horizontal);
+    Is(kY, horizontal);
+    Is(kZ, AxisData::kValues);
+}
+
+/// The room between bars that stand next to each other, from the middles of all.
+void Pourer::AddGap(int axis, std::vector<double> places, double width) {
+    constexpr double kNear = 1e-6;
+    for (const double v : places) {
+        if (std::abs(v - std::round(v)) > kNear) Axis(axis).whole = false;
+    }
+    std::sort(places.begin(), places.end());
+    double nearest = 0.0;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        const double distance = places[i] - places[i - 1];
+        if (distance > 0.0 && (nearest == 0.0 || distance < nearest)) nearest = distance;
+    }
+    const double gap = nearest > width ? nearest - width : 0.25 * width;
+    Axis(axis).gap = std::max(Axis(axis).gap, gap);
+}
+
+void Pourer::AlongInd(double width, double offset) {
+    std::vector<double> places;
+    for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
+        const double v = m_Object.GetIndData(i);
+        if (!IsData(v)) continue;
+        if (width != 0.0) places.push_back(v + offset + width / 2.0);
+        Add(m_Ind, v + offset);
+        if (width != 0.0) Add(m_Ind, v + offset + width);
+    }
+    if (width != 0.0) AddGap(m_Ind, std::move(places), std::abs(width));
+}
+
+void Pourer::Values(int groups) {
+    for (int g = 0; g < groups; ++g) {
+        for (int i = 0; i < m_Object.GetNumDataPnts(); ++i)
+            Add(kZ, m_Object.GetGroupData(g, i));
+    }
+}
+
+/// The running totals of stacked groups.
+void Pourer::Totals() {
+    for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
+        double total = 0.0;
+        for (int g = 0; g < m_Object.GetNumGroups(); ++g) {
+            const double v = m_Object.GetGroupData(g, i);
+            if (!IsData(v)) continue;
+            total += v;
+            Add(kZ, total);
+        }
+    }
+}
+
+void Pourer::Points() {
+    const bool bars = m_Object.GetChartType() == BARCHART3D;
+    std::vector<double> places[2];
+    for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
+        const point3Dtype p = m_Object.Get3DPoint(i);
+        if (!IsData(p)) continue;
+        Add(kX, p.x);
+        Add(kY, p.y);
+        Add(kZ, p.z);
+        if (!bars) continue;
+        places[0].push_back(p.x + m_Object.GetIndWidth() / 2.0);
+        places[1].push_back(p.y + m_Object.GetDepthWidth() / 2.0);
+        Add(kX, p.x + m_Object.GetIndWidth());
+        Add(kY, p.y + m_Object.GetDepthWidth());
+        Base(m_Object.GetBarHeight(i));
+    }
+    if (!bars) return;
+    AddGap(kX, std::move(places[0]), m_Object.GetIndWidth());
+    AddGap(kY, std::move(places[1]), m_Object.GetDepthWidth());
+}
+
+void Pourer::Surface() {
+    const CPolysurface* const surface = m_Object.GetPolysurface();
+    if (surface == nullptr) return;
+    const bool inSpace = m_Object.GetChartType() == POLYSURFACECHART3D;
+    m_Extent.surface = m_Extent.surface || inSpace;
+    for (int i = 0; i < surface->GetPSNumPoints(); ++i) {
+        const point3Dtype& p = surface->GetPSPoints()[i];
+        if (!IsData(p)) continue;
+        Add(kX, p.x);
+        Add(kY, p.y);
+        if (inSpace) Add(kZ, p.z);
+    }
+    if (!inSpace) Add(kZ, m_Object.GetConstValue());
+}
+
+void Pourer::Pour() {
+    const double width = m_Object.GetIndWidth();
+    const int n = m_Object.GetNumDataPnts();
+    switch (m_Object.GetChartType()) {
+        case LINECHART25D:
+        case RIBBONCHART25D:
+        case AREAFILLCHART25D:
+        case AREARANGECHART25D: {
+            InPlane(AxisData::kFilled);
+            AlongInd(0.0, 0.0);
+            for (int i = 0; i < n; ++i) {
+                Add(kZ, m_Object.GetDepData(i));
+                if (m_Object.GetChartType() == AREARANGECHART25D)
+                    Add(kZ, m_Object.GetDepData(i) - m_Object.GetDepData2(i, 0.0));
+            }
+            if (m_Object.GetChartType() == AREAFILLCHART25D) Base(m_Object.GetBaseValue());
+            break;
+        }
+        case BARCHART25D:
+        case FLOATINGBARCHART25D:
+        case PLANECHART25D: {
+            InPlane(AxisData::kBars);
+            AlongInd(width, WidthOffset(width, m_Object.GetIndJustify()));
+            for (int i = 0; i < n; ++i) {
+                Add(kZ, m_Object.GetDepData(i));
+                if (m_Object.GetChartType() == FLOATINGBARCHART25D)
+                    Add(kZ, m_Object.GetDepData(i) - m_Object.GetBarHeight(i));
+            }
+            if (m_Object.GetChartType() == BARCHART25D) Base(m_Object.GetBaseValue());
+            break;
+        }
+        case GROUPBARCHART25D: {
+            InPlane(AxisData::kBars);
+            AlongInd(width, WidthOffset(width, m_Object.GetIndJustify()));
+            if (m_Object.GetGroupType() == GROUPS_STACKED) {
+                Totals();
+                Base(0.0);
+            } else {
+                Values(m_Object.GetNumGroups());
+                Base(m_Object.GetBaseValue());
+            }
+            break;
+        }
+        case GROUPRIBBONCHART25D:
+        case GROUPAREAFILLCHART25D:
+            InPlane(AxisData::kFilled);
+            AlongInd(0.0, 0.0);
+            Totals();
+            if (m_Object.GetChartType() == GROUPAREAFILLCHART25D) Base(m_Object.GetBaseValue());
+            break;
+        case OHLCCHART25D:
+        case BOXANDWHISKERCHART25D:
+            InPlane(AxisData::kBars);
+            AlongInd(width, WidthOffset(width, m_Object.GetDepJustify()));
+            Values(m_Object.GetChartType() == OHLCCHART25D ? 4 : 5);
+            break;
+        case BARCHART3D:
+            InSpace(AxisData::kBars);
+            Points();
+            break;
+        case SCATTERCHART3D:
+        case LINECHART3D:
+        case PROJECTIONLINECHART3D:
+        case PLANECHART3D:
+        case SCATTERTEXT3D:
+            InSpace(AxisData::kValues);
+            Points();
+            break;
+        case POLYSURFACECHART2D:
+        case POLYSURFACECHART3D:
+        case CONTOURPOLYSURFACE3D:
+            InSpace(AxisData::kFilled);
+            Surface();
+            break;
+        default:
+            return;
+    }
+    m_Extent.empty = false;
+}
+
+}  // namespace
+
+void ChartExtent::Add(const CChartObj3D& object, const std::array<bool, 3>& logarithmic) {
+    Pourer(*this, object, logarithmic).Pour();
+}
+
+std::vector<point3Dtype> PlacesOf(const CChartObj3D& object, int most) {
+    const CPolysurface* const surface = object.GetPolysurface();
+    const bool inSpace = !IsInPlane(object.GetChartType());
+    const int n = surface != nullptr ? surface->GetPSNumPoints() : object.GetNumDataPnts();
+    const int step = std::max(1, n / std::max(1, most));
+    const Orientation orientation{object.GetIndAxis() == INDAXIS_Y};
+    std::vector<point3Dtype> places;
+    for (int i = 0; i < n; i += step) {
+        if (surface != nullptr) {
+            places.push_back(surface->GetPSPoints()[i]);
+        } else if (inSpace) {
+            places.push_back(object.Get3DPoint(i));
+        } else if (object.GetNumGroups() == 0) {
+            places.push_back(orientation.Place(object.GetIndData(i), object.GetConstValue(),
+                                               object.GetDepData(i)));
+        }
+        for (int g = 0; !inSpace && g < object.GetNumGroups(); ++g)
+            places.push_back(orientation.Place(object.GetIndData(i), object.GetConstValue(),
+                                               object.GetGroupData(g, i)));
+    }
+    std::erase_if(places, [](const point3Dtype& p) { return !IsData(p); });
+    return places;
+}
+
+}  // namespace varnel::detail

@@ -1,0 +1,96 @@
+// CChart3D: the layout of the box in the viewport.
+#include <algorithm>
+#include <set>
+
+#include "varnel/axes/axes.h"
+#include "varnel/axes/detail/axes_extents.h"
+#include "varnel/chart/chart.h"
+#include "varnel/chart/chart_view.h"
+#include "varnel/chart/header.h"
+#include "varnel/platform/detail/gl_context.h"
+#include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
+
+namespace varnel {
+
+double CChart3D::DrawnFontSize() const {
+    if (m_Added.autoText == 0) return m_Saved.fontSize;
+    const GLViewportType& v = m_Saved.viewport;
+    const double side = std::max(1, std::min(v.width, v.height));
+    return 2.0 * TextSizesFor(v.width, v.height).label / side;
+}
+
+void CChart3D::SetReservedRoom(double left, double bottom, double right, double top) {
+    m_Reserved = {left, bottom, right, top};
+}
+
+/// What others than the axes need at the edges: titles, the footer, legends.
+FitOptions CChart3D::RoomForBox() const {
+    const GLViewportType& v = m_Saved.viewport;
+    FitOptions room;
+    room.left = m_Reserved.left;
+    room.bottom = m_Reserved.bottom;
+    room.right = m_Reserved.right;
+    room.top = m_Reserved.top;
+    const CHeader3D& header = *m_pHeader;
+    if (header.GetHeaderEnable() == 0) return room;
+    // The sizes of the header's texts are in terms of an em of the chart's text.
+    const double side = std::min(v.width, v.height);
+    const double em = DrawnFontSize() * m_Saved.fontHeightSF * side / 2.0;
+    const HeaderStrips strips = StripsFor(
+        {em, em * header.GetTitle1Size(), em * header.GetTitle2Size(), em * header.GetFooterSize()},
+        !header.GetTitle1().empty(), !header.GetTitle2().empty(), !header.GetFooter().empty());
+    const double edge = std::max(0.0, header.GetMargin() * v.height / 2.0 - room.margin * side);
+    if (strips.top > 0.0) room.top += strips.top + edge;
+    if (strips.bottom > 0.0) room.bottom += strips.bottom + edge;
+    return room;
+}
+
+BoxPlacement CChart3D::FitAxes(CAxes3D& axes, CTransform3D& t, FitOptions options) const {
+    const GLViewportType& v = m_Saved.viewport;
+    BoxPlacement start;
+    start.width = v.width;
+    start.height = v.height;
+    start.trueProportions = t.GetTrueProportions() != 0;
+    start.rotation = t.GetRotation();
+    t.ClearFit();
+    options.proportions = t.GetDrawnRect();
+    options.fillDepth = m_Added.fillDepth;
+    const MeasureFunction measure = [&](const BoxPlacement& p) {
+        t.SetRotate(p.rotation);
+        t.SetFit(p.rect, p.offset);
+        const detail::PixelBox all = axes.MeasureAxes(v.width, v.height).bounds;
+        return PixelRect{all.left, all.bottom, all.right, all.top};
+    };
+    const BoxPlacement chosen = m_Added.autoFit == AUTOFIT_TURN
+                                    ? FitTurningBox(start, options, measure)
+                                    : FitBox(start, options, measure);
+    t.SetRotate(start.rotation);
+    t.SetFit(chosen.rect, chosen.offset);
+    return chosen;
+}
+
+BoxPlacement CChart3D::FitToView() {
+    BoxPlacement chosen;
+    if (m_pOpenGL == nullptr) return chosen;
+    const GLContext::HostContextGuard host;
+    if (m_pChartView != nullptr) m_pChartView->UseFont();
+    SetChartPosition(m_Saved.position);
+    SetFontFactors();
+    const GLViewportType& v = m_Saved.viewport;
+    const FitOptions room = RoomForBox();
+    m_PlotArea = {v.x + room.left, v.y + room.bottom, v.x + v.width - room.right,
+                  v.y + v.height - room.top};
+    m_BoxArea = {0.0, 0.0, -1.0, -1.0};
+    std::set<const CTransform3D*> done;
+    for (const auto& axes : m_Objects.axes) {
+        CTransform3D* const t = axes->GetTransform();
+        if (t == nullptr || !done.insert(t).second) continue;
+        chosen = FitAxes(*axes, *t, room);
+        const PixelRect box = BoxExtent(chosen);
+        m_BoxArea = {v.x + box.left, v.y + box.bottom, v.x + box.right, v.y + box.top};
+    }
+    return chosen;
+}
+
+}  // namespace varnel
