@@ -152,7 +152,6 @@ int SolidDifference(const Pixels& a, const Pixels& b) {
 
 /// The PDF and SVG files, drawn by programs that are not ours, beside the picture.
 TEST_P(Example, VectorFilesShowThePicture) {
-    if (m_Name == "aux_shapes") GTEST_SKIP() << "shapes of GLU are not in vector files yet";
     const auto run = [](const std::string& command) {
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
     };

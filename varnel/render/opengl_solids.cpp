@@ -5,6 +5,7 @@
 #include "varnel/render/aux_shapes.h"
 #include "varnel/render/detail/hexahedron.h"
 #include "varnel/render/detail/renderer.h"
+#include "varnel/render/detail/shape_capture.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
@@ -171,7 +172,17 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
         UseLineWidth();
     }
     SyncState();
-    if (Ready()) DrawShape(shape, solid != 0, size);
+    const auto draw = [&] { DrawShape(shape, solid != 0, size); };
+    if (Ready()) {
+        if (m_Renderer->sink == &m_Renderer->gl) {
+            draw();
+        } else {
+            detail::ShadedShape captured = detail::CaptureShape(draw);
+            captured.width = m_Renderer->lineWidth;
+            captured.element = m_Renderer->element;
+            m_Renderer->sink->DrawShape(m_Renderer->scene, captured);
+        }
+    }
     // The mode that is current now, not the one saved: wire shapes leave lighting off.
     SetColorMode(m_ColorMode);
 }

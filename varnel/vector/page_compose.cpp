@@ -16,11 +16,6 @@ constexpr double kHardlyHidden = 0.005;
 /// Slices into which a depth of 1 is cut; the box of a picture is 2 deep.
 constexpr double kSlicesPerUnit = 32.0;
 
-GridPoint ToGrid(const Vec3& p) {
-    return {static_cast<std::int32_t>(std::lround(p.x * kGridPerPixel)),
-            static_cast<std::int32_t>(std::lround(p.y * kGridPerPixel))};
-}
-
 Vec3 Along(const Vec3& a, const Vec3& b, double t) {
     return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
 }
@@ -84,6 +79,7 @@ void PageSink::Compose(PageCanvas& canvas) const {
     const std::vector<Slice> slices = Slices(hiding);
     for (const Slice& slice : slices) {
         ComposeFills(canvas, hiding, slice.fills);
+        ComposeSmooth(canvas, hiding, slice.fills);
         ComposePictures(canvas, hiding, slice.fills);
         ComposeLines(canvas, hiding, slice.segments);
     }
@@ -123,7 +119,7 @@ void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
     std::map<std::uint32_t, std::vector<Area>> byColor;
     std::vector<std::pair<std::uint32_t, RGBDType>> order;
     for (const std::uint32_t i : fills) {
-        if (IsPicture(i)) continue;
+        if (IsPicture(i) || m_Fills[i].smooth >= 0) continue;
         const std::uint32_t key = ColorKey(m_Fills[i].color);
         std::vector<Area>& areas = byColor[key];
         if (areas.empty()) order.emplace_back(key, m_Fills[i].color);
@@ -131,6 +127,26 @@ void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
     }
     for (const auto& [key, color] : order)
         canvas.Fill(Union(byColor[key]), color, true);
+}
+
+/// Triangles that show whole go together; others are cut to what shows.
+void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
+                             const std::vector<std::uint32_t>& fills) const {
+    std::vector<SmoothTriangle> whole;
+    for (const std::uint32_t i : fills) {
+        if (m_Fills[i].smooth < 0) continue;
+        const SmoothTriangle& triangle = m_Smooth[static_cast<std::size_t>(m_Fills[i].smooth)];
+        const Area& visible = hiding.Visible(i);
+        const Area all = {{triangle.corners.begin(), triangle.corners.end()}};
+        if (SizeOf(visible) >= (1.0 - kHardlyHidden) * SizeOf(all)) {
+            whole.push_back(triangle);
+            continue;
+        }
+        canvas.BeginClip(visible);
+        canvas.FillSmooth({triangle});
+        canvas.EndClip();
+    }
+    canvas.FillSmooth(whole);
 }
 
 void PageSink::ComposePictures(PageCanvas& canvas, const Hiding& hiding,

@@ -106,7 +106,8 @@ void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
     if (!Clip(state)) return;
     m_Fills.push_back({static_cast<std::uint32_t>(m_Places.size()),
                        static_cast<std::uint32_t>(m_Polygon.size()),
-                       {color.r, color.g, color.b, 1.0}});
+                       {color.r, color.g, color.b, 1.0},
+                       -1});
     for (const Vec3& p : m_Polygon)
         m_Places.push_back(Place(state, p));
 }
@@ -306,6 +307,40 @@ void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
                                      corner[1]};
             m_Pictures.push_back(out);
         }
+}
+
+/// A triangle whose corners have colours of their own.
+void PageSink::AddShaded(const SceneState& state, const ShadedVertex* corners) {
+    const RGBDType& a = corners[0].color;
+    const RGBDType& b = corners[1].color;
+    const RGBDType& c = corners[2].color;
+    const auto spread = [](double x, double y, double z) {
+        return (std::max({x, y, z}) - std::min({x, y, z})) * 255.0;
+    };
+    const bool flat =
+        std::max({spread(a.r, b.r, c.r), spread(a.g, b.g, c.g), spread(a.b, b.b, c.b)}) <= kLevels;
+    m_Polygon = {corners[0].place, corners[1].place, corners[2].place};
+    const std::size_t fill = m_Fills.size();
+    AddFill(state, {(a.r + b.r + c.r) / 3, (a.g + b.g + c.g) / 3, (a.b + b.b + c.b) / 3, 1.0});
+    if (flat || m_Fills.size() == fill) return;
+    m_Fills.back().smooth = static_cast<int>(m_Smooth.size());
+    SmoothTriangle& smooth = m_Smooth.emplace_back();
+    for (std::size_t i = 0; i < 3; ++i) {
+        smooth.corners[i] = ToGrid(Place(state, corners[i].place));
+        smooth.colors[i] = corners[i].color;
+    }
+}
+
+void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
+    for (std::size_t i = 0; i + 2 < shape.triangles.size(); i += 3)
+        AddShaded(state, shape.triangles.data() + i);
+    for (std::size_t i = 0; i + 1 < shape.lines.size(); i += 2) {
+        Vec3 a = shape.lines[i].place;
+        Vec3 b = shape.lines[i + 1].place;
+        if (!ClipSegment(state, a, b)) continue;
+        const RGBDType& c = shape.lines[i].color;
+        m_Segments.push_back({Place(state, a), Place(state, b), {c.r, c.g, c.b, 1.0}, shape.width});
+    }
 }
 
 }  // namespace varnel::detail

@@ -15,7 +15,7 @@ namespace {
 constexpr double kSeal = 0.35;
 /// Colours of one piece of a smooth triangle differ by at most this many of 255 levels.
 constexpr int kLevels = 2;
-constexpr int kDeepest = 6;
+constexpr int kDeepest = 3;
 
 std::string Decimal(double value, int digits = 3) {
     char buffer[64];
@@ -150,13 +150,63 @@ void SvgCanvas::Fill(const Area& area, const RGBDType& color, bool seal) {
     m_Out += "\"/>\n";
 }
 
+/// A triangle along which all components run together, as those of one lit colour do, is a linear
+/// gradient; false for others.
+bool SvgCanvas::FillGradient(const SmoothTriangle& t) {
+    const auto value = [&t](std::size_t corner, std::size_t component) {
+        const RGBDType& c = t.colors[corner];
+        return component == 0 ? c.r : component == 1 ? c.g : c.b;
+    };
+    const auto range = [&value](std::size_t k) {
+        return std::max({value(0, k), value(1, k), value(2, k)}) -
+               std::min({value(0, k), value(1, k), value(2, k)});
+    };
+    std::size_t leading = 0;
+    for (std::size_t k = 1; k < 3; ++k)
+        if (range(k) > range(leading)) leading = k;
+    std::array<std::size_t, 3> order = {0, 1, 2};
+    std::sort(order.begin(), order.end(),
+              [&](std::size_t i, std::size_t j) { return value(i, leading) < value(j, leading); });
+    const auto [low, middle, high] = order;
+    const double share = (value(middle, leading) - value(low, leading)) / range(leading);
+    for (std::size_t k = 0; k < 3; ++k) {
+        const double even = value(low, k) + share * (value(high, k) - value(low, k));
+        if (std::fabs(even - value(middle, k)) * 255.0 > kLevels) return false;
+    }
+    // The colour's place along the line from low to end is where the foot of a place on it is.
+    const double ax = t.corners[middle].x - t.corners[low].x;
+    const double ay = t.corners[middle].y - t.corners[low].y;
+    const double bx = t.corners[high].x - t.corners[low].x;
+    const double by = t.corners[high].y - t.corners[low].y;
+    const double area = ax * by - bx * ay;
+    if (std::fabs(area) < 1.0) return false;
+    const double gx = (share * by - ay) / area;
+    const double gy = (ax - share * bx) / area;
+    const double square = gx * gx + gy * gy;
+    Enter(Group::Plain);
+    const std::string id = "g" + std::to_string(++m_Gradients);
+    const double x = t.corners[low].x;
+    const double y = m_Height - t.corners[low].y;
+    m_Out += "<linearGradient id=\"" + id + "\" gradientUnits=\"userSpaceOnUse\" x1=\"" +
+             Decimal(x, 0) + "\" y1=\"" + Decimal(y, 0) + "\" x2=\"" + Decimal(x + gx / square, 0) +
+             "\" y2=\"" + Decimal(y - gy / square, 0) + "\"><stop stop-color=\"" +
+             Color(t.colors[low]) + "\"/><stop offset=\"1\" stop-color=\"" + Color(t.colors[high]) +
+             "\"/></linearGradient><path fill=\"url(#" + id + ")\" stroke=\"url(#" + id +
+             ")\" stroke-width=\"" + Decimal(kSeal * kGridPerPixel) + "\" d=\"";
+    Path({{t.corners.begin(), t.corners.end()}}, true);
+    m_Out += "\"/>\n";
+    return true;
+}
+
 void SvgCanvas::Subdivide(const SmoothTriangle& t, int depth) {
-    const auto far = [&](int a, int b) {
-        const RGBDType& c = t.colors[static_cast<std::size_t>(a)];
-        const RGBDType& d = t.colors[static_cast<std::size_t>(b)];
+    const auto far = [&](std::size_t a, std::size_t b) {
+        const RGBDType& c = t.colors[a];
+        const RGBDType& d = t.colors[b];
         return std::max({std::fabs(c.r - d.r), std::fabs(c.g - d.g), std::fabs(c.b - d.b)});
     };
-    if (depth >= kDeepest || std::max({far(0, 1), far(1, 2), far(2, 0)}) * 255.0 <= kLevels) {
+    const bool even = std::max({far(0, 1), far(1, 2), far(2, 0)}) * 255.0 <= kLevels;
+    if (!even && FillGradient(t)) return;
+    if (even || depth >= kDeepest) {
         const RGBDType& a = t.colors[0];
         const RGBDType& b = t.colors[1];
         const RGBDType& c = t.colors[2];

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/viewports.h"
@@ -87,6 +88,20 @@ struct ImageQuad {
     Element element;
 };
 
+/// A corner of a triangle, or an end of a line, with the colour that is seen there.
+struct ShadedVertex {
+    Vec3 place;
+    RGBDType color;
+};
+
+/// A shape that OpenGL makes itself: three vertices a triangle, two a line.
+struct ShadedShape {
+    std::vector<ShadedVertex> triangles;
+    std::vector<ShadedVertex> lines;
+    float width = 1.0F;  ///< of the lines, in pixels
+    Element element;
+};
+
 /// A consumer of the scene.
 class SceneSink {
  public:
@@ -105,6 +120,8 @@ class SceneSink {
     virtual void DrawStrip(const SceneState& state, const LineStrip& strip) = 0;
     virtual void DrawText(const SceneState& state, const TextRun& run) = 0;
     virtual void DrawImage(const SceneState& state, const ImageQuad& image) = 0;
+    /// Never called for the sink that draws with OpenGL, which has drawn such a shape already.
+    virtual void DrawShape(const SceneState& /*state*/, const ShadedShape& /*shape*/) {}
 };
 
 }  // namespace varnel::detail

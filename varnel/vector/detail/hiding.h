@@ -7,6 +7,7 @@
 // the lower left corner, z is the depth (smaller is nearer, the box of a picture is 2 deep).
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -16,6 +17,12 @@
 #include "varnel/render/detail/matrix_stack.h"
 
 namespace varnel::detail {
+
+/// The place of the page that is nearest.
+inline GridPoint ToGrid(const Vec3& p) {
+    return {static_cast<std::int32_t>(std::lround(p.x * kGridPerPixel)),
+            static_cast<std::int32_t>(std::lround(p.y * kGridPerPixel))};
+}
 
 /// A run of a segment, 0 at its start and 1 at its end.
 struct SegmentPart {

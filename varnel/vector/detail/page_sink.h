@@ -24,6 +24,7 @@ class PageSink final : public SceneSink {
     void DrawStrip(const SceneState& state, const LineStrip& strip) override;
     void DrawText(const SceneState& state, const TextRun& run) override;
     void DrawImage(const SceneState& state, const ImageQuad& image) override;
+    void DrawShape(const SceneState& state, const ShadedShape& shape) override;
 
     std::size_t PolygonCount() const { return m_Fills.size(); }
 
@@ -36,6 +37,7 @@ class PageSink final : public SceneSink {
     struct Fill {
         std::uint32_t first, count;  ///< in m_Places
         RGBDType color;
+        int smooth = -1;  ///< in m_Smooth, for one whose corners differ in colour
     };
     struct Segment {
         Vec3 a, b;
@@ -68,6 +70,7 @@ class PageSink final : public SceneSink {
     bool Clip(const SceneState& state);
     bool ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const;
     void AddFill(const SceneState& state, const RGBDType& color);
+    void AddShaded(const SceneState& state, const ShadedVertex* corners);
     void AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                    const PolygonRecord& record);
     void AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
@@ -77,6 +80,8 @@ class PageSink final : public SceneSink {
     bool IsPicture(std::uint32_t fill) const;
     void ComposeFills(PageCanvas& canvas, const Hiding& hiding,
                       const std::vector<std::uint32_t>& fills) const;
+    void ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
+                       const std::vector<std::uint32_t>& fills) const;
     void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                          const std::vector<std::uint32_t>& fills) const;
     void ComposeLines(PageCanvas& canvas, Hiding& hiding,
@@ -88,6 +93,7 @@ class PageSink final : public SceneSink {
     double m_Layer = 0.0;  ///< depth of the front of the layer at hand
     std::vector<Vec3> m_Places;
     std::vector<Fill> m_Fills;
+    std::vector<SmoothTriangle> m_Smooth;
     std::vector<Segment> m_Segments;
     std::vector<Strip> m_Strips;
     std::vector<Text> m_Texts;

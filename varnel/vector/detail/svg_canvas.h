@@ -30,12 +30,14 @@ class SvgCanvas : public PageCanvas {
     void Enter(Group group);
     void Path(const std::vector<Ring>& rings, bool closed);
     void Number(long long value, bool first);
+    bool FillGradient(const SmoothTriangle& triangle);
     void Subdivide(const SmoothTriangle& triangle, int depth);
 
     double m_Height;
     std::string m_Out;
     Group m_Group = Group::None;
     int m_Clips = 0;
+    int m_Gradients = 0;
 };
 
 }  // namespace varnel::detail
