@@ -114,6 +114,14 @@ void SetLimits(CTransform3D& t, const FrameOptions& options, const ChartExtent& 
     t.SetScale(AsPoint(min), AsPoint(max));
 }
 
+void SetFlat(ChartExtent& extent, bool flat) {
+    extent.flat = flat;
+    if (!flat) return;
+    extent.planes.clear();
+    extent.depthAxis = 1;
+    extent.axes[1].kind = AxisData::kNone;
+}
+
 /// Where the viewer of a chart stands, and the shape of its box.
 void SetViewAndBox(CTransform3D& t, const FrameOptions& options, const ChartExtent& extent) {
     t.SetTrueProportions(1);
@@ -236,6 +244,7 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     for (const auto& object : m_Objects.objects) {
         if (object->GetTransform() == &t) extent.Add(*object, logarithmic);
     }
+    if (options.flat) SetFlat(extent, *options.flat);
     if (extent.empty) detail::Diagnose("AutoFrame", "the transform has no data");
     SetLimits(t, options, extent);
     SetViewAndBox(t, options, extent);

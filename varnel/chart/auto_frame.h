@@ -43,6 +43,9 @@ struct FrameOptions {
     CString title;
     CString subtitle;
     CString footer;
+    /// Whether all data count as lying in one plane, x to the right and z up; without: whether they
+    /// do. Points and lines in space can be part of a flat chart so.
+    std::optional<bool> flat;
     /// Where the viewer stands (CTransform3D::SetView). Without: (-60, 30) for data in space, from
     /// the front and a little above for data with a depth, straight from the front for lines.
     std::optional<double> azimuth;

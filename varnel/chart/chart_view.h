@@ -271,6 +271,7 @@ class VARNEL_API CChartView3D {
     void DrawCharts();
     void DrawLegends();
     void ReserveForLegends();
+    CChart3D* ChartOfLegend(const CLegend3D& legend) const;
     void PlaceLegends();
     void DrawHeader();
     void DrawHeaderOnTop();

@@ -1,5 +1,6 @@
 // CChartView3D: the room of legends beside and in charts whose layout is automatic.
 #include <algorithm>
+#include <map>
 #include <vector>
 
 #include "varnel/chart/chart.h"
@@ -58,11 +59,26 @@ GLViewportType AsViewport(const PixelRect& r) {
 
 }  // namespace
 
-/// Legends outside take their room from the charts that reach into it, before these are fitted.
+/// The automatic chart whose plot a legend belongs to; null where there is none.
+CChart3D* CChartView3D::ChartOfLegend(const CLegend3D& legend) const {
+    const int index = legend.GetPlaceChart();
+    if (index >= 0 && index < m_ChartList.GetCount()) {
+        CChart3D* const chart = m_ChartList.GetAt(index);
+        return chart->GetAutoFit() != AUTOFIT_OFF ? chart : nullptr;
+    }
+    const auto first = std::ranges::find_if(
+        m_ChartList, [](const auto& c) { return c->GetAutoFit() != AUTOFIT_OFF; });
+    return first == m_ChartList.end() ? nullptr : first->get();
+}
+
+/// Legends outside take their room before charts are fitted: one that has a chart from that chart,
+/// others from all charts that reach into it.
 void CChartView3D::ReserveForLegends() {
-    Edges room;
+    Edges all;
+    std::map<const CChart3D*, Edges> own;
     for (const auto& legend : m_LegendList) {
         const Edges wanted = RoomOf(*legend, m_DrawWidth, m_DrawHeight);
+        Edges& room = legend->GetPlaceChart() < 0 ? all : own[ChartOfLegend(*legend)];
         room.right = std::max(room.right, wanted.right);
         room.top = std::max(room.top, wanted.top);
         room.bottom = std::max(room.bottom, wanted.bottom);
@@ -70,27 +86,28 @@ void CChartView3D::ReserveForLegends() {
     for (const auto& chart : m_ChartList) {
         if (chart->GetAutoFit() == AUTOFIT_OFF) continue;
         const GLViewRType p = chart->GetChartPosition();
-        const auto overlap = [](double edge, double size) { return std::clamp(edge, 0.0, size); };
         const double width = p.width * m_DrawWidth;
         const double height = p.height * m_DrawHeight;
+        const Edges& mine = own[chart.get()];
+        const auto reach = [](double edge, double least, double size) {
+            return std::clamp(std::max(edge, least), 0.0, size);
+        };
         chart->SetReservedRoom(
-            0.0, overlap(room.bottom - p.y * m_DrawHeight, height),
-            overlap(p.x * m_DrawWidth + width - (m_DrawWidth - room.right), width),
-            overlap(p.y * m_DrawHeight + height - (m_DrawHeight - room.top), height));
+            0.0, reach(all.bottom - p.y * m_DrawHeight, mine.bottom, height),
+            reach(p.x * m_DrawWidth + width - (m_DrawWidth - all.right), mine.right, width),
+            reach(p.y * m_DrawHeight + height - (m_DrawHeight - all.top), mine.top, height));
     }
 }
 
-/// Tells legends where the first chart with an automatic layout stands.
+/// Tells legends where their charts stand.
 void CChartView3D::PlaceLegends() {
-    const auto chart = std::ranges::find_if(
-        m_ChartList, [](const auto& c) { return c->GetAutoFit() != AUTOFIT_OFF; });
-    if (chart == m_ChartList.end() || (*chart)->GetBoxArea().IsEmpty()) return;
     for (const auto& legend : m_LegendList) {
         const int place = legend->GetPlace();
-        if (place == LEGEND_IN_VIEW) continue;
+        const CChart3D* const chart = ChartOfLegend(*legend);
+        if (place == LEGEND_IN_VIEW || chart == nullptr || chart->GetBoxArea().IsEmpty()) continue;
         const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
-        legend->SetPlotArea(AsViewport(inside ? (*chart)->GetBoxArea() : (*chart)->GetPlotArea()));
-        if (place == LEGEND_LEAST_DATA) legend->SetDataPlaces(DataPlaces(**chart, m_DrawHeight));
+        legend->SetPlotArea(AsViewport(inside ? chart->GetBoxArea() : chart->GetPlotArea()));
+        if (place == LEGEND_LEAST_DATA) legend->SetDataPlaces(DataPlaces(*chart, m_DrawHeight));
     }
 }
 

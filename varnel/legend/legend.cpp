@@ -219,7 +219,10 @@ void CLegend3D::Record(Archive& record) {
 }
 
 void CLegend3D::VisitAdded(detail::AddedFields& fields) {
-    fields.Of(m_Added, [](auto field) { field("place", &Added::place); });
+    fields.Of(m_Added, [](auto field) {
+        field("place", &Added::place);
+        field("place_chart", &Added::placeChart);
+    });
     fields.List("entry", m_LegendObjs);
 }
 

@@ -112,6 +112,9 @@ class VARNEL_API CLegend3D {
     /// Factor on the size of the letters, which follows the size of the view. Default 1.
     void SetFontHeightSF(double factor) { m_Saved.m_FontHeightSF = factor; }
     double GetFontHeightSF() const { return m_Saved.m_FontHeightSF; }
+    /// The size of the letters in a view of that size, in pixels of an em; they are smaller where
+    /// the legend does not fit.
+    double GetEm(int viewWidth, int viewHeight) const;
     /// The box of the last drawing, in pixels of the view; empty before.
     GLViewportType GetLegendViewport() const { return m_Viewport; }
 
@@ -121,6 +124,10 @@ class VARNEL_API CLegend3D {
     /// the view; whoever lays out the view leaves room for MeasureLegend. Default LEGEND_IN_VIEW.
     void SetPlace(int place) { m_Added.place = place; }
     int GetPlace() const { return m_Added.place; }
+    /// The chart that the plot is, by its index in the view; among those with an automatic layout.
+    /// Default -1: the first one.
+    void SetPlaceChart(int index) { m_Added.placeChart = index; }
+    int GetPlaceChart() const { return m_Added.placeChart; }
     /// The part of the view that holds the plot, in pixels; empty (the default): all of it. Kept
     /// until the next call, not saved.
     void SetPlotArea(const GLViewportType& area) { m_PlotArea = area; }
@@ -269,6 +276,7 @@ class VARNEL_API CLegend3D {
     /// The attributes that records do not have.
     struct Added {
         int place = LEGEND_IN_VIEW;
+        int placeChart = -1;
     };
 
     COpenGL* m_pOpenGL = nullptr;

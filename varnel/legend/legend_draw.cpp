@@ -100,12 +100,16 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
     return content;
 }
 
-detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const {
+double CLegend3D::GetEm(int viewWidth, int viewHeight) const {
     const double reference = std::min<double>(viewHeight, 0.75 * viewWidth);
     const double factor = Finite(m_Saved.m_FontHeightSF, 1.0, 0.05, 50.0);
+    return factor * std::max(kEm * reference, kLeastEm);
+}
+
+detail::LegendLimits CLegend3D::MakeLimits(int viewWidth, int viewHeight) const {
     const double margin = Margin(viewWidth, viewHeight);
     detail::LegendLimits limits;
-    limits.em = factor * std::max(kEm * reference, kLeastEm);
+    limits.em = GetEm(viewWidth, viewHeight);
     limits.width = FixedSide(m_Saved.m_Position.width, viewWidth);
     limits.height = FixedSide(m_Saved.m_Position.height, viewHeight);
     limits.fixedWidth = limits.width > 0.0;
@@ -178,11 +182,12 @@ void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayo
         y = Finite(m_Saved.m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
     }
     if (m_Added.place == LEGEND_OUTSIDE_RIGHT) {
-        x = right;
+        x = std::min<double>(right, plot.x + plot.width);
         y = plot.y + (plot.height - layout.height) / 2.0;
     } else if (IsAcross()) {
         x = plot.x + (plot.width - layout.width) / 2.0;
-        y = m_Added.place == LEGEND_OUTSIDE_TOP ? plot.y + plot.height : margin;
+        y = m_Added.place == LEGEND_OUTSIDE_TOP ? plot.y + plot.height
+                                                : std::max(margin, plot.y - layout.height);
     } else if (m_Added.place == LEGEND_LEAST_DATA) {
         const detail::LegendRect best =
             detail::LeastCovered(m_DataPlaces, area, layout.width, layout.height, margin);

@@ -72,7 +72,6 @@ std::vector<double> Chart::Impl::Take(int axis, const Values& values, const char
 
 void Chart::Impl::Widen(int axis, double value) {
     axes[axis].range.Add(value);
-    axes[axis].positive.Add(value, true);
 }
 
 void Chart::Impl::ResolveOptions() {
@@ -82,7 +81,7 @@ void Chart::Impl::ResolveOptions() {
 }
 
 RGBDType Chart::Impl::NextColor(const std::optional<RGBDType>& given) {
-    return given ? *given : detail::SeriesColor(series++);
+    return given ? *given : theme.SeriesColor(series++);
 }
 
 int Chart::Impl::Pixels(double points) const {
@@ -138,13 +137,6 @@ double SmallestStep(std::vector<double> values) {
         if (gap > 0 && (step == 0.0 || gap < step)) step = gap;
     }
     return step > 0 ? step : 1.0;
-}
-
-RGBDType SeriesColor(int index) {
-    constexpr RGBDType colors[] = {
-        {0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1}, {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
-        {0.58, 0.40, 0.74, 1}, {0.55, 0.34, 0.29, 1}, {0.89, 0.47, 0.76, 1}, {0.50, 0.50, 0.50, 1}};
-    return colors[static_cast<std::size_t>(index) % std::size(colors)];
 }
 
 std::vector<Part> Split(const Values& by, std::size_t count, const char* call) {

@@ -2,8 +2,10 @@
 
 #include <filesystem>
 
+#include "varnel/chart/apply_theme.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/layout/fit.h"
 #include "varnel/platform/window.h"
 #include "varnel/plot/detail/chart_impl.h"
 
@@ -20,9 +22,34 @@ struct Figure::State {
     FigureOptions options;
     CWnd window;
     CChartView3D view;
-    /// Charts at places of a grid, by their places.
-    std::vector<std::unique_ptr<Chart>> charts;
+    /// Charts of a grid, and the cells that they stand in.
+    struct Cell {
+        int row, column, rows, columns;
+        std::unique_ptr<Chart> chart;
+    };
+    std::vector<Cell> cells;
+
+    GLViewRType DressGrid(const Impl& figure);
 };
+
+/// The titles over a grid of charts, and what they leave of the view.
+GLViewRType Figure::State::DressGrid(const Impl& figure) {
+    const auto [width, height] = options.size;
+    const TextSizes sizes = TextSizesFor(width, height);
+    // The view's texts are this share of its smaller side.
+    const double em = 0.1 * std::min(width, height);
+    CHeader3D& header = *view.GetHeader();
+    header.SetTitle1(figure.title);
+    header.SetTitle2(figure.subtitle);
+    header.SetFooter(figure.footer);
+    header.SetTextSizes(sizes.title / em, sizes.subtitle / em, sizes.footer / em);
+    const HeaderStrips strips = StripsFor(sizes, !figure.title.empty(), !figure.subtitle.empty(),
+                                          !figure.footer.empty());
+    const double edge = header.GetMargin() / 2.0;
+    const double top = strips.top > 0 ? strips.top / height + edge : 0.0;
+    const double bottom = strips.bottom > 0 ? strips.bottom / height + edge : 0.0;
+    return {0.0, bottom, 1.0, 1.0 - top - bottom};
+}
 
 Chart::Chart() : m_Impl(std::make_unique<Impl>()) {
 }
@@ -66,12 +93,14 @@ Figure::Figure(const FigureOptions& options) {
     if (!(options.dpi > 0)) Refuse("Figure", "dpi is ", options.dpi);
     m_State = std::make_unique<State>(options);
     CChartView3D& view = m_State->view;
+    ApplyTheme(view, options.theme);
     view.SetAntialiasing(options.samples);
-    view.SetFont("Arial", 400, 256);
-    view.EnableBorder(0);
     m_Impl->view = &view;
+    m_Impl->theme = options.theme;
+    m_Impl->legendPlace = options.legend;
     m_Impl->pixelsPerPoint = options.dpi / 72;
     m_Impl->height = height;
+    m_Impl->footer = options.footer;
     Title(options.title, options.subtitle);
 }
 
@@ -80,27 +109,31 @@ Figure::~Figure() = default;
 Chart& Figure::At(int row, int column, int rows, int columns) {
     if (rows < 1 || columns < 1 || row < 1 || column < 1 || row > rows || column > columns)
         Refuse("At", "row ", row, " of ", rows, ", column ", column, " of ", columns);
-    const GLViewRType place{(column - 1.0) / columns, (rows - row) / static_cast<double>(rows),
-                            1.0 / columns, 1.0 / rows};
-    for (const auto& chart : m_State->charts)
-        if (chart->m_Impl->place.x == place.x && chart->m_Impl->place.y == place.y &&
-            chart->m_Impl->place.width == place.width &&
-            chart->m_Impl->place.height == place.height)
-            return *chart;
-    m_State->charts.push_back(std::unique_ptr<Chart>(new Chart));
-    Impl& impl = *m_State->charts.back()->m_Impl;
+    for (const State::Cell& cell : m_State->cells)
+        if (cell.row == row && cell.column == column && cell.rows == rows &&
+            cell.columns == columns)
+            return *cell.chart;
+    m_State->cells.push_back({row, column, rows, columns, std::unique_ptr<Chart>(new Chart)});
+    Chart& chart = *m_State->cells.back().chart;
+    Impl& impl = *chart.m_Impl;
     impl.view = &m_State->view;
-    impl.place = place;
     impl.pixelsPerPoint = m_Impl->pixelsPerPoint;
     impl.height = std::max(1, m_Impl->height / rows);
-    return *m_State->charts.back();
+    impl.theme = m_Impl->theme;
+    impl.legendPlace = m_Impl->legendPlace;
+    return chart;
 }
 
 CChartView3D& Figure::View() {
-    m_Impl->Compose();
-    if (m_Impl->chart != nullptr) m_Impl->chart->GetHeader()->SetFooter(m_State->options.footer);
-    for (const auto& chart : m_State->charts)
-        chart->m_Impl->Compose();
+    m_Impl->Compose(m_State->options.size);
+    const bool isGrid = m_Impl->chart == nullptr && !m_State->cells.empty();
+    const GLViewRType area = isGrid ? m_State->DressGrid(*m_Impl) : GLViewRType{0, 0, 1, 1};
+    for (const auto& [row, column, rows, columns, chart] : m_State->cells) {
+        chart->m_Impl->place = {area.x + area.width * (column - 1) / columns,
+                                area.y + area.height * (rows - row) / rows, area.width / columns,
+                                area.height / rows};
+        chart->m_Impl->Compose(m_State->options.size);
+    }
     return m_State->view;
 }
 

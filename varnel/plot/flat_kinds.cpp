@@ -14,7 +14,6 @@ namespace {
 
 constexpr int kX = 0, kValue = 2;  // axes of the box
 constexpr int kCentred = 1;
-constexpr RGBDType kOutline{0.35, 0.35, 0.35, 1.0};
 constexpr double kBarDepth = 0.4, kBarPlace = 0.25;
 
 int Count(const std::vector<double>& values) {
@@ -70,7 +69,7 @@ Objects Chart::Scatter(const Values& x, const Values& y, const ScatterOptions& o
         CChartObj3D* symbols = c.NewObject();
         symbols->ScatterChart3D(points.data(), c.SymbolSize(options.size),
                                 static_cast<int>(points.size()), symbol, c.NextColor(options.color),
-                                kOutline, -1, 0);
+                                c.theme.outline, -1, 0);
         symbols->SetOutlineMode(0);
         c.ColorPoints(symbols, part.rows, options.color_by, options.map, xs.size(), "Scatter");
         c.AddEntry(symbols, part.name.empty() ? options.name : part.name);
@@ -85,22 +84,18 @@ Objects Chart::Bars(const Values& x, const Values& y, const BarsOptions& options
     const std::vector<double> xs = c.Take(kX, x, "Bars", "x");
     std::vector<double> ys = c.Take(kValue, y, "Bars", "y", Count(xs));
     const double step = detail::SmallestStep(xs);
-    for (const double at : xs)
-        for (const double side : {-0.5, 0.5})
-            c.Widen(kX, at + side * step);
     const double width = options.width * step;
     CChartObj3D* bars = c.NewObject();
     const RGBDType color = c.NextColor(options.color);
     if (options.from.empty()) {
-        c.axes[kValue].base = options.base;
         bars->BarChart25D(xs.data(), ys.data(), options.base, kBarPlace, Count(xs), width,
-                          kBarDepth, color, kOutline, kCentred, kCentred, 0);
+                          kBarDepth, color, c.theme.outline, kCentred, kCentred, 0);
     } else {
         std::vector<double> heights = c.Take(kValue, options.from, "Bars", "from", Count(xs));
         for (std::size_t i = 0; i < heights.size(); ++i)
             heights[i] = ys[i] - heights[i];
         bars->FloatingBarChart25D(xs.data(), ys.data(), heights.data(), kBarPlace, Count(xs), width,
-                                  kBarDepth, color, kOutline, kCentred, kCentred, 0);
+                                  kBarDepth, color, c.theme.outline, kCentred, kCentred, 0);
     }
     c.AddEntry(bars, options.name);
     return {bars};
@@ -108,22 +103,15 @@ Objects Chart::Bars(const Values& x, const Values& y, const BarsOptions& options
 
 namespace {
 
-/// The values of several series, one behind the other, with the totals in the axis' range.
-std::vector<double> TakeSeries(auto& c, const std::vector<Values>& series, int count, bool stacked,
+/// The values of several series, one behind the other.
+std::vector<double> TakeSeries(auto& c, const std::vector<Values>& series, int count,
                                const char* call) {
     if (series.empty()) Refuse(call, "there are no series");
     std::vector<double> all;
-    std::vector<double> above(static_cast<std::size_t>(count)), below = above;
     for (std::size_t s = 0; s < series.size(); ++s) {
         const std::string argument = varnel::detail::Say("series ", s + 1);
         const std::vector<double> values = c.Take(kValue, series[s], call, argument.c_str(), count);
-        for (std::size_t i = 0; i < values.size(); ++i)
-            if (std::isfinite(values[i])) (values[i] < 0 ? below : above)[i] += values[i];
         all.insert(all.end(), values.begin(), values.end());
-    }
-    for (std::size_t i = 0; stacked && i < above.size(); ++i) {
-        c.Widen(kValue, above[i]);
-        c.Widen(kValue, below[i]);
     }
     return all;
 }
@@ -135,12 +123,8 @@ Objects Chart::Bars(const Values& x, const std::vector<Values>& series,
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Bars");
     const std::vector<double> xs = c.Take(kX, x, "Bars", "x");
-    const std::vector<double> all = TakeSeries(c, series, Count(xs), options.stacked, "Bars");
+    const std::vector<double> all = TakeSeries(c, series, Count(xs), "Bars");
     const double step = detail::SmallestStep(xs);
-    for (const double at : xs)
-        for (const double side : {-0.5, 0.5})
-            c.Widen(kX, at + side * step);
-    c.axes[kValue].base = options.base;
     std::vector<RGBDType> colors;
     LegendEntry entry;
     for (std::size_t s = 0; s < series.size(); ++s) {
@@ -150,7 +134,7 @@ Objects Chart::Bars(const Values& x, const std::vector<Values>& series,
     entry.object = c.NewObject();
     entry.object->GroupBarChart25D(xs.data(), all.data(), kBarPlace, options.base, Count(xs),
                                    static_cast<int>(series.size()), options.stacked,
-                                   options.width * step, kBarDepth, colors.data(), kOutline,
+                                   options.width * step, kBarDepth, colors.data(), c.theme.outline,
                                    kCentred, kCentred, 0);
     c.entries.push_back(entry);
     return {entry.object};
@@ -164,7 +148,6 @@ Objects Chart::Area(const Values& x, const Values& y, const AreaOptions& options
     CChartObj3D* area = c.NewObject();
     const RGBDType color = c.NextColor(options.color);
     if (options.from.empty()) {
-        c.axes[kValue].base = options.base;
         area->AreaFillChart25D(xs.data(), ys.data(), options.base, kBarPlace, Count(xs), kBarDepth,
                                color, color, kCentred, 0);
     } else {
@@ -185,8 +168,7 @@ Objects Chart::Area(const Values& x, const std::vector<Values>& series,
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Area");
     const std::vector<double> xs = c.Take(kX, x, "Area", "x");
-    const std::vector<double> all = TakeSeries(c, series, Count(xs), true, "Area");
-    c.axes[kValue].base = 0.0;
+    const std::vector<double> all = TakeSeries(c, series, Count(xs), "Area");
     std::vector<RGBDType> colors;
     LegendEntry entry;
     for (std::size_t s = 0; s < series.size(); ++s) {
@@ -196,7 +178,7 @@ Objects Chart::Area(const Values& x, const std::vector<Values>& series,
     entry.object = c.NewObject();
     entry.object->GroupAreaFillChart25D(xs.data(), all.data(), kBarPlace, Count(xs),
                                         static_cast<int>(series.size()), kBarDepth, colors.data(),
-                                        kOutline, kCentred, 0);
+                                        c.theme.outline, kCentred, 0);
     entry.object->SetFillGap(0);
     entry.object->SetOutlineMode(0);
     c.entries.push_back(entry);
@@ -240,16 +222,11 @@ Objects Chart::Histogram(const Values& samples, const HistogramOptions& options)
     for (const double value : values)
         if (value >= low && value <= high)
             ++counts[std::min(static_cast<std::size_t>((value - low) / width), counts.size() - 1)];
-    for (const double count : counts)
-        c.Widen(kValue, count);
-    c.Widen(kX, low);
-    c.Widen(kX, high);
-    c.axes[kValue].base = 0.0;
     c.axes[kValue].kind = DataKind::Numbers;
     if (c.axes[kValue].name.empty()) c.axes[kValue].name = "count";
     CChartObj3D* bars = c.NewObject();
     bars->BarChart25D(middles.data(), counts.data(), 0, kBarPlace, bins, width, kBarDepth,
-                      c.NextColor(options.color), kOutline, kCentred, kCentred, 0);
+                      c.NextColor(options.color), c.theme.outline, kCentred, kCentred, 0);
     c.AddEntry(bars, options.name);
     return {bars};
 }
@@ -267,14 +244,11 @@ Objects Chart::Candles(const Values& x, const Values& open, const Values& high, 
         prices.insert(prices.end(), part.begin(), part.end());
     }
     const double step = detail::SmallestStep(xs);
-    c.Widen(kX, *std::ranges::min_element(xs) - step / 2);
-    c.Widen(kX, *std::ranges::max_element(xs) + step / 2);
-    constexpr RGBDType kLine{0.2, 0.2, 0.2, 1.0};
-    const RGBDType colors[] = {kLine, options.rising, options.falling, kLine, kLine};
+    const RGBDType colors[] = {c.theme.text, options.rising, options.falling, c.theme.text, c.theme.text};
     CChartObj3D* candles = c.NewObject();
     candles->SetIndWidth(options.width * step);
     candles->OHLCChart25D(xs.data(), prices.data(), kBarPlace, Count(xs), 0, 0, 0.2, c.Pixels(1),
-                          colors, kOutline, kCentred, kCentred, 0, nullptr);
+                          colors, c.theme.outline, kCentred, kCentred, 0, nullptr);
     const int bodies[6] = {1, 0, 0, 0, 0, 1}, tics[6] = {1, 1, 1, 0, 0, 0};
     candles->SetComboChartFlags(options.ohlc ? tics : bodies);
     return {candles};
@@ -297,15 +271,11 @@ Objects Chart::Boxes(const Values& by, const Values& samples, const BoxesOptions
         BoxStatistics(mine.data(), Count(mine), &six[b], static_cast<int>(n));
     }
     const double step = detail::SmallestStep(xs);
-    for (const double at : xs)
-        for (const double side : {-0.5, 0.5})
-            c.Widen(kX, at + side * step);
     const RGBDType fill = c.NextColor(options.color);
-    constexpr RGBDType kLine{0.2, 0.2, 0.2, 1.0};
-    const RGBDType colors[] = {kLine, fill, kLine, fill, kLine, {1, 1, 1, 1}};
+    const RGBDType colors[] = {c.theme.text, fill, c.theme.text, fill, c.theme.text, {1, 1, 1, 1}};
     CChartObj3D* boxes = c.NewObject();
     boxes->BoxAndWhiskerChart25D(xs.data(), six.data(), kBarPlace, Count(xs), options.width * step,
-                                 kBarDepth, 12, c.SymbolSize(5), c.Pixels(1), colors, kOutline,
+                                 kBarDepth, 12, c.SymbolSize(5), c.Pixels(1), colors, c.theme.outline,
                                  kCentred, kCentred, 0, options.mean);
     c.AddEntry(boxes, options.name);
     return {boxes};
@@ -328,7 +298,6 @@ Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, 
     for (std::size_t i = 0; i < xs.size(); ++i) {
         const double low = ys[i] - below[i], high = ys[i] + above[i];
         for (const double end : {low, high}) {
-            c.Widen(kValue, end);
             lx.insert(lx.end(), {xs[i] - cap, xs[i] + cap, kGap});
             ly.insert(ly.end(), {end, end, kGap});
         }
@@ -337,7 +306,7 @@ Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, 
     }
     CChartObj3D* bars = c.NewObject();
     bars->LineChart25D(lx.data(), ly.data(), c.NextLayer(), Count(lx), 0, c.Pixels(options.width),
-                       options.color.value_or(kOutline), 0);
+                       options.color.value_or(c.theme.outline), 0);
     return {bars};
 }
 

@@ -10,6 +10,7 @@
 
 #include "varnel/foundation/colors.h"
 #include "varnel/plot/data.h"
+#include "varnel/theme/theme.h"
 
 namespace varnel::plot {
 
@@ -19,6 +20,9 @@ struct Size {
     int height = 800;
 };
 
+/// Where the names of series and the colours of values are told.
+enum class Legend { Right, Top, Bottom, Inside, None };
+
 struct FigureOptions {
     std::string title{};
     std::string subtitle{};
@@ -26,6 +30,8 @@ struct FigureOptions {
     Size size{};
     double dpi = 100.0;
     int samples = 4;  ///< a pixel, for smooth edges; 0: exact pixels
+    Theme theme = Theme::Light();
+    Legend legend = Legend::Right;  ///< beside, above or below the chart, or where data are fewest
 };
 
 struct AxisOptions {

@@ -15,7 +15,6 @@ using detail::Refuse;
 
 namespace {
 
-constexpr RGBDType kOutline{0.35, 0.35, 0.35, 1.0};
 constexpr int kTriangles = 1;
 
 std::vector<point3Dtype> ToPoints(const std::vector<double>& x, const std::vector<double>& y,
@@ -83,7 +82,7 @@ Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options
     CChartObj3D* object = c.NewObject();
     object->PolysurfaceChart3D(&surface);
     object->SetOutlineMode(options.lines);
-    object->SetOutlineColor(kOutline);
+    object->SetOutlineColor(c.theme.outline);
     if (!options.color && c.chart->ColorSurfaceByHeight(object, options.map) && options.color_bar) {
         c.colorBar = true;
         c.colorBarTitle = options.name;
@@ -125,7 +124,7 @@ Objects AddContourLines(auto& c, const CPolysurface& surface, const std::vector<
         if (runs[l].empty()) continue;
         CChartObj3D* object = c.NewObject();
         object->LineChart3D(runs[l].data(), static_cast<int>(runs[l].size()), 0,
-                            c.Pixels(overBands ? 0.7 : 1.2), overBands ? kOutline : colors[l + 1]);
+                            c.Pixels(overBands ? 0.7 : 1.2), overBands ? c.theme.outline : colors[l + 1]);
         objects.push_back(object);
         if (!overBands) c.AddEntry(object, texts.texts[l]);
     }
@@ -153,7 +152,7 @@ CChartObj3D* AddContourLabels(auto& c, const CPolysurface& surface,
     CChartObj3D* object = c.NewObject();
     constexpr int kFacingViewer = 3;
     object->ScatterText3D(places.data(), labels.data(), static_cast<int>(places.size()), 0.7,
-                          kFacingViewer, {0, 0, 0, 1}, -1, 0);
+                          kFacingViewer, c.theme.text, -1, 0);
     return object;
 }
 
@@ -196,7 +195,7 @@ Objects Chart::Scatter3D(const Values& x, const Values& y, const Values& z,
         CChartObj3D* object = c.NewObject();
         object->ScatterChart3D(mine.data(), c.SymbolSize(options.size),
                                static_cast<int>(mine.size()), symbol, c.NextColor(options.color),
-                               kOutline, -1, 0);
+                               c.theme.outline, -1, 0);
         c.ColorPoints(object, part.rows, options.color_by, options.map, points.size(), "Scatter3D");
         c.AddEntry(object, part.name.empty() ? options.name : part.name);
         objects.push_back(object);
@@ -215,20 +214,16 @@ Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
         for (const point3Dtype& p : corners)
             places.push_back(GetCoord3D(p, axis));
         const double step = detail::SmallestStep(places);
-        for (const double at : places)
-            for (const double side : {-0.5, 0.5})
-                c.Widen(axis, at + side * step);
         width[axis] = options.width * step;
     }
     for (point3Dtype& p : corners) {
         p.x -= width[0] / 2;
         p.y -= width[1] / 2;
     }
-    c.axes[2].base = options.base;
     const std::vector<double> feet(corners.size(), options.base);
     CChartObj3D* bars = c.NewObject();
     bars->BarChart3D(corners.data(), feet.data(), static_cast<int>(corners.size()), width[0],
-                     width[1], c.NextColor(options.color), kOutline);
+                     width[1], c.NextColor(options.color), c.theme.outline);
     c.AddEntry(bars, options.name);
     return {bars};
 }

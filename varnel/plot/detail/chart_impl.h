@@ -2,26 +2,25 @@
 // and how far its data reach.
 #pragma once
 
+#include "varnel/chart/auto_frame.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/plot/figure.h"
 #include "varnel/scale/auto_scale.h"
+#include "varnel/theme/theme.h"
 
 namespace varnel::plot {
 
 /// One axis of the box: 0 x, 1 y, 2 z of the library. Flat charts have their y on axis 2.
 struct PlotAxis {
     AxisOptions options;
-    /// All finite data, and the positive ones among them.
-    DataRange range, positive;
+    DataRange range;  ///< of all finite data
     std::optional<DataKind> kind;
     std::vector<std::string> categories;
     /// The name that all data on it have; empty and `mixed` when they have several.
     std::string name;
     bool mixed = false;
-    /// What bars stand on.
-    std::optional<double> base;
 };
 
 struct LegendEntry {
@@ -43,8 +42,10 @@ struct Chart::Impl {
     AxisOptions wanted[3];  ///< of x, y and z, as the caller means them
     PlotAxis axes[3];
     std::vector<LegendEntry> entries;
-    std::string title, subtitle;
+    std::string title, subtitle, footer;
     std::optional<double> azimuth, elevation;
+    Theme theme;
+    Legend legendPlace = Legend::Right;
     int series = 0;
     int layers = 0;         ///< flat objects so far, each in front of those before
     bool colorBar = false;  ///< of the chart's texture colours, or of the points' below
@@ -76,14 +77,12 @@ struct Chart::Impl {
                      const char* call);
 
     /// Limits, axes, titles, view and legend from all of that: the one place where a chart gets
-    /// its frame.
-    void Compose();
+    /// its frame. `picture` is the size of the whole picture.
+    void Compose(const Size& picture);
 
  private:
-    void ComposeAxis(int axis);
-    void ComposeView();
-    void ComposeLegend();
-    class CAxes3D* m_Axes = nullptr;
+    FrameOptions FrameWanted() const;
+    void ComposeLegend(const Size& picture);
     class CLegend3D* m_Legend = nullptr;
 };
 
@@ -98,9 +97,6 @@ template <class... Pieces>
 
 /// The smallest distance between neighbours of sorted, different values; 1 for fewer than two.
 double SmallestStep(std::vector<double> values);
-
-/// The colour of a series: the palette, over and over.
-RGBDType SeriesColor(int index);
 
 /// Points in groups by their names; one group without a name where `by` is empty.
 struct Part {
