@@ -86,7 +86,7 @@ TEST(Figure, EveryKindIsSeenAndNamed) {
          0},
         {"Contours",
          [](Figure& f) {
-             return f.Contours(kHill, {.levels = {0.5, 1.5}});
+             return f.Contours(kHill, {.levels = {0.5, 1.5}, .labels = false});
          },
          2},
         {"Bands", [](Figure& f) { return f.Contours(kHill, {.filled = true}); }, 0},
@@ -161,7 +161,9 @@ TEST(Figure, WhatIsWrongIsToldInASentence) {
          },
          "Surface: z has 3 values, not 4"},
         {[](Figure& f) { f.Surface(kHill, {.map = "red"}); },
-         "Surface: there is no colour map \"red\"; there are viridis, magma, coolwarm, grey"},
+         "Surface: there is no colour map \"red\"; there are viridis, magma, inferno, plasma, "
+         "cividis, turbo, "
+         "coolwarm, RdBu, terrain, grey"},
         {[](Figure& f) { f.Surface(kX, kX, kX); }, "Surface: the 4 points lie on one line"},
         {[](Figure& f) { f.Histogram(kX, {.bins = -1}); }, "Histogram: bins is -1"},
         {[](Figure& f) { f.At(3, 1, 2, 2); }, "At: row 3 of 2, column 1 of 2"},

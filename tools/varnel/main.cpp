@@ -176,7 +176,7 @@ struct Program {
         command.add_option("--dpi", plot.dpi, "Pixels an inch: widths of lines follow")
             ->type_name("N")
             ->check(CLI::Range(10, 2400))
-            ->capture_default_str();
+            ->default_str("by the size");
         command
             .add_option("--samples", samples, "Samples a pixel for smooth edges; 0: exact pixels")
             ->check(CLI::Range(0, 64))

@@ -39,7 +39,7 @@ struct PlotOptions {
     std::string title, subtitle, footer, xTitle, yTitle, zTitle;
     std::string log;  ///< some of "xyz"
     PictureSize size{1200, 800};
-    double dpi = 100;
+    double dpi = 0;
     int samples = 4;
     std::optional<std::pair<double, double>> rotate;
     std::string output;     ///< "-": a PNG on standard output; empty: a window

@@ -480,7 +480,10 @@ void CAxisLabels3D::DrawPlaced(std::span<const detail::PlacedText> texts,
     for (const detail::PlacedText& placed : texts) {
         if (placed.axis != m_Saved.m_AxisType) continue;
         CTextObj3D* text = &title;
-        if (!placed.isTitle) text = m_LabelObjs.GetAt(NewLabelObj(placed.text) - 1);
+        if (placed.isTitle)
+            title.SetString(placed.text);
+        else
+            text = m_LabelObjs.GetAt(NewLabelObj(placed.text) - 1);
         text->SetColor(placed.isTitle ? m_Saved.m_TitleColor : m_Saved.m_LabelsColor);
         text->SetTextPlane(TEXTPLANE_VIEWER);
         text->SetRotation(placed.rotation);

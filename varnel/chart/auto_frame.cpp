@@ -198,7 +198,8 @@ void DressAxis(CAxes3D& axes, int axis, const AxisFrame& frame, const AxisExtent
     } else if (frame.dates) {
         axes.SetAxisDates(axis, 1, frame.format);
     } else {
-        const bool whole = extent.whole && extent.kind == AxisData::kBars;
+        const bool whole =
+            extent.whole && (extent.kind == AxisData::kBars || extent.kind == AxisData::kFilled);
         axes.SetAutoTics(axis, 1, whole ? 1 : 0);
     }
 }

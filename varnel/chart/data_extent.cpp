@@ -1,5 +1,6 @@
 #include "varnel/chart/detail/data_extent.h"
 
+#include <span>
 #include <vector>
 
 #include "varnel/chartobj/chart_object.h"
@@ -63,6 +64,7 @@ class Pourer {
     void InPlane(AxisData ind);
     void InSpace(AxisData horizontal);
     void AlongInd(double width, double offset);
+    void CheckWhole(int axis, std::span<const double> places);
     void AddGap(int axis, std::vector<double> places, double width);
     void Values(int groups);
     void Totals();
@@ -100,12 +102,15 @@ void Pourer::InSpace(AxisData horizontal) {
     Is(kZ, AxisData::kValues);
 }
 
+void Pourer::CheckWhole(int axis, std::span<const double> places) {
+    constexpr double kNear = 1e-6;
+    for (const double v : places)
+        if (std::abs(v - std::round(v)) > kNear) Axis(axis).whole = false;
+}
+
 /// The room between bars that stand next to each other, from the middles of all.
 void Pourer::AddGap(int axis, std::vector<double> places, double width) {
-    constexpr double kNear = 1e-6;
-    for (const double v : places) {
-        if (std::abs(v - std::round(v)) > kNear) Axis(axis).whole = false;
-    }
+    CheckWhole(axis, places);
     std::sort(places.begin(), places.end());
     double nearest = 0.0;
     for (std::size_t i = 1; i < places.size(); ++i) {
@@ -121,11 +126,14 @@ void Pourer::AlongInd(double width, double offset) {
     for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
         const double v = m_Object.GetIndData(i);
         if (!IsData(v)) continue;
-        if (width != 0.0) places.push_back(v + offset + width / 2.0);
+        places.push_back(v + offset + width / 2.0);
         Add(m_Ind, v + offset);
         if (width != 0.0) Add(m_Ind, v + offset + width);
     }
-    if (width != 0.0) AddGap(m_Ind, std::move(places), std::abs(width));
+    if (width != 0.0)
+        AddGap(m_Ind, std::move(places), std::abs(width));
+    else
+        CheckWhole(m_Ind, places);
 }
 
 void Pourer::Values(int groups) {
@@ -179,6 +187,8 @@ void Pourer::Surface() {
         if (!IsData(p)) continue;
         Add(kX, p.x);
         Add(kY, p.y);
+        CheckWhole(kX, {&p.x, 1});
+        CheckWhole(kY, {&p.y, 1});
         if (inSpace) Add(kZ, p.z);
     }
     if (!inSpace) Add(kZ, m_Object.GetConstValue());

@@ -79,7 +79,7 @@ FrameOptions Chart::Impl::FrameWanted() const {
 }
 
 void Chart::Impl::ComposeLegend(const Size& picture) {
-    if (entries.empty() && !colorBar) return;
+    if (entries.empty() && !colorBar && contours == nullptr) return;
     if (m_Legend == nullptr) m_Legend = view->NewLegend3D();
     CLegend3D* const legend = m_Legend;
     legend->DeleteLegendObjs();
@@ -93,7 +93,7 @@ void Chart::Impl::ComposeLegend(const Size& picture) {
     legend->SetFontHeightSF(1.0);
     const double em = legend->GetEm(picture.width, picture.height);
     const TextSizes texts = TextSizesFor(static_cast<int>(picture.width * place.width),
-                                          static_cast<int>(picture.height * place.height));
+                                         static_cast<int>(picture.height * place.height));
     legend->SetFontHeightSF(texts.label / em);
     if (colorBar) {
         if (pointColors.empty())
@@ -103,6 +103,7 @@ void Chart::Impl::ComposeLegend(const Size& picture) {
                                 pointMax);
         legend->SetLegendTitle(colorBarTitle);
     }
+    if (contours != nullptr) legend->SetContours(contours, 0);
     for (const LegendEntry& entry : entries) {
         if (entry.names.size() == 1 && entry.object->GetNumGroups() < 2)
             legend->AddChartObj(entry.object, entry.names[0]);

@@ -43,8 +43,8 @@ GLViewRType Figure::State::DressGrid(const Impl& figure) {
     header.SetTitle2(figure.subtitle);
     header.SetFooter(figure.footer);
     header.SetTextSizes(sizes.title / em, sizes.subtitle / em, sizes.footer / em);
-    const HeaderStrips strips = StripsFor(sizes, !figure.title.empty(), !figure.subtitle.empty(),
-                                          !figure.footer.empty());
+    const HeaderStrips strips =
+        StripsFor(sizes, !figure.title.empty(), !figure.subtitle.empty(), !figure.footer.empty());
     const double edge = header.GetMargin() / 2.0;
     const double top = strips.top > 0 ? strips.top / height + edge : 0.0;
     const double bottom = strips.bottom > 0 ? strips.bottom / height + edge : 0.0;
@@ -85,12 +85,22 @@ CChart3D* Chart::GetChart() const {
     return m_Impl->chart;
 }
 
+namespace {
+
+double DotsPerInch(const FigureOptions& options) {
+    constexpr double kLabelPoints = 11.0;
+    if (options.dpi > 0) return options.dpi;
+    return 72 * TextSizesFor(options.size.width, options.size.height).label / kLabelPoints;
+}
+
+}  // namespace
+
 Figure::Figure(const FigureOptions& options) {
     constexpr int kLargest = 16384;
     const auto [width, height] = options.size;
     if (width < 1 || height < 1 || width > kLargest || height > kLargest)
         Refuse("Figure", "the size is ", width, " x ", height);
-    if (!(options.dpi > 0)) Refuse("Figure", "dpi is ", options.dpi);
+    if (!(options.dpi >= 0)) Refuse("Figure", "dpi is ", options.dpi);
     m_State = std::make_unique<State>(options);
     CChartView3D& view = m_State->view;
     ApplyTheme(view, options.theme);
@@ -98,7 +108,7 @@ Figure::Figure(const FigureOptions& options) {
     m_Impl->view = &view;
     m_Impl->theme = options.theme;
     m_Impl->legendPlace = options.legend;
-    m_Impl->pixelsPerPoint = options.dpi / 72;
+    m_Impl->pixelsPerPoint = DotsPerInch(options) / 72;
     m_Impl->height = height;
     m_Impl->footer = options.footer;
     Title(options.title, options.subtitle);

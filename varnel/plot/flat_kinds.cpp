@@ -244,7 +244,8 @@ Objects Chart::Candles(const Values& x, const Values& open, const Values& high, 
         prices.insert(prices.end(), part.begin(), part.end());
     }
     const double step = detail::SmallestStep(xs);
-    const RGBDType colors[] = {c.theme.text, options.rising, options.falling, c.theme.text, c.theme.text};
+    const RGBDType colors[] = {c.theme.text, options.rising, options.falling, c.theme.text,
+                               c.theme.text};
     CChartObj3D* candles = c.NewObject();
     candles->SetIndWidth(options.width * step);
     candles->OHLCChart25D(xs.data(), prices.data(), kBarPlace, Count(xs), 0, 0, 0.2, c.Pixels(1),
@@ -253,6 +254,31 @@ Objects Chart::Candles(const Values& x, const Values& open, const Values& high, 
     candles->SetComboChartFlags(options.ohlc ? tics : bodies);
     return {candles};
 }
+
+namespace {
+
+/// Shortens the whiskers of a box (minimum, lower quartile, .. as BoxStatistics has them, `step`
+/// numbers apart) to the samples near it and returns the others.
+std::vector<double> SetOutliersApart(const std::vector<double>& samples, double* box,
+                                     std::size_t step) {
+    const double lower = box[step], upper = box[3 * step];
+    const double reach = 1.5 * (upper - lower);
+    std::vector<double> apart;
+    double least = lower, most = upper;
+    for (const double v : samples) {
+        if (v < lower - reach || v > upper + reach)
+            apart.push_back(v);
+        else if (std::isfinite(v)) {
+            least = std::min(least, v);
+            most = std::max(most, v);
+        }
+    }
+    box[0] = least;
+    box[4 * step] = most;
+    return apart;
+}
+
+}  // namespace
 
 Objects Chart::Boxes(const Values& by, const Values& samples, const BoxesOptions& options) {
     Impl& c = *m_Impl;
@@ -264,21 +290,31 @@ Objects Chart::Boxes(const Values& by, const Values& samples, const BoxesOptions
     xs.erase(std::unique(xs.begin(), xs.end()), xs.end());
     const std::size_t n = xs.size();
     std::vector<double> six(6 * n);
+    std::vector<point3Dtype> outliers;
+    const double layer = c.NextLayer();
     for (std::size_t b = 0; b < n; ++b) {
         std::vector<double> mine;
         for (std::size_t i = 0; i < where.size(); ++i)
             if (where[i] == xs[b]) mine.push_back(values[i]);
         BoxStatistics(mine.data(), Count(mine), &six[b], static_cast<int>(n));
+        if (!options.outliers) continue;
+        for (const double sample : SetOutliersApart(mine, &six[b], n))
+            outliers.push_back({xs[b], layer, sample, 0});
     }
     const double step = detail::SmallestStep(xs);
     const RGBDType fill = c.NextColor(options.color);
     const RGBDType colors[] = {c.theme.text, fill, c.theme.text, fill, c.theme.text, {1, 1, 1, 1}};
     CChartObj3D* boxes = c.NewObject();
     boxes->BoxAndWhiskerChart25D(xs.data(), six.data(), kBarPlace, Count(xs), options.width * step,
-                                 kBarDepth, 12, c.SymbolSize(5), c.Pixels(1), colors, c.theme.outline,
-                                 kCentred, kCentred, 0, options.mean);
+                                 kBarDepth, 12, c.SymbolSize(5), c.Pixels(1), colors,
+                                 c.theme.outline, kCentred, kCentred, 0, options.mean);
     c.AddEntry(boxes, options.name);
-    return {boxes};
+    Objects objects{boxes};
+    if (outliers.empty()) return objects;
+    objects.push_back(c.NewObject());
+    objects[1]->ScatterChart3D(outliers, c.SymbolSize(3.5), SYMBOL_CUBE, fill, c.theme.outline,
+                               PROJECTION_NONE, 0);
+    return objects;
 }
 
 Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, const Values& above,

@@ -28,8 +28,8 @@ struct FigureOptions {
     std::string subtitle{};
     std::string footer{};
     Size size{};
-    double dpi = 100.0;
-    int samples = 4;  ///< a pixel, for smooth edges; 0: exact pixels
+    double dpi = 0.0;  ///< pixels an inch; 0: those at which labels are 11 points high
+    int samples = 4;   ///< a pixel, for smooth edges; 0: exact pixels
     Theme theme = Theme::Light();
     Legend legend = Legend::Right;  ///< beside, above or below the chart, or where data are fewest
 };
@@ -100,6 +100,9 @@ struct BoxesOptions {
     std::optional<RGBDType> color{};
     double width = 0.6;
     bool mean = true;
+    /// Samples farther from the box than 1.5 times its height, drawn one by one; whiskers end at
+    /// the others (Tukey, "Exploratory data analysis", 1977). Off: they reach the extremes.
+    bool outliers = true;
 };
 
 struct ErrorBarsOptions {
@@ -120,8 +123,8 @@ struct ContourOptions {
     std::string map = "viridis";
     int count = 10;       ///< of levels, at round values, about
     Values levels{};      ///< the levels themselves
-    bool filled = false;  ///< bands between the levels, under the lines
-    bool labels = true;   ///< the level on the longest line of each
+    bool filled = false;  ///< bands between the levels, with a colour bar
+    bool labels = true;   ///< levels written into the lines; without, the legend tells them
 };
 
 }  // namespace varnel::plot

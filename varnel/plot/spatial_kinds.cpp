@@ -1,12 +1,10 @@
 // Kinds with three axes, and maps: the same surfaces seen from above.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "varnel/plot/detail/chart_impl.h"
-#include "varnel/scale/tic_labels.h"
 #include "varnel/surface/color_map.h"
-#include "varnel/surface/contour_lines.h"
+#include "varnel/surface/filled_contours.h"
 #include "varnel/surface/polysurface.h"
 
 namespace varnel::plot {
@@ -90,69 +88,44 @@ Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options
     return {object};
 }
 
-/// Round levels, about as many as asked for, inside the range.
-std::vector<double> ChooseLevels(double min, double max, int count) {
+/// Round levels, about as many as asked for, inside the range; with `around` the ones next to it as
+/// well.
+std::vector<double> ChooseLevels(double min, double max, int count, bool around) {
     const double rough = (max - min) / std::max(count, 1);
     const double power = std::pow(10.0, std::floor(std::log10(rough)));
     const double part = rough / power;
     const double step = power * (part < 1.5 ? 1 : part < 3.5 ? 2 : part < 7.5 ? 5 : 10);
+    const double first = around ? std::floor(min / step) : std::floor(min / step) + 1;
+    const double last = around ? std::floor(max / step) + 1 : std::ceil(max / step) - 1;
     std::vector<double> levels;
-    for (double n = std::ceil(min / step); n * step < max; ++n)
+    for (double n = first; n <= last; ++n)
         levels.push_back(n * step);
     return levels;
 }
 
-/// One object a level, its lines one behind the other with gaps between them. Lines over bands are
-/// grey; others have their level's colour and name.
-Objects AddContourLines(auto& c, const CPolysurface& surface, const std::vector<double>& levels,
-                        const std::vector<RGBDType>& colors, bool overBands, double z) {
-    const int count = static_cast<int>(levels.size());
-    const ContourLines contours = TraceContourLines(surface, levels.data(), count);
-    const TicLabels texts = ChooseLabels(levels);
-    std::vector<std::vector<point3Dtype>> runs(levels.size());
-    for (const ContourLine& line : contours.lines) {
-        std::vector<point3Dtype>& run = runs[static_cast<std::size_t>(line.level)];
-        for (std::size_t i = 0; i < line.count + line.closed; ++i) {
-            const point3Dtype& p = contours.points[line.first + i % line.count];
-            run.push_back({p.x, p.y, z, 0});
-        }
-        constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
-        run.push_back({kGap, kGap, kGap, 0});
-    }
-    Objects objects;
-    for (std::size_t l = levels.size(); l-- > 0;) {  // the legend has the highest on top
-        if (runs[l].empty()) continue;
-        CChartObj3D* object = c.NewObject();
-        object->LineChart3D(runs[l].data(), static_cast<int>(runs[l].size()), 0,
-                            c.Pixels(overBands ? 0.7 : 1.2), overBands ? c.theme.outline : colors[l + 1]);
-        objects.push_back(object);
-        if (!overBands) c.AddEntry(object, texts.texts[l]);
-    }
-    return objects;
+bool AreEven(const std::vector<double>& levels) {
+    const double step = levels[1] - levels[0];
+    for (std::size_t i = 2; i < levels.size(); ++i)
+        if (std::abs(levels[i] - levels[i - 1] - step) > 1e-9 * step) return false;
+    return true;
 }
 
-/// The level's number in the middle of the longest line of each level.
-CChartObj3D* AddContourLabels(auto& c, const CPolysurface& surface,
-                              const std::vector<double>& levels, double z) {
-    const int count = static_cast<int>(levels.size());
-    const ContourLines contours = TraceContourLines(surface, levels.data(), count);
-    const TicLabels texts = ChooseLabels(levels);
-    std::vector<point3Dtype> places;
-    std::vector<CString> labels;
-    for (int level = 0; level < count; ++level) {
-        const ContourLine* longest = nullptr;
-        for (const ContourLine& line : contours.lines)
-            if (line.level == level && (longest == nullptr || line.count > longest->count))
-                longest = &line;
-        if (longest == nullptr) continue;
-        const point3Dtype& p = contours.points[longest->first + longest->count / 2];
-        places.push_back({p.x, p.y, z, 0});
-        labels.push_back(texts.texts[static_cast<std::size_t>(level)]);
-    }
-    CChartObj3D* object = c.NewObject();
-    constexpr int kFacingViewer = 3;
-    object->ScatterText3D(places.data(), labels.data(), static_cast<int>(places.size()), 0.7,
-                          kFacingViewer, c.theme.text, -1, 0);
+/// The bands between the levels, with the colour bar of those that are all as wide.
+CChartObj3D* AddBands(auto& c, const CPolysurface& surface, const std::vector<double>& levels,
+                      const std::string& map) {
+    std::vector<RGBDType> colors(levels.size() - 1);
+    ColorMap(map, static_cast<int>(colors.size()), colors.data());
+    CPolysurface bands = FilledContours(surface, levels, colors);
+    CChartObj3D* const object = c.NewObject();
+    object->PolysurfaceChart2D(&bands, c.axes[2].range.min, 0);
+    object->SetOutlineMode(0);
+    object->SetColorMode(0);
+    if (!AreEven(levels)) return object;
+    c.colorBar = true;
+    c.pointColors = colors;
+    c.pointMin = levels.front();
+    c.pointMax = levels.back();
+    c.colorBarTitle = c.axes[2].name;
     return object;
 }
 
@@ -282,30 +255,28 @@ Objects Chart::Contours(const Grid& grid, const ContourOptions& options) {
     c.Begin(Layout::Map, "Contours");
     CPolysurface surface = TakeGrid(c, grid, "Contours");
     const DataRange& range = c.axes[2].range;
-    const std::vector<double> levels = options.levels.empty()
-                                           ? ChooseLevels(range.min, range.max, options.count)
-                                           : options.levels.Numbers();
-    const int count = static_cast<int>(levels.size());
-    if (count < 1 || count > 255) Refuse("Contours", "there are ", count, " levels");
-    std::vector<RGBDType> colors(levels.size() + 1);
-    ColorMap(options.map, count + 1, colors.data());
+    const std::vector<double> levels =
+        options.levels.empty() ? ChooseLevels(range.min, range.max, options.count, options.filled)
+                               : options.levels.Numbers();
+    const std::size_t count = levels.size();
+    if (count < (options.filled ? 2 : 1) || count > 255)
+        Refuse("Contours", "there are ", count, " levels");
+    for (std::size_t i = 1; i < count; ++i)
+        if (!(levels[i] > levels[i - 1]))
+            Refuse("Contours", "level ", levels[i], " does not lie above ", levels[i - 1]);
     Objects objects;
-    if (options.filled) {
-        surface.SetWireFrame(0);
-        for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
-            const auto above = std::ranges::upper_bound(levels, surface.GetPSPMean(i, 2));
-            const RGBDType& band = colors[static_cast<std::size_t>(above - levels.begin())];
-            surface.SetPolysurfaceColors(i, band, band);
-        }
-        objects.push_back(c.NewObject());
-        objects[0]->PolysurfaceChart2D(&surface, range.min, 0);
-        objects[0]->SetOutlineMode(0);
-        objects[0]->SetColorMode(0);
-    }
-    const double z = range.min + 0.01 * (range.max - range.min);
-    const Objects lines = AddContourLines(c, surface, levels, colors, options.filled, z);
-    objects.insert(objects.end(), lines.begin(), lines.end());
-    if (options.labels) objects.push_back(AddContourLabels(c, surface, levels, z));
+    if (options.filled) objects.push_back(AddBands(c, surface, levels, options.map));
+    std::vector<RGBDType> colors(count + 1, c.theme.outline);
+    if (!options.filled) ColorMap(options.map, static_cast<int>(count + 1), colors.data());
+    CChartObj3D* const lines = c.NewObject();
+    lines->ContourPolysurface3D(&surface, levels, colors,
+                                range.min + 0.01 * (range.max - range.min), 0);
+    lines->SetContourStyle({.lineWidth = static_cast<double>(c.Pixels(options.filled ? 0.5 : 1.2)),
+                            .labels = options.labels,
+                            .labelSize = 0.8,
+                            .labelSpacing = static_cast<double>(c.Pixels(225))});
+    if (!options.filled && !options.labels) c.contours = lines;
+    objects.push_back(lines);
     return objects;
 }
 

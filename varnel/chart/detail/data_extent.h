@@ -30,7 +30,7 @@ struct AxisExtent {
     AxisData kind = AxisData::kNone;
     double gap = 0.0;            ///< of kBars: between neighbouring bars
     std::optional<double> base;  ///< what bars and areas stand on, along the value axis
-    bool whole = true;           ///< of kBars: all of them stand at whole numbers
+    bool whole = true;           ///< of kBars and kFilled: all data stand at whole numbers
 };
 
 struct ChartExtent {

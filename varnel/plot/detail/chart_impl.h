@@ -52,6 +52,7 @@ struct Chart::Impl {
     std::vector<RGBDType> pointColors;
     double pointMin = 0, pointMax = 1;
     std::string colorBarTitle;
+    CChartObj3D* contours = nullptr;  ///< whose levels the legend tells
 
     /// Makes the chart what `kind` says, or raises what `call` cannot be drawn into.
     void Begin(Layout kind, const char* call);
