@@ -171,7 +171,8 @@ TEST(Figure, WhatIsWrongIsToldInASentence) {
              Figure({.size = {0, 5}});
          },
          "Figure: the size is 0 x 5"},
-        {[](Figure& f) { f.Save("x.jpg"); }, "Save: x.jpg has to end in .png, .bmp or .chart"},
+        {[](Figure& f) { f.Save("x.jpg"); },
+         "Save: x.jpg has to end in .png, .bmp, .pdf, .svg or .chart"},
     };
     for (const auto& [draw, said] : cases) {
         Figure figure({.size = {60, 40}, .samples = 0});

@@ -130,7 +130,7 @@ TEST_F(ProgramTest, WhatIsWrongIsToldInASentence) {
         {"render " + cut + picture,
          "varnel: " + cut + " is damaged: it ends too early. What could be read is shown.\n", 2},
         {"render " + m_File + " -o x.jpg",
-         "varnel: The picture x.jpg has to end in .png or .bmp.\n", 1},
+         "varnel: The picture x.jpg has to end in .png, .bmp, .pdf or .svg.\n", 1},
     };
     for (const Case& c : cases) {
         int status = -1;

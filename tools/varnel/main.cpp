@@ -106,6 +106,7 @@ struct Program {
             ->type_name("COLUMNS");
         column("-z", plot.z, "The third column of what is drawn in space");
         column("--by", plot.by, "A series for each of its names");
+        column("--color-by", plot.colorBy, "Colours of symbols by value, with a colour bar");
         column("--from", plot.from, "Where bars and areas begin");
         command.add_option("--ohlc", plot.ohlc, "Open, high, low and close, as in o,h,l,c")
             ->delimiter(',')
@@ -153,8 +154,10 @@ struct Program {
                               const char* what) {
             command.add_option(name, value, what)->type_name(type);
         };
-        text("-o,--output", plot.output, "PATH",
-             ".png, .bmp or .chart; -: a PNG on standard output; without it a window is shown");
+        text(
+            "-o,--output", plot.output, "PATH",
+            ".png, .bmp, .pdf, .svg or .chart; -: a PNG on standard output; without it a window is "
+            "shown");
         text("--save-view", plot.chartFile, "PATH", "The chart file as well");
         text("--title", plot.title, "TEXT", "");
         text("--subtitle", plot.subtitle, "TEXT", "");
@@ -182,6 +185,14 @@ struct Program {
             ->check(CLI::Range(0, 64))
             ->type_name("N")
             ->capture_default_str();
+        command.add_option("--theme", plot.theme, "The look of the picture")
+            ->type_name("light|dark|print")
+            ->check(CLI::IsMember({"light", "dark", "print"}))
+            ->capture_default_str();
+        command.add_option("--legend", plot.legend, "Beside the chart, or where data are fewest")
+            ->type_name("right|top|bottom|inside|none")
+            ->check(CLI::IsMember({"right", "top", "bottom", "inside", "none"}))
+            ->capture_default_str();
         command
             .add_option("--rotate", rotate,
                         "Azimuth and elevation in degrees; flat kinds show their depth")
@@ -201,13 +212,14 @@ struct Program {
         command->add_option("FILE", render.files, "Chart files")->required()->type_name("");
         command
             ->add_option("-o,--output", render.output,
-                         "The picture, .png or .bmp; with several files, or ending in /, a folder")
+                         "The picture, .png, .bmp, .pdf or .svg; with several files, or ending in "
+                         "/, a folder")
             ->type_name("PATH")
             ->required();
         AddPictureOptions(*command);
         command->add_option("--format", render.format, "What is written into a folder")
-            ->check(CLI::IsMember({"png", "bmp"}))
-            ->type_name("png|bmp")
+            ->check(CLI::IsMember({"png", "bmp", "pdf", "svg"}))
+            ->type_name("png|bmp|pdf|svg")
             ->capture_default_str();
         command
             ->add_option("--limit-time", seconds,

@@ -70,6 +70,21 @@ Statistic StatisticOf(const std::string& name) {
                               : Statistic::Mean;
 }
 
+varnel::Theme ThemeOf(const std::string& name) {
+    varnel::Theme theme;
+    if (!varnel::Theme::Find(name, theme))
+        throw std::runtime_error("--theme is light, dark or print, not " + name);
+    return theme;
+}
+
+Legend LegendOf(const std::string& place) {
+    return place == "top"      ? Legend::Top
+           : place == "bottom" ? Legend::Bottom
+           : place == "inside" ? Legend::Inside
+           : place == "none"   ? Legend::None
+                               : Legend::Right;
+}
+
 /// What a part of a date ("date:month") is called in the table of groups.
 void Rename(std::string& column, const Table& groups) {
     const std::size_t colon = column.rfind(':');
@@ -157,7 +172,9 @@ int Plot(const PlotKind& kind, const PlotOptions& given) {
                    .footer = options.footer,
                    .size = {options.size.width, options.size.height},
                    .dpi = options.dpi,
-                   .samples = options.samples});
+                   .samples = options.samples,
+                   .theme = ThemeOf(options.theme),
+                   .legend = LegendOf(options.legend)});
     SetAxes(figure, options);
     kind.draw(figure, table, options);
     if (!options.chartFile.empty()) figure.Save(options.chartFile);

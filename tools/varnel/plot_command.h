@@ -24,6 +24,7 @@ struct PlotOptions {
     std::vector<std::string> y;
     std::string z;
     std::string by;
+    std::string colorBy;
     std::string from;
     std::vector<std::string> ohlc;
     bool stack = false, filled = false, wire = false, bars = false;
@@ -42,6 +43,8 @@ struct PlotOptions {
     double dpi = 0;
     int samples = 4;
     std::optional<std::pair<double, double>> rotate;
+    std::string theme = "light";
+    std::string legend = "right";
     std::string output;     ///< "-": a PNG on standard output; empty: a window
     std::string chartFile;  ///< the view, saved as well
 };

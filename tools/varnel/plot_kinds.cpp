@@ -52,6 +52,10 @@ Values AsNames(const Table& table, const PlotOptions& options) {
     return Values::Names(table.Text(options.x)).SetName(x.Name());
 }
 
+Values ColorsOf(const Table& table, const PlotOptions& options) {
+    return options.colorBy.empty() ? Values() : table[options.colorBy];
+}
+
 void DrawLine(Figure& figure, const Table& table, const PlotOptions& options) {
     const Values x = XOf(table, options);
     const std::vector<Values> series = YOf(table, options);
@@ -64,11 +68,16 @@ void DrawScatter(Figure& figure, const Table& table, const PlotOptions& options)
     const std::vector<Values> series = YOf(table, options);
     const Values by = ByOf(table, options);
     if (!options.z.empty()) {
-        figure.Scatter3D(x, series[0], table[options.z], {.by = by});
+        figure.Scatter3D(x, series[0], table[options.z],
+                         {.by = by, .color_by = ColorsOf(table, options), .map = options.map});
         return;
     }
     for (const Values& y : series)
-        figure.Scatter(x, y, {.name = series.size() > 1 ? y.Name() : "", .by = by});
+        figure.Scatter(x, y,
+                       {.name = series.size() > 1 ? y.Name() : "",
+                        .by = by,
+                        .color_by = ColorsOf(table, options),
+                        .map = options.map});
 }
 
 void DrawBars(Figure& figure, const Table& table, const PlotOptions& options) {

@@ -39,10 +39,11 @@ std::vector<Job> PlanJobs(const RenderOptions& options) {
     const bool isFolder = options.files.size() > 1 || options.output.ends_with('/') ||
                           fs::is_directory(options.output);
     if (!isFolder) {
-        const std::string extension = LowerCaseExtension(options.output);
-        if (extension == ".png" || extension == ".bmp")
+        const char* const known[] = {".png", ".bmp", ".pdf", ".svg"};
+        if (std::ranges::find(known, LowerCaseExtension(options.output)) != std::end(known))
             return {{options.files.front(), options.output}};
-        std::cerr << "varnel: The picture " << options.output << " has to end in .png or .bmp.\n";
+        std::cerr << "varnel: The picture " << options.output
+                  << " has to end in .png, .bmp, .pdf or .svg.\n";
         return {};
     }
     std::error_code error;
@@ -72,16 +73,69 @@ void Tell(const std::string& sentence) {
     std::cerr << "varnel: " << sentence << std::endl;
 }
 
-int DrawOne(const Job& job, const RenderOptions& options) {
+volatile std::sig_atomic_t interrupted = 0;
+
+/// The first Ctrl-C stops what is being drawn, the second ends the program at once: what is on disk
+/// is whole either way.
+void OnInterrupt(int) {
+    if (interrupted != 0) _exit(kInterrupted);
+    interrupted = 1;
+}
+
+/// A line on a terminal that says how far things are; nothing where standard error is a file.
+class Progress {
+ public:
+    explicit Progress(std::size_t count) : m_Count(count), m_Shown(isatty(2) != 0) {}
+    ~Progress() { Clear(); }
+    void Begin(std::size_t done, const std::string& file) {
+        m_Title = std::to_string(done + 1) + "/" + std::to_string(m_Count) + "  " + file;
+        if (m_Shown && m_Count > 1) std::cerr << "\r\033[K" << m_Title << std::flush;
+    }
+    /// How far the file is. Short work is over before anybody could read this.
+    void Show(double fraction) const {
+        constexpr int kWidth = 30;
+        if (!m_Shown) return;
+        const int done = static_cast<int>(kWidth * fraction);
+        std::cerr << "\r\033[K" << m_Title << "  ["
+                  << std::string(static_cast<std::size_t>(done), '#')
+                  << std::string(static_cast<std::size_t>(kWidth - done), ' ') << ']' << std::flush;
+    }
+    void Clear() const {
+        if (m_Shown) std::cerr << "\r\033[K" << std::flush;
+    }
+
+ private:
+    std::size_t m_Count;
+    bool m_Shown;
+    std::string m_Title;
+};
+
+void WritePicture(CChartView3D& view, const std::string& picture) {
+    const std::string extension = LowerCaseExtension(picture);
+    if (extension == ".pdf")
+        view.SaveToPDF(picture);
+    else if (extension == ".svg")
+        view.SaveToSVG(picture);
+    else if (extension == ".bmp")
+        view.SaveToFile(picture);
+    else
+        view.SaveToPNG(picture);
+}
+
+int DrawOne(const Job& job, const RenderOptions& options, const Progress& progress) {
     try {
         CWnd window(options.size.width, options.size.height);
         CChartView3D view(&window, options.size.width, options.size.height);
         view.SetAntialiasing(options.samples);
+        view.SetProgressHandler([&](double fraction, const CString&) {
+            progress.Show(fraction);
+            return interrupted == 0;
+        });
         const Loaded loaded = LoadChartFile(view, job.file);
         if (!loaded.sentence.empty()) Tell(loaded.sentence);
         if (!loaded.usable) return kFailed;
-        LowerCaseExtension(job.picture) == ".png" ? view.SaveToPNG(job.picture)
-                                                  : view.SaveToFile(job.picture);
+        WritePicture(view, job.picture);
+        if (view.GetStopped() != 0) return kInterrupted;
         // A picture of a part of the chart is a picture, but no success.
         return loaded.sentence.empty() ? kDone : kDamaged;
     } catch (const Error& e) {
@@ -92,9 +146,9 @@ int DrawOne(const Job& job, const RenderOptions& options) {
     return kFailed;
 }
 
-int DrawLimited(const Job& job, const RenderOptions& options) {
+int DrawLimited(const Job& job, const RenderOptions& options, const Progress& progress) {
     const Limits limits{options.limitSeconds, options.limitMemory};
-    const Outcome outcome = RunLimited(limits, [&] { return DrawOne(job, options); });
+    const Outcome outcome = RunLimited(limits, [&] { return DrawOne(job, options, progress); });
     switch (outcome.end) {
         case Outcome::End::Exited:
             return outcome.value;
@@ -109,33 +163,6 @@ int DrawLimited(const Job& job, const RenderOptions& options) {
     }
 }
 
-volatile std::sig_atomic_t interrupted = 0;
-
-/// The first Ctrl-C ends after the picture that is being drawn, the second at once: what is on disk
-/// is whole either way.
-void OnInterrupt(int) {
-    if (interrupted != 0) _exit(kInterrupted);
-    interrupted = 1;
-}
-
-/// A line on a terminal that says how far things are; nothing where standard error is a file.
-class Progress {
- public:
-    explicit Progress(std::size_t count) : m_Count(count), m_Shown(count > 1 && isatty(2) != 0) {}
-    ~Progress() { Clear(); }
-    void Show(std::size_t done, const std::string& file) const {
-        if (m_Shown)
-            std::cerr << "\r\033[K" << done + 1 << "/" << m_Count << "  " << file << std::flush;
-    }
-    void Clear() const {
-        if (m_Shown) std::cerr << "\r\033[K" << std::flush;
-    }
-
- private:
-    std::size_t m_Count;
-    bool m_Shown;
-};
-
 }  // namespace
 
 int Render(const RenderOptions& options) {
@@ -146,11 +173,12 @@ int Render(const RenderOptions& options) {
     std::map<int, std::size_t> counts;  // of files, by status
     std::size_t done = 0;
     {
-        const Progress progress(jobs.size());
+        Progress progress(jobs.size());
         for (; done < jobs.size() && interrupted == 0; ++done) {
-            progress.Show(done, jobs[done].file);
-            const int status =
-                limited ? DrawLimited(jobs[done], options) : DrawOne(jobs[done], options);
+            progress.Begin(done, jobs[done].file);
+            const int status = limited ? DrawLimited(jobs[done], options, progress)
+                                       : DrawOne(jobs[done], options, progress);
+            if (status == kInterrupted) break;
             ++counts[status];
         }
     }

@@ -14,6 +14,7 @@
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/object_list.h"
+#include "varnel/foundation/picture_info.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/progress.h"
 #include "varnel/foundation/types.h"
@@ -185,9 +186,10 @@ class VARNEL_API CChartView3D {
 
     /// Draws the view at the size of the image and writes a .bmp file.
     void SaveToFile(const CString& fileName);
-    /// Draws the view at the size of the image and writes an opaque .png file. "Error Opening File
+    /// Draws the view at the size of the image and writes an opaque .png file, with what it is to
+    /// say about itself. "Error Opening File
     /// for Output", "Disk I/O Error".
-    void SaveToPNG(const CString& fileName);
+    void SaveToPNG(const CString& fileName, const PictureInfo& about = {});
 
     // Vectors: areas, lines and selectable text instead of pixels; what the picture hides is not in
     // the file. The page measures `width` x `height` millimetres and shows the image's size; 0, the

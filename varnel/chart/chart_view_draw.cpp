@@ -161,7 +161,7 @@ void CChartView3D::SaveToFile(const CString& fileName) {
     });
 }
 
-void CChartView3D::SaveToPNG(const CString& fileName) {
+void CChartView3D::SaveToPNG(const CString& fileName, const PictureInfo& about) {
     constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToPNG"};
     RequireContext(here.operation);
     RequireImage(here.operation);
@@ -172,8 +172,8 @@ void CChartView3D::SaveToPNG(const CString& fileName) {
         if (file == nullptr)
             detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation,
                           fileName + " cannot be written");
-        detail::WithFile(file.get(), here, [this](File& f) {
-            WritePNG(*m_pDIBSection->GetBitmap(), f);
+        detail::WithFile(file.get(), here, [&](File& f) {
+            WritePNG(*m_pDIBSection->GetBitmap(), f, about);
             f.Commit();
         });
     });

@@ -2,6 +2,8 @@
 
 #include <png.h>
 
+#include <algorithm>
+#include <cmath>
 #include <csetjmp>
 #include <new>
 #include <vector>
@@ -43,9 +45,32 @@ void OnPngWarning(png_structp, png_const_charp) {
 
 }  // extern "C"
 
+/// Resolution and texts. Nothing in here may have a destructor.
+void WriteAbout(png_structp png, png_infop info, const PictureInfo& about) {
+    constexpr double kInchesPerMetre = 1.0 / 0.0254;
+    if (about.dpi > 0.0) {
+        const double perMetre = std::min(std::round(about.dpi * kInchesPerMetre), 2e9);
+        const auto resolution = static_cast<png_uint_32>(perMetre);
+        png_set_pHYs(png, info, resolution, resolution, PNG_RESOLUTION_METER);
+    }
+    const struct {
+        const char* key;
+        const CString& value;
+    } texts[] = {{"Title", about.title}, {"Software", about.software}};
+    for (const auto& [key, value] : texts) {
+        if (value.empty()) continue;
+        png_text text{};
+        text.compression = PNG_ITXT_COMPRESSION_NONE;
+        text.key = const_cast<char*>(key);
+        text.text = const_cast<char*>(value.c_str());
+        png_set_text(png, info, &text, 1);
+    }
+}
+
 /// Encodes all rows; false when the library gave up. `row` has room for a row of 32-bit pixels.
 /// Nothing in here may have a destructor.
-bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row) {
+bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row,
+            const PictureInfo& about) {
     if (setjmp(png_jmpbuf(png))) return false;
     png_set_user_limits(png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_set_IHDR(png, info, static_cast<png_uint_32>(bitmap.Width()),
@@ -53,6 +78,7 @@ bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row) {
                  PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
     png_set_compression_level(png, 1);
     png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+    WriteAbout(png, info, about);
     png_write_info(png, info);
     png_set_bgr(png);
     png_set_filler(png, 0, PNG_FILLER_AFTER);
@@ -92,13 +118,13 @@ struct Writer {
 
 }  // namespace
 
-void WritePNG(const Bitmap& bitmap, File& file) {
+void WritePNG(const Bitmap& bitmap, File& file, const PictureInfo& about) {
     std::vector<BYTE> row(static_cast<std::size_t>(bitmap.Width()) * 4);
     Writer writer;
     if (writer.info == nullptr) throw std::bad_alloc();
     Sink sink{&file};
     png_set_write_fn(writer.png, &sink, OnPngData, OnPngFlush);
-    if (Encode(writer.png, writer.info, bitmap, row.data())) return;
+    if (Encode(writer.png, writer.info, bitmap, row.data(), about)) return;
     if (sink.failed) throw FileException();
     throw std::bad_alloc();
 }

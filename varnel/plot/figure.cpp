@@ -1,5 +1,6 @@
 #include "varnel/plot/figure.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "varnel/chart/apply_theme.h"
@@ -30,6 +31,7 @@ struct Figure::State {
     std::vector<Cell> cells;
 
     GLViewRType DressGrid(const Impl& figure);
+    void Write(const std::string& path, const std::string& extension, const std::string& title);
 };
 
 /// The titles over a grid of charts, and what they leave of the view.
@@ -147,19 +149,76 @@ CChartView3D& Figure::View() {
     return m_State->view;
 }
 
-void Figure::Save(const std::string& path) {
+namespace {
+
+std::string LowerCaseExtension(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
     for (char& c : extension)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    if (extension != ".png" && extension != ".bmp" && extension != ".chart")
-        Refuse("Save", path, " has to end in .png, .bmp or .chart");
-    CChartView3D& view = View();
+    return extension;
+}
+
+/// A path with a number in the place of "%d", "%3d" or "%03d"; empty where there is no such place.
+std::string NumberedPath(const std::string& path, int number) {
+    const std::size_t begin = path.find('%');
+    if (begin == std::string::npos) return {};
+    std::size_t end = begin + 1;
+    const bool zeros = end < path.size() && path[end] == '0';
+    std::size_t width = 0;
+    for (; end < path.size() && path[end] >= '0' && path[end] <= '9' && width < 20; ++end)
+        width = 10 * width + static_cast<std::size_t>(path[end] - '0');
+    if (end >= path.size() || path[end] != 'd' || width > 20) return {};
+    std::string digits = std::to_string(number);
+    if (digits.size() < width) digits.insert(0, width - digits.size(), zeros ? '0' : ' ');
+    return path.substr(0, begin) + digits + path.substr(end + 1);
+}
+
+}  // namespace
+
+void Figure::State::Write(const std::string& path, const std::string& extension,
+                          const std::string& title) {
+    const double dpi = DotsPerInch(options);
+    const double millimetres = 25.4 / dpi;
+    const auto [width, height] = options.size;
     if (extension == ".png")
-        view.SaveToPNG(path);
+        view.SaveToPNG(path, {title, "Varnel " VARNEL_VERSION, dpi});
     else if (extension == ".bmp")
         view.SaveToFile(path);
+    else if (extension == ".pdf")
+        view.SaveToPDF(path, width * millimetres, height * millimetres);
+    else if (extension == ".svg")
+        view.SaveToSVG(path, width * millimetres, height * millimetres);
     else
         view.Save(path);
+}
+
+void Figure::Save(const std::string& path) {
+    const std::string extension = LowerCaseExtension(path);
+    const char* const known[] = {".png", ".bmp", ".pdf", ".svg", ".chart"};
+    if (std::ranges::find(known, extension) == std::end(known))
+        Refuse("Save", path, " has to end in .png, .bmp, .pdf, .svg or .chart");
+    View();
+    m_State->Write(path, extension, m_Impl->title);
+}
+
+void Figure::SaveTurn(const std::string& path, int frames) {
+    const std::string extension = LowerCaseExtension(path);
+    if ((extension != ".png" && extension != ".bmp") || NumberedPath(path, 1).empty())
+        Refuse("SaveTurn", path, " has to be like turn-%03d.png");
+    if (frames < 1) Refuse("SaveTurn", "frames is ", frames);
+    std::vector<Impl*> charts{m_Impl.get()};
+    for (const State::Cell& cell : m_State->cells)
+        charts.push_back(cell.chart->m_Impl.get());
+    const auto turn = [&](std::optional<double> degrees) {
+        for (Impl* const chart : charts)
+            chart->turn = degrees;
+        View();
+    };
+    for (int frame = 0; frame < frames; ++frame) {
+        turn(360.0 * frame / frames);
+        m_State->Write(NumberedPath(path, frame + 1), extension, m_Impl->title);
+    }
+    turn({});
 }
 
 }  // namespace varnel::plot

@@ -119,9 +119,15 @@ class VARNEL_API Figure : public Chart {
     /// The chart at a place of a grid of charts, rows and columns counted from 1 at the top left.
     Chart& At(int row, int column, int rows, int columns);
 
-    /// Writes a picture or a chart file, by the extension: .png, .bmp, .chart. Raises "Parameter
-    /// Error" for another one, and what CChartView3D::SaveToPNG and the like raise.
+    /// Writes a picture, .png or .bmp, a page of vectors, .pdf or .svg, or a chart file, .chart, by
+    /// the extension. A PNG tells its title, its resolution and this library's name and version.
+    /// Raises "Parameter Error" for another extension, and what CChartView3D::SaveToPNG and the
+    /// like raise.
     void Save(const std::string& path);
+    /// Writes `frames` pictures, .png or .bmp, of one turn of all spatial charts about their
+    /// upright axis, all of one size; `path` has a place for their number from 1 on, as in
+    /// "turn-%03d.png". Raises "Parameter Error" for another path or fewer than one frame.
+    void SaveTurn(const std::string& path, int frames);
     /// The figure's view, with its charts framed; owned by the figure.
     CChartView3D& View();
 

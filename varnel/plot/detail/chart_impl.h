@@ -44,6 +44,7 @@ struct Chart::Impl {
     std::vector<LegendEntry> entries;
     std::string title, subtitle, footer;
     std::optional<double> azimuth, elevation;
+    std::optional<double> turn;  ///< degrees further about the upright axis, for a turntable
     Theme theme;
     Legend legendPlace = Legend::Right;
     int series = 0;
