@@ -136,9 +136,10 @@ class VARNEL_API CChartView3D {
     void SetNormPrintRect(const REALRECT& rect) { m_Settings.normPrintRect = rect; }
     REALRECT GetNormPrintRect() const { return m_Settings.normPrintRect; }
     int GetPrintingState() const { return m_PrintingState; }
-    /// 0 (the default): what is printed is the image, scaled. Otherwise the view is drawn anew at
-    /// the resolution and in the proportions of the printed area, lines as thick as in the image.
-    void SetPrintResolution(int on) { m_Settings.printResolution = on; }
+    /// 0 (the default): what is printed is the image, scaled. 2: areas, lines and text, where the
+    /// device takes them, in the proportions of the image. Otherwise the view is drawn anew at the
+    /// resolution and in the proportions of the printed area, lines as thick as in the image.
+    void SetPrintResolution(int mode) { m_Settings.printResolution = mode; }
     int GetPrintResolution() const { return m_Settings.printResolution; }
 
     /// Samples a pixel: 0 (the default) draws without antialiasing, exactly and repeatably; 4 looks
@@ -286,6 +287,7 @@ class VARNEL_API CChartView3D {
     void DrawWatched();
     void SelectPalette(CDC* dc) const;
     friend class PdfDocument;
+    bool PrintVectors(CDC* dc);
     std::unique_ptr<detail::PageSink> DrawPage(const char* operation);
     void DrawOnPdf(detail::PdfWriter& writer, double width, double height, const char* operation);
     bool PrintAtPrinterResolution(CDC* dc);

@@ -63,6 +63,7 @@ void CChartView3D::DrawViewPrinter(CDC* dc) {
     RequireContext("DrawViewPrinter");
     RequireImage("DrawViewPrinter");
     m_pDIBSection->SetNormPrintRect(m_Settings.normPrintRect);
+    if (m_Settings.printResolution == 2 && PrintVectors(dc)) return;
     if (m_Settings.printResolution != 0 && PrintAtPrinterResolution(dc)) return;
     SetViewSizePrinter();
     DrawView();

@@ -8,6 +8,7 @@
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/detail/pdf_document.h"
+#include "varnel/platform/dib_section.h"
 #include "varnel/platform/files.h"
 #include "varnel/render/opengl.h"
 #include "varnel/vector/detail/page_sink.h"
@@ -67,6 +68,17 @@ void CChartView3D::DrawOnPdf(detail::PdfWriter& writer, double width, double hei
     const double pageWidth = PageSide(width, m_ViewWidth, operation) * kPointsPerMillimetre;
     const double pageHeight = PageSide(height, m_ViewHeight, operation) * kPointsPerMillimetre;
     page->Compose(writer.BeginPage(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight));
+}
+
+/// False, and nothing is printed, where the device has pixels alone.
+bool CChartView3D::PrintVectors(CDC* dc) {
+    if (dc == nullptr) return false;
+    RECT area;
+    m_pDIBSection->CalculatePrintRect(dc, area, static_cast<WORD>(m_Settings.printScaleMode),
+                                      m_Settings.normPrintRect);
+    return dc->DrawVectors(area, m_BitmapWidth, m_BitmapHeight, [this](detail::PageCanvas& canvas) {
+        DrawPage("DrawViewPrinter")->Compose(canvas);
+    }) != 0;
 }
 
 void CChartView3D::SaveToPDF(const CString& fileName, double width, double height) {

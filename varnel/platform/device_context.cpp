@@ -95,6 +95,11 @@ Bitmap Scale(const Bitmap& source, const RECT& from, long long width, long long 
 
 DeviceContext::~DeviceContext() = default;
 
+bool DeviceContext::DrawVectors(const RECT& /*target*/, double /*width*/, double /*height*/,
+                                const std::function<void(detail::PageCanvas&)>& /*draw*/) {
+    return false;
+}
+
 void DeviceContext::MapPalette() {
 }
 
@@ -172,6 +177,11 @@ BOOL CDC::BitBlt(int x, int y, int width, int height, const CDC& source, int sou
     const HBITMAP from = source.GetBitmap();
     if (!m_Device || !from) return 0;
     return m_Device->Put(x, y, width, height, *from, sourceX, sourceY);
+}
+
+BOOL CDC::DrawVectors(const RECT& target, double width, double height,
+                      const std::function<void(detail::PageCanvas&)>& draw) {
+    return m_Device && m_Device->DrawVectors(target, width, height, draw);
 }
 
 BOOL CDC::StretchDIBits(const RECT& target, const Bitmap& source, const RECT& sourceRect) {

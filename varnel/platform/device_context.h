@@ -4,6 +4,7 @@
 // Coordinates are device pixels from the upper left corner.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "varnel/foundation/export.h"
@@ -11,6 +12,10 @@
 #include "varnel/platform/pixels.h"
 
 namespace varnel {
+
+namespace detail {
+class PageCanvas;
+}
 
 class DeviceContext;
 using HDC = DeviceContext*;
@@ -68,6 +73,11 @@ class VARNEL_API DeviceContext {
     /// the source, and where the device cannot be drawn to.
     virtual bool Stretch(const RECT& target, const Bitmap& source, const RECT& sourceRect);
 
+    /// Hands `draw` a canvas of vectors on which `width` x `height` pixels, y up, cover `target`.
+    /// False where the device has no such canvas; then nothing was called.
+    virtual bool DrawVectors(const RECT& target, double width, double height,
+                             const std::function<void(detail::PageCanvas&)>& draw);
+
     /// Makes the selected palette (null: the device's own) the colours of a palette device. Nothing
     /// by default.
     virtual void MapPalette();
@@ -121,6 +131,11 @@ class VARNEL_API CDC {
 
     /// Scales part of a bitmap onto part of the device, nearest colour.
     BOOL StretchDIBits(const RECT& target, const Bitmap& source, const RECT& sourceRect);
+
+    /// Draws areas, lines and text onto part of a device that has more than pixels: see
+    /// DeviceContext::DrawVectors.
+    BOOL DrawVectors(const RECT& target, double width, double height,
+                     const std::function<void(detail::PageCanvas&)>& draw);
 
     /// The pixel format that suits `wanted` (by its colour bits: 8, 16, 24 or 32), 0 when none
     /// does.

@@ -3,15 +3,12 @@
 #include <cairo-pdf.h>
 #include <cairo.h>
 
-#include <cmath>
-#include <cstring>
 #include <new>
+
+#include "varnel/platform/detail/cairo_canvas.h"
 
 namespace varnel::detail {
 namespace {
-
-/// Width, in pixels, of the stroke that closes the crack between two fills.
-constexpr double kSeal = 0.35;
 
 cairo_status_t WriteToFile(void* file, const unsigned char* bytes, unsigned int size) {
     try {
@@ -25,168 +22,16 @@ cairo_status_t WriteToFile(void* file, const unsigned char* bytes, unsigned int 
 struct Deleter {
     void operator()(cairo_surface_t* p) const { cairo_surface_destroy(p); }
     void operator()(cairo_t* p) const { cairo_destroy(p); }
-    void operator()(cairo_pattern_t* p) const { cairo_pattern_destroy(p); }
-    void operator()(cairo_font_options_t* p) const { cairo_font_options_destroy(p); }
 };
 template <class T>
 using Owned = std::unique_ptr<T, Deleter>;
 
 }  // namespace
 
-/// Draws on a page whose unit is a pixel of the view, y up.
-class PdfWriter::Canvas : public PageCanvas {
- public:
-    explicit Canvas(cairo_t* page) : m_Page(page) {}
-
-    void Fill(const Area& area, const RGBDType& color, bool seal) override {
-        if (area.empty()) return;
-        Path(area, true);
-        cairo_set_source_rgba(m_Page, color.r, color.g, color.b, color.a);
-        cairo_set_fill_rule(m_Page, CAIRO_FILL_RULE_EVEN_ODD);
-        if (!seal) {
-            cairo_fill(m_Page);
-            return;
-        }
-        cairo_fill_preserve(m_Page);
-        SetLine(kSeal);
-        cairo_stroke(m_Page);
-    }
-
-    void FillSmooth(const std::vector<SmoothTriangle>& triangles) override {
-        if (triangles.empty()) return;
-        const Owned<cairo_pattern_t> mesh(cairo_pattern_create_mesh());
-        for (const SmoothTriangle& t : triangles) {
-            cairo_mesh_pattern_begin_patch(mesh.get());
-            cairo_mesh_pattern_move_to(mesh.get(), X(t.corners[0]), Y(t.corners[0]));
-            cairo_mesh_pattern_line_to(mesh.get(), X(t.corners[1]), Y(t.corners[1]));
-            cairo_mesh_pattern_line_to(mesh.get(), X(t.corners[2]), Y(t.corners[2]));
-            for (unsigned i = 0; i < 3; ++i)
-                cairo_mesh_pattern_set_corner_color_rgb(mesh.get(), i, t.colors[i].r, t.colors[i].g,
-                                                        t.colors[i].b);
-            cairo_mesh_pattern_end_patch(mesh.get());
-        }
-        cairo_set_source(m_Page, mesh.get());
-        cairo_paint(m_Page);
-    }
-
-    void Stroke(const std::vector<Ring>& lines, const PageStroke& stroke) override {
-        if (lines.empty()) return;
-        Path(lines, false);
-        cairo_set_source_rgba(m_Page, stroke.color.r, stroke.color.g, stroke.color.b,
-                              stroke.color.a);
-        SetLine(stroke.width);
-        cairo_set_dash(m_Page, stroke.dashes.data(), static_cast<int>(stroke.dashes.size()), 0.0);
-        cairo_stroke(m_Page);
-        cairo_set_dash(m_Page, nullptr, 0, 0.0);
-    }
-
-    void Text(const PageText& text) override {
-        constexpr int kBold = 600;
-        cairo_save(m_Page);
-        const std::array<double, 6>& m = text.placement;
-        const cairo_matrix_t place = {m[0], m[1], m[2], m[3], m[4], m[5]};
-        cairo_transform(m_Page, &place);
-        // A font's own y runs down.
-        const cairo_matrix_t font = {1.0, 0.0, 0.0, -1.0, 0.0, 0.0};
-        cairo_select_font_face(
-            m_Page, text.family.c_str(),
-            text.italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
-            text.weight >= kBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-        cairo_set_font_matrix(m_Page, &font);
-        const Owned<cairo_font_options_t> options(cairo_font_options_create());
-        cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-        cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
-        cairo_set_font_options(m_Page, options.get());
-        cairo_set_source_rgba(m_Page, text.color.r, text.color.g, text.color.b, text.color.a);
-        ShowGlyphs(text);
-        cairo_restore(m_Page);
-    }
-
-    void Picture(const PagePicture& picture) override {
-        const Owned<cairo_surface_t> image(
-            cairo_image_surface_create(CAIRO_FORMAT_ARGB32, picture.width, picture.height));
-        if (cairo_surface_status(image.get()) != CAIRO_STATUS_SUCCESS) return;
-        const int stride = cairo_image_surface_get_stride(image.get());
-        unsigned char* const to = cairo_image_surface_get_data(image.get());
-        const BYTE* from = picture.pixels.data();
-        for (int y = 0; y < picture.height; ++y)
-            for (int x = 0; x < picture.width; ++x, from += 4) {
-                const unsigned alpha = from[3];
-                const auto premultiplied = [alpha](unsigned c) { return (c * alpha + 127) / 255; };
-                const std::uint32_t pixel = alpha << 24U | premultiplied(from[0]) << 16U |
-                                            premultiplied(from[1]) << 8U | premultiplied(from[2]);
-                std::memcpy(to + static_cast<std::ptrdiff_t>(y) * stride + x * 4, &pixel, 4);
-            }
-        cairo_surface_mark_dirty(image.get());
-        cairo_save(m_Page);
-        const std::array<double, 6>& m = picture.placement;
-        const cairo_matrix_t place = {m[0], m[1], m[2], m[3], m[4], m[5]};
-        cairo_transform(m_Page, &place);
-        cairo_translate(m_Page, 0.0, 1.0);
-        cairo_scale(m_Page, 1.0 / picture.width, -1.0 / picture.height);
-        cairo_set_source_surface(m_Page, image.get(), 0.0, 0.0);
-        cairo_pattern_set_filter(cairo_get_source(m_Page), CAIRO_FILTER_NEAREST);
-        cairo_paint(m_Page);
-        cairo_restore(m_Page);
-    }
-
-    void BeginClip(const Area& area) override {
-        cairo_save(m_Page);
-        Path(area, true);
-        cairo_set_fill_rule(m_Page, CAIRO_FILL_RULE_EVEN_ODD);
-        cairo_clip(m_Page);
-    }
-
-    void EndClip() override { cairo_restore(m_Page); }
-
- private:
-    static double X(const GridPoint& p) { return p.x / kGridPerPixel; }
-    static double Y(const GridPoint& p) { return p.y / kGridPerPixel; }
-
-    /// The characters at their places, with the text behind them for whoever selects it.
-    void ShowGlyphs(const PageText& text) {
-        cairo_glyph_t* glyphs = nullptr;
-        cairo_text_cluster_t* clusters = nullptr;
-        int glyphCount = 0;
-        int clusterCount = 0;
-        cairo_text_cluster_flags_t flags{};
-        const int size = static_cast<int>(text.text.size());
-        if (cairo_scaled_font_text_to_glyphs(
-                cairo_get_scaled_font(m_Page), 0.0, 0.0, text.text.c_str(), size, &glyphs,
-                &glyphCount, &clusters, &clusterCount, &flags) != CAIRO_STATUS_SUCCESS)
-            return;
-        if (static_cast<std::size_t>(glyphCount) == text.places.size())
-            for (int i = 0; i < glyphCount; ++i)
-                glyphs[i].x = text.places[static_cast<std::size_t>(i)];
-        cairo_show_text_glyphs(m_Page, text.text.c_str(), size, glyphs, glyphCount, clusters,
-                               clusterCount, flags);
-        cairo_glyph_free(glyphs);
-        cairo_text_cluster_free(clusters);
-    }
-
-    void SetLine(double width) {
-        cairo_set_line_width(m_Page, width);
-        cairo_set_line_join(m_Page, CAIRO_LINE_JOIN_ROUND);
-    }
-
-    void Path(const std::vector<Ring>& rings, bool closed) {
-        cairo_new_path(m_Page);
-        for (const Ring& ring : rings) {
-            if (ring.size() < 2) continue;
-            cairo_move_to(m_Page, X(ring[0]), Y(ring[0]));
-            for (std::size_t i = 1; i < ring.size(); ++i)
-                cairo_line_to(m_Page, X(ring[i]), Y(ring[i]));
-            if (closed) cairo_close_path(m_Page);
-        }
-    }
-
-    cairo_t* m_Page;
-};
-
 struct PdfWriter::Impl {
     Owned<cairo_surface_t> surface;
     Owned<cairo_t> page;
-    std::unique_ptr<Canvas> canvas;
+    std::unique_ptr<PageCanvas> canvas;
     File* file = nullptr;
 };
 
@@ -209,7 +54,7 @@ PageCanvas& PdfWriter::BeginPage(double pageWidth, double pageHeight, double wid
     if (cairo_status(impl.page.get()) == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
     cairo_translate(impl.page.get(), 0.0, pageHeight);
     cairo_scale(impl.page.get(), pageWidth / width, -pageHeight / height);
-    impl.canvas = std::make_unique<Canvas>(impl.page.get());
+    impl.canvas = MakeCairoCanvas(impl.page.get());
     return *impl.canvas;
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "varnel/platform/detail/cairo_canvas.h"
 #include "varnel/platform/detail/pixel_rows.h"
 #include "varnel/platform/files.h"
 
@@ -144,6 +145,8 @@ class Printer::Device : public DeviceContext {
     }
 
     bool Stretch(const RECT& target, const Bitmap& source, const RECT& from) override;
+    bool DrawVectors(const RECT& target, double width, double height,
+                     const std::function<void(detail::PageCanvas&)>& draw) override;
 
     bool EndPage() {
         if (!m_Page) return false;
@@ -228,6 +231,22 @@ bool Printer::Device::Stretch(const RECT& target, const Bitmap& source, const RE
     cairo_pattern_set_filter(cairo_get_source(page), CAIRO_FILTER_NEAREST);
     cairo_rectangle(page, 0, 0, from.right - from.left, from.bottom - from.top);
     cairo_fill(page);
+    cairo_restore(page);
+    m_PageUsed = true;
+    return IsWell();
+}
+
+bool Printer::Device::DrawVectors(const RECT& target, double width, double height,
+                                  const std::function<void(detail::PageCanvas&)>& draw) {
+    if (!m_Page || target.left >= target.right || target.top >= target.bottom) return false;
+    cairo_t* page = m_Page.get();
+    cairo_save(page);
+    cairo_rectangle(page, 0, 0, m_Width, m_Height);
+    cairo_clip(page);
+    cairo_translate(page, target.left, target.bottom);
+    cairo_scale(page, (static_cast<double>(target.right) - target.left) / width,
+                -(static_cast<double>(target.bottom) - target.top) / height);
+    draw(*detail::MakeCairoCanvas(page));
     cairo_restore(page);
     m_PageUsed = true;
     return IsWell();

@@ -25,7 +25,6 @@ class PdfWriter {
     void Finish();
 
  private:
-    class Canvas;
     struct Impl;
     std::unique_ptr<Impl> m_Impl;
 };
