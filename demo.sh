@@ -6,6 +6,6 @@ cd "$(dirname "$0")"
 
 scripts/setup.sh
 echo "demo: building the library and the examples"
-cmake --preset release -DVARNEL_TESTS=OFF -DVARNEL_TOOLS=OFF -DVARNEL_WERROR=OFF --log-level=WARNING
+cmake --preset release -DVARNEL_TESTS=OFF -DVARNEL_TOOLS=OFF --log-level=WARNING
 cmake --build --preset release
 scripts/draw_gallery.sh build/release/bin out/gallery

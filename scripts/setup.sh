@@ -12,7 +12,7 @@ packages=(
     # drawing without a display or a GPU
     libegl1 libegl-mesa0 libgl1-mesa-dri fonts-liberation
     # tests and checks
-    libgtest-dev clang-format imagemagick
+    libgtest-dev clang-14 libclang-rt-14-dev clang-format clang-tidy-14 imagemagick ccache
     xvfb xclip xdotool poppler-utils librsvg2-bin
     fonts-dejavu-core fonts-droid-fallback
 )

@@ -159,6 +159,7 @@ void Picture::Save(const std::string& name) {
         m_View.SaveToPDF(path + ".pdf");
         m_View.SaveToSVG(path + ".svg");
     }
+    m_View.Save(path + ".chart");
     m_View.DeleteChartViewObjects();
 }
 

@@ -77,7 +77,8 @@ class Picture {
     varnel::GLViewRType Square() const;
     /// The width of a line that is `width` pixels wide in a picture 768 pixels high.
     int Pixels(double width) const;
-    /// Writes NAME.png and NAME.bmp, and removes charts and legends: the next picture starts anew.
+    /// Writes NAME.png, NAME.bmp and the chart file NAME.chart, and removes charts and legends: the
+    /// next picture starts anew.
     void Save(const std::string& name);
 
  private:

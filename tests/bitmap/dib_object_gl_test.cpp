@@ -150,8 +150,9 @@ TEST_F(DibObjectGL, LoadedObjectsWithoutTheirFileAreBlackPlanes) {
 
     CDIBObj3D lost = Reloaded("no such folder/a.bmp");
     lost.InitDIBObj(m_GL.get(), m_Transform.get());
-    EXPECT_EQ(notices.texts,
-              std::vector<std::string>{"Error Opening File for Input: no such folder/a.bmp"});
+    EXPECT_EQ(notices.texts, std::vector<std::string>{
+                                 "Error Opening File for Input: no such folder/a.bmp: No such "
+                                 "file or directory"});
     lost.SetNormPlanePoints(Point(-1, 0, -1), Point(-1, 0, 1), Point(1, 0, 1));
     Draw([&] { lost.DrawDIBObj(); });
     EXPECT_EQ(At(0.5, 0.5), (RGB{0, 0, 0}));

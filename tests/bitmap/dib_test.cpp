@@ -346,13 +346,13 @@ TEST(Dib, PaintsPartsOfThePictureFromItsUpperLeftCorner) {
     EXPECT_EQ(PixelOf(*canvas.bitmap, 5, 1), (RGB{0, 0, 0}));
 
     const RECT doubled{0, 0, 6, 4};
-    dib.PaintDIB(&canvas.dc, &doubled, &part, nullptr);
+    dib.PaintDIB(canvas.dc.GetSafeHdc(), &doubled, &part, nullptr);
     for (int y = 0; y < 4; ++y)
         for (int x = 0; x < 6; ++x)
             EXPECT_EQ(PixelOf(*canvas.bitmap, x, y),
                       sample.pixels[static_cast<std::size_t>((2 + y / 2) * 7 + 1 + x / 2)]);
 
-    EXPECT_EQ(dib.PaintDIB(nullptr, &same, &part, nullptr), 0);
+    EXPECT_EQ(dib.PaintDIB(HDC{}, &same, &part, nullptr), 0);
     EXPECT_EQ(CDib().PaintDIB(&canvas.dc, &same, &part, nullptr), 0);
 }
 

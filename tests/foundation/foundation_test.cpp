@@ -248,6 +248,21 @@ TEST(Records, ForgedLengthsAllocateNothing) {
     WriteCString(nullptr, text);
 }
 
+TEST(Records, AFileOfUnknownLengthThatEndedHasNothing) {
+    class Stream : public MemoryFile {
+     public:
+        using MemoryFile::MemoryFile;
+        std::uint64_t Remaining() const override { return std::numeric_limits<uint64_t>::max(); }
+    };
+    Stream stream({1, 0, 0, 0, 2, 0});
+    detail::RecordReader record(stream);
+    std::int32_t count = 0;
+    record(count);
+    EXPECT_TRUE(record.Has(count, 1000));
+    record(count);
+    EXPECT_FALSE(record.Has(count, 1));
+}
+
 TEST(ObjectList, OwnsAndSteps) {
     static int alive = 0;
     struct Item {

@@ -1,34 +1,15 @@
 // What the fuzzer and the tests do with the bytes of a hostile bitmap file.
 #pragma once
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstdlib>
-#include <string>
 
+#include "tests/fuzz/memory_path.h"
 #include "varnel/bitmap/dib.h"
 #include "varnel/foundation/error.h"
 #include "varnel/foundation/types.h"
 #include "varnel/platform/window.h"
 
 namespace varnel::test {
-
-/// A file in memory that has a name.
-class MemoryPath {
- public:
-    MemoryPath(const BYTE* bytes, std::size_t size) : m_File(memfd_create("varnel_fuzz", 0)) {
-        if (m_File < 0 || write(m_File, bytes, size) != static_cast<ssize_t>(size)) std::abort();
-    }
-    ~MemoryPath() { close(m_File); }
-    MemoryPath(const MemoryPath&) = delete;
-    MemoryPath& operator=(const MemoryPath&) = delete;
-
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(m_File); }
-
- private:
-    int m_File;
-};
 
 /// Whether what a picture says about itself fits together.
 inline bool IsConsistent(const CDib& dib) {

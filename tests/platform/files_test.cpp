@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <thread>
+
+#include "varnel/platform/file_handles.h"
 
 namespace varnel {
 namespace {
@@ -124,65 +126,157 @@ TEST_F(Files, ReplacingKeepsPermissionsAndFollowsLinks) {
     ::umask(before);
     EXPECT_EQ(Get(Path("b")), "b");
     EXPECT_EQ(ModeOf(Path("b")), 0640u) << "a new file has what the umask leaves";
+}
 
+/// Why a name cannot be opened; "opened" when it can.
+template <class Open>
+std::string WhyNot(Open open, const std::string& name) {
+    CString why = "opened";
+    const bool opened = open(name, &why) != nullptr;
+    EXPECT_EQ(opened, why == "opened");
+    return why;
+}
+
+TEST_F(Files, WhatCannotBeOpenedSaysWhy) {
+    Put(Path("a"), "old");
     fs::create_symlink("circle", Path("circle"));
-    EXPECT_EQ(OpenOutputFile(Path("circle")), nullptr);
+    ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+    const std::string folder = m_Folder.string();
+    const std::string nul = Path("a") + std::string("\0b", 2);
+    const std::string longName = Path(std::string(300, 'x'));
+    const struct {
+        std::unique_ptr<File> (*open)(const CString&, CString*);
+        std::string name;
+        std::string why;
+    } cases[] = {
+        {OpenInputFile, Path("b"), Path("b") + ": No such file or directory"},
+        {OpenInputFile, folder, folder + ": Is a directory"},
+        {OpenInputFile, "", "\"\": No such file or directory"},
+        {OpenInputFile, nul, Path("a") + ": Invalid argument"},
+        {OpenRegularFile, Path("pipe"), Path("pipe") + ": It is no regular file"},
+        {OpenRegularFile, "/dev/zero", "/dev/zero: It is no regular file"},
+        {OpenRegularFile, Path("a"), "opened"},
+        {OpenOutputFile, nul, Path("a") + ": Invalid argument"},
+        {OpenOutputFile, "", "\"\": No such file or directory"},
+        {OpenOutputFile, folder, folder + ": Is a directory"},
+        {OpenOutputFile, Path("new/"), Path("new/") + ": Is a directory"},
+        {OpenOutputFile, Path("missing/a"), Path("missing/a") + ": No such file or directory"},
+        {OpenOutputFile, Path("a/b"), Path("a/b") + ": Not a directory"},
+        {OpenOutputFile, longName, longName + ": File name too long"},
+        {OpenOutputFile, Path("circle"), Path("circle") + ": Too many levels of symbolic links"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(WhyNot(c.open, c.name), c.why);
+    EXPECT_EQ(FilesInFolder(), 3u);
 }
 
-TEST_F(Files, WhatCannotBeOpenedIsNull) {
-    EXPECT_EQ(OpenInputFile(Path("missing")), nullptr);
-    EXPECT_EQ(OpenInputFile(m_Folder.string()), nullptr);
-    EXPECT_EQ(OpenInputFile(""), nullptr);
-    Put(Path("a"), "old");
-    EXPECT_EQ(OpenInputFile(Path("a") + std::string("\0b", 2)), nullptr);
-    EXPECT_EQ(OpenOutputFile(Path("a") + std::string("\0b", 2)), nullptr);
-    EXPECT_EQ(OpenOutputFile(""), nullptr);
-    EXPECT_EQ(OpenOutputFile(m_Folder.string()), nullptr);
-    EXPECT_EQ(OpenOutputFile(Path("new/")), nullptr);
-    EXPECT_EQ(OpenOutputFile(Path("missing/a")), nullptr);
-    EXPECT_EQ(OpenOutputFile(Path("a/b")), nullptr);
-    EXPECT_EQ(OpenOutputFile(Path(std::string(300, 'x'))), nullptr);
-    EXPECT_EQ(FilesInFolder(), 1u);
+TEST_F(Files, PicturesOfChartsLieBesideThem) {
+    EXPECT_EQ(PictureBeside("p/a.bmp", "/charts/x.chart"), "/charts/p/a.bmp");
+    EXPECT_EQ(PictureBeside("/p/a.bmp", "/charts/x.chart"), "/p/a.bmp");
+    EXPECT_EQ(PictureBeside("a.bmp", "x.chart"), "a.bmp");
+    for (const char* outside : {"..", "../a.bmp", "p/../../a.bmp", "p/.."})
+        EXPECT_EQ(PictureBeside(outside, "/charts/x.chart"), "") << outside;
+    Put(Path("mapped"), "old");
+    SetPictureFileHook([this](const CString& picture, const CString& chart) {
+        return picture == "a.bmp" && chart == "x.chart" ? Path("mapped") : CString();
+    });
+    CString why;
+    EXPECT_TRUE(OpenPictureFile("a.bmp", "x.chart"));
+    EXPECT_FALSE(OpenPictureFile("b.bmp", "x.chart", &why));
+    SetPictureFileHook(nullptr);
+    EXPECT_EQ(why, "b.bmp: Permission denied");
 }
 
-TEST_F(Files, PermissionsAreRespected) {
-    if (::geteuid() == 0) GTEST_SKIP() << "permissions mean nothing to root";
+/// Runs `body` as a user who is not root; false when it fails there or there is no other user.
+template <class Body>
+bool AsNobody(Body body) {
+    if (::geteuid() != 0) return body();
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(::setgid(65534) == 0 && ::setuid(65534) == 0 && body() ? 0 : 1);
+    int status = 1;
+    return ::waitpid(child, &status, 0) == child && status == 0;
+}
+
+TEST_F(Files, NothingIsWrittenWhereAFileCannotBeReplaced) {
     Put(Path("a"), "old");
-    ASSERT_EQ(::chmod(Path("a").c_str(), 0444), 0);
-    EXPECT_EQ(OpenOutputFile(Path("a")), nullptr) << "read-only, though its folder can be written";
-    ASSERT_EQ(::chmod(Path("a").c_str(), 0644), 0);
+    Put(Path("b"), "old");
+    ASSERT_EQ(::chmod(Path("a").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod(Path("b").c_str(), 0444), 0);
     ASSERT_EQ(::chmod(m_Folder.c_str(), 0555), 0);
-    EXPECT_TRUE(Save(Path("a"), "new")) << "its folder cannot be written, the file can";
-    EXPECT_EQ(Get(Path("a")), "new");
-    EXPECT_EQ(OpenOutputFile(Path("b")), nullptr);
+    EXPECT_TRUE(AsNobody([this] {
+        return WhyNot(OpenOutputFile, Path("a")) ==
+                   Path("a") + ": no file can be made beside it: Permission denied" &&
+               WhyNot(OpenOutputFile, Path("b")) == Path("b") + ": Permission denied" &&
+               WhyNot(OpenOutputFile, Path("c")) == Path("c") + ": Permission denied";
+    }));
+    EXPECT_TRUE(AsNobody([this] {
+        SetSaveMode(SaveMode::Direct);
+        const bool saved = Save(Path("a"), "on request");
+        SetSaveMode(SaveMode::Replace);
+        return saved;
+    }));
+    EXPECT_EQ(Get(Path("a")), "on request");
+    if (::geteuid() != 0) return;
+    ASSERT_EQ(::chmod(m_Folder.c_str(), 0777), 0);
+    EXPECT_TRUE(AsNobody([this] {
+        return WhyNot(OpenOutputFile, Path("a")) ==
+               Path("a") + ": its owner cannot be kept: Operation not permitted";
+    })) << "it belongs to root";
+    EXPECT_EQ(FilesInFolder(), 2u);
 }
 
 TEST_F(Files, AFullDeviceIsAFailingCommit) {
     const auto file = OpenOutputFile("/dev/full");
     ASSERT_TRUE(file);
     file->Write("few", 3);
-    EXPECT_THROW(file->Commit(), FileException);
-    EXPECT_THROW(file->Commit(), FileException) << "a failure is not forgotten";
-    const std::string much(200000, 'x');
-    EXPECT_THROW(OpenOutputFile("/dev/full")->Write(much.data(), much.size()), FileException);
-    EXPECT_TRUE(Save("/dev/null", much));
+    for (int again = 0; again < 2; ++again) {
+        try {
+            file->Commit();
+            ADD_FAILURE() << "a failure is not forgotten";
+        } catch (const FileException& failure) {
+            EXPECT_STREQ(failure.what(), "/dev/full: No space left on device");
+        }
+    }
+    EXPECT_TRUE(Save("/dev/null", "much"));
 }
 
-TEST_F(Files, AFullDiskKeepsTheOldFile) {
-    Put(Path("a"), "old");
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+TEST_F(Files, ALimitOnSizesKeepsTheOldFileAndTheProcess) {
+    Put(Path("a"), std::string(150, 'o'));
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit limit{100, before.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    const std::string some(1000, 'x');
-    const std::string much(200000, 'x');
-    EXPECT_THROW(Save(Path("a"), some), FileException);
-    EXPECT_THROW(Save(Path("a"), much), FileException);
+    for (const SaveMode mode : {SaveMode::Replace, SaveMode::Direct}) {
+        SetSaveMode(mode);
+        for (const std::size_t size : {std::size_t{1000}, std::size_t{200000}})
+            EXPECT_THROW(Save(Path("a"), std::string(size, 'x')), FileException);
+    }
+    SetSaveMode(SaveMode::Replace);
     ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(Get(Path("a")), "old");
+    EXPECT_EQ(Get(Path("a")), std::string(150, 'o'));
     EXPECT_EQ(FilesInFolder(), 1u);
+}
+
+TEST_F(Files, DirectSavingKeepsTheFileItself) {
+    SetSaveMode(SaveMode::Direct);
+    Put(Path("a"), "old, and longer");
+    fs::create_hard_link(Path("a"), Path("b"));
+    EXPECT_TRUE(Save(Path("a"), "new"));
+    EXPECT_TRUE(Save(Path("c"), "new"));
+    { OpenOutputFile(Path("a"))->Write("without commit", 14); }
+    SetSaveMode(SaveMode::Replace);
+    EXPECT_EQ(Get(Path("b")), "new");
+    EXPECT_EQ(Get(Path("c")), "new");
+}
+
+TEST_F(Files, TheNextSaveRemovesWhatDeadWritersLeft) {
+    const auto alive = OpenOutputFile(Path("b"));
+    Put(Path(".varnel-0123456789abcdef"), "abandoned");
+    Put(Path(".varnel-0123456789ABCDEF"), "somebody else's");
+    EXPECT_TRUE(Save(Path("a"), "new"));
+    EXPECT_EQ(FilesInFolder(), 3u) << "a, what is somebody else's, and the one being written";
+    alive->Commit();
+    EXPECT_TRUE(fs::exists(Path("b")));
 }
 
 TEST_F(Files, PipesAreWrittenDirectlyAndReadToTheirEnd) {
@@ -207,6 +301,31 @@ TEST_F(Files, FilesMadeUpByTheKernelAreNotEmpty) {
     const auto file = OpenInputFile("/proc/self/status");
     ASSERT_TRUE(file);
     EXPECT_GT(file->Remaining(), 100u);
+}
+
+TEST_F(Files, HandlesSaveAndLoadOneObject) {
+    const auto create = [this](DWORD access, DWORD disposition) {
+        return CreateFileA(Path("a").c_str(), access, 0, nullptr, disposition,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+    };
+    EXPECT_EQ(create(GENERIC_READ, OPEN_EXISTING), INVALID_HANDLE_VALUE);
+    DWORD count = 0;
+    for (const DWORD disposition : {CREATE_NEW, CREATE_ALWAYS}) {
+        const HANDLE file = create(GENERIC_WRITE, disposition);
+        EXPECT_TRUE(WriteFile(file, "abc", 3, &count, nullptr));
+        EXPECT_EQ(count, 3u);
+        EXPECT_TRUE(CloseHandle(file));
+    }
+    EXPECT_EQ(create(GENERIC_WRITE, CREATE_NEW), INVALID_HANDLE_VALUE);
+    const HANDLE file = create(GENERIC_READ, OPEN_EXISTING);
+    char bytes[4] = {};
+    EXPECT_TRUE(ReadFile(file, bytes, 4, &count, nullptr));
+    EXPECT_EQ(count, 3u);
+    EXPECT_STREQ(bytes, "abc");
+    EXPECT_FALSE(WriteFile(file, "x", 1, &count, nullptr));
+    EXPECT_EQ(count, 0u);
+    EXPECT_TRUE(CloseHandle(file));
+    EXPECT_FALSE(CloseHandle(INVALID_HANDLE_VALUE));
 }
 
 TEST(MemoryFile, IsWrittenAtItsEndAndReadFromItsStart) {

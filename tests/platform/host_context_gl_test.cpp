@@ -3,8 +3,12 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include "tests/support/memory_target.h"
 #include "varnel/platform/detail/gl_context.h"
+#include "varnel/varnel.h"
 
 namespace {
 
@@ -141,6 +145,50 @@ TEST(HostContextGuardOfGlx, ReleasesBeforeAndGivesBackAfter) {
     EXPECT_EQ(glx.read, 9u);
     EXPECT_EQ(GLContext::Current(), nullptr);
     glx = {};
+}
+
+TEST(HostContextGuardOfOperations, TheHostsContextComesBackAfterEachOfThem) {
+    CWnd window(40, 40);
+    CChartView3D view(&window, 40, 40);
+    double x[] = {1, 2, 3};
+    double y[] = {3, 1, 2};
+    CChart3D* const chart = view.NewChart3D();
+    CTransform3D* const transform = chart->AutoTransform25D(x, y, 3, 1.0, 0, 0);
+    CAxes3D* const axes = chart->AutoAxes(transform);
+    CChartObj3D* const bars = chart->NewChartObj(transform);
+    bars->BarChart25D(x, y, 0.0, 0.5, 3, 0.7, 0.5, {0, 0, 1, 1}, {0, 0, 0, 1}, 1, 1, 0);
+    CTextObj3D* const text = chart->NewChartTextObj(transform, "text");
+    CLegend3D* const legend = view.NewLegend3D();
+    COpenGL& gl = *view.GetOpenGLPntr();
+    const point3Dtype corners[] = {{0, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 1, 0}};
+    const HostContext host(EGL_OPENGL_API);
+    const std::pair<const char*, std::function<void()>> operations[] = {
+        {"DrawView", [&] { view.DrawView(); }},
+        {"NewChart3D", [&] { view.NewChart3D(); }},
+        {"SetAntialiasing", [&] { view.SetAntialiasing(4); }},
+        {"DrawChart", [&] { chart->DrawChart(); }},
+        {"DrawAxes", [&] { axes->DrawAxes(); }},
+        {"DrawChartObj", [&] { bars->DrawChartObj(); }},
+        {"OutTextNorm", [&] { text->OutTextNorm(); }},
+        {"DrawLegend", [&] { legend->DrawLegend(); }},
+        {"DrawHeader", [&] { view.GetHeader()->DrawHeader(); }},
+        {"ChartTransform", [&] { transform->ChartTransform(); }},
+        {"PolyFillAbs3D", [&] { gl.PolyFillAbs3D(corners, 3); }},
+        {"PolyAbs3D", [&] { gl.PolyAbs3D(corners, 3); }},
+        {"SetViewport",
+         [&] {
+             gl.SetViewport({0, 0, 9, 9});
+         }},
+        {"Clear", [&] { gl.Clear(GL_COLOR_BUFFER_BIT); }},
+        {"SetColorMode", [&] { gl.SetColorMode(1); }},
+        {"RegisterFont", [&] { gl.RegisterFont("Arial", 0.1, 400, 0, 0, 128); }},
+        {"ReadBack", [&] { gl.ReadBack(); }},
+        {"DeleteChartViewObjects", [&] { view.DeleteChartViewObjects(); }},
+    };
+    for (const auto& [name, operation] : operations) {
+        operation();
+        EXPECT_TRUE(host.IsCurrent()) << name;
+    }
 }
 
 TEST(HostContextGuardWithoutHost, LeavesTheLibrarysContextCurrent) {

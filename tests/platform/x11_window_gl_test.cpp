@@ -125,7 +125,11 @@ TEST(X11Window, ForeignWindowsOfEveryDepthAreDrawnTo) {
         const auto shown = server->Photograph(id);
         EXPECT_EQ(test::LargestDifference(*shown, DrawnPart(view, 200, 150)), 0) << depth;
     }
-    EXPECT_EQ(X11Window::Attach(0x7FFFFFF, server->Name()), nullptr);
+    CString why;
+    EXPECT_EQ(X11Window::Attach(0x7FFFFFF, server->Name(), &why), nullptr);
+    EXPECT_EQ(why.find("there is no window 134217727 on "), 0u) << why;
+    EXPECT_EQ(X11Window::Create(9, 9, "", ":77777", &why), nullptr);
+    EXPECT_EQ(why, "no display server answers as :77777");
 }
 
 TEST(X11Window, ASubWindowLeavesTheRestAlone) {

@@ -239,9 +239,14 @@ TEST(Values, AreMadeFromWhateverThereIs) {
     const int array[] = {1, 2, 3};
     const float one = 1, two = 2, three = 3;
     const std::list<unsigned char> list = {1, 2, 3};
+#if defined(__clang__) && __clang_major__ < 16
+    const std::vector<int> view = {1, 2, 3};  // libstdc++'s views need a newer clang
+#else
+    const auto view = std::views::iota(1, 4);
+#endif
     for (const Values& values :
          {Values{1, 2, 3}, Values{1, 2.0, 3}, Values(array), Values{one, two, three}, Values(list),
-          Values(std::vector<double>{1, 2, 3}), Values(std::views::iota(1, 4)),
+          Values(std::vector<double>{1, 2, 3}), Values(view),
           Values(std::span<const int>(array))}) {
         EXPECT_EQ(values.Numbers(), (std::vector<double>{1, 2, 3}));
         EXPECT_EQ(values.Kind(), DataKind::Numbers);

@@ -11,6 +11,7 @@
 #include "tools/varnel/quantities.h"
 #include "varnel/foundation/diagnostics.h"
 #include "varnel/foundation/error.h"
+#include "varnel/foundation/version.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ struct Program {
 
     Program() {
         app.require_subcommand(1);
-        app.set_version_flag("--version", "varnel 0.1.0");
+        app.set_version_flag("--version", "varnel " VARNEL_VERSION);
         app.footer(
             "Exit status: 0 done, 1 something could not be made, 2 made from a damaged file, 3 a "
             "limit was reached, 64 wrong command line, 130 interrupted.");

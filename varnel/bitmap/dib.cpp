@@ -1,9 +1,7 @@
 #include "varnel/bitmap/dib.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <vector>
 
@@ -85,6 +83,10 @@ CDib::CDib(const char* path, DibOffset offset) {
     LoadBitmapFile(path, offset);
 }
 
+CDib::CDib(File& file, DibOffset offset) {
+    Load(file, offset);
+}
+
 CDib::~CDib() = default;
 
 int CDib::GetDibWidth() const {
@@ -109,13 +111,14 @@ DWORD CDib::GetDibNumColors() const {
 }
 
 void CDib::LoadBitmapFile(const char* path, DibOffset offset) {
-    const CString name = path == nullptr ? "" : path;
-    errno = 0;
-    const std::unique_ptr<File> file = OpenInputFile(name);
-    if (file == nullptr)
-        detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
-                      detail::Say(name, ": ", std::strerror(errno != 0 ? errno : EISDIR)));
-    detail::WithFile(file.get(), kLoad, [&](File& f) {
+    CString why;
+    const std::unique_ptr<File> file = OpenInputFile(path == nullptr ? "" : path, &why);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation, why);
+    Load(*file, offset);
+}
+
+void CDib::Load(File& file, DibOffset offset) {
+    detail::WithFile(&file, kLoad, [&](File& f) {
         detail::AllocateOrRaise(ERR3D_MEM_ALLOC, kLoad, [&] { ReadBitmap(f, offset); });
     });
 }
@@ -178,6 +181,12 @@ int CDib::PaintDIB(CDC* dc, const RECT* dst, const RECT* src, const HPALETTE& pa
     const BOOL painted = dc->StretchDIBits(*dst, *m_lpDIB, *src);
     if (palette != nullptr) dc->SelectPalette(previous, 0);
     return painted ? m_lpDIB->Height() : 0;
+}
+
+int CDib::PaintDIB(HDC hdc, const RECT* dst, const RECT* src, const HPALETTE& palette) {
+    if (hdc == nullptr) return 0;
+    CDC dc(std::shared_ptr<DeviceContext>(hdc, [](DeviceContext*) {}));
+    return PaintDIB(&dc, dst, src, palette);
 }
 
 int CDib::RoundSizeUp(int n) {

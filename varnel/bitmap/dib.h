@@ -39,6 +39,8 @@ class VARNEL_API CDib {
     explicit CDib(const char* path);
     /// The same, with a choice of where the pixels are.
     CDib(const char* path, DibOffset offset);
+    /// The picture in an open file, with the same errors.
+    explicit CDib(File& file, DibOffset offset = DIB_IGNORE_OFFSET);
     ~CDib();
     CDib(const CDib&) = delete;
     CDib& operator=(const CDib&) = delete;
@@ -70,6 +72,7 @@ class VARNEL_API CDib {
     /// on the device meanwhile. Returns the number of rows of the picture, 0 when nothing was
     /// painted.
     int PaintDIB(CDC* dc, const RECT* dst, const RECT* src, const HPALETTE& palette);
+    int PaintDIB(HDC hdc, const RECT* dst, const RECT* src, const HPALETTE& palette);
 
     /// Makes a texture of the picture: opaque RGBA texels, the lowest row first, with the picture
     /// stretched to sides that are powers of two, of at most `maxSide` (at least 2) texels. Texel i
@@ -92,6 +95,7 @@ class VARNEL_API CDib {
     static int RoundSizeUp(int n);
 
  private:
+    void Load(File& file, DibOffset offset);
     void ReadBitmap(File& file, DibOffset offset);
     void SetInfo(const BITMAPINFOHEADER& header);
 

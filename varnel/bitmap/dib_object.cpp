@@ -7,6 +7,7 @@
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/foundation/notice.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/files.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -68,18 +69,26 @@ void CDIBObj3D::LoadPicture(const char* operation) {
     const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
     m_pDib = nullptr;
     if (m_FromFile && m_Saved.m_DIBFilename.empty()) return;  // saved before it had a picture
-    const bool missing = m_FromFile && OpenInputFile(m_Saved.m_DIBFilename) == nullptr;
-    if (missing)
-        ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " +
-                   m_Saved.m_DIBFilename);
-
     std::shared_ptr<CDib> dib =
-        missing ? detail::NewObject<CDib>(origin)
-                : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(),
-                                          m_Added.offset != 0 ? DIB_USE_OFFSET : DIB_IGNORE_OFFSET);
+        m_FromFile ? OpenSavedPicture(operation)
+                   : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(), PixelOffset());
     dib->TranslateDIBToOGL(dib->CreateDibPalette());
     m_pDib = std::move(dib);
     m_FromFile = false;
+}
+
+DibOffset CDIBObj3D::PixelOffset() const {
+    return m_Added.offset != 0 ? DIB_USE_OFFSET : DIB_IGNORE_OFFSET;
+}
+
+/// The picture that a chart file names; an empty one, with a notice, when it cannot be had.
+std::unique_ptr<CDib> CDIBObj3D::OpenSavedPicture(const char* operation) const {
+    const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
+    CString why;
+    const auto file = OpenPictureFile(m_Saved.m_DIBFilename, m_ChartFile, &why);
+    if (file != nullptr) return detail::NewObject<CDib>(origin, *file, PixelOffset());
+    ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " + why);
+    return detail::NewObject<CDib>(origin);
 }
 
 void CDIBObj3D::SetPlanePoints(const point3Dtype& p1, const point3Dtype& p2,
@@ -134,6 +143,7 @@ void CDIBObj3D::DrawDIBObj() {
     if (!IsFinite(c1) || !IsFinite(c2) || !IsFinite(c3))
         return detail::Diagnose("DrawDIBObj", "a corner of the picture is not finite");
 
+    const GLContext::HostContextGuard host;
     if (!m_pOpenGL->MakeCurrent()) return;
     m_pOpenGL->PushMatrix();
     m_pTransform->TextTransform();
@@ -168,7 +178,9 @@ void CDIBObj3D::Save(HANDLE file) {
 
 void CDIBObj3D::Load(HANDLE file) {
     detail::LoadRecord(*this, file, ERR3DCLASS_DIBOBJ3D);
-    if (file != nullptr) m_FromFile = true;
+    if (file == nullptr) return;
+    m_FromFile = true;
+    m_ChartFile = file->Name();
 }
 
 }  // namespace varnel

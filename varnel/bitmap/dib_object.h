@@ -98,6 +98,8 @@ class VARNEL_API CDIBObj3D {
 
  private:
     void LoadPicture(const char* operation);
+    DibOffset PixelOffset() const;
+    std::unique_ptr<CDib> OpenSavedPicture(const char* operation) const;
 
     /// The attributes, as records keep them.
     struct Saved {
@@ -125,6 +127,7 @@ class VARNEL_API CDIBObj3D {
     Saved m_Saved;
     Added m_Added;
     bool m_FromFile = false;  ///< the name comes from a chart file and was not loaded yet
+    CString m_ChartFile;      ///< which one
     int m_Magic = kSignature;
 };
 

@@ -46,6 +46,17 @@ CChartView3D::CChartView3D(CWnd* wnd, int width, int height) {
 void CChartView3D::SetWindow(CWnd* wnd) {
     if (wnd == nullptr) Fail(ERR3D_CWND_PARAMETER, "CChartView3D", "the window is null");
     m_pWnd = wnd;
+    m_WindowLife = wnd->GetLife();
+}
+
+/// The window, null when there is none (any more).
+CWnd* CChartView3D::LiveWindow() const {
+    return m_WindowLife.expired() ? nullptr : m_pWnd;
+}
+
+void CChartView3D::RequireWindowToLive(const char* operation) const {
+    if (m_pWnd != nullptr && m_WindowLife.expired())
+        Fail(ERR3D_CWND_PARAMETER, operation, "the view's window has been destroyed");
 }
 
 CChartView3D::~CChartView3D() {
@@ -74,7 +85,8 @@ void CChartView3D::InitChartViewDefaults() {
 }
 
 void CChartView3D::InitDeviceContext(int useScreenSize) {
-    CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
+    CWnd* const window = LiveWindow();
+    CDC* const dc = window != nullptr ? window->GetDC() : nullptr;
     if (dc == nullptr)
         Fail(ERR3D_CDC_PARAMETER, "InitDeviceContext",
              m_pWnd == nullptr ? "the view has no window" : "the window has no device context");
@@ -83,7 +95,7 @@ void CChartView3D::InitDeviceContext(int useScreenSize) {
         m_RequestedHeight = dc->GetDeviceCaps(VERTRES);
     }
     InitChartView3D(dc);
-    m_pWnd->ReleaseDC(dc);
+    window->ReleaseDC(dc);
     m_Initialized = 1;
 }
 
@@ -110,6 +122,9 @@ void CChartView3D::MakeCompatibleDC(CDC* dc) {
 }
 
 void CChartView3D::MakeCompatibleBitmap(int width, int height) {
+    CString why;
+    if (!GLContext::CanBeDrawn(width, height, why))
+        Fail(ERR3D_OBJECT_NEW, "MakeCompatibleBitmap", why);
     m_pDIBSection = detail::NewObject<CDIBSection>(At("MakeCompatibleBitmap"), m_pDC, &m_MemDC,
                                                    width, height, m_pDC->GetDeviceCaps(BITSPIXEL));
     if (m_pDIBSection->GetBitmap() == nullptr)
@@ -142,6 +157,7 @@ void CChartView3D::DeleteBitmap() {
 }
 
 void CChartView3D::RequireContext(const char* operation) {
+    RequireWindowToLive(operation);
     if (m_Initialized == 0 && m_pWnd != nullptr && m_pWnd->GetSafeHwnd() != nullptr)
         InitDeviceContext(m_RequestedWidth == -1 && m_RequestedHeight == -1 ? 1 : 0);
     if (m_pOpenGL == nullptr)
@@ -151,6 +167,13 @@ void CChartView3D::RequireContext(const char* operation) {
 
 void CChartView3D::RequireImage(const char* operation) const {
     if (m_pDIBSection == nullptr) Fail(ERR3D_DIB_HANDLE, operation, "the view's image was deleted");
+}
+
+/// A context that is closed draws nothing; one that is somewhere else is an error.
+void CChartView3D::RequireCurrent(const char* operation) {
+    CString why;
+    if (m_pOpenGL->MakeCurrent(why) == 0 && !why.empty())
+        Fail(ERR3D_OPENGL_PARAMETER, operation, why);
 }
 
 template <class... Args>
@@ -199,7 +222,7 @@ void CChartView3D::DeleteChartViewObjects() {
 
 void CChartView3D::SetViewSizeWindow() {
     RECT client;
-    if (m_pWnd != nullptr) m_pWnd->GetClientRect(&client);
+    if (const CWnd* window = LiveWindow()) window->GetClientRect(&client);
     SetViewSizeSubWindow(client.right, client.bottom);
 }
 

@@ -18,6 +18,7 @@
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/progress.h"
 #include "varnel/foundation/types.h"
+#include "varnel/foundation/version.h"
 #include "varnel/platform/device_context.h"
 
 namespace varnel {
@@ -170,11 +171,15 @@ class VARNEL_API CChartView3D {
     COpenGL* GetOpenGLPntr() const { return m_pOpenGL.get(); }
     /// The image, up to date after each drawing; null before the view is initialised.
     CDIBSection* GetDIBSectionPntr() const { return m_pDIBSection.get(); }
-    static double GetVersionNumber() { return 1.0; }
+    /// Major and minor version as one number, 1.0; see foundation/version.h for the parts.
+    static double GetVersionNumber() { return VARNEL_VERSION_MAJOR + VARNEL_VERSION_MINOR / 10.0; }
 
     // --- Drawing -----------------------------------------------------------------------------
 
     /// Draws the view, at the current view size, into the image. A view of size 0 gets the image's.
+    /// Raises "CWnd Parameter Error" when the view's window has been destroyed, and "OpenGL
+    /// Parameter Error" where the context cannot be used: it is current on another thread, the
+    /// process was forked from the one that made it, or another library terminated EGL.
     void DrawView();
     /// Draws the view at w x h pixels and copies it to (x, y) of a device context.
     void DrawViewScreen(CDC* dc, int x, int y, int w, int h);
@@ -279,7 +284,10 @@ class VARNEL_API CChartView3D {
     void DrawHeader();
     void DrawHeaderOnTop();
     void SetWindow(CWnd* wnd);
+    CWnd* LiveWindow() const;
+    void RequireWindowToLive(const char* operation) const;
     void RequireContext(const char* operation);
+    void RequireCurrent(const char* operation);
     void RequireImage(const char* operation) const;
     void InitAndDraw(CDC* dc, int x, int y);
     template <class Work>
@@ -301,6 +309,7 @@ class VARNEL_API CChartView3D {
     HBITMAP m_hOldBitmap;
     bool m_BitmapActive = false;
     CWnd* m_pWnd = nullptr;
+    std::weak_ptr<const void> m_WindowLife;  ///< expires with the window
     int m_BitmapWidth = 0;
     int m_BitmapHeight = 0;
     int m_RequestedWidth = -1;

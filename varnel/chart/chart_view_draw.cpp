@@ -45,9 +45,9 @@ void CChartView3D::DrawWatched() {
     if (m_ViewWidth < 1 || m_ViewHeight < 1) SetViewSizePrinter();
     m_DrawWidth = m_ViewWidth;
     m_DrawHeight = m_ViewHeight;
+    RequireCurrent("DrawView");
     m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
     m_ViewAspect = static_cast<double>(m_DrawHeight) / static_cast<double>(m_DrawWidth);
-    m_pOpenGL->MakeCurrent();
     m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 1.0);
     m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     m_pOpenGL->LoadIdentity();
@@ -111,7 +111,9 @@ void CChartView3D::DrawLegends() {
 }
 
 void CChartView3D::InitAndDraw(CDC* dc, int x, int y) {
-    if (m_ViewWidth < 1 || m_ViewHeight < 1) return;  // as of a window that is not shown
+    RequireWindowToLive("DrawViewScreen");
+    // A window that is not shown has no size; one that is gone has none either, and fails here.
+    if (m_ViewWidth < 1 || m_ViewHeight < 1) return CopyBitmap(dc, x, y, 0, 0);
     DrawView();
     const HPALETTE palette = m_pDIBSection != nullptr ? m_pDIBSection->GetDIBPalette() : nullptr;
     const HPALETTE previous = dc->SelectPalette(palette, 0);
@@ -138,6 +140,7 @@ void CChartView3D::DrawViewScreen(CDC* dc) {
 
 void CChartView3D::DrawViewScreen() {
     if (m_PrintingState != 0) return;
+    RequireWindowToLive("DrawViewScreen");
     CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
     RequireDevice(dc, "InitDeviceContext");
     DrawViewScreen(dc);
@@ -168,10 +171,9 @@ void CChartView3D::SaveToPNG(const CString& fileName, const PictureInfo& about) 
     Watched("saving", [&] {
         SetViewSizePrinter();
         DrawView();
-        const auto file = OpenOutputFile(fileName);
-        if (file == nullptr)
-            detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation,
-                          fileName + " cannot be written");
+        CString why;
+        const auto file = OpenOutputFile(fileName, &why);
+        if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, here.cls, here.operation, why);
         detail::WithFile(file.get(), here, [&](File& f) {
             WritePNG(*m_pDIBSection->GetBitmap(), f, about);
             f.Commit();

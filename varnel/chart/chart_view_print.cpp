@@ -55,7 +55,7 @@ void CChartView3D::OnPrint(CDC* dc, CPrintInfo* /*info*/) {
         SelectPalette(dc);
         Watched("printing", [&] { DrawViewPrinter(dc); });
     }
-    if (m_pWnd != nullptr) m_pWnd->InvalidateRect(nullptr, 1);
+    if (CWnd* window = LiveWindow()) window->InvalidateRect(nullptr, 1);
 }
 
 void CChartView3D::DrawViewPrinter(CDC* dc) {
@@ -101,6 +101,7 @@ void CChartView3D::OnEndPrinting(CDC* /*dc*/, CPrintInfo* /*info*/) {
 }
 
 void CChartView3D::CopyToClipboard() {
+    RequireWindowToLive("CopyToClipboard");
     CDC* const dc = m_pWnd != nullptr ? m_pWnd->GetDC() : nullptr;
     if (dc == nullptr)
         detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard",

@@ -50,6 +50,7 @@ class WatchedInput : public File {
         return rest + std::min(m_First.Remaining(), UINT64_MAX - rest);
     }
     void Commit() override { m_File.Commit(); }
+    CString Name() const override { return m_File.Name(); }
 
  protected:
     std::size_t ReadSome(void* bytes, std::size_t size) override {
@@ -128,10 +129,9 @@ void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CCha
 }
 
 void CChartView3D::Save(const CString& fileName) {
-    const auto file = OpenOutputFile(fileName);
-    if (file == nullptr)
-        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save",
-                      fileName + " cannot be written");
+    CString why;
+    const auto file = OpenOutputFile(fileName, &why);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save", why);
     detail::WithFile(file.get(), {ERR3DCLASS_CHARTVIEW3D, "Save"}, [this](File& f) {
         // A file that is stopped is not committed: the old one stays.
         WatchedOutput output(f);
@@ -182,10 +182,9 @@ void CChartView3D::ReadStaged(File& file, Staged& staged) {
 }
 
 void CChartView3D::Load(const CString& fileName) {
-    const auto file = OpenInputFile(fileName);
-    if (file == nullptr)
-        detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation,
-                      fileName + " cannot be read");
+    CString why;
+    const auto file = OpenInputFile(fileName, &why);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation, why);
     const GLContext::HostContextGuard host;
     Staged staged;
     bool read = false;

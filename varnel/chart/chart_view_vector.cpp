@@ -46,8 +46,10 @@ double PageSide(double millimetres, int pixels, const char* operation) {
 }
 
 std::unique_ptr<File> OpenPage(const CString& fileName, const char* operation) {
-    auto file = OpenOutputFile(fileName);
-    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, operation);
+    CString why;
+    auto file = OpenOutputFile(fileName, &why);
+    if (file == nullptr)
+        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, operation, why);
     return file;
 }
 

@@ -9,14 +9,21 @@
 #include <exception>
 
 #include "varnel/foundation/export.h"
+#include "varnel/foundation/types.h"
 
 namespace varnel {
 
 /// Raised by a File whose medium fails (full disk, broken pipe). Save and Load turn it into a
-/// CErr3D of type ERR3D_DISK_IO.
+/// CErr3D of type ERR3D_DISK_IO with the same text.
 class VARNEL_API FileException : public std::exception {
  public:
-    const char* what() const noexcept override;
+    FileException();
+    /// `what` names the file and the system's reason, as in "/a.chart: No space left on device".
+    explicit FileException(CString what);
+    const char* what() const noexcept override { return m_What.c_str(); }
+
+ private:
+    CString m_What;
 };
 
 /// A sequence of bytes that is read or written from its start to its end.
@@ -42,8 +49,14 @@ class VARNEL_API File {
     /// destroyed without it leaves no trace where the medium allows that.
     virtual void Commit() = 0;
 
-    /// Whether a read asked for more than the file had.
+    /// The file's name: pictures that a chart names are looked for beside it. Empty without one.
+    virtual CString Name() const { return {}; }
+
+    /// Whether a read asked for more than the file had, or MarkDry was told.
     bool RanDry() const { return m_RanDry; }
+
+    /// Whether a read has met the end of the file.
+    bool AtEnd() const { return m_AtEnd; }
 
     /// Records that bytes were missing which a reader, knowing Remaining(), did not ask for.
     void MarkDry() { m_RanDry = true; }
@@ -53,6 +66,7 @@ class VARNEL_API File {
 
  private:
     bool m_RanDry = false;
+    bool m_AtEnd = false;
 };
 
 using HANDLE = File*;

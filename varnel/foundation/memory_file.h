@@ -15,19 +15,22 @@ namespace varnel {
 class VARNEL_API MemoryFile : public File {
  public:
     MemoryFile() = default;
-    explicit MemoryFile(std::vector<BYTE> bytes) : m_Bytes(std::move(bytes)) {}
+    explicit MemoryFile(std::vector<BYTE> bytes, CString name = {})
+        : m_Bytes(std::move(bytes)), m_Name(std::move(name)) {}
 
     const std::vector<BYTE>& GetBytes() const { return m_Bytes; }
 
     void Write(const void* bytes, std::size_t size) override;
     std::uint64_t Remaining() const override { return m_Bytes.size() - m_Position; }
     void Commit() override {}
+    CString Name() const override { return m_Name; }
 
  protected:
     std::size_t ReadSome(void* bytes, std::size_t size) override;
 
  private:
     std::vector<BYTE> m_Bytes;
+    CString m_Name;
     std::size_t m_Position = 0;
 };
 

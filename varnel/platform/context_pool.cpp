@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <mutex>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -114,10 +115,11 @@ std::optional<PooledContext> TakeContext() {
     Pool& pool = ThePool();
     if (pool.process != getpid()) return std::nullopt;
     const std::lock_guard lock(pool.mutex);
+    std::string why;
     while (!pool.contexts.empty()) {
         PooledContext context = std::move(pool.contexts.back());
         pool.contexts.pop_back();
-        if (MakeEglCurrent(context.egl)) return context;
+        if (MakeEglCurrent(context.egl, why)) return context;
         // Another library has ended the display, and the context with it.
     }
     return std::nullopt;

@@ -183,7 +183,7 @@ void CDIBSection::CalculatePrintRect(CDC* pDC, RECT& r, WORD mode, const REALREC
 }
 
 BOOL CDIBSection::PrintBand(CDC* pDC, CDC* /*pMemDC*/, const RECT& r,
-                            const BITMAPINFOHEADER* header, const BYTE* bits) {
+                            const BITMAPINFOHEADER* header, const void* bits) {
     if (pDC == nullptr || header == nullptr || bits == nullptr || bits != m_pBits) return 0;
     if (r.left >= r.right || r.top >= r.bottom) return 1;
     const RECT whole{0, 0, m_hBitmap->Width(), m_hBitmap->Height()};
@@ -219,8 +219,9 @@ std::vector<BYTE> CDIBSection::HeaderAndColors() const {
 void CDIBSection::SaveDIB(const CString& path) const {
     constexpr detail::Origin kOrigin{ERR3DCLASS_DIBSECTION, "SaveDIB"};
     if (!m_hBitmap) Raise(ERR3D_DIB_HANDLE, kOrigin.cls, kOrigin.operation);
-    const std::unique_ptr<File> file = OpenOutputFile(path);
-    if (!file) Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation);
+    CString why;
+    const std::unique_ptr<File> file = OpenOutputFile(path, &why);
+    if (!file) Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation, why);
     std::vector<BYTE> fileHeader;
     Append16(fileHeader, 0x4D42);
     Append32(fileHeader, static_cast<DWORD>(PixelBytes() + kPixelOffset));

@@ -55,6 +55,7 @@ class VARNEL_API CDIBSection {
     std::uint64_t PaletteSize(const BITMAPINFOHEADER* header) const;
 
     /// The 256 colours that CreateRGBPalette computed, all 0 before.
+    RGBQUAD* GetCDIBColorTable() { return m_BitmapInfo.bmiColors; }
     const RGBQUAD* GetCDIBColorTable() const { return m_BitmapInfo.bmiColors; }
     HPALETTE GetDIBPalette() const { return m_hPalette; }
     CDC* GetMemCDC() const { return m_pMemCDC; }
@@ -87,7 +88,7 @@ class VARNEL_API CDIBSection {
     /// own, see GetDIBHeader and FindDIBBits; pMemDC is not used. False when the device fails, an
     /// empty rectangle prints nothing.
     BOOL PrintBand(CDC* pDC, CDC* pMemDC, const RECT& r, const BITMAPINFOHEADER* header,
-                   const BYTE* bits);
+                   const void* bits);
 
     /// Writes the image as a .bmp file, always with 256 colour table entries and the pixels at
     /// offset 1078. Raises "DIB Handle Error", "Error Opening File for Output", "Disk I/O Error".

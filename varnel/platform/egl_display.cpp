@@ -3,8 +3,11 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <GL/gl.h>
+#include <pthread.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -24,6 +27,8 @@ struct Display {
     EGLConfig config = nullptr;
     bool surfaceless = false;  ///< contexts can be current without a surface
     std::string name;          ///< of the candidate
+    unsigned life = 1;         ///< see EglContext
+    int largest = 0;           ///< side of the largest framebuffer
 };
 
 /// A place where a display may be found.
@@ -58,6 +63,7 @@ const char* ErrorName(EGLint error) {
     return index < kNames.size() ? kNames[index] : "unknown EGL error";
 }
 
+/// `call` with what EGL answered.
 Failure EglFailure(const char* call) {
     return {std::string(call) + " answered " + ErrorName(eglGetError())};
 }
@@ -146,15 +152,14 @@ std::optional<Failure> NewContext(const Display& display, EglContext& out) {
     if (!eglBindAPI(EGL_OPENGL_API)) return EglFailure("eglBindAPI");
     out = {};
     out.display = display.display;
+    out.life = display.life;
     out.context = eglCreateContext(display.display, display.config, EGL_NO_CONTEXT, nullptr);
     if (out.context == EGL_NO_CONTEXT) return EglFailure("eglCreateContext");
     out.surface = NewSurface(display);
-    if (!MakeEglCurrent(out)) {
-        const Failure failure = EglFailure("eglMakeCurrent");
-        DestroyEglContext(out);
-        return failure;
-    }
-    return std::nullopt;
+    Failure failure;
+    if (MakeEglCurrent(out, failure.text)) return std::nullopt;
+    DestroyEglContext(out);
+    return failure;
 }
 
 /// What the current context lacks.
@@ -173,6 +178,15 @@ std::optional<Failure> Unusable() {
     if (!framebuffer) return Failure{"no complete framebuffer with a deep depth buffer"};
     framebuffer->Delete();
     return std::nullopt;
+}
+
+/// The side of the largest framebuffer that the current context's driver has.
+int LargestSide() {
+    GLint renderbuffer = 0;
+    GLint viewport[2] = {};
+    glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &renderbuffer);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    return std::min({renderbuffer, viewport[0], viewport[1]});
 }
 
 /// Tries one display from its opening to a complete framebuffer.
@@ -198,23 +212,57 @@ std::optional<Failure> Try(const Candidate& candidate, Display& display, EglCont
 
 std::mutex displayMutex;
 std::optional<Display> processDisplay;
+std::atomic<unsigned> displayLife{0};  ///< that of processDisplay, 0 before there is one
+std::atomic<bool> forked{false};
+
+constexpr const char* kForked =
+    "this process was forked from one that had used OpenGL; draw in a process of its own";
+
+void WatchForks() {
+    static const int watching = pthread_atfork(nullptr, nullptr, [] { forked = displayLife > 0; });
+    static_cast<void>(watching);
+}
+
+/// Whether the context's display was neither terminated nor inherited.
+bool IsAlive(const EglContext& context) {
+    return !forked && (displayLife == 0 || context.life == displayLife);
+}
+
+/// Initialises the process's display again if somebody terminated it.
+void ReviveDisplay() {
+    if (eglQueryString(processDisplay->display, EGL_VENDOR) != nullptr) return;
+    eglInitialize(processDisplay->display, nullptr, nullptr);
+    displayLife = ++processDisplay->life;
+}
 
 }  // namespace
 
+bool IsForked() {
+    return forked;
+}
+
 bool NewEglContext(EglContext& out, std::string& why) {
     why.clear();
+    if (forked) {
+        why = kForked;
+        return false;
+    }
     const std::lock_guard lock(displayMutex);
     if (processDisplay) {
+        ReviveDisplay();
         const std::optional<Failure> failure = NewContext(*processDisplay, out);
         if (failure) why = failure->text;
         return !failure;
     }
+    WatchForks();
     for (const Candidate& candidate : Candidates(why)) {
         Display display;
         const std::optional<Failure> failure = Try(candidate, display, out);
         if (!failure) {
             display.name = candidate.name;
+            display.largest = LargestSide();
             processDisplay = display;
+            displayLife = display.life;
             why.clear();
             return true;
         }
@@ -228,21 +276,49 @@ std::string EglPlatformName() {
     return processDisplay ? processDisplay->name : std::string();
 }
 
-bool MakeEglCurrent(const EglContext& context) {
+int LargestFramebuffer(std::string& why) {
+    bool known = false;
+    {
+        const std::lock_guard lock(displayMutex);
+        known = processDisplay.has_value();
+    }
+    EglContext first;
+    if (!known && !NewEglContext(first, why)) return 0;
+    if (!known) DestroyEglContext(first);
+    const std::lock_guard lock(displayMutex);
+    return processDisplay->largest;
+}
+
+bool MakeEglCurrent(const EglContext& context, std::string& why) {
+    if (!IsAlive(context)) {
+        why = forked ? kForked : "another library terminated EGL; the view has to be made anew";
+        return false;
+    }
     // EGL's calls about "the" current context mean the one of the bound interface.
     eglBindAPI(EGL_OPENGL_API);
-    return eglMakeCurrent(context.display, context.surface, context.surface, context.context);
+    if (eglMakeCurrent(context.display, context.surface, context.surface, context.context))
+        return true;
+    const EGLint error = eglGetError();
+    if (error == EGL_BAD_ACCESS)
+        why = "its OpenGL context is current on another thread";
+    else if (error == EGL_NOT_INITIALIZED || error == EGL_BAD_CONTEXT)
+        why = "another library terminated EGL; the view has to be made anew";
+    else
+        why = std::string("eglMakeCurrent answered ") + ErrorName(error);
+    return false;
 }
 
 bool IsEglCurrent(const EglContext& context) {
-    return eglGetCurrentContext() == context.context;
+    return IsAlive(context) && eglGetCurrentContext() == context.context;
 }
 
 void MakeEglNonCurrent(const EglContext& context) {
+    if (!IsAlive(context)) return;
     eglMakeCurrent(context.display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
 }
 
 void DestroyEglContext(const EglContext& context) {
+    if (!IsAlive(context)) return;
     if (IsEglCurrent(context)) MakeEglNonCurrent(context);
     eglDestroyContext(context.display, context.context);
     if (context.surface != EGL_NO_SURFACE) eglDestroySurface(context.display, context.surface);

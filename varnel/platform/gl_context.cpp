@@ -33,7 +33,7 @@ class EglGLContext : public GLContext {
     }
     ~EglGLContext() override;
 
-    bool MakeCurrent() override;
+    bool MakeCurrent(std::string* why) override;
     void ReadBack(int width, int height) override;
     bool SetTarget(const HBITMAP& bitmap) override;
     void SetSamples(int samples) override;
@@ -76,7 +76,8 @@ thread_local ThreadContext threadContext;
 EglGLContext::~EglGLContext() {
     const HostContextGuard host;
     GLContext* const before = GLContext::Current();
-    if (!MakeCurrent() || !detail::KeepContext(m_Pooled)) detail::DestroyEglContext(m_Pooled.egl);
+    if (!MakeCurrent(nullptr) || !detail::KeepContext(m_Pooled))
+        detail::DestroyEglContext(m_Pooled.egl);
     if (before != nullptr && before != this) before->MakeCurrent();
 }
 
@@ -85,16 +86,20 @@ void EglGLContext::BecomeThreadsContext() {
     threadContext.alive = m_Alive;
 }
 
-bool EglGLContext::MakeCurrent() {
+bool EglGLContext::MakeCurrent(std::string* why) {
     if (IsCurrent()) return true;
-    if (!detail::MakeEglCurrent(m_Pooled.egl)) return false;
+    std::string reason;
+    if (!detail::MakeEglCurrent(m_Pooled.egl, reason)) {
+        if (why != nullptr) *why = reason;
+        return false;
+    }
     BecomeThreadsContext();
     Used().Bind();
     return true;
 }
 
 void EglGLContext::ReadBack(int width, int height) {
-    if (MakeCurrent()) Used().ReadBack(*m_Bitmap, width, height);
+    if (MakeCurrent(nullptr)) Used().ReadBack(*m_Bitmap, width, height);
 }
 
 std::optional<detail::Framebuffer> EglGLContext::MakeFramebuffer(int samples) {
@@ -123,12 +128,12 @@ bool EglGLContext::Replace() {
 
 void EglGLContext::SetSamples(int samples) {
     m_SamplesWanted = samples;
-    if (MakeCurrent()) Replace();
+    if (MakeCurrent(nullptr)) Replace();
 }
 
 bool EglGLContext::SetTarget(const HBITMAP& bitmap) {
     const HBITMAP before = std::exchange(m_Bitmap, bitmap ? bitmap : m_FirstBitmap);
-    if (m_Bitmap == before || (MakeCurrent() && Replace())) return true;
+    if (m_Bitmap == before || (MakeCurrent(nullptr) && Replace())) return true;
     m_Bitmap = before;
     return false;
 }
@@ -177,6 +182,19 @@ std::unique_ptr<GLContext> GLContext::Create(const CDC& target, std::string& why
     glScissor(0, 0, width, height);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     return context;
+}
+
+bool GLContext::CanBeDrawn(int width, int height, std::string& why) {
+    // Every driver that is good enough has framebuffers of this size.
+    constexpr int kAlways = 4096;
+    if (std::max(width, height) <= kAlways) return true;
+    const HostContextGuard host;
+    const int largest = detail::LargestFramebuffer(why);
+    if (largest == 0 || std::max(width, height) <= largest) return largest != 0;
+    why = "an image of " + std::to_string(width) + " x " + std::to_string(height) +
+          " pixels cannot be drawn: the driver's limit is " + std::to_string(largest) + " x " +
+          std::to_string(largest);
+    return false;
 }
 
 GLContext* GLContext::Current() {

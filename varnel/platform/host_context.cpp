@@ -1,6 +1,7 @@
 #include <EGL/egl.h>
 #include <dlfcn.h>
 
+#include "varnel/platform/detail/egl_display.h"
 #include "varnel/platform/detail/gl_context.h"
 
 namespace varnel {
@@ -59,10 +60,8 @@ thread_local int guardDepth = 0;
 
 }  // namespace
 
-/// What was current on the thread.
+/// What the host had current on the thread.
 struct GLContext::HostContextGuard::State {
-    EGLenum api = EGL_NONE;
-
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLSurface draw = EGL_NO_SURFACE;
     EGLSurface read = EGL_NO_SURFACE;
@@ -74,35 +73,35 @@ struct GLContext::HostContextGuard::State {
     Glx::Drawable glxRead = 0;
     void* glxContext = nullptr;
 
-    void KeepEgl();
-    void KeepGlx();
-    void GiveBack() const;
+    /// Whether there was a context.
+    bool KeepEgl();
+    bool KeepGlx();
+    void GiveBack(EGLenum api) const;
 };
 
-void GLContext::HostContextGuard::State::KeepEgl() {
-    api = eglQueryAPI();
-    if (Current() != nullptr) return;
+bool GLContext::HostContextGuard::State::KeepEgl() {
     context = eglGetCurrentContext();
-    if (context == EGL_NO_CONTEXT) return;
+    if (context == EGL_NO_CONTEXT) return false;
     display = eglGetCurrentDisplay();
     draw = eglGetCurrentSurface(EGL_DRAW);
     read = eglGetCurrentSurface(EGL_READ);
+    return true;
 }
 
-void GLContext::HostContextGuard::State::KeepGlx() {
-    if (context != EGL_NO_CONTEXT || Current() != nullptr) return;
+bool GLContext::HostContextGuard::State::KeepGlx() {
     glx = FindGlx();
-    if (!glx.Complete()) return;
+    if (!glx.Complete()) return false;
     glxContext = glx.getContext();
-    if (glxContext == nullptr) return;
+    if (glxContext == nullptr) return false;
     glxDisplay = glx.getDisplay();
     glxDraw = glx.getDrawable();
     glxRead = glx.getReadDrawable();
     // EGL refuses to make a context current on a thread that has one of GLX.
     glx.makeCurrent(glxDisplay, 0, 0, nullptr);
+    return true;
 }
 
-void GLContext::HostContextGuard::State::GiveBack() const {
+void GLContext::HostContextGuard::State::GiveBack(EGLenum api) const {
     if (glxContext != nullptr) {
         // GLX, too, refuses while EGL has a context.
         MakeNonCurrent();
@@ -113,17 +112,23 @@ void GLContext::HostContextGuard::State::GiveBack() const {
 }
 
 GLContext::HostContextGuard::HostContextGuard() {
-    if (guardDepth == 0) {
-        m_State = std::make_unique<State>();
-        m_State->KeepEgl();
-        m_State->KeepGlx();
+    if (guardDepth == 0 && !detail::IsForked()) {
+        m_Api = eglQueryAPI();
+        // Where the library's own context is current the host has none. That is so in most calls.
+        if (Current() == nullptr) {
+            State kept;
+            if (kept.KeepEgl() || kept.KeepGlx()) m_State = std::make_unique<State>(kept);
+        }
     }
     ++guardDepth;
 }
 
 GLContext::HostContextGuard::~HostContextGuard() {
     --guardDepth;
-    if (m_State) m_State->GiveBack();
+    if (m_State)
+        m_State->GiveBack(m_Api);
+    else if (m_Api != 0)
+        eglBindAPI(m_Api);
 }
 
 }  // namespace varnel

@@ -1,5 +1,6 @@
 #include "varnel/platform/pixels.h"
 
+#include <cstdlib>
 #include <limits>
 #include <new>
 
@@ -21,8 +22,14 @@ Bitmap::Bitmap(int width, int height, int bitsPerPixel)
     const auto rows = static_cast<std::size_t>(height);
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max());
     if (m_Stride > kMost / rows) throw std::bad_alloc();
-    m_Bits.reset(new (std::nothrow) BYTE[m_Stride * rows]());
+    // Zeroed by the system, page by page as they are used: a window that nothing is drawn to takes
+    // no memory.
+    m_Bits.reset(static_cast<BYTE*>(std::calloc(rows, m_Stride)));
     if (!m_Bits) throw std::bad_alloc();
+}
+
+void Bitmap::Free::operator()(BYTE* bytes) const {
+    std::free(bytes);
 }
 
 const BYTE* Bitmap::RowFromTop(int y) const {

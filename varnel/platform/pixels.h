@@ -37,7 +37,8 @@ struct LOGPALETTE {
     std::array<PALETTEENTRY, 256> palPalEntry{};
 };
 
-/// A palette that device contexts can select; shared by all that hold it.
+/// A palette that device contexts can select; shared by all that hold it. It stands for palette
+/// classes too (CPalette*): pass the handle itself.
 using HPALETTE = std::shared_ptr<const LOGPALETTE>;
 
 /// Describes a bitmap in files and on the clipboard; 40 bytes, little-endian there.
@@ -101,7 +102,10 @@ class VARNEL_API Bitmap {
     int m_Height;
     int m_BitsPerPixel;
     std::size_t m_Stride;
-    std::unique_ptr<BYTE[]> m_Bits;
+    struct Free {
+        void operator()(BYTE* bytes) const;
+    };
+    std::unique_ptr<BYTE[], Free> m_Bits;
 };
 
 /// A bitmap that device contexts can select; shared by all that hold it.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <csetjmp>
+#include <exception>
 #include <new>
 #include <vector>
 
@@ -14,10 +15,10 @@
 namespace varnel {
 namespace {
 
-/// Where the bytes go, and whether they arrive.
+/// Where the bytes go, and why they do not arrive.
 struct Sink {
     File* file;
-    bool failed = false;
+    std::exception_ptr failure = nullptr;
 };
 
 // The PNG library leaves these through longjmp, which must not meet an exception or a destructor.
@@ -28,9 +29,9 @@ void OnPngData(png_structp png, png_bytep bytes, std::size_t size) {
     try {
         sink->file->Write(bytes, size);
     } catch (...) {
-        sink->failed = true;
+        sink->failure = std::current_exception();
     }
-    if (sink->failed) png_error(png, "");
+    if (sink->failure) png_error(png, "");
 }
 
 void OnPngFlush(png_structp) {
@@ -125,7 +126,7 @@ void WritePNG(const Bitmap& bitmap, File& file, const PictureInfo& about) {
     Sink sink{&file};
     png_set_write_fn(writer.png, &sink, OnPngData, OnPngFlush);
     if (Encode(writer.png, writer.info, bitmap, row.data(), about)) return;
-    if (sink.failed) throw FileException();
+    if (sink.failure) std::rethrow_exception(sink.failure);
     throw std::bad_alloc();
 }
 

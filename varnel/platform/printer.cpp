@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/platform/detail/cairo_canvas.h"
 #include "varnel/platform/detail/pixel_rows.h"
 #include "varnel/platform/files.h"
@@ -167,7 +168,8 @@ class Printer::Device : public DeviceContext {
         if (!written) return false;
         try {
             file->Commit();
-        } catch (const FileException&) {
+        } catch (const FileException& failure) {
+            detail::Diagnose("Finish", failure.what());
             return false;
         }
         return true;
@@ -181,8 +183,12 @@ class Printer::Device : public DeviceContext {
 
  private:
     void Open(const CString& fileName) {
-        m_File = OpenOutputFile(fileName);
-        if (!m_File) return;
+        CString why;
+        m_File = OpenOutputFile(fileName, &why);
+        if (!m_File) {
+            detail::Diagnose("Printer", why);
+            return;
+        }
         const double width = m_Setup.paperWidth * kPointsPerMillimetre;
         const double height = m_Setup.paperHeight * kPointsPerMillimetre;
         const bool pdf = m_Setup.format == PageSetup::Format::Pdf;

@@ -77,7 +77,11 @@ class VARNEL_API CWnd {
     /// an in-memory window and when there is no window.
     const char* GetDisplayName() const;
 
+    /// Expires when this object is destroyed: views keep it to tell that their window is gone.
+    std::weak_ptr<const void> GetLife() const { return m_Life; }
+
  private:
+    std::shared_ptr<const void> m_Life = std::make_shared<char>();
     std::unique_ptr<WindowBackend> m_Backend;
     CDC m_DC;
 };

@@ -5,8 +5,10 @@
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/strings.h"
 #include "varnel/platform/detail/x11_connection.h"
 #include "varnel/platform/detail/x11_events.h"
@@ -145,22 +147,68 @@ struct X11Window::Impl {
     std::unique_ptr<detail::X11EventQueue> queue;
     std::unique_ptr<CWnd> wnd;
 
-    /// Opens the drawing side for the window; false when the window cannot be drawn to.
-    bool Connect();
+    /// Connects to a server; empty, or why it could not.
+    CString Open(const CString& display);
+    /// Opens the drawing side for the window; empty, or why the window cannot be drawn to.
+    CString Connect();
+    CString Create(int width, int height, const CString& title, const CString& display);
+    CString Attach(unsigned long id, const CString& display);
     void Title(const CString& title);
 };
 
-bool X11Window::Impl::Connect() {
+CString X11Window::Impl::Open(const CString& display) {
+    events = X11Connection::Open(display);
+    if (events) return {};
+    const char* named = std::getenv("DISPLAY");
+    if (!display.empty()) return "no display server answers as " + display;
+    return named != nullptr ? CString("no display server answers as ") + named
+                            : CString("there is no display server: DISPLAY is not set");
+}
+
+CString X11Window::Impl::Connect() {
     drawing = X11Connection::Open(events->Name());
-    if (!drawing) return false;
-    auto painter = X11Painter::Make(drawing, window);
-    if (!painter) return false;
+    if (!drawing) return "the display server takes no second connection";
     XWindowAttributes a{};
-    if (!drawing->Do([&](Display* d) { XGetWindowAttributes(d, window, &a); })) return false;
+    if (!drawing->Do([&](Display* d) { XGetWindowAttributes(d, window, &a); }))
+        return detail::Say(
+            "there is no window ", window, " on ", events->Name(),
+            "; if it was made a moment ago, its owner's connection has to be flushed");
+    auto painter = X11Painter::Make(drawing, window);
+    if (!painter) return "the window's pixels are not red, green and blue components";
     device = std::make_shared<X11Device>(std::move(painter), a.screen);
     wnd = std::make_unique<CWnd>(std::make_unique<X11Backend>(drawing, window, device));
     queue = std::make_unique<detail::X11EventQueue>(window, closeMessage);
-    return true;
+    return {};
+}
+
+CString X11Window::Impl::Create(int width, int height, const CString& title,
+                                const CString& display) {
+    if (width < 1 || height < 1 || width > kLargestExtent || height > kLargestExtent)
+        return detail::Say("a window of ", width, " x ", height, " pixels cannot be had");
+    if (CString why = Open(display); !why.empty()) return why;
+    XVisualInfo visual{};
+    if (!FindVisual(events->Get(), DefaultScreen(events->Get()), visual))
+        return "the display has no true colours";
+    created = events->Do([&](Display* d) {
+        window = NewWindow(d, visual, width, height);
+        Atom close = XInternAtom(d, "WM_DELETE_WINDOW", False);
+        closeMessage = close;
+        XSetWMProtocols(d, window, &close, 1);
+        XMapWindow(d, window);
+    });
+    if (!created) return "the display server refuses the window";
+    if (CString why = Connect(); !why.empty()) return why;
+    Title(title);
+    return {};
+}
+
+CString X11Window::Impl::Attach(unsigned long id, const CString& display) {
+    if (CString why = Open(display); !why.empty()) return why;
+    window = id;
+    // Events of the pointer can be given to one program only, the window's own. A window that is
+    // not there fails again, and is told, when the drawing side asks for its properties.
+    events->Do([&](Display* d) { XSelectInput(d, id, ExposureMask | StructureNotifyMask); });
+    return Connect();
 }
 
 void X11Window::Impl::Title(const CString& given) {
@@ -184,39 +232,26 @@ X11Window::~X11Window() {
     m_Impl->events->Do([this](Display* d) { XDestroyWindow(d, m_Impl->window); });
 }
 
-std::unique_ptr<X11Window> X11Window::Create(int width, int height, const CString& title,
-                                             const CString& display) {
-    if (width < 1 || height < 1 || width > kLargestExtent || height > kLargestExtent)
-        return nullptr;
-    auto impl = std::make_unique<Impl>();
-    impl->events = X11Connection::Open(display);
-    if (!impl->events) return nullptr;
-    XVisualInfo visual{};
-    if (!FindVisual(impl->events->Get(), DefaultScreen(impl->events->Get()), visual))
-        return nullptr;
-    impl->created = impl->events->Do([&](Display* d) {
-        impl->window = NewWindow(d, visual, width, height);
-        Atom close = XInternAtom(d, "WM_DELETE_WINDOW", False);
-        impl->closeMessage = close;
-        XSetWMProtocols(d, impl->window, &close, 1);
-        XMapWindow(d, impl->window);
-    });
-    if (!impl->created || !impl->Connect()) return nullptr;
-    impl->Title(title);
-    return std::unique_ptr<X11Window>(new X11Window(std::move(impl)));
+std::unique_ptr<X11Window> X11Window::Finish(std::unique_ptr<Impl> impl, const CString& failure,
+                                             const char* operation, CString* why) {
+    if (failure.empty()) return std::unique_ptr<X11Window>(new X11Window(std::move(impl)));
+    if (why != nullptr) *why = failure;
+    detail::Diagnose(operation, failure);
+    return nullptr;
 }
 
-std::unique_ptr<X11Window> X11Window::Attach(unsigned long id, const CString& display) {
+std::unique_ptr<X11Window> X11Window::Create(int width, int height, const CString& title,
+                                             const CString& display, CString* why) {
     auto impl = std::make_unique<Impl>();
-    impl->events = X11Connection::Open(display);
-    if (!impl->events) return nullptr;
-    impl->window = id;
-    // Events of the pointer can be given to one program only, the window's own.
-    if (!impl->events->Do(
-            [&](Display* d) { XSelectInput(d, id, ExposureMask | StructureNotifyMask); }) ||
-        !impl->Connect())
-        return nullptr;
-    return std::unique_ptr<X11Window>(new X11Window(std::move(impl)));
+    const CString failure = impl->Create(width, height, title, display);
+    return Finish(std::move(impl), failure, "Create", why);
+}
+
+std::unique_ptr<X11Window> X11Window::Attach(unsigned long id, const CString& display,
+                                             CString* why) {
+    auto impl = std::make_unique<Impl>();
+    const CString failure = impl->Attach(id, display);
+    return Finish(std::move(impl), failure, "Attach", why);
 }
 
 CWnd* X11Window::GetWindow() {

@@ -45,14 +45,16 @@ class VARNEL_API X11Window {
  public:
     /// Creates and shows a window of width x height pixels. `title` is UTF-8; `display` names the
     /// server as DISPLAY does, empty for DISPLAY itself. Null when there is no server, or none with
-    /// true colours.
+    /// true colours; then `why`, if given, says so, and a diagnostic does.
     static std::unique_ptr<X11Window> Create(int width, int height, const CString& title,
-                                             const CString& display = {});
+                                             const CString& display = {}, CString* why = nullptr);
 
     /// A window that somebody else made, in this process or another. Its owner gets the events of
-    /// pointer and keyboard and destroys it. Null when there is no such window on the server, or
-    /// its depth has no true colours.
-    static std::unique_ptr<X11Window> Attach(unsigned long id, const CString& display = {});
+    /// pointer and keyboard and destroys it. Null when there is no such window on the server (a
+    /// toolkit may not have sent its request yet: flush its connection first), or its depth has no
+    /// true colours; then `why`, if given, says so, and a diagnostic does.
+    static std::unique_ptr<X11Window> Attach(unsigned long id, const CString& display = {},
+                                             CString* why = nullptr);
 
     /// Destroys a window that was created here. Views on it must be gone.
     ~X11Window();
@@ -87,6 +89,8 @@ class VARNEL_API X11Window {
  private:
     struct Impl;
     explicit X11Window(std::unique_ptr<Impl> impl);
+    static std::unique_ptr<X11Window> Finish(std::unique_ptr<Impl> impl, const CString& failure,
+                                             const char* operation, CString* why);
 
     std::unique_ptr<Impl> m_Impl;
 };

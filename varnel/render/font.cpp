@@ -5,6 +5,7 @@
 
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/device_context.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/opengl.h"
@@ -69,6 +70,7 @@ int CFont3D::RegisterFont(const CString& face, double size, int weight, int ital
 }
 
 std::shared_ptr<GlyphFace> CFont3D::FindFace() const {
+    const GLContext::HostContextGuard host;
     if (m_pDC == nullptr || m_pDC->GetSafeHdc() == nullptr || m_pOpenGL == nullptr ||
         m_ListBase < 1 || m_pOpenGL->MakeCurrent() == 0)
         return nullptr;

@@ -80,6 +80,7 @@ void GLSink::Clear(const SceneState& /*state*/, bool color, bool depth) {
 }
 
 void GLSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
+    const GLContext::HostContextGuard host;
     if (!MakeCurrent()) return;
     SendIdentity();
     DrawFills(state, batch);
@@ -128,6 +129,7 @@ void GLSink::DrawLines(const PrimitiveBatch& batch) {
 }
 
 void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
+    const GLContext::HostContextGuard host;
     if (!MakeCurrent()) return;
     SendIdentity();
     Lighting(false);
@@ -145,6 +147,7 @@ void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
 }
 
 void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
+    const GLContext::HostContextGuard host;
     if (!MakeCurrent()) return;
     m_Letters.Clear();
     m_Letters.Add(*run.font.GetFace(), run.text, run.placement, run.color);
@@ -164,6 +167,7 @@ void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
 }
 
 void GLSink::DrawImage(const SceneState& /*state*/, const ImageQuad& image) {
+    const GLContext::HostContextGuard host;
     if (!MakeCurrent()) return;
     SendIdentity();
     const ImageScope scope;

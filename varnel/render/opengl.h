@@ -78,6 +78,9 @@ class VARNEL_API COpenGL {
     /// Makes this context the thread's current one. Every operation below that reaches OpenGL does
     /// so by itself. 0 once the context is closed.
     BOOL MakeCurrent();
+    /// The same; where the context cannot be made current (it is so on another thread, the process
+    /// was forked) `why` says it, and stays empty once it is closed.
+    BOOL MakeCurrent(CString& why);
     void MakeNonCurrent();
     /// Ends the drawing of a picture: OpenGL is told to get on with it. There is one buffer only.
     void ExchangeBuffers();

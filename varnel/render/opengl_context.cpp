@@ -98,6 +98,11 @@ BOOL COpenGL::MakeCurrent() {
     return Ready();
 }
 
+BOOL COpenGL::MakeCurrent(CString& why) {
+    why.clear();
+    return m_Renderer->gl.MakeCurrent(&why);
+}
+
 void COpenGL::MakeNonCurrent() {
     GLContext::MakeNonCurrent();
 }
@@ -105,18 +110,21 @@ void COpenGL::MakeNonCurrent() {
 void COpenGL::ExchangeBuffers() {
     m_LabelCharacters = 0;
     SyncState();
+    const GLContext::HostContextGuard host;
     if (Ready()) glFlush();
 }
 
 void COpenGL::ReadBack() {
     m_LabelCharacters = 0;
     SyncState();
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.context->ReadBack();
 }
 
 void COpenGL::ReadBackDrawn() {
     m_LabelCharacters = 0;
     SyncState();
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.ReadBackDrawn();
 }
 
@@ -137,10 +145,12 @@ void COpenGL::SetElement(int object, int index) {
 
 void COpenGL::SetClearColor(double r, double g, double b, double a) {
     m_Renderer->scene.background = SetRGBD(r, g, b, a);
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.SetClearColor(m_Renderer->scene.background);
 }
 
 void COpenGL::Clear(int mask) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     m_Renderer->sink->Clear(m_Renderer->scene, (mask & CLEAR_COLOR) != 0,
@@ -149,6 +159,7 @@ void COpenGL::Clear(int mask) {
 
 void COpenGL::SetColorMode(int mode) {
     m_ColorMode = mode;
+    const GLContext::HostContextGuard host;
     if (m_Renderer->collecting == 0 && Ready()) m_Renderer->gl.Lighting(mode != 0);
 }
 
@@ -157,6 +168,7 @@ void COpenGL::SetViewport(const GLViewportType& viewport) {
     // OpenGL takes no negative extents.
     m_Viewport.width = std::max(m_Viewport.width, 0);
     m_Viewport.height = std::max(m_Viewport.height, 0);
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     m_Renderer->scene.viewport = m_Viewport;
@@ -166,6 +178,7 @@ void COpenGL::SetViewport(const GLViewportType& viewport) {
 
 void COpenGL::GetViewport(GLViewportType& viewport) {
     viewport = m_Viewport;
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     GLint v[4];
     glGetIntegerv(GL_VIEWPORT, v);
@@ -174,6 +187,7 @@ void COpenGL::GetViewport(GLViewportType& viewport) {
 }
 
 void COpenGL::SetClipLimits(const point3Dtype& p1, const point3Dtype& p2) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     constexpr double kMargin = 0.00123456;
@@ -198,6 +212,7 @@ void COpenGL::SetClipLimits(const point3Dtype& p1, const point3Dtype& p2) {
 
 void COpenGL::EnableClipping(BOOL on) {
     const bool clip = on != 0;
+    const GLContext::HostContextGuard host;
     if (clip == m_Renderer->scene.clipping || !Ready()) return;
     m_Renderer->Flush();
     m_Renderer->scene.clipping = clip;
@@ -205,6 +220,7 @@ void COpenGL::EnableClipping(BOOL on) {
 }
 
 void COpenGL::SetSamples(int samples) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     m_Renderer->gl.context->SetSamples(samples);
@@ -215,6 +231,7 @@ void COpenGL::SetSamples(int samples) {
 }
 
 bool COpenGL::SetOutput(const HBITMAP& bitmap, double lineScale) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return false;
     m_Renderer->Flush();
     if (!m_Renderer->gl.context->SetTarget(bitmap)) return false;
@@ -237,6 +254,7 @@ BOOL COpenGL::GetCulling() const {
 }
 
 void COpenGL::SetFrameOffset(BOOL on) {
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->Flush();
     m_Renderer->scene.frameOffset = on != 0;
 }
@@ -246,6 +264,7 @@ BOOL COpenGL::GetFrameOffset() const {
 }
 
 void COpenGL::SyncState() {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     detail::GLSink& gl = m_Renderer->gl;
@@ -259,11 +278,13 @@ void COpenGL::SyncState() {
 }
 
 void COpenGL::BeginCollect() {
-    ++m_Renderer->collecting;
+    if (m_Renderer->collecting++ == 0) m_Renderer->host.emplace();
 }
 
 void COpenGL::EndCollect() {
-    if (--m_Renderer->collecting == 0) SyncState();
+    if (--m_Renderer->collecting > 0) return;
+    SyncState();
+    m_Renderer->host.reset();
 }
 
 void COpenGL::FinishPrimitive() {

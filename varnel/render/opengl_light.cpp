@@ -50,6 +50,7 @@ void COpenGL::SetLightPosition(const point3Dtype& p) {
 }
 
 void COpenGL::LoadLight(int which) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     detail::SceneLight& light = m_Renderer->scene.light;
@@ -80,6 +81,7 @@ void COpenGL::LoadLight(int which) {
 }
 
 void COpenGL::EnableLight(int cap) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     glEnable(static_cast<GLenum>(cap));

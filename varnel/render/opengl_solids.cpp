@@ -172,6 +172,7 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
         UseLineWidth();
     }
     SyncState();
+    const GLContext::HostContextGuard host;
     const auto draw = [&] { DrawShape(shape, solid != 0, size); };
     if (Ready()) {
         if (m_Renderer->sink == &m_Renderer->gl) {
@@ -188,6 +189,7 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
 }
 
 void COpenGL::DrawAuxObjectBehind(int shape, const point3Dtype& size) {
+    const GLContext::HostContextGuard host;
     if (GetFrameOffset() == 0 || !Ready()) return DrawAuxObject(shape, 1, size);
     // What was collected before is drawn first: it is not to be pushed back.
     m_Renderer->Flush();

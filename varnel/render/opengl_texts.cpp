@@ -33,6 +33,7 @@ void COpenGL::DrawPicture(const BYTE* pixels, int width, int height, const point
 
 int COpenGL::GetLargestPicture() {
     GLint most = 0;
+    const GLContext::HostContextGuard host;
     if (Ready()) glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
     return most;
 }

@@ -22,6 +22,7 @@ void StoreTexel(BYTE texel[4], const RGBDType& color) {
 
 void COpenGL::SetTextureMode(int mode) {
     m_TextureMode = mode;
+    const GLContext::HostContextGuard host;
     if (mode < 0 || !Ready()) return;
     m_Renderer->Flush();
     m_Renderer->gl.SetTableParameters();
@@ -29,6 +30,7 @@ void COpenGL::SetTextureMode(int mode) {
 
 void COpenGL::EnableTexture(BOOL on) {
     m_TextureEnabled = on;
+    const GLContext::HostContextGuard host;
     if (m_Renderer->collecting == 0 && Ready()) m_Renderer->gl.Texture(on != 0);
 }
 
@@ -73,6 +75,7 @@ void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, d
 }
 
 void COpenGL::UploadTexture(int size) {
+    const GLContext::HostContextGuard host;
     if (!Ready()) return;
     m_Renderer->Flush();
     detail::SceneState& scene = m_Renderer->scene;

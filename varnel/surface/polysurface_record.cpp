@@ -1,7 +1,5 @@
 // The record of a surface in chart files, and surfaces as files of their own.
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
@@ -125,19 +123,17 @@ void CPolysurface::Load(HANDLE file) {
 
 void CPolysurface::Save(const CString& fileName) {
     constexpr detail::Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Save"};
-    const auto file = OpenOutputFile(fileName);
-    if (file == nullptr)
-        detail::Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation,
-                      detail::Say(fileName, ": ", std::strerror(errno)));
+    CString why;
+    const auto file = OpenOutputFile(fileName, &why);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, kOrigin.cls, kOrigin.operation, why);
     Save(file.get());
     detail::WithFile(file.get(), kOrigin, [](File& f) { f.Commit(); });
 }
 
 void CPolysurface::Load(const CString& fileName) {
-    const auto file = OpenInputFile(fileName);
-    if (file == nullptr)
-        detail::Raise(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_POLYSURFACE, "Load",
-                      detail::Say(fileName, ": ", std::strerror(errno)));
+    CString why;
+    const auto file = OpenInputFile(fileName, &why);
+    if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_POLYSURFACE, "Load", why);
     Load(file.get());
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cmath>
+#include <initializer_list>
 
 namespace varnel::detail {
 

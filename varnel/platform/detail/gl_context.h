@@ -25,9 +25,14 @@ class VARNEL_API GLContext {
     /// Legal on any thread where no other one uses it; when it is current here, none is afterwards.
     virtual ~GLContext();
 
-    /// Makes this the thread's context, with its framebuffer bound. False when that fails: it is
-    /// current on another thread, or the host has a GLX context that no HostContextGuard keeps.
-    virtual bool MakeCurrent() = 0;
+    /// Makes this the thread's context, with its framebuffer bound. False when that fails (and then
+    /// `why`, if given, says it): it is current on another thread, the process was forked, another
+    /// library terminated EGL, or the host has a GLX context that no HostContextGuard keeps.
+    virtual bool MakeCurrent(std::string* why = nullptr) = 0;
+
+    /// Whether a bitmap of that size can be drawn to; no memory is taken to find out. If not, `why`
+    /// names the size and the limit.
+    static bool CanBeDrawn(int width, int height, std::string& why);
 
     /// Makes a context of this library that is current on the thread non-current; another one, the
     /// host's, stays.
@@ -77,7 +82,8 @@ class VARNEL_API GLContext::HostContextGuard {
 
  private:
     struct State;
-    std::unique_ptr<State> m_State;
+    std::unique_ptr<State> m_State;  ///< what the host had current, null when nothing
+    unsigned m_Api = 0;              ///< the interface to bind again, 0 inside another guard
 };
 
 }  // namespace varnel

@@ -18,8 +18,10 @@ class GLSink final : public SceneSink {
     double lineScale = 1.0;   ///< factor on all widths and stipple patterns
     bool matrixSent = false;  ///< whether OpenGL has the matrix that the others see
 
-    /// Makes the context current; false when there is none.
-    bool MakeCurrent() { return context != nullptr && context->MakeCurrent(); }
+    /// Makes the context current; false when there is none, or, with the reason, when it cannot be.
+    bool MakeCurrent(std::string* why = nullptr) {
+        return context != nullptr && context->MakeCurrent(why);
+    }
     /// Whether the context is the thread's current one already.
     bool IsCurrent() const { return context != nullptr && GLContext::Current() == context.get(); }
     /// A new context: gives it the state that never changes, and remembers that nothing else is

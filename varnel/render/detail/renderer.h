@@ -2,6 +2,7 @@
 // that they go to.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "varnel/render/detail/gl_sink.h"
@@ -42,6 +43,8 @@ class Renderer {
     float lineWidth = 1.0F;        ///< the last width above 0, in image pixels
     Element element;               ///< what is being drawn
     Coverage coverage;
+    /// Keeps the host's context while something is collected.
+    std::optional<GLContext::HostContextGuard> host;
 
     /// Begins with a new, current context: nothing of what the one before was told holds.
     void Start(std::unique_ptr<GLContext> context, const GLViewportType& viewport);

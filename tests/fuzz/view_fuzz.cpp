@@ -1,0 +1,91 @@
+// Loads a hostile chart file into a view and draws one small frame, in one context with one set of
+// fonts for all runs. Errors of the library are none; what the fuzzer looks for are crashes,
+// reports of the sanitizers, and files that take long.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "tests/fuzz/memory_path.h"
+#include "tests/fuzz/record_mutator.h"
+#include "varnel/varnel.h"
+
+namespace {
+
+using namespace varnel;
+
+constexpr int kSide = 48;
+
+/// A view on a window of its own, made once.
+struct FuzzedView {
+    CWnd window{kSide, kSide};
+    CChartView3D view{&window, kSide, kSide};
+
+    /// False when the bytes are no chart file.
+    bool Load(const std::uint8_t* bytes, std::size_t size) {
+        view.DeleteChartViewObjects();
+        const test::MemoryPath file(bytes, size);
+        try {
+            view.Load(file.Path());
+            return true;
+        } catch (const CErr3D&) {
+            return false;
+        }
+    }
+    /// Writes what was loaded: the view's own fields as they came, then everything else.
+    void Record(const std::uint8_t* bytes, std::size_t size, test::FieldLog& log) {
+        constexpr std::size_t kLengthAt = 16;  // behind four integers
+        std::int32_t length = 0;
+        if (size >= kLengthAt + sizeof length) std::memcpy(&length, bytes + kLengthAt, 4);
+        const std::size_t own =
+            kLengthAt + 4 + static_cast<std::size_t>(length) + 32 + 4 + 8 + 32 + 4;
+        if (own > size) return;
+        log.Write(bytes, kLengthAt + 4);
+        log.Write(bytes + kLengthAt + 4, own - kLengthAt - 4);
+        const std::int32_t charts = view.GetNumCharts();
+        const std::int32_t legends = view.GetNumLegends();
+        log.Write(&charts, sizeof charts);
+        for (int i = 0; i < charts; ++i)
+            view.GetChart(i)->Save(&log);
+        log.Write(&legends, sizeof legends);
+        for (int i = 0; i < legends; ++i)
+            view.GetLegend(i)->Save(&log);
+        view.GetHeader()->Save(&log);
+    }
+};
+
+FuzzedView& Drawn() {
+    static FuzzedView view;
+    return view;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    CErr3D::SetErrorReportMode(0);
+    SetNoticeHandler([](const std::string&) {});
+    // Pictures are what another target is for; files of this machine are not.
+    SetPictureFileHook([](const CString&, const CString&) { return CString(); });
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    if (!Drawn().Load(bytes, size)) return -1;
+    try {
+        // A new face would be built each time, which takes longer than everything else.
+        Drawn().view.SetFont("Arial", 400, 128);
+        Drawn().view.SetViewSizePrinter();
+        Drawn().view.DrawView();
+    } catch (const CErr3D&) {
+    }
+    return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* bytes, std::size_t size,
+                                               std::size_t most, unsigned int seed) {
+    static FuzzedView read;
+    if (seed % 2 == 0 || !read.Load(bytes, size)) return LLVMFuzzerMutate(bytes, size, most);
+    test::FieldLog log;
+    read.Record(bytes, size, log);
+    return test::MutateFields(log, bytes, most, seed);
+}
