@@ -3,8 +3,11 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
+#include <iterator>
 
+#include "tests/support/x_server.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chartobj/chart_object.h"
@@ -84,6 +87,32 @@ TEST(Figure, EveryKindIsSeenAndNamed) {
         {"Function",
          [](Figure& f) { return f.Surface([](double x, double y) { return x * y; }, 0, 1, 0, 1); },
          0},
+        {"Mesh",
+         [](Figure& f) {
+             return f.Surface(kX, kY, kHigher, {0, 1, 2, 1, 2, 3});
+         },
+         0},
+        {"Counts", [](Figure& f) { return f.Histogram(kX, kY, {.bins = 2}); }, 0},
+        {"Ribbons",
+         [](Figure& f) {
+             return f.Ribbons(kX, {kY, kHigher});
+         },
+         0},
+        {"Text",
+         [](Figure& f) {
+             return f.Text({0, 1}, {0, 1}, {"MMM", "MMM"}, {.color = RGBDType{1, 0, 0, 1}});
+         },
+         0},
+        {"Arrows", [](Figure& f) { return f.Arrows(kX, kY, kY, kX, {.width = 4}); }, 0},
+        {"Arrows3D",
+         [](Figure& f) { return f.Arrows3D(kX, kY, kHigher, kY, kX, kY, {.width = 4}); }, 0},
+        {"Lines",
+         [](Figure& f) {
+             f.Line(kX, kY, {.color = RGBDType{0.5, 0.5, 0.5, 1}});
+             f.BandAtX(2, 3, {.color = RGBDType{1, 0, 0, 1}});
+             return f.LineAtY(2, {.name = "two"});
+         },
+         1},
         {"Contours",
          [](Figure& f) {
              return f.Contours(kHill, {.levels = {0.5, 1.5}, .labels = false});
@@ -132,6 +161,31 @@ TEST(Figure, NamesShareAnAxisAndChartsAFigure) {
     EXPECT_EQ(left.GetChart()->GetTransform(0)->GetScaleMin().z, -5);
 }
 
+std::string ReadAll(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(Figure, TurnsOnceAndFilesTellOfIt) {
+    const test::TemporaryFolder folder;
+    Figure figure({.title = "Tü", .size = {60, 40}, .dpi = 254, .samples = 0});
+    figure.Surface(kHill);
+    figure.Save(folder.File("a.PNG"));
+    figure.SaveTurn(folder.File("%02d.png"), 2);
+    figure.Save(folder.File("b.png"));
+    const std::string first = ReadAll(folder.File("01.png")), back = ReadAll(folder.File("02.png"));
+    EXPECT_FALSE(first.empty());
+    EXPECT_NE(first, back);
+    const std::string png = ReadAll(folder.File("a.PNG"));
+    EXPECT_EQ(png, ReadAll(folder.File("b.png"))) << "as before the turn";
+    // 10,000 pixels a metre, twice; texts are UTF-8.
+    for (const std::string& part : {std::string("pHYs\0\0\x27\x10\0\0\x27\x10\1", 13),
+                                    std::string("Tü"), std::string("Varnel 0.")})
+        EXPECT_NE(png.find(part), std::string::npos) << part;
+    figure.Save(folder.File("a.svg"));
+    EXPECT_NE(ReadAll(folder.File("a.svg")).find("<svg"), std::string::npos);
+}
+
 TEST(Figure, WhatIsWrongIsToldInASentence) {
     CErr3D::SetErrorReportMode(0);
     const std::pair<std::function<void(Figure&)>, const char*> cases[] = {
@@ -165,6 +219,12 @@ TEST(Figure, WhatIsWrongIsToldInASentence) {
          "cividis, turbo, "
          "coolwarm, RdBu, terrain, grey"},
         {[](Figure& f) { f.Surface(kX, kX, kX); }, "Surface: the 4 points lie on one line"},
+        {[](Figure& f) {
+             f.Surface(kX, kY, kHigher, {0, 1, 4});
+         },
+         "Surface: there is no point 4 of 4"},
+        {[](Figure& f) { f.SaveTurn("turn.png", 3); },
+         "SaveTurn: turn.png has to be like turn-%03d.png"},
         {[](Figure& f) { f.Histogram(kX, {.bins = -1}); }, "Histogram: bins is -1"},
         {[](Figure& f) { f.At(3, 1, 2, 2); }, "At: row 3 of 2, column 1 of 2"},
         {[](Figure&) {

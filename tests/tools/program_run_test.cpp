@@ -207,25 +207,26 @@ TEST_F(ProgramTest, InfoListsWhatIsThere) {
         EXPECT_NE(said.find(part), std::string::npos) << part << "\nin\n" << said;
 }
 
-TEST_F(ProgramTest, EveryKindsExampleMakesAPicture) {
-    std::istringstream list(Run("plot --list"));
-    const std::string data = VARNEL_EXAMPLE_DATA;
+TEST_F(ProgramTest, EveryCommandOfTheKindsAndTheReadmeMakesItsPicture) {
+    const std::filesystem::path data = VARNEL_EXAMPLE_DATA;
+    std::istringstream lines(Run("plot --list") +
+                             ReadAll(data.parent_path().parent_path() / "README.md"));
     int examples = 0;
-    for (std::string line; std::getline(list, line);) {
-        const std::size_t at = line.find("varnel plot ");
-        if (at == std::string::npos) continue;
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t at = line.find("varnel plot "), out = line.find(" -o ");
+        if (at == std::string::npos || out == std::string::npos) continue;
         ++examples;
-        std::string arguments = line.substr(at + 7);
+        std::string arguments = line.substr(at + 7, out - at - 7);
         arguments.replace(arguments.find("examples/data"), 13, data);
-        const std::size_t out = arguments.find(" -o ");
-        arguments.replace(out, std::string::npos, " -o " + m_Folder.File("p.png"));
+        const std::string picture = m_Folder.File(line.substr(out + 4));
         int status = -1;
-        const std::string said = Run(arguments + " --size 160x120 --samples 0", &status);
+        const std::string said =
+            Run(arguments + " -o " + picture + " --size 160x120 --samples 0", &status);
         EXPECT_EQ(status, 0) << line << said;
         EXPECT_EQ(said, "") << line;
-        EXPECT_TRUE(std::filesystem::remove(m_Folder.File("p.png"))) << line;
+        EXPECT_TRUE(std::filesystem::remove(picture)) << line;
     }
-    EXPECT_GE(examples, 11);
+    EXPECT_GE(examples, 13 + 3);
 }
 
 TEST_F(ProgramTest, PlotReadsPreparesAndTells) {

@@ -1,8 +1,8 @@
 #include <iostream>
 
-#include "tools/varnel/chart_files.h"
 #include "tools/varnel/commands.h"
 #include "varnel/varnel.h"
+#include "varnel/viewer/chart_files.h"
 
 namespace tool {
 

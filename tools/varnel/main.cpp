@@ -112,6 +112,12 @@ struct Program {
         command.add_option("--ohlc", plot.ohlc, "Open, high, low and close, as in o,h,l,c")
             ->delimiter(',')
             ->type_name("COLUMNS");
+        command.add_option("--errors", plot.errors, "Errors of y: one column, or below,above")
+            ->delimiter(',')
+            ->type_name("COLUMNS");
+        command.add_option("--names", plot.names, "Of the series, in place of their columns'")
+            ->delimiter(',')
+            ->type_name("NAMES");
         command.add_flag("--stack", plot.stack, "Bars above each other, not side by side");
         command.add_flag("--filled", plot.filled, "Contours as bands");
         command.add_flag("--wire", plot.wire, "A surface as a wire frame");

@@ -135,19 +135,14 @@ void WriteToOutput(Figure& figure) {
     if (!std::cout) throw std::runtime_error("The picture cannot be written to standard output.");
 }
 
-/// Shows the figure in the viewer, by way of a chart file that lives as long as the window.
-int Show(Figure& figure, const PlotOptions& options) {
+int Show(Figure& figure) {
     if (!varnel::HasDisplay()) {
         std::cerr << "varnel: There is no display to show the chart on. A picture can be made "
                      "with -o picture.png.\n";
         return kFailed;
     }
-    const std::filesystem::path file =
-        std::filesystem::temp_directory_path() / ("varnel-" + std::to_string(getpid()) + ".chart");
-    figure.Save(file.string());
-    const int status = View(file.string(), options.size, options.samples);
-    std::filesystem::remove(file);
-    return status;
+    figure.Show();
+    return kDone;
 }
 
 }  // namespace
@@ -183,7 +178,7 @@ int Plot(const PlotKind& kind, const PlotOptions& given) {
     else if (!options.output.empty())
         figure.Save(options.output);
     else if (options.chartFile.empty())
-        return Show(figure, options);
+        return Show(figure);
     return kDone;
 }
 

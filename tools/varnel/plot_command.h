@@ -27,6 +27,8 @@ struct PlotOptions {
     std::string colorBy;
     std::string from;
     std::vector<std::string> ohlc;
+    std::vector<std::string> errors;
+    std::vector<std::string> names;
     bool stack = false, filled = false, wire = false, bars = false;
     int bins = 0;
     std::string map = "viridis";

@@ -89,20 +89,25 @@ void DrawBars(Figure& figure, const Table& table, const PlotOptions& options) {
     }
     const std::vector<Values> series = YOf(table, options);
     if (series.size() > 1)
-        figure.Bars(x, series, {.stacked = options.stack});
+        figure.Bars(x, series, {.names = options.names, .stacked = options.stack});
     else
         figure.Bars(x, series[0], {.from = options.from.empty() ? Values() : table[options.from]});
 }
 
 void DrawHistogram(Figure& figure, const Table& table, const PlotOptions& options) {
-    figure.Histogram(Named(table, options.x, "-x, a column of numbers"), {.bins = options.bins});
+    if (!options.y.empty())
+        figure.Histogram(Named(table, options.x, "-x, a column of numbers"), table[options.y[0]],
+                         {.bins = options.bins});
+    else
+        figure.Histogram(Named(table, options.x, "-x, a column of numbers"),
+                         {.bins = options.bins});
 }
 
 void DrawArea(Figure& figure, const Table& table, const PlotOptions& options) {
     const Values x = XOf(table, options);
     const std::vector<Values> series = YOf(table, options);
     if (series.size() > 1)
-        figure.Area(x, series);
+        figure.Area(x, series, {.names = options.names});
     else
         figure.Area(x, series[0], {.from = options.from.empty() ? Values() : table[options.from]});
 }
@@ -120,31 +125,38 @@ void DrawBoxes(Figure& figure, const Table& table, const PlotOptions& options) {
     figure.Boxes(Values::Names(table.Text(options.x.empty() ? options.by : options.x)), series[0]);
 }
 
+void DrawRibbons(Figure& figure, const Table& table, const PlotOptions& options) {
+    figure.Ribbons(XOf(table, options), YOf(table, options), {.names = options.names});
+}
+
+void DrawErrorBars(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = XOf(table, options), y = YOf(table, options)[0];
+    if (options.errors.empty() || options.errors.size() > 2)
+        Missing("--errors, the column of errors, or two: below,above");
+    const Values below = table[options.errors.front()], above = table[options.errors.back()];
+    figure.Scatter(x, y);
+    figure.ErrorBars(x, y, below, above);
+}
+
 void DrawLine3D(Figure& figure, const Table& table, const PlotOptions& options) {
     figure.Line3D(XOf(table, options), YOf(table, options)[0],
                   Named(table, options.z, "-z, a column of numbers"), {.by = ByOf(table, options)});
 }
 
-/// The whole table as a matrix of z values.
-Grid ToGrid(const Table& table) {
-    return {table.Matrix(), static_cast<int>(table.NumRows()),
-            static_cast<int>(table.NumColumns())};
-}
-
 void DrawSurface(Figure& figure, const Table& table, const PlotOptions& options) {
     const SurfaceOptions surface{.map = options.map, .wire = options.wire};
     if (options.z.empty())
-        figure.Surface(ToGrid(table), surface);
+        figure.Surface(table, surface);
     else
         figure.Surface(XOf(table, options), YOf(table, options)[0], table[options.z], surface);
 }
 
 void DrawContours(Figure& figure, const Table& table, const PlotOptions& options) {
-    figure.Contours(ToGrid(table), {.map = options.map, .filled = options.filled});
+    figure.Contours(table, {.map = options.map, .filled = options.filled});
 }
 
 void DrawHeatMap(Figure& figure, const Table& table, const PlotOptions& options) {
-    figure.HeatMap(ToGrid(table), {.map = options.map});
+    figure.HeatMap(table, {.map = options.map});
 }
 
 }  // namespace
@@ -161,7 +173,7 @@ const std::vector<PlotKind>& PlotKinds() {
          "bars examples/data/iowa_electricity.csv -x year "
          "-y fossil_fuels_gwh,nuclear_energy_gwh,renewables_gwh --stack -o iowa.png",
          DrawBars},
-        {"histogram", "How often the values of a column occur",
+        {"histogram", "How often the values of a column occur; with -y those of two, in space",
          "histogram examples/data/seattle_weather.csv -x temp_max_c -o warm.png", DrawHistogram},
         {"area", "Filled areas, several of them stacked; with --from a range",
          "area examples/data/seattle_weather.csv -x date -y temp_max_c --from temp_min_c "
@@ -173,6 +185,14 @@ const std::vector<PlotKind>& PlotKinds() {
         {"boxes", "Extremes, quartiles, median and mean of all rows with the same x",
          "boxes examples/data/seattle_weather.csv -x date:month -y temp_max_c -o months.png",
          DrawBoxes},
+        {"errorbars", "Symbols with bars from y - below to y + above",
+         "errorbars examples/data/seattle_weather.csv -x date:month -y temp_max_c --group mean "
+         "--errors wind_m_s -o errors.png",
+         DrawErrorBars},
+        {"ribbons", "Series as ribbons one behind the other",
+         "ribbons examples/data/iowa_electricity.csv -x year -y 2,3,4 "
+         "--names fossil,nuclear,renewable -o ribbons.png",
+         DrawRibbons},
         {"line3d", "A line in space",
          "line3d examples/data/earthquakes_week.csv -x 1 -y 2 -z 3 --limit 100 -o path.png",
          DrawLine3D},

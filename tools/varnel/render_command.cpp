@@ -8,11 +8,11 @@
 #include <iostream>
 #include <map>
 
-#include "tools/varnel/chart_files.h"
 #include "tools/varnel/commands.h"
 #include "tools/varnel/limited_process.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/platform/window.h"
+#include "varnel/viewer/chart_files.h"
 
 namespace tool {
 

@@ -259,6 +259,7 @@ void Pourer::Pour() {
         case PROJECTIONLINECHART3D:
         case PLANECHART3D:
         case SCATTERTEXT3D:
+        case VECTORS3D:
             InSpace(AxisData::kValues);
             Points();
             break;

@@ -16,6 +16,13 @@ const char* NameOf(Layout layout) {
     return layout == Layout::Flat ? "flat" : layout == Layout::Map ? "a map" : "spatial";
 }
 
+/// Whether a column is called as columns without a header are: no title for an axis.
+bool IsNumbered(const std::string& name) {
+    constexpr std::string_view kColumn = "column ";
+    return name.starts_with(kColumn) && name.size() > kColumn.size() &&
+           name.find_first_not_of("0123456789", kColumn.size()) == std::string::npos;
+}
+
 const char* NameOf(DataKind kind) {
     return kind == DataKind::Names ? "names" : kind == DataKind::Dates ? "dates" : "numbers";
 }
@@ -50,7 +57,7 @@ std::vector<double> Chart::Impl::Take(int axis, const Values& values, const char
     if (*state.kind != values.Kind())
         Refuse(call, argument, " is ", NameOf(values.Kind()), ", its axis has ",
                NameOf(*state.kind));
-    if (!values.Name().empty() && values.Name() != state.name) {
+    if (!values.Name().empty() && !IsNumbered(values.Name()) && values.Name() != state.name) {
         state.mixed = state.mixed || !state.name.empty();
         state.name = values.Name();
     }

@@ -1,5 +1,7 @@
 #include "varnel/plot/figure.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <filesystem>
 
@@ -7,8 +9,10 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/layout/fit.h"
+#include "varnel/platform/system_report.h"
 #include "varnel/platform/window.h"
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/viewer/show_chart_file.h"
 
 namespace varnel::plot {
 
@@ -219,6 +223,26 @@ void Figure::SaveTurn(const std::string& path, int frames) {
         m_State->Write(NumberedPath(path, frame + 1), extension, m_Impl->title);
     }
     turn({});
+}
+
+void Figure::Show() {
+    static int shown = 0;
+    const std::filesystem::path file =
+        std::filesystem::temp_directory_path() /
+        ("varnel-" + std::to_string(getpid()) + "-" + std::to_string(++shown) + ".chart");
+    View().Save(file.string());
+    const auto [width, height] = m_State->options.size;
+    const std::string& title = m_Impl->title;
+    std::string problem;
+    const bool closed = ShowChartFile(
+        file.string(), {width, height, m_State->options.samples, title.empty() ? "Varnel" : title},
+        problem);
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+    if (closed) return;
+    if (!HasDisplay())
+        problem = "there is no display to show the figure on; Save(\"picture.png\") needs none";
+    varnel::detail::Raise(ERR3D_CDC_PARAMETER, ERR3DCLASS_GENERAL, "Show", problem);
 }
 
 }  // namespace varnel::plot

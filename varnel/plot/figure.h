@@ -22,6 +22,7 @@
 #include "varnel/foundation/export.h"
 #include "varnel/plot/data.h"
 #include "varnel/plot/options.h"
+#include "varnel/plot/table.h"
 
 namespace varnel {
 class CChart3D;
@@ -70,6 +71,19 @@ class VARNEL_API Chart {
     Objects ErrorBars(const Values& x, const Values& y, const Values& below, const Values& above,
                       const ErrorBarsOptions& options = {});
 
+    /// A text centred on each point.
+    Objects Text(const Values& x, const Values& y, const std::vector<std::string>& texts,
+                 const TextOptions& options = {});
+    /// From each point by (dx, dy), in units of the axes.
+    Objects Arrows(const Values& x, const Values& y, const Values& dx, const Values& dy,
+                   const LineOptions& options = {});
+    /// Lines and bands across the whole chart, behind the data, at values of x or y. They are seen
+    /// as far as the axes reach.
+    Objects LineAtX(double x, const LineOptions& options = {});
+    Objects LineAtY(double y, const LineOptions& options = {});
+    Objects BandAtX(double from, double to, const BandOptions& options = {});
+    Objects BandAtY(double from, double to, const BandOptions& options = {});
+
     // --- Spatial kinds -----------------------------------------------------------------------
 
     Objects Line3D(const Values& x, const Values& y, const Values& z,
@@ -79,7 +93,21 @@ class VARNEL_API Chart {
     /// A bar at each (x, y), from the base to z.
     Objects Bars3D(const Values& x, const Values& y, const Values& z,
                    const BarsOptions& options = {});
+    /// How often pairs of samples occur, as bars over a grid of bins.
+    Objects Histogram(const Values& x, const Values& y, const HistogramOptions& options = {});
+    /// Several series, each a ribbon at a place of its own along y.
+    Objects Ribbons(const Values& x, const std::vector<Values>& series,
+                    const AreaOptions& options = {});
+    Objects Text3D(const Values& x, const Values& y, const Values& z,
+                   const std::vector<std::string>& texts, const TextOptions& options = {});
+    Objects Arrows3D(const Values& x, const Values& y, const Values& z, const Values& dx,
+                     const Values& dy, const Values& dz, const LineOptions& options = {});
     Objects Surface(const Grid& grid, const SurfaceOptions& options = {});
+    /// A mesh of triangles: three numbers of points, from 0 on, for each.
+    Objects Surface(const Values& x, const Values& y, const Values& z,
+                    const std::vector<int>& corners, const SurfaceOptions& options = {});
+    /// A table that is a matrix.
+    Objects Surface(const Table& matrix, const SurfaceOptions& options = {});
     /// A function of x and y.
     Objects Surface(const std::function<double(double, double)>& f, double x0, double x1, double y0,
                     double y1, const SurfaceOptions& options = {});
@@ -90,7 +118,9 @@ class VARNEL_API Chart {
     // --- Maps --------------------------------------------------------------------------------
 
     Objects Contours(const Grid& grid, const ContourOptions& options = {});
+    Objects Contours(const Table& matrix, const ContourOptions& options = {});
     Objects HeatMap(const Grid& grid, const SurfaceOptions& options = {});
+    Objects HeatMap(const Table& matrix, const SurfaceOptions& options = {});
 
     // --- Axes and the objects below ----------------------------------------------------------
 
@@ -128,6 +158,9 @@ class VARNEL_API Figure : public Chart {
     /// upright axis, all of one size; `path` has a place for their number from 1 on, as in
     /// "turn-%03d.png". Raises "Parameter Error" for another path or fewer than one frame.
     void SaveTurn(const std::string& path, int frames);
+    /// Shows the figure in a window, as `varnel view` does, until its user closes it. Raises "CDC
+    /// Parameter Error" where there is no display, and says what can be done there.
+    void Show();
     /// The figure's view, with its charts framed; owned by the figure.
     CChartView3D& View();
 

@@ -75,7 +75,8 @@ struct BarsOptions {
 struct HistogramOptions {
     std::string name{};
     std::optional<RGBDType> color{};
-    int bins = 0;  ///< 0: by the rule of Freedman and Diaconis, at least as many as Sturges' rule
+    int bins = 0;  ///< along an axis; 0: by the rule of Freedman and Diaconis, at least as many as
+                   ///< Sturges' rule
     std::optional<double> min{};
     std::optional<double> max{};
 };
@@ -105,6 +106,15 @@ struct BoxesOptions {
     bool outliers = true;
 };
 
+struct BandOptions {
+    std::optional<RGBDType> color{};
+};
+
+struct TextOptions {
+    std::optional<RGBDType> color{};
+    double size = 11.0;
+};
+
 struct ErrorBarsOptions {
     std::optional<RGBDType> color{};
     double width = 1.0;
@@ -124,7 +134,9 @@ struct ContourOptions {
     int count = 10;       ///< of levels, at round values, about
     Values levels{};      ///< the levels themselves
     bool filled = false;  ///< bands between the levels, with a colour bar
-    bool labels = true;   ///< levels written into the lines; without, the legend tells them
+    /// Levels written into the lines; without, the legend tells them. Left out: lines have them,
+    /// bands their colour bar.
+    std::optional<bool> labels{};
 };
 
 }  // namespace varnel::plot

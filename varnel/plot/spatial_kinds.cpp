@@ -201,6 +201,71 @@ Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
     return {bars};
 }
 
+Objects Chart::Ribbons(const Values& x, const std::vector<Values>& series,
+                       const AreaOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Ribbons");
+    if (series.empty()) Refuse("Ribbons", "there are no series");
+    const std::vector<double> xs = c.Take(0, x, "Ribbons", "x");
+    std::vector<std::string> names;
+    for (std::size_t s = 0; s < series.size(); ++s) {
+        const std::string name = s < options.names.size() ? options.names[s] : series[s].Name();
+        names.push_back(name.empty() ? std::to_string(s + 1) : name);
+    }
+    const std::vector<double> places = c.Take(1, Values::Names(names), "Ribbons", "names");
+    Objects ribbons;
+    for (std::size_t s = 0; s < series.size(); ++s) {
+        const std::string argument = varnel::detail::Say("series ", s + 1);
+        const std::vector<double> values =
+            c.Take(2, series[s], "Ribbons", argument.c_str(), static_cast<long long>(xs.size()));
+        const RGBDType color = c.NextColor({});
+        ribbons.push_back(c.NewObject());
+        ribbons[s]->RibbonChart25D(xs, values, places[s], 0.6, color, color, WIDTH_CENTERED,
+                                   INDAXIS_X);
+        ribbons[s]->SetOutlineMode(0);
+    }
+    return ribbons;
+}
+
+Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Histogram");
+    if (options.bins < 0) Refuse("Histogram", "bins is ", options.bins);
+    const std::vector<double> samples[] = {
+        c.Take(0, x, "Histogram", "x"),
+        c.Take(1, y, "Histogram", "y", static_cast<long long>(x.size()))};
+    // Sturges' rule for each of the two.
+    const auto n = static_cast<std::size_t>(
+        options.bins > 0 ? options.bins : std::ceil(std::log2(static_cast<double>(x.size()))) + 1);
+    double low[2], width[2];
+    for (const int axis : {0, 1}) {
+        const DataRange range = RangeOf(samples[axis]);
+        if (range.count == 0) Refuse("Histogram", "there is no finite value");
+        low[axis] = range.min;
+        width[axis] = (range.max > range.min ? range.max - range.min : 1) / static_cast<double>(n);
+    }
+    std::vector<point3Dtype> bars(n * n);
+    for (std::size_t i = 0; i < n * n; ++i)
+        bars[i] = {low[0] + static_cast<double>(i % n) * width[0],
+                   low[1] + static_cast<double>(i / n) * width[1], 0, 0};
+    const auto bin = [&](int axis, std::size_t i) {
+        return std::min(static_cast<std::size_t>((samples[axis][i] - low[axis]) / width[axis]),
+                        n - 1);
+    };
+    for (std::size_t i = 0; i < x.size(); ++i)
+        if (std::isfinite(samples[0][i]) && std::isfinite(samples[1][i]))
+            ++bars[bin(1, i) * n + bin(0, i)].z;
+    std::erase_if(bars, [](const point3Dtype& bar) { return bar.z == 0; });
+    c.axes[2].kind = DataKind::Numbers;
+    if (c.axes[2].name.empty()) c.axes[2].name = "count";
+    const std::vector<double> feet(bars.size(), 0.0);
+    CChartObj3D* const object = c.NewObject();
+    object->BarChart3D(bars.data(), feet.data(), static_cast<int>(bars.size()), width[0], width[1],
+                       c.NextColor(options.color), c.theme.outline);
+    c.AddEntry(object, options.name);
+    return {object};
+}
+
 Objects Chart::Surface(const Grid& grid, const SurfaceOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Spatial, "Surface");
@@ -237,6 +302,41 @@ Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
     return AddSurface(c, surface, options, "Surface");
 }
 
+Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
+                       const std::vector<int>& corners, const SurfaceOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Surface");
+    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Surface");
+    if (corners.empty() || corners.size() % 3 != 0)
+        Refuse("Surface", "corners has ", corners.size(), " numbers, not three for each triangle");
+    for (const int corner : corners)
+        if (corner < 0 || static_cast<std::size_t>(corner) >= points.size())
+            Refuse("Surface", "there is no point ", corner, " of ", points.size());
+    CPolysurface surface(points, corners);
+    return AddSurface(c, surface, options, "Surface");
+}
+
+namespace {
+
+Grid AsGrid(const Table& matrix) {
+    return {matrix.Matrix(), static_cast<int>(matrix.NumRows()),
+            static_cast<int>(matrix.NumColumns())};
+}
+
+}  // namespace
+
+Objects Chart::Surface(const Table& matrix, const SurfaceOptions& options) {
+    return Surface(AsGrid(matrix), options);
+}
+
+Objects Chart::Contours(const Table& matrix, const ContourOptions& options) {
+    return Contours(AsGrid(matrix), options);
+}
+
+Objects Chart::HeatMap(const Table& matrix, const SurfaceOptions& options) {
+    return HeatMap(AsGrid(matrix), options);
+}
+
 Objects Chart::HeatMap(const Grid& grid, const SurfaceOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Map, "HeatMap");
@@ -268,14 +368,15 @@ Objects Chart::Contours(const Grid& grid, const ContourOptions& options) {
     if (options.filled) objects.push_back(AddBands(c, surface, levels, options.map));
     std::vector<RGBDType> colors(count + 1, c.theme.outline);
     if (!options.filled) ColorMap(options.map, static_cast<int>(count + 1), colors.data());
+    const bool labels = options.labels.value_or(!options.filled);
     CChartObj3D* const lines = c.NewObject();
     lines->ContourPolysurface3D(&surface, levels, colors,
                                 range.min + 0.01 * (range.max - range.min), 0);
     lines->SetContourStyle({.lineWidth = static_cast<double>(c.Pixels(options.filled ? 0.5 : 1.2)),
-                            .labels = options.labels,
+                            .labels = labels,
                             .labelSize = 0.8,
                             .labelSpacing = static_cast<double>(c.Pixels(225))});
-    if (!options.filled && !options.labels) c.contours = lines;
+    if (!options.filled && !labels) c.contours = lines;
     objects.push_back(lines);
     return objects;
 }

@@ -8,7 +8,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/platform/window.h"
 
-namespace tool {
+namespace varnel::detail {
 
 class Panel {
  public:
@@ -25,15 +25,15 @@ class Panel {
     int Height() const { return m_Height; }
 
     /// Copies the panel to (x, y) of a device context, in pixels from its upper left corner.
-    void CopyTo(varnel::CDC& dc, int x, int y) const;
+    void CopyTo(CDC& dc, int x, int y) const;
 
  private:
     int m_Width;
     int m_Height;
-    std::unique_ptr<varnel::CWnd> m_Memory;
+    std::unique_ptr<CWnd> m_Memory;
 };
 
 /// `text` in lines of at most `columns` characters, broken at spaces where there are some.
 std::vector<Panel::Line> Wrapped(const std::string& text, std::size_t columns);
 
-}  // namespace tool
+}  // namespace varnel::detail

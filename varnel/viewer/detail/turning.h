@@ -11,22 +11,22 @@ class CChartView3D;
 class CTransform3D;
 }  // namespace varnel
 
-namespace tool {
+namespace varnel::detail {
 
 class Turning {
  public:
-    explicit Turning(varnel::CChartView3D& view);
+    explicit Turning(CChartView3D& view);
 
     /// The uppermost chart at a place in fractions of the view from its upper left corner; null
     /// where there is none.
-    varnel::CChart3D* ChartAt(double x, double y) const;
+    CChart3D* ChartAt(double x, double y) const;
 
     /// Turns a chart by degrees: about its upright axis, positive: what is in front goes to the
     /// right; and towards the viewer, positive: what is in front goes down.
-    void Turn(varnel::CChart3D& chart, double around, double over) const;
+    void Turn(CChart3D& chart, double around, double over) const;
 
     /// Makes a chart larger, factor > 1, or smaller, within reason.
-    void Enlarge(varnel::CChart3D& chart, double factor) const;
+    void Enlarge(CChart3D& chart, double factor) const;
 
     /// Gives all charts the position and size that they had at construction.
     void Reset() const;
@@ -37,8 +37,8 @@ class Turning {
         varnel::point3Dtype chartRect;
     };
 
-    varnel::CChartView3D& m_View;
-    std::map<varnel::CTransform3D*, Start> m_Start;
+    CChartView3D& m_View;
+    std::map<CTransform3D*, Start> m_Start;
 };
 
-}  // namespace tool
+}  // namespace varnel::detail

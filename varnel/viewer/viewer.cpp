@@ -1,4 +1,4 @@
-#include "tools/varnel/viewer.h"
+#include "varnel/viewer/detail/viewer.h"
 
 #include <poll.h>
 
@@ -7,16 +7,14 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/varnel/chart_files.h"
 #include "varnel/chart/chart.h"
 #include "varnel/platform/clipboard.h"
 #include "varnel/platform/dib_section.h"
 #include "varnel/platform/printer.h"
 #include "varnel/transform/transform.h"
+#include "varnel/viewer/chart_files.h"
 
-namespace tool {
-
-using namespace varnel;
+namespace varnel::detail {
 
 namespace {
 
@@ -320,4 +318,4 @@ void Viewer::DrawWithPanels(CDC& dc) {
     dc.BitBlt(0, 0, m_Width, m_Height, frame, 0, 0);
 }
 
-}  // namespace tool
+}  // namespace varnel::detail

@@ -1,4 +1,4 @@
-#include "tools/varnel/turning.h"
+#include "varnel/viewer/detail/turning.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,9 +7,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/transform/transform.h"
 
-namespace tool {
-
-using namespace varnel;
+namespace varnel::detail {
 
 namespace {
 
@@ -72,4 +70,4 @@ void Turning::Reset() const {
     }
 }
 
-}  // namespace tool
+}  // namespace varnel::detail

@@ -6,17 +6,17 @@
 #include <optional>
 #include <string>
 
-#include "tools/varnel/panel.h"
-#include "tools/varnel/turning.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/platform/x11_window.h"
+#include "varnel/viewer/detail/panel.h"
+#include "varnel/viewer/detail/turning.h"
 
-namespace tool {
+namespace varnel::detail {
 
 class Viewer {
  public:
     /// On a window, which is not owned; `view` is on that window and loaded from `file`.
-    Viewer(varnel::X11Window& window, varnel::CChartView3D& view, std::string file, int samples);
+    Viewer(X11Window& window, CChartView3D& view, std::string file, int samples);
 
     /// Serves the window until its user closes it or it is gone. False when the display was lost.
     bool Run();
@@ -27,12 +27,12 @@ class Viewer {
  private:
     using Clock = std::chrono::steady_clock;
 
-    void Handle(const varnel::X11Event& event);
-    void HandleKey(const varnel::X11Event& event);
-    void Drag(const varnel::X11Event& event);
-    varnel::CChart3D* ChartUnder(const varnel::X11Event& event) const;
-    void TurnUnder(const varnel::X11Event& event, double around, double over);
-    void EnlargeUnder(const varnel::X11Event& event, double factor);
+    void Handle(const X11Event& event);
+    void HandleKey(const X11Event& event);
+    void Drag(const X11Event& event);
+    CChart3D* ChartUnder(const X11Event& event) const;
+    void TurnUnder(const X11Event& event, double around, double over);
+    void EnlargeUnder(const X11Event& event, double factor);
     void Reset();
     void ToggleHelp();
     void ToggleAntialiasing();
@@ -45,12 +45,12 @@ class Viewer {
     void WithWindowSizedView(Action&& action);
 
     bool Draw();
-    void DrawWithPanels(varnel::CDC& dc);
+    void DrawWithPanels(CDC& dc);
     int MillisecondsToWait() const;
     void ForgetOldNotice();
 
-    varnel::X11Window& m_Window;
-    varnel::CChartView3D& m_View;
+    X11Window& m_Window;
+    CChartView3D& m_View;
     Turning m_Turning;
     std::string m_File;
     int m_SmoothSamples;
@@ -59,7 +59,7 @@ class Viewer {
     bool m_Dirty = true;
     bool m_Running = true;
     bool m_HelpShown = false;
-    varnel::CChart3D* m_Dragged = nullptr;
+    CChart3D* m_Dragged = nullptr;
     int m_DragX = 0;
     int m_DragY = 0;
     std::optional<Panel> m_Help;
@@ -67,4 +67,4 @@ class Viewer {
     Clock::time_point m_NoticeEnd;
 };
 
-}  // namespace tool
+}  // namespace varnel::detail

@@ -1,4 +1,4 @@
-#include "tools/varnel/panel.h"
+#include "varnel/viewer/detail/panel.h"
 
 #include <algorithm>
 
@@ -6,9 +6,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/transform/transform.h"
 
-namespace tool {
-
-using namespace varnel;
+namespace varnel::detail {
 
 namespace {
 
@@ -80,4 +78,4 @@ std::vector<Panel::Line> Wrapped(const std::string& text, std::size_t columns) {
     return lines;
 }
 
-}  // namespace tool
+}  // namespace varnel::detail

@@ -1,4 +1,4 @@
-#include "tools/varnel/chart_files.h"
+#include "varnel/viewer/chart_files.h"
 
 #include <unistd.h>
 
@@ -7,9 +7,7 @@
 #include "varnel/chart/chart_view.h"
 #include "varnel/foundation/diagnostics.h"
 
-namespace tool {
-
-using namespace varnel;
+namespace varnel {
 
 namespace {
 
@@ -55,4 +53,4 @@ Loaded LoadChartFile(CChartView3D& view, const std::string& file) {
     return {true, {}};
 }
 
-}  // namespace tool
+}  // namespace varnel

@@ -4,12 +4,11 @@
 #include <string>
 
 #include "varnel/foundation/error.h"
+#include "varnel/foundation/export.h"
 
 namespace varnel {
-class CChartView3D;
-}
 
-namespace tool {
+class CChartView3D;
 
 /// What loading a file gave.
 struct Loaded {
@@ -18,9 +17,9 @@ struct Loaded {
 };
 
 /// Loads a chart file into a view. Raises nothing.
-Loaded LoadChartFile(varnel::CChartView3D& view, const std::string& file);
+VARNEL_API Loaded LoadChartFile(CChartView3D& view, const std::string& file);
 
 /// A failure as a sentence about what was being done, such as "The view cannot be drawn".
-std::string Describe(const std::string& what, const varnel::Error& error);
+VARNEL_API std::string Describe(const std::string& what, const Error& error);
 
-}  // namespace tool
+}  // namespace varnel

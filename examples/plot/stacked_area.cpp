@@ -1,0 +1,11 @@
+// Areas above each other.
+#include <varnel/plot.h>
+using namespace varnel::plot;
+
+int main() {
+    const Table iowa = ReadCSV("examples/data/iowa_electricity.csv");
+    Figure figure({.title = "Electricity in Iowa, GWh"});
+    figure.Area(iowa["year"], {iowa[2], iowa[3], iowa[4]},
+                {.names = {"fossil", "nuclear", "renewable"}});
+    figure.Save("stacked_area.png");
+}

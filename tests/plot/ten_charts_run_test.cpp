@@ -1,0 +1,119 @@
+// The programs of examples/plot and the commands that say the same: both make the same picture, to
+// the byte, and it looks as the stored one does.
+#include <gtest/gtest.h>
+
+#include <png.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "tests/support/x_server.h"
+
+namespace varnel {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Case {
+    const char* name;  ///< of the example
+    const char* command;
+};
+
+void PrintTo(const Case& c, std::ostream* out) {
+    *out << c.name;
+}
+
+const Case kCases[] = {
+    {"volcano_surface", "surface examples/data/volcano.csv --title 'Maunga Whau'"},
+    {"volcano_contours", "contours examples/data/volcano.csv --title 'Maunga Whau, m'"},
+    {"months_and_years",
+     "bars examples/data/seattle_weather.csv -x date:month -y date:year -z temp_max_c --group mean "
+     "--title 'Warmest hour of the day, °C'"},
+    {"grouped_bars",
+     "bars examples/data/iowa_electricity.csv -x year -y 2,3,4 --names fossil,nuclear,renewable "
+     "--title 'Electricity in Iowa, GWh'"},
+    {"penguins",
+     "scatter examples/data/penguins.csv -x bill_length_mm -y flipper_length_mm --by species "
+     "--title Penguins"},
+    {"co2",
+     "line examples/data/co2_mauna_loa.csv -x date -y co2_ppm --y-title ppm "
+     "--title 'Carbon dioxide at Mauna Loa'"},
+    {"stacked_area",
+     "area examples/data/iowa_electricity.csv -x year -y 2,3,4 --names fossil,nuclear,renewable "
+     "--title 'Electricity in Iowa, GWh'"},
+    {"candles",
+     "candles examples/data/vix_ohlc.csv -x date --ohlc open,high,low,close --title VIX"},
+    {"helix", "line3d helix.csv -x 1 -y 2 -z 3 --title 'A helix'"},
+    {"boxes_by_month",
+     "boxes examples/data/seattle_weather.csv -x date:month -y temp_max_c "
+     "--title 'Warmest hour of the day in Seattle, °C'"},
+};
+
+std::string ReadAll(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::vector<png_byte> ReadPixels(const fs::path& file) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, file.c_str()) == 0) return {};
+    image.format = PNG_FORMAT_RGB;
+    std::vector<png_byte> pixels(PNG_IMAGE_SIZE(image));
+    return png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) != 0
+               ? pixels
+               : std::vector<png_byte>();
+}
+
+/// Drivers differ in the pixels along edges: the mean difference of a component, of 255.
+double Difference(const std::vector<png_byte>& a, const std::vector<png_byte>& b) {
+    if (a.size() != b.size() || a.empty()) return 255;
+    double sum = 0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        sum += std::abs(a[i] - b[i]);
+    return sum / static_cast<double>(a.size());
+}
+
+class TenCharts : public testing::TestWithParam<Case> {
+ protected:
+    TenCharts() {
+        fs::create_directory(m_Folder.File("examples"));
+        fs::create_directory_symlink(VARNEL_EXAMPLE_DATA, m_Folder.File("examples/data"));
+    }
+    /// A command in the folder; what it says.
+    std::string Run(const std::string& command) {
+        return test::RunCommand("cd " + m_Folder.File("") + " && " + command + " 2>&1");
+    }
+    test::TemporaryFolder m_Folder;
+};
+
+TEST_P(TenCharts, ProgramAndCommandMakeTheStoredPicture) {
+    const auto& [name, command] = GetParam();
+    std::ofstream helix(m_Folder.File("helix.csv"));
+    helix.precision(17);
+    for (double t = 0; t < 20; t += 0.05)
+        helix << std::cos(t) << ',' << std::sin(t) << ',' << t << '\n';
+    helix.close();
+    const std::string plot = VARNEL_PROGRAM " plot " + std::string(command);
+    const std::string picture = std::string(name) + ".png";
+    EXPECT_EQ(Run(VARNEL_EXAMPLE_PROGRAMS "/plot_" + std::string(name)), "");
+    EXPECT_EQ(Run(plot + " -o command.png"), "");
+    EXPECT_GT(fs::file_size(m_Folder.File("command.png")), 1000U);
+    EXPECT_TRUE(ReadAll(m_Folder.File(picture)) == ReadAll(m_Folder.File("command.png")));
+    EXPECT_EQ(Run(plot + " -o small.png --size 320x240 --samples 0"), "");
+    const fs::path reference = fs::path(VARNEL_EXAMPLE_REFERENCES) / "plot" / picture;
+    if (std::getenv("VARNEL_UPDATE_REFERENCES") != nullptr)
+        fs::copy_file(m_Folder.File("small.png"), reference, fs::copy_options::overwrite_existing);
+    EXPECT_LE(Difference(ReadPixels(m_Folder.File("small.png")), ReadPixels(reference)), 1.5);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TenCharts, testing::ValuesIn(kCases),
+                         [](const auto& c) { return std::string(c.param.name); });
+
+}  // namespace
+}  // namespace varnel

@@ -1,0 +1,139 @@
+// What stands beside the data: texts, arrows, lines and bands across a chart.
+#include "varnel/axes/axes.h"
+#include "varnel/axes/text_object.h"
+#include "varnel/plot/detail/chart_impl.h"
+
+namespace varnel::plot {
+
+using detail::Refuse;
+
+namespace {
+
+constexpr int kX = 0, kValue = 2;  // axes of a flat chart's box
+constexpr double kLabelPoints = 11.0;
+
+std::vector<point3Dtype> Joined(const std::vector<double>& x, const std::vector<double>& y,
+                                const std::vector<double>& z) {
+    std::vector<point3Dtype> points;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        points.push_back({x[i], y[i], z[i], 0});
+    return points;
+}
+
+int Style(Dash dash) {
+    return dash == Dash::Solid ? 0 : dash == Dash::Dashed ? 2 : 3;
+}
+
+Objects AddTexts(auto& c, const std::vector<point3Dtype>& points,
+                 const std::vector<std::string>& texts, const TextOptions& options,
+                 const char* call) {
+    if (texts.size() != points.size())
+        Refuse(call, "texts has ", texts.size(), " values, not ", points.size());
+    CChartObj3D* const object = c.NewObject();
+    object->ScatterText3D(points, texts, options.size / kLabelPoints, TEXTPLANE_VIEWER,
+                          options.color.value_or(c.theme.text), PROJECTION_NONE, 0);
+    return {object};
+}
+
+Objects AddArrows(auto& c, const std::vector<point3Dtype>& points,
+                  const std::vector<point3Dtype>& vectors, const LineOptions& options, bool flat) {
+    constexpr double kHeadPoints = 8.0;
+    CChartObj3D* const object = c.NewObject();
+    object->Vectors3D(points, vectors, 1.0, c.SymbolSize(kHeadPoints), flat,
+                      c.Pixels(options.width), c.NextColor(options.color));
+    c.AddEntry(object, options.name);
+    return {object};
+}
+
+void RequireCount(const Values& values, std::size_t count, const char* call, const char* argument) {
+    if (values.size() != count)
+        Refuse(call, argument, " has ", values.size(), " values, not ", count);
+}
+
+Objects AddLine(auto& c, int axis, double at, const LineOptions& options, const char* call) {
+    c.Begin(Layout::Flat, call);
+    CChartObj3D* const line = c.NewObject();
+    line->ReferenceLine3D(axis, at, PLANE_MIN_Y, Style(options.dash), c.Pixels(options.width),
+                          options.color.value_or(c.theme.outline));
+    c.AddEntry(line, options.name);
+    return {line};
+}
+
+Objects AddBand(auto& c, int axis, double from, double to, const BandOptions& options,
+                const char* call) {
+    c.Begin(Layout::Flat, call);
+    CChartObj3D* const band = c.NewObject();
+    band->ReferenceBand3D(axis, from, to, PLANE_MIN_Y, options.color.value_or(c.theme.grid));
+    return {band};
+}
+
+}  // namespace
+
+Objects Chart::Text(const Values& x, const Values& y, const std::vector<std::string>& texts,
+                    const TextOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Flat, "Text");
+    const std::vector<double> xs = c.Take(kX, x, "Text", "x");
+    const std::vector<double> ys =
+        c.Take(kValue, y, "Text", "y", static_cast<long long>(xs.size()));
+    const std::vector<double> layer(xs.size(), c.NextLayer());
+    return AddTexts(c, Joined(xs, layer, ys), texts, options, "Text");
+}
+
+Objects Chart::Text3D(const Values& x, const Values& y, const Values& z,
+                      const std::vector<std::string>& texts, const TextOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Text3D");
+    const std::vector<double> xs = c.Take(0, x, "Text3D", "x");
+    const auto count = static_cast<long long>(xs.size());
+    const std::vector<double> ys = c.Take(1, y, "Text3D", "y", count);
+    return AddTexts(c, Joined(xs, ys, c.Take(2, z, "Text3D", "z", count)), texts, options,
+                    "Text3D");
+}
+
+Objects Chart::Arrows(const Values& x, const Values& y, const Values& dx, const Values& dy,
+                      const LineOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Flat, "Arrows");
+    const std::vector<double> xs = c.Take(kX, x, "Arrows", "x");
+    const std::vector<double> ys =
+        c.Take(kValue, y, "Arrows", "y", static_cast<long long>(xs.size()));
+    RequireCount(dx, xs.size(), "Arrows", "dx");
+    RequireCount(dy, xs.size(), "Arrows", "dy");
+    const std::vector<double> layer(xs.size(), c.NextLayer()), none(xs.size());
+    return AddArrows(c, Joined(xs, layer, ys), Joined(dx.Numbers(), none, dy.Numbers()), options,
+                     true);
+}
+
+Objects Chart::Arrows3D(const Values& x, const Values& y, const Values& z, const Values& dx,
+                        const Values& dy, const Values& dz, const LineOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Arrows3D");
+    const std::vector<double> xs = c.Take(0, x, "Arrows3D", "x");
+    const auto count = static_cast<long long>(xs.size());
+    const std::vector<double> ys = c.Take(1, y, "Arrows3D", "y", count);
+    const std::vector<double> zs = c.Take(2, z, "Arrows3D", "z", count);
+    RequireCount(dx, xs.size(), "Arrows3D", "dx");
+    RequireCount(dy, xs.size(), "Arrows3D", "dy");
+    RequireCount(dz, xs.size(), "Arrows3D", "dz");
+    return AddArrows(c, Joined(xs, ys, zs), Joined(dx.Numbers(), dy.Numbers(), dz.Numbers()),
+                     options, false);
+}
+
+Objects Chart::LineAtX(double x, const LineOptions& options) {
+    return AddLine(*m_Impl, kX, x, options, "LineAtX");
+}
+
+Objects Chart::LineAtY(double y, const LineOptions& options) {
+    return AddLine(*m_Impl, kValue, y, options, "LineAtY");
+}
+
+Objects Chart::BandAtX(double from, double to, const BandOptions& options) {
+    return AddBand(*m_Impl, kX, from, to, options, "BandAtX");
+}
+
+Objects Chart::BandAtY(double from, double to, const BandOptions& options) {
+    return AddBand(*m_Impl, kValue, from, to, options, "BandAtY");
+}
+
+}  // namespace varnel::plot
