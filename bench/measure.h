@@ -1,0 +1,90 @@
+// What the programs that are compared share: CPU time, memory, the data, and a line per figure.
+//
+// CPU time of the process, all threads, is what stays comparable on a machine that has other work.
+// Each program is called as KIND SIZE [REPETITIONS] and prints lines NAME VALUE, which compare.py
+// reads.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace measure {
+
+/// CPU time of all threads so far, ms.
+inline double CpuMs() {
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    return 1e3 * static_cast<double>(t.tv_sec) + 1e-6 * static_cast<double>(t.tv_nsec);
+}
+
+/// What the process has in memory now, bytes.
+inline double ResidentBytes() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    double kilobytes = 0.0;
+    while (status >> word)
+        if (word == "VmRSS:") status >> kilobytes;
+    return kilobytes * 1024;
+}
+
+inline void Print(const char* name, double value) {
+    std::printf("%s %.6g\n", name, value);
+    std::fflush(stdout);
+}
+
+/// The height at row r, column c of an n x n grid over -1..1.
+inline double Wave(int r, int c, int n) {
+    const auto at = [n](int i) { return std::cos(6 * (2.0 * i / (n - 1) - 1)); };
+    return 0.3 * at(r) * at(c);
+}
+
+inline std::vector<double> Waves(int n) {
+    std::vector<double> z;
+    z.reserve(static_cast<std::size_t>(n) * static_cast<std::size_t>(n));
+    for (int r = 0; r < n; ++r)
+        for (int c = 0; c < n; ++c)
+            z.push_back(Wave(r, c, n));
+    return z;
+}
+
+/// A point of a curve through -1..1, i of n; x, y, z.
+inline void CurvePoint(int i, int n, double* p) {
+    const double t = 2.0 * i / n - 1;
+    p[0] = t;
+    p[1] = std::sin(40 * t) * 0.7;
+    p[2] = std::cos(63 * t) * 0.7;
+}
+
+/// Draws once, prints what that took since `start` (CPU ms), then the median of `repetitions` more.
+template <class Draw>
+void Frames(double start, int repetitions, Draw draw) {
+    draw();
+    Print("first_ms", CpuMs() - start);
+    std::vector<double> spent;
+    for (int i = 0; i < repetitions; ++i) {
+        const double before = CpuMs();
+        draw();
+        spent.push_back(CpuMs() - before);
+    }
+    if (spent.empty()) return;
+    std::nth_element(spent.begin(), spent.begin() + repetitions / 2, spent.end());
+    Print("frame_ms", spent[static_cast<std::size_t>(repetitions / 2)]);
+}
+
+/// Makes `count` pictures and prints how many a second of CPU time, the first left aside.
+template <class MakePicture>
+void Many(int count, MakePicture make) {
+    make();
+    const double before = CpuMs();
+    for (int i = 0; i < count; ++i)
+        make();
+    Print("pictures_per_s", 1e3 * count / (CpuMs() - before));
+}
+
+}  // namespace measure
