@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kMostPoints = 1000;  // a side; beyond, a frame takes half a minute
+constexpr int kMostPoints = 500;  // a side; beyond, a frame takes many seconds
 
 void Draw(double start, int frames, bool lit, const std::function<void(mglGraph&)>& plot) {
     mglGraph graph(0, 1024, 768);

@@ -26,6 +26,8 @@ def ten_bars(figure, file):
 
 def main():
     kind, argument = sys.argv[1:3]
+    if kind not in ("start", "reuse", "renew"):
+        sys.exit(1)
     if kind == "start":
         ten_bars(new_figure(), argument)
         return

@@ -31,11 +31,14 @@ void MeshPainter::PlacePoints(const MatrixStack& matrix, const MeshSource& mesh)
     constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
     const int n = mesh.NumPoints();
     m_Places.resize(static_cast<std::size_t>(n));
+    m_Kept = nullptr;
     std::vector<point3Dtype> scratch(static_cast<std::size_t>(std::min(n, kBlock)));
     Place* out = m_Places.data();
     for (int first = 0; first < n; first += kBlock) {
         const int count = std::min(kBlock, n - first);
         const point3Dtype* points = mesh.Points(first, count, scratch.data());
+        if (first == 0) m_Kept = points;
+        if (points == scratch.data()) m_Kept = nullptr;
         for (int i = 0; i < count; ++i) {
             const Vec3 p = matrix.ToDevice(points[i]);
             const bool isData = (p.x + p.y + p.z) * 0.0 == 0.0;
@@ -65,7 +68,8 @@ void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const Surf
     renderer.corners.resize(count);
     for (std::size_t i = 0; i < count; ++i) {
         point3Dtype scratch;
-        m_Corners[i] = *mesh.Points(numbers[i], 1, &scratch);
+        m_Corners[i] =
+            m_Kept != nullptr ? m_Kept[numbers[i]] : *mesh.Points(numbers[i], 1, &scratch);
         const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
         renderer.corners[i] = {static_cast<double>(p.x), static_cast<double>(p.y),
                                static_cast<double>(p.z)};

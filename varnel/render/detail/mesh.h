@@ -25,8 +25,8 @@ class MeshSource {
     virtual int NumPoints() const = 0;
     virtual int NumPolygons() const = 0;
     /// `count` points from `first` on in the coordinates of the current matrix: where they are
-    /// kept, or in `scratch`, which has room for them. A point that is no data has a coordinate
-    /// that is not finite, and the polygons at it are left out.
+    /// kept, all in one array, or always in `scratch`, which has room for them. A point that is no
+    /// data has a coordinate that is not finite, and the polygons at it are left out.
     virtual const point3Dtype* Points(int first, int count, point3Dtype* scratch) const = 0;
     /// The numbers of the n points of polygon k; n may be 0.
     virtual const int* Polygon(int k, int& n) const = 0;
@@ -84,7 +84,8 @@ class MeshPainter {
     void AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n, PackedColor color);
 
     std::vector<Place> m_Places;
-    std::vector<WindowPoint> m_Window;  ///< of the polygon at hand
+    const point3Dtype* m_Kept = nullptr;  ///< all points, where the mesh keeps them as they are
+    std::vector<WindowPoint> m_Window;    ///< of the polygon at hand
     std::vector<point3Dtype> m_Corners;
     MeshEdges m_Edges;
     bool m_AllSegments = true;
