@@ -5,10 +5,8 @@
 
 using namespace varnel;
 
-namespace {
-
-void Draw(example::Picture& picture) {
-    const example::Table table = picture.Read("global_temperature_anomaly.csv");
+void example::Draw(Picture& picture) {
+    const Table table = picture.Read("global_temperature_anomaly.csv");
     const std::vector<double> year = table.Numbers("year");
     const std::vector<double> anomaly = table.Numbers("anomaly_c");
 
@@ -26,34 +24,22 @@ void Draw(example::Picture& picture) {
         above.push_back(anomaly[i] >= 0 ? anomaly[i] : std::nan(""));
         below.push_back(anomaly[i] <= 0 ? anomaly[i] : std::nan(""));
     }
-    const int n = static_cast<int>(when.size());
 
-    CChart3D* chart = picture.NewChart("A warmer world", "against the mean of 1951 to 1980",
-                                       "Goddard Institute for Space Studies");
-    CTransform3D* transform = chart->NewTransform({1880, 0, -0.6, 0}, {2025, 1, 1.2, 0});
-    transform->SetRotate({-18, 0, 20, 0});
-    transform->SetChartRect({0.74, 0.12, 0.52, 0});
-    transform->SetOffset({0.06, 0, -0.03, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->EnableAxis(1, 0);
-    axes->EnableAxisLabels(1, 0);
-    axes->SetAxisTitleString(0, "year");
-    axes->SetAxisTitleString(2, "\260C");
-    example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
-
-    for (const auto* part : {&below, &above}) {
-        CChartObj3D* area = chart->NewChartObj(transform);
-        area->AreaFillChart25D(when.data(), part->data(), 0.0, 0.5, n, 0.6,
-                               example::Color(part == &above ? 3 : 0), example::kGrey, 1, 0);
+    const Theme theme;
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    CLegend3D* legend = picture.View().NewLegend3D();
+    legend->SetPlace(LEGEND_LEAST_DATA);
+    for (const bool warm : {true, false}) {
+        CChartObj3D* area = chart.NewChartObj(transform);
+        area->AreaFillChart25D(when, warm ? above : below, 0, 0, 1, theme.SeriesColor(warm ? 2 : 0),
+                               theme.outline, WIDTH_CENTERED, INDAXIS_X);
         area->SetOutlineMode(0);
+        legend->AddChartObj(area, warm ? "warmer" : "colder");
     }
-    example::AddKey(*chart, {"warmer", "colder"}, {example::Color(3), example::Color(0)});
+    chart.AutoFrame(transform, {.axes = {AxisFrame{}, AxisFrame{}, AxisFrame{.title = "°C"}},
+                                .title = "A warmer world",
+                                .subtitle = "against the mean of 1951 to 1980",
+                                .footer = "Goddard Institute for Space Studies"});
     picture.Save("area_anomaly");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

@@ -1,6 +1,5 @@
 // A week of earthquakes: how many of each magnitude, on a logarithmic axis with its grid; and the
-// energy that they set free, with engineering labels.
-#include <algorithm>
+// energy that they set free.
 #include <cmath>
 
 #include "examples/support/example.h"
@@ -9,64 +8,37 @@ using namespace varnel;
 
 namespace {
 
-constexpr int kClasses = 15;  // of half a magnitude, from -1
-constexpr double kLowest = -1;
-constexpr double kWidth = 0.5;
+constexpr double kLowest = -1, kWidth = 0.5;  // classes of half a magnitude
 
-/// Bars over the classes of magnitude, from the lower to the upper limit of a logarithmic axis.
-CAxes3D* DrawClasses(CChart3D* chart, const std::vector<double>& values, double min, double max,
-                     const RGBDType& color) {
-    CTransform3D* transform = chart->NewTransform({-1, 0, min, 0}, {6.5, 1, max, 0});
-    transform->SetAxisScaleMode(2, 1);
-    transform->SetRotate({-18, 0, 20, 0});
-    transform->SetChartRect({0.73, 0.12, 0.54, 0});
-    transform->SetOffset({0.08, 0, -0.03, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->EnableAxis(1, 0);
-    axes->EnableAxisLabels(1, 0);
-    axes->SetAxisNthTicMajor(2, 1);  // a label at each decade
-    axes->SetAxisTitleString(0, "magnitude");
-    example::AddWalls(*axes, 0, 0, 1);
-
-    std::vector<point3Dtype> corners;
-    const std::vector<double> feet(values.size(), min);
-    for (std::size_t i = 0; i < values.size(); ++i)
-        corners.push_back(
-            {kLowest + kWidth * (static_cast<double>(i) + 0.1), 0.2, std::max(values[i], min), 0});
-    CChartObj3D* bars = chart->NewChartObj(transform);
-    bars->BarChart3D(corners.data(), feet.data(), static_cast<int>(corners.size()), kWidth * 0.8,
-                     0.6, color, example::kGrey);
-    return axes;
+void DrawClasses(example::Picture& picture, const std::vector<double>& values, int color,
+                 const AxisFrame& axis, const std::string& subtitle, const std::string& name) {
+    const Theme theme;
+    const std::vector<double> middles = example::Count(kLowest + kWidth / 2, values.size(), kWidth);
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    CChartObj3D* bars = chart.NewChartObj(transform);
+    bars->BarChart25D(middles, values, axis.min.value_or(0), 0, 0.8 * kWidth, 1,
+                      theme.SeriesColor(color), theme.outline, WIDTH_CENTERED, WIDTH_CENTERED,
+                      INDAXIS_X);
+    bars->SetExactExtents(1);
+    chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "magnitude"}, AxisFrame{}, axis},
+                                .title = "A week of earthquakes",
+                                .subtitle = subtitle,
+                                .footer = "U.S. Geological Survey"});
+    picture.Save(name);
 }
 
-void Draw(example::Picture& picture) {
-    std::vector<double> count(kClasses), joules(kClasses);
+}  // namespace
+
+void example::Draw(Picture& picture) {
+    std::vector<double> count(15), joules(15);
     for (double magnitude : picture.Read("earthquakes_week.csv").Numbers("magnitude")) {
         const auto c = static_cast<std::size_t>((magnitude - kLowest) / kWidth);
         count.at(c) += 1;
         joules.at(c) += std::pow(10.0, 4.8 + 1.5 * magnitude);
     }
-
-    CChart3D* chart = picture.NewChart("A week of earthquakes", "how many of each magnitude",
-                                       "U.S. Geological Survey");
-    DrawClasses(chart, count, 0.5, 1000, example::Color(1))->SetAxisTitleString(2, "count");
-    picture.Save("bars_log");
-
-    chart = picture.NewChart("A week of earthquakes", "the energy that they set free",
-                             "U.S. Geological Survey");
-    CAxes3D* axes = DrawClasses(chart, joules, 1e3, 9.9e14, example::Color(3));
-    axes->SetAxisLabelsFormat(2, 2);  // 10K, 1M, 100B
-    axes->SetAxisLabelsSize(2, 0.6);
-    axes->SetAxisMinorTicLength(2, 0);
-    axes->SetPlaneGridNthTic2(1, 0);  // too many decades for a grid
-    axes->SetPlaneGridNthTic2(2, 0);
-    axes->SetAxisTitleString(2, "joules");
-    picture.Save("bars_engineering");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
+    DrawClasses(picture, count, 1, {.title = "count", .logarithmic = true, .min = 0.5},
+                "how many of each magnitude", "bars_log");
+    DrawClasses(picture, joules, 2, {.title = "joules", .logarithmic = true, .min = 1e3},
+                "the energy that they set free", "bars_engineering");
 }

@@ -3,45 +3,19 @@
 
 using namespace varnel;
 
-namespace {
-
-void Draw(example::Picture& picture) {
-    const example::Table table = picture.Read("seattle_weather.csv");
-    const std::vector<example::Date> dates = table.Dates("date");
-    const std::vector<double> rain = table.Numbers("precipitation_mm");
-    constexpr int kYears = 4;
-    double month[12] = {};
-    double millimetres[12] = {};
-    for (int m = 0; m < 12; ++m)
-        month[m] = m + 1;
-    for (std::size_t i = 0; i < rain.size(); ++i)
-        millimetres[dates[i].month - 1] += rain[i] / kYears;
-
-    CChart3D* chart = picture.NewChart("Rain in Seattle", "mean of 2012 to 2015",
-                                       "National Oceanic and Atmospheric Administration");
-    CTransform3D* transform = chart->NewTransform({0.4, 0, 0, 0}, {12.6, 1, 200, 0});
-    transform->SetRotate({-18, 0, 20, 0});
-    transform->SetChartRect({0.78, 0.12, 0.52, 0});
-    transform->SetOffset({0.05, 0, -0.05, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->EnableAxis(1, 0);
-    axes->EnableAxisLabels(1, 0);
-    // The first name belongs to the tic at the centre point.
-    axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.03, 2);
-    axes->SetAxisLabelsStrings(0, example::kMonths.data(), 12);
-    axes->SetAxisLabelsSize(0, 0.75);
-    axes->SetAxisTitleString(2, "mm");
-    example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
-
-    CChartObj3D* bars = chart->NewChartObj(transform);
-    bars->BarChart25D(month, millimetres, 0.0, 0.5, 12, 0.65, 0.65, example::Color(0),
-                      example::kGrey, 1, 1, 0);
+void example::Draw(Picture& picture) {
+    const Table table = picture.Read("seattle_weather.csv");
+    const std::vector<double> rain =
+        MonthlyMeans(table.Dates("date"), table.Numbers("precipitation_mm"));
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    CChartObj3D* bars = chart.NewChartObj(transform);
+    bars->BarChart25D(Count(1, rain.size()), rain, 0, 0, 0.65, 1, Theme().SeriesColor(0),
+                      Theme().outline, WIDTH_CENTERED, WIDTH_CENTERED, INDAXIS_X);
+    chart.AutoFrame(transform, {.axes = {AxisFrame{.names = kMonths}, AxisFrame{},
+                                         AxisFrame{.title = "mm a day"}},
+                                .title = "Rain in Seattle",
+                                .subtitle = "mean of 2012 to 2015",
+                                .footer = "National Oceanic and Atmospheric Administration"});
     picture.Save("bars_months");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

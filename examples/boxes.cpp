@@ -3,51 +3,30 @@
 
 using namespace varnel;
 
-namespace {
-
-void Draw(example::Picture& picture) {
-    const example::Table table = picture.Read("seattle_weather.csv");
-    const std::vector<example::Date> dates = table.Dates("date");
+void example::Draw(Picture& picture) {
+    const Theme theme;
+    const Table table = picture.Read("seattle_weather.csv");
+    const std::vector<Date> dates = table.Dates("date");
     const std::vector<double> warmest = table.Numbers("temp_max_c");
-    constexpr int kMonths = 12;
-    std::vector<double> samples[kMonths];
+    std::vector<double> samples[12];
     for (std::size_t i = 0; i < dates.size(); ++i)
         samples[dates[i].month - 1].push_back(warmest[i]);
-    double month[kMonths];
-    double six[6 * kMonths];  // minimum, lower quartile, median, upper quartile, maximum, mean
-    for (int m = 0; m < kMonths; ++m) {
-        month[m] = m + 1;
-        BoxStatistics(samples[m].data(), static_cast<int>(samples[m].size()), six + m, kMonths);
-    }
+    std::vector<double> six(6 * 12);  // minimum, quartiles and median, maximum, mean
+    for (std::size_t m = 0; m < 12; ++m)
+        BoxStatistics(samples[m], &six[m], 12);
 
-    CChart3D* chart =
-        picture.NewChart("Daily maxima in Seattle", "extremes, quartiles, median, mean",
-                         "National Oceanic and Atmospheric Administration");
-    CTransform3D* transform = chart->NewTransform({0.4, 0, -5, 0}, {12.6, 1, 40, 0});
-    transform->SetRotate({-16, 0, 18, 0});
-    transform->SetChartRect({0.76, 0.1, 0.52, 0});
-    transform->SetOffset({0.05, 0, -0.05, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->EnableAxis(1, 0);
-    axes->EnableAxisLabels(1, 0);
-    axes->SetAxisTics(0, 1, 1, 1, 0.02, 0.03, 2);
-    axes->SetAxisLabelsStrings(0, example::kMonths.data(), kMonths);
-    axes->SetAxisLabelsSize(0, 0.75);
-    axes->SetAxisTitleString(2, "\260C");
-    example::AddWalls(*axes, 0, 0, axes->GetAxisNthTicMajor(2));
-
-    const RGBDType lower = example::Color(0);
-    const RGBDType upper = example::Color(1);
-    const RGBDType colors[] = {lower, lower, example::kBlack, upper, upper, example::Color(3)};
-    CChartObj3D* boxes = chart->NewChartObj(transform);
-    boxes->BoxAndWhiskerChart25D(month, six, 0.5, kMonths, 0.6, 0.6, 12, 0.25, picture.Pixels(2),
-                                 colors, example::kGrey, 1, 1, 0, 1);
+    const RGBDType lower = theme.SeriesColor(0), upper = theme.SeriesColor(1);
+    const RGBDType colors[] = {lower, lower, theme.outline, upper, upper, theme.SeriesColor(2)};
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    CChartObj3D* boxes = chart.NewChartObj(transform);
+    boxes->BoxAndWhiskerChart25D(Count(1, 12), six, 0, 0.6, 1, SYMBOL_DIAMOND, 0.25,
+                                 picture.Pixels(2), colors, theme.outline, WIDTH_CENTERED,
+                                 WIDTH_CENTERED, INDAXIS_X, 1);
+    chart.AutoFrame(transform,
+                    {.axes = {AxisFrame{.names = kMonths}, AxisFrame{}, AxisFrame{.title = "°C"}},
+                     .title = "Daily maxima in Seattle",
+                     .subtitle = "extremes, quartiles, median, mean",
+                     .footer = "National Oceanic and Atmospheric Administration"});
     picture.Save("boxes");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

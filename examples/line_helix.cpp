@@ -6,45 +6,31 @@
 
 using namespace varnel;
 
-namespace {
-
-void Draw(example::Picture& picture) {
+void example::Draw(Picture& picture) {
     constexpr int kPoints = 400;
-    constexpr double kTurns = 4;
     std::vector<point3Dtype> helix;
     for (int i = 0; i < kPoints; ++i) {
         const double t = static_cast<double>(i) / (kPoints - 1);
-        const double angle = 2 * std::numbers::pi * kTurns * t;
+        const double angle = 8 * std::numbers::pi * t;
         helix.push_back({std::cos(angle), std::sin(angle), t, 0});
     }
 
-    CChart3D* chart = picture.NewChart("A helix", "and its shadows on three planes",
-                                       "X = cos t, Y = sin t, Z = t / 25");
-    CTransform3D* transform = chart->NewTransform({-1.5, -1.5, -0.1, 0}, {1.5, 1.5, 1.1, 0});
-    transform->SetRotate({-24, 0, 30, 0});
-    transform->SetChartRect({0.5, 0.5, 0.46, 0});
-    transform->SetOffset({0, 0, -0.02, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->SetAxisTitleString(0, "X");
-    example::SetDepthTitle(*axes, "Y");
-    axes->SetAxisTitleString(2, "Z");
-    example::AddWalls(*axes, 0, 0, 0);
-
-    // A little in front of the walls.
-    const double floorBackLeft[] = {-0.095, -1.49, -1.49};
-    for (int plane = 0; plane < 3; ++plane) {
-        CChartObj3D* shadow = chart->NewChartObj(transform);
-        shadow->ProjectionLineChart3D(helix.data(), 0, kPoints, 0, picture.Pixels(2),
-                                      {0.55, 0.58, 0.63, 1}, plane, floorBackLeft[plane]);
-    }
-    CChartObj3D* line = chart->NewChartObj(transform);
-    line->LineChart3D(helix.data(), kPoints, 0, picture.Pixels(4), example::Color(3));
+    const Theme theme;
+    const double low = -1.5, high = 1.5, floor = -0.1;
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    const double walls[] = {floor + 0.005, high - 0.01, low + 0.01};  // a little in front of them
+    for (int plane = 0; plane < 3; ++plane)
+        chart.NewChartObj(transform)->ProjectionLineChart3D(helix, LINE_SOLID, picture.Pixels(2),
+                                                            RGBDType{0.5, 0.53, 0.58, 1}, plane,
+                                                            walls[plane]);
+    chart.NewChartObj(transform)->LineChart3D(helix, LINE_SOLID, picture.Pixels(4),
+                                              theme.SeriesColor(2));
+    chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "x", .min = low, .max = high},
+                                         AxisFrame{.title = "y", .min = low, .max = high},
+                                         AxisFrame{.title = "z", .min = floor, .max = 1.1}},
+                                .title = "A helix",
+                                .subtitle = "and its shadows on three planes",
+                                .footer = "x = cos t, y = sin t, z = t / 25"});
     picture.Save("line_helix");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

@@ -3,55 +3,29 @@
 
 using namespace varnel;
 
-namespace {
+void example::Draw(Picture& picture) {
+    const Theme theme;
+    const Table table = picture.Read("penguins.csv");
 
-struct Species {
-    std::string name;
-    int symbol;
-    RGBDType color;
-};
-
-void Draw(example::Picture& picture) {
-    const example::Table table = picture.Read("penguins.csv");
-    const std::vector<std::string> species = table.Text("species");
-    const std::vector<double> bill = table.Numbers("bill_length_mm");
-    const std::vector<double> flipper = table.Numbers("flipper_length_mm");
-    const std::vector<double> mass = table.Numbers("body_mass_g");
-
-    CChart3D* chart = picture.NewChart("Penguins of the Palmer Archipelago",
-                                       "bill and flipper in mm, mass in kg", "Palmer Station LTER");
-    CTransform3D* transform = chart->NewTransform({30, 170, 2.5, 0}, {60, 235, 6.5, 0});
-    transform->SetRotate({-22, 0, 30, 0});
-    transform->SetChartRect({0.52, 0.44, 0.5, 0});
-    transform->SetOffset({-0.04, 0, 0, 0});
-
-    CAxes3D* axes = chart->AutoAxes(transform);
-    axes->SetAxisTitleString(0, "bill");
-    example::SetDepthTitle(*axes, "flipper");
-    axes->SetAxisTitleString(2, "mass");
-    example::AddWalls(*axes, axes->GetAxisNthTicMajor(0), axes->GetAxisNthTicMajor(1),
-                      axes->GetAxisNthTicMajor(2));
-
-    std::vector<std::string> names;
-    std::vector<RGBDType> colors;
-    for (const Species& s :
-         {Species{"Adelie", 10, example::Color(1)}, Species{"Chinstrap", 13, example::Color(4)},
-          Species{"Gentoo", 12, example::Color(0)}}) {
-        std::vector<point3Dtype> points;
-        for (std::size_t i = 0; i < species.size(); ++i)
-            if (species[i] == s.name) points.push_back({bill[i], flipper[i], mass[i] / 1000, 0});
-        CChartObj3D* symbols = chart->NewChartObj(transform);
-        symbols->ScatterChart3D(points.data(), 0.3, static_cast<int>(points.size()), s.symbol,
-                                s.color, example::kGrey, -1, 0);
-        names.push_back(s.name);
-        colors.push_back(s.color);
+    CChart3D& chart = *picture.View().NewChart3D();
+    ApplyTheme(chart, theme);  // the light of the symbols in the legend, too
+    CTransform3D* transform = chart.NewTransform();
+    CLegend3D* legend = picture.View().NewLegend3D();
+    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    const char* names[] = {"Adelie", "Chinstrap", "Gentoo"};
+    const int solids[] = {SYMBOL_CUBE, SYMBOL_PYRAMID, SYMBOL_DIAMOND};
+    for (int s = 0; s < 3; ++s) {
+        const std::vector<point3Dtype> points =
+            table.Points("bill_length_mm", "flipper_length_mm", "body_mass_g", "species", names[s]);
+        CChartObj3D* symbols = chart.NewChartObj(transform);
+        symbols->ScatterChart3D(points, 0.3, solids[s], theme.SeriesColor(s), theme.outline,
+                                PROJECTION_NONE, 0);
+        legend->AddChartObj(symbols, names[s]);
     }
-    example::AddKey(*chart, names, colors);
+    chart.AutoFrame(transform,
+                    {.axes = {AxisFrame{.title = "bill, mm"}, AxisFrame{.title = "flipper, mm"},
+                              AxisFrame{.title = "mass, g"}},
+                     .title = "Penguins of the Palmer Archipelago",
+                     .footer = "Palmer Station LTER"});
     picture.Save("scatter_penguins");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

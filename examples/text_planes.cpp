@@ -5,9 +5,9 @@ using namespace varnel;
 
 namespace {
 
-CTextObj3D* AddText(CChart3D* chart, CTransform3D* transform, const char* words, int plane,
-                    const point3Dtype& place, int rotation, const RGBDType& color) {
-    CTextObj3D* text = chart->NewChartTextObj(transform, words);
+CTextObj3D* AddText(CChart3D& chart, const char* words, int plane, const point3Dtype& place,
+                    int rotation, const RGBDType& color) {
+    CTextObj3D* text = chart.NewChartTextObj(words);
     text->SetTextPlane(plane);
     text->SetLocation(place);
     text->SetRotation(rotation);
@@ -17,41 +17,38 @@ CTextObj3D* AddText(CChart3D* chart, CTransform3D* transform, const char* words,
     return text;
 }
 
-void Draw(example::Picture& picture) {
-    CChart3D* chart = picture.NewChart("Text", "in three planes and facing the viewer",
-                                       "turned in its plane, and turned over");
-    CTransform3D* transform = chart->NewTransform({-1, -1, -1, 0}, {1, 1, 1, 0});
+}  // namespace
+
+void example::Draw(Picture& picture) {
+    const Theme theme;
+    CChart3D& chart = *picture.View().NewChart3D();
+    chart.GetHeader()->SetTitle1("Text in three planes and facing the viewer");
+    chart.GetHeader()->SetFooter("turned in its plane, and turned over");
+    CTransform3D* transform = chart.NewTransform({-1, -1, -1, 0}, {1, 1, 1, 0});
     transform->SetRotate({-26, 0, 32, 0});
     transform->SetChartRect({0.52, 0.52, 0.48, 0});
-    transform->SetOffset({0, 0, -0.02, 0});
-    CAxes3D* axes = chart->AutoAxes(transform);
+    CAxes3D* axes = chart.AutoAxes(transform);
     for (int axis = 0; axis < 3; ++axis) {
         axes->EnableAxis(axis, 0);
         axes->EnableAxisLabels(axis, 0);
     }
-    example::AddWalls(*axes, 0, 0, 0);
+    ApplyTheme(chart, theme);
 
     // The same five texts in each plane; (across, up) are their places in it.
     for (int plane = 0; plane < 3; ++plane) {
-        const RGBDType color = example::Color(plane == 0 ? 3 : plane == 1 ? 0 : 2);
+        const RGBDType color = theme.SeriesColor(plane == 1 ? 0 : plane + 2);
         const auto at = [plane](double across, double up) {
             return plane == 0   ? point3Dtype{across, -up, -1, 0}
                    : plane == 1 ? point3Dtype{across, -1, up, 0}
                                 : point3Dtype{-1, across, up, 0};
         };
         const char* names[] = {"x y plane", "x z plane", "y z plane"};
-        AddText(chart, transform, names[plane], plane, at(0, 0.75), 0, color);
-        AddText(chart, transform, "90", plane, at(-0.75, 0), 90, color);
-        AddText(chart, transform, "30", plane, at(0, 0.2), 30, color);
-        AddText(chart, transform, "flip x", plane, at(0, -0.35), 0, color)->SetFlipX(1);
-        AddText(chart, transform, "flip y", plane, at(0, -0.75), 0, color)->SetFlipY(1);
+        AddText(chart, names[plane], plane, at(0, 0.75), 0, color);
+        AddText(chart, "90", plane, at(-0.75, 0), 90, color);
+        AddText(chart, "30", plane, at(0, 0.2), 30, color);
+        AddText(chart, "flip x", plane, at(0, -0.35), 0, color)->SetFlipX(1);
+        AddText(chart, "flip y", plane, at(0, -0.75), 0, color)->SetFlipY(1);
     }
-    AddText(chart, transform, "facing the viewer", 3, {1, 0.3, -0.8, 0}, 0, example::kBlack);
+    AddText(chart, "facing the viewer", TEXTPLANE_VIEWER, {1, 0.3, -0.8, 0}, 0, theme.text);
     picture.Save("text_planes");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-    return example::Run(argc, argv, Draw);
 }

@@ -15,8 +15,6 @@ using namespace varnel;
 
 namespace {
 
-constexpr double kFontSize = 0.085;
-
 std::vector<std::string> Split(const std::string& line) {
     std::vector<std::string> cells;
     std::istringstream in(line);
@@ -34,11 +32,6 @@ Options ReadOptions(int argc, char** argv) {
     if (argc > 4) options.samples = std::stoi(argv[4]);
     options.vectors = argc > 5 && std::string(argv[5]) == "vectors";
     return options;
-}
-
-bool RunsBackwards(const CAxes3D& axes, int axis) {
-    const CTransform3D& transform = *axes.GetTransform();
-    return GetCoord3D(transform.GetScaleMax(), axis) < GetCoord3D(transform.GetScaleMin(), axis);
 }
 
 }  // namespace
@@ -60,6 +53,26 @@ std::vector<double> Table::Numbers(const std::string& column) const {
     return numbers;
 }
 
+std::vector<double> Table::Numbers(const std::vector<std::string>& columns, double factor) const {
+    std::vector<double> numbers;
+    for (const std::string& column : columns)
+        for (double number : Numbers(column))
+            numbers.push_back(factor * number);
+    return numbers;
+}
+
+std::vector<point3Dtype> Table::Points(const std::string& x, const std::string& y,
+                                       const std::string& z, const std::string& keyColumn,
+                                       const std::string& key) const {
+    const std::vector<std::string> keys =
+        keyColumn.empty() ? std::vector<std::string>(rows.size(), key) : Text(keyColumn);
+    const std::vector<double> xs = Numbers(x), ys = Numbers(y), zs = Numbers(z);
+    std::vector<point3Dtype> points;
+    for (std::size_t i = 0; i < xs.size(); ++i)
+        if (keys[i] == key) points.push_back({xs[i], ys[i], zs[i], 0});
+    return points;
+}
+
 std::vector<Date> Table::Dates(const std::string& column) const {
     std::vector<Date> dates;
     for (const std::string& cell : Text(column))
@@ -68,33 +81,59 @@ std::vector<Date> Table::Dates(const std::string& column) const {
     return dates;
 }
 
-std::vector<double> MonthlyMeans(const std::vector<Date>& dates,
-                                 const std::vector<double>& values) {
-    std::vector<double> sums(12), counts(12);
-    for (std::size_t i = 0; i < dates.size(); ++i) {
-        const auto month = static_cast<std::size_t>(dates[i].month - 1);
-        sums[month] += values.at(i);
-        counts[month] += 1;
+std::vector<double> Table::Days(const std::string& column) const {
+    std::vector<double> days;
+    for (const Date& date : Dates(column))
+        days.push_back(DaysOf(date.year, date.month, date.day));
+    return days;
+}
+
+namespace {
+
+/// The means of the values that belong to each of n places.
+std::vector<double> Means(const std::vector<std::size_t>& places, const std::vector<double>& values,
+                          std::size_t n) {
+    std::vector<double> sums(n), counts(n);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        sums.at(places[i]) += values.at(i);
+        counts[places[i]] += 1;
     }
-    for (std::size_t m = 0; m < 12; ++m)
-        sums[m] /= counts[m];
+    for (std::size_t k = 0; k < n; ++k)
+        sums[k] /= counts[k];
     return sums;
 }
 
-RGBDType Color(int index) {
-    constexpr RGBDType colors[] = {
-        {0.22, 0.49, 0.72, 1}, {0.95, 0.55, 0.16, 1}, {0.30, 0.63, 0.29, 1}, {0.82, 0.20, 0.22, 1},
-        {0.58, 0.40, 0.74, 1}, {0.55, 0.34, 0.29, 1}, {0.89, 0.47, 0.76, 1}, {0.50, 0.50, 0.50, 1}};
-    return colors[static_cast<std::size_t>(index) % std::size(colors)];
+}  // namespace
+
+std::vector<double> MonthlyMeans(const std::vector<Date>& dates,
+                                 const std::vector<double>& values) {
+    std::vector<std::size_t> months;
+    for (const Date& date : dates)
+        months.push_back(static_cast<std::size_t>(date.month - 1));
+    return Means(months, values, 12);
+}
+
+std::vector<double> MonthlyMeansByYear(const std::vector<Date>& dates,
+                                       const std::vector<double>& values) {
+    std::vector<std::size_t> months;
+    for (const Date& date : dates)
+        months.push_back(
+            static_cast<std::size_t>(12 * (date.year - dates[0].year) + date.month - 1));
+    return Means(months, values, months.empty() ? 0 : months.back() / 12 * 12 + 12);
+}
+
+std::vector<double> Count(double first, std::size_t n, double step) {
+    std::vector<double> numbers;
+    for (std::size_t i = 0; i < n; ++i)
+        numbers.push_back(first + step * static_cast<double>(i));
+    return numbers;
 }
 
 Picture::Picture(const Options& options)
     : m_Options(options),
       m_Window(options.width, options.height),
       m_View(&m_Window, options.width, options.height) {
-    m_View.SetAntialiasing(options.samples);
-    m_View.SetFont("Arial", 400, 256);
-    m_View.EnableBorder(0);
+    ApplyTheme(m_View, Theme::Light());
 }
 
 Table Picture::Read(const std::string& file) const {
@@ -119,25 +158,22 @@ std::vector<double> Picture::ReadMatrix(const std::string& file) const {
     return numbers;
 }
 
+CPolysurface Picture::ReadVolcano() const {
+    // The file has a row for each 10 m further east, from south to north.
+    constexpr std::size_t kEast = 61, kNorth = 87;
+    const std::vector<double> heights = ReadMatrix("volcano.csv");
+    std::vector<double> rows;
+    for (std::size_t i = 0; i < kEast * kNorth; ++i)
+        rows.push_back(heights.at(i % kEast * kNorth + i / kEast));
+    return {kNorth, kEast, 0, 0, 10.0 * (kEast - 1), 10.0 * (kNorth - 1), rows, GRID_TRIANGLES};
+}
+
 std::string Picture::DataFile(const std::string& file) const {
     return m_Options.data + "/" + file;
 }
 
 std::string Picture::PictureFile(const std::string& file) const {
     return m_Options.pictures + "/" + file;
-}
-
-CChart3D* Picture::NewChart(const std::string& title, const std::string& subtitle,
-                            const std::string& footer) {
-    CChart3D* chart = m_View.NewChart3D();
-    chart->EnableBorder(0);
-    chart->SetFontSize(kFontSize);
-    // From the front and above: tops, fronts and sides differ.
-    chart->SetLightPosition({0, 1.4, 0.9, 0});
-    chart->GetHeader()->SetTitle1(title);
-    chart->GetHeader()->SetTitle2(subtitle);
-    chart->GetHeader()->SetFooter(footer);
-    return chart;
 }
 
 GLViewRType Picture::Square() const {
@@ -153,6 +189,7 @@ int Picture::Pixels(double width) const {
 
 void Picture::Save(const std::string& name) {
     const std::string path = PictureFile(name);
+    m_View.SetAntialiasing(m_Options.samples);
     m_View.SaveToFile(path + ".bmp");
     m_View.SaveToPNG(path + ".png");
     if (m_Options.vectors) {
@@ -163,69 +200,59 @@ void Picture::Save(const std::string& name) {
     m_View.DeleteChartViewObjects();
 }
 
-void AddWalls(CAxes3D& axes, int nthX, int nthY, int nthZ) {
-    constexpr RGBDType wall{0.92, 0.93, 0.95, 1};
-    constexpr RGBDType edge{0.62, 0.65, 0.70, 1};
-    constexpr RGBDType line{0.66, 0.69, 0.75, 1};
-    constexpr double thickness = 0.03;  // device units, whatever the box's size
-    const point3Dtype box = axes.GetTransform()->GetChartRect();
-    const int nth[3][2] = {{nthX, nthY}, {nthX, nthZ}, {nthY, nthZ}};
-    const double across[3] = {box.z, box.y, box.x};
-    for (int lowest : {0, 1, 2}) {
-        // Planes 3 to 5 lie at the largest values, which are in those places on a scale that runs
-        // backwards.
-        const int plane = RunsBackwards(axes, 2 - lowest) ? lowest + 3 : lowest;
-        axes.SetWallPlane(plane, wall, edge);
-        axes.SetWallThickness(plane, thickness / (2 * across[lowest]));
-        axes.SetWallOffset(plane, 0.001);
-        axes.SetOutlineWidth(plane, 1.0);
-        axes.SetPlaneColorMode(plane, 0);
-        axes.SetPlaneGrid(plane, nth[lowest][0], nth[lowest][1], line, 1.0, 0, 0);
-    }
+void WriteBitmap(const std::string& path, int width, int height,
+                 const std::function<RGBDType(int x, int y)>& colorAt) {
+    const auto stride = static_cast<std::size_t>((width * 3 + 3) / 4 * 4);
+    std::string file(54 + stride * static_cast<std::size_t>(height), '\0');
+    const auto put = [&file](std::size_t at, std::size_t value) {
+        for (std::size_t i = 0; i < 4; ++i)
+            file[at + i] = static_cast<char>(value >> 8 * i);
+    };
+    const std::size_t sizes[] = {file.size(),
+                                 0,
+                                 54,
+                                 40,
+                                 static_cast<std::size_t>(width),
+                                 static_cast<std::size_t>(height),
+                                 1 + (24U << 16)};
+    file[0] = 'B';
+    file[1] = 'M';
+    for (std::size_t i = 0; i < std::size(sizes); ++i)
+        put(2 + 4 * i, sizes[i]);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const RGBBType color = RGBDtoRGBB(colorAt(x, y));
+            const std::size_t at =
+                54 + static_cast<std::size_t>(y) * stride + static_cast<std::size_t>(x) * 3;
+            file[at] = static_cast<char>(color.b);
+            file[at + 1] = static_cast<char>(color.g);
+            file[at + 2] = static_cast<char>(color.r);
+        }
+    std::ofstream(path, std::ios::binary) << file;
 }
 
-void SetDepthTitle(CAxes3D& axes, const std::string& title) {
-    constexpr int kY = 1;
-    const int facingViewer = 3;
-    axes.GetAxisLabels(kY)->SetAxisTitle(facingViewer, 0, axes.GetAxisLabelsDir(kY), 0, 0, 1,
-                                         kBlack, title);
-    const int atMinimum = 1, atMaximum = 4, all = 7;
-    axes.SetAxisLabelsEnds(kY, all - (RunsBackwards(axes, kY) ? atMinimum : atMaximum));
-}
-
-CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y,
-                    const RGBDType& color, int xJustify) {
+CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y) {
     // Without a rotation, and with a box that fills the chart, data are device coordinates.
     CTransform3D* transform = chart.NewTransform({-1, -1, -1, 0}, {1, 1, 1, 0});
     transform->SetChartRect({1, 1, 1, 0});
     CTextObj3D* note = chart.NewChartTextObj(transform, text);
     note->SetLocation({x, 0, y, 0});
-    note->SetTextPlane(3);
-    note->SetJustify(xJustify, 0);
-    note->SetColor(color);
+    note->SetTextPlane(TEXTPLANE_VIEWER);
+    note->SetJustify(1, 0);
     note->SetCharSize(0.8);
     return note;
 }
 
-void AddKey(CChart3D& chart, const std::vector<std::string>& names,
-            const std::vector<RGBDType>& colors) {
-    for (std::size_t i = 0; i < names.size(); ++i)
-        AddNote(chart, names[i], 0.97, 0.72 - 0.1 * static_cast<double>(i), colors.at(i), 2);
-}
+}  // namespace example
 
-int Run(int argc, char** argv, void (*draw)(Picture& picture)) {
-    CErr3D::SetErrorReportMode(0);
+int main(int argc, char** argv) {
+    varnel::CErr3D::SetErrorReportMode(0);
     try {
-        Picture picture(ReadOptions(argc, argv));
-        draw(picture);
+        example::Picture picture(example::ReadOptions(argc, argv));
+        example::Draw(picture);
         return 0;
-    } catch (const CErr3D& e) {
-        std::cerr << argv[0] << ": " << e.m_FunctionName << ": "
-                  << CErr3D::GetErrorDescription(e.m_ErrorType) << '\n';
     } catch (const std::exception& e) {
         std::cerr << argv[0] << ": " << e.what() << '\n';
     }
     return 1;
 }
-
-}  // namespace example

@@ -1,11 +1,12 @@
-// What the examples share: reading a data file, a view without a window whose pictures are saved,
-// and the gallery's look.
+// What the examples share: reading a data file, and a view without a window whose pictures are
+// saved.
 //
-// An example is called as: example_NAME [DATA [PICTURES [WIDTHxHEIGHT [SAMPLES]]]]: the folder of
-// the data files, the folder for its pictures, their size in pixels (1024x768) and the samples a
-// pixel of antialiasing (4; 0: none).
+// An example is a source file with example::Draw. Its program is called as: example_NAME [DATA
+// [PICTURES [WIDTHxHEIGHT [SAMPLES]]]]: the folder of the data files, the folder for its pictures,
+// their size in pixels (1024x768) and the samples a pixel of antialiasing (4; 0: none).
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,22 +28,29 @@ struct Table {
 
     std::vector<std::string> Text(const std::string& column) const;
     std::vector<double> Numbers(const std::string& column) const;
+    /// Those of several columns, column by column, times a factor.
+    std::vector<double> Numbers(const std::vector<std::string>& columns, double factor = 1) const;
+    /// A point from three columns for each row; with a key for those that have it in its column.
+    std::vector<varnel::point3Dtype> Points(const std::string& x, const std::string& y,
+                                            const std::string& z, const std::string& keyColumn = {},
+                                            const std::string& key = {}) const;
     /// From YYYY-MM-DD.
     std::vector<Date> Dates(const std::string& column) const;
+    /// From YYYY-MM-DD, days since 1970-01-01.
+    std::vector<double> Days(const std::string& column) const;
 };
 
 /// The mean of the values of each of the twelve months.
 std::vector<double> MonthlyMeans(const std::vector<Date>& dates, const std::vector<double>& values);
+/// The same year by year, from the first year to the last.
+std::vector<double> MonthlyMeansByYear(const std::vector<Date>& dates,
+                                       const std::vector<double>& values);
+
+/// n numbers from `first` on.
+std::vector<double> Count(double first, std::size_t n, double step = 1);
 
 inline const std::vector<varnel::CString> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-inline const std::vector<varnel::CString> kMonthInitials = {"J", "F", "M", "A", "M", "J",
-                                                            "J", "A", "S", "O", "N", "D"};
-
-/// Colours that go together: blue, orange, green, red, violet, brown, pink, grey; they repeat.
-varnel::RGBDType Color(int index);
-inline constexpr varnel::RGBDType kBlack{0, 0, 0, 1};
-inline constexpr varnel::RGBDType kGrey{0.35, 0.35, 0.35, 1};
 
 /// What an example is called with.
 struct Options {
@@ -64,14 +72,13 @@ class Picture {
     Table Read(const std::string& file) const;
     /// All numbers of a file without a header line, row by row.
     std::vector<double> ReadMatrix(const std::string& file) const;
+    /// The heights of Maunga Whau in metres, as triangles over a grid of 10 m: x leads to the east,
+    /// y to the north.
+    varnel::CPolysurface ReadVolcano() const;
     std::string DataFile(const std::string& file) const;
     /// A file in the folder of the pictures.
     std::string PictureFile(const std::string& file) const;
 
-    /// A chart over the whole view, with its titles; all of it in the gallery's font size and
-    /// light.
-    varnel::CChart3D* NewChart(const std::string& title, const std::string& subtitle,
-                               const std::string& footer);
     /// The largest part of the view that is square on the screen, in the middle: what is round in
     /// device coordinates is round there.
     varnel::GLViewRType Square() const;
@@ -87,24 +94,16 @@ class Picture {
     varnel::CChartView3D m_View;
 };
 
-/// Puts walls below, behind and on the left of a chart, where they hide nothing when it is seen
-/// from above and from its right; with grid lines at every n-th tic of each axis (0: none).
-void AddWalls(varnel::CAxes3D& axes, int nthX, int nthY, int nthZ);
+/// Writes a .bmp file of 24 bits a pixel; colorAt(x, y) counts from the lower left.
+void WriteBitmap(const std::string& path, int width, int height,
+                 const std::function<varnel::RGBDType(int x, int y)>& colorAt);
 
-/// Gives the y axis, which leads away from the viewer, a title that faces the viewer, and leaves
-/// its label in the front corner out: the x axis has one there.
-void SetDepthTitle(varnel::CAxes3D& axes, const std::string& title);
+/// A text that faces the viewer, centred on a place of the chart's rectangle: -1..1 from its left
+/// to its right and from its bottom to its top.
+varnel::CTextObj3D* AddNote(varnel::CChart3D& chart, const std::string& text, double x, double y);
 
-/// A text that faces the viewer, at a place of the chart's rectangle: -1..1 from its left to its
-/// right and from its bottom to its top. xJustify 0 starts there, 1 is centred, 2 ends there.
-varnel::CTextObj3D* AddNote(varnel::CChart3D& chart, const std::string& text, double x, double y,
-                            const varnel::RGBDType& color, int xJustify = 0);
-
-/// The names of the data sets, in their colours, one below the other in the upper right corner.
-void AddKey(varnel::CChart3D& chart, const std::vector<std::string>& names,
-            const std::vector<varnel::RGBDType>& colors);
-
-/// Runs an example; a failure is told in a line and makes the program fail.
-int Run(int argc, char** argv, void (*draw)(Picture& picture));
+/// The example: draws and saves its pictures. A failure is told in a line, and makes the program
+/// fail.
+void Draw(Picture& picture);
 
 }  // namespace example

@@ -13,6 +13,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/layout/fit.h"
+#include "varnel/legend/legend.h"
 #include "varnel/render/opengl.h"
 #include "varnel/scale/calendar.h"
 #include "varnel/transform/transform.h"
@@ -204,6 +205,17 @@ void DressAxis(CAxes3D& axes, int axis, const AxisFrame& frame, const AxisExtent
     }
 }
 
+/// Legends that stand beside or in the plot need no frame of their own.
+void DressLegends(CChartView3D& view, const Theme& theme) {
+    for (int i = 0; i < view.GetNumLegends(); ++i) {
+        CLegend3D& legend = *view.GetLegend(i);
+        if (legend.GetPlace() == LEGEND_IN_VIEW) continue;
+        legend.EnableBorder(0);
+        legend.SetTextColor(theme.text);
+        legend.SetLegendBkColor(theme.background);
+    }
+}
+
 /// A view that is as it was made gets a regular font and smooth edges.
 void DressView(CChartView3D& view, const Theme& theme) {
     const CChartView3D fresh;
@@ -211,6 +223,7 @@ void DressView(CChartView3D& view, const Theme& theme) {
         view.GetFontName() == fresh.GetFontName() && view.GetFontWeight() == fresh.GetFontWeight();
     if (sameFont) view.SetFont(theme.fontName, theme.fontWeight, 256);
     if (view.GetAntialiasing() == fresh.GetAntialiasing()) view.SetAntialiasing(theme.antialiasing);
+    DressLegends(view, theme);
 }
 
 /// Data in one plane have no depth to tell of; positions of several planes have.
@@ -238,6 +251,7 @@ CAxes3D* CChart3D::FindAxes(const CTransform3D& t) const {
 
 Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) {
     CTransform3D& t = *RequireTransform(transform, "AutoFrame");
+    if (m_pOpenGL != nullptr) t.InitTransform(m_pOpenGL);  // one that was made bare is not bound
     std::array<bool, 3> logarithmic{};
     for (std::size_t axis = 0; axis < 3; ++axis)
         logarithmic[axis] = options.axes[axis].logarithmic;

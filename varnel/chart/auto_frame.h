@@ -20,46 +20,46 @@ class CTransform3D;
 
 /// One axis of an automatic chart.
 struct AxisFrame {
-    CString title;
+    CString title{};
     bool logarithmic = false;
     /// Values are days since 1970-01-01; `format` as FormatTime takes it, empty: by the step.
     bool dates = false;
-    CString format;
+    CString format{};
     /// Names of the positions 1, 2, .. or of `positions`.
-    std::vector<CString> names;
-    std::vector<double> positions;
+    std::vector<CString> names{};
+    std::vector<double> positions{};
     // Limits: as ScaleOptions; given ones are kept as they are.
     bool tight = false;
     bool round = false;
     bool zero = false;
-    std::optional<double> min;
-    std::optional<double> max;
+    std::optional<double> min{};
+    std::optional<double> max{};
     /// Line, tics, labels and title; off: nothing of the axis.
     bool show = true;
 };
 
 struct FrameOptions {
-    std::array<AxisFrame, 3> axes;  ///< x, y, z
-    CString title;
-    CString subtitle;
-    CString footer;
+    std::array<AxisFrame, 3> axes{};  ///< x, y, z
+    CString title{};
+    CString subtitle{};
+    CString footer{};
     /// Whether all data count as lying in one plane, x to the right and z up; without: whether they
     /// do. Points and lines in space can be part of a flat chart so.
-    std::optional<bool> flat;
+    std::optional<bool> flat{};
     /// Where the viewer stands (CTransform3D::SetView). Without: (-60, 30) for data in space, from
     /// the front and a little above for data with a depth, straight from the front for lines.
-    std::optional<double> azimuth;
-    std::optional<double> elevation;
+    std::optional<double> azimuth{};
+    std::optional<double> elevation{};
     /// Edges of the box; without: 1 : 1 : 0.7 in space; in a plane as wide and high as the frame
     /// allows and `depth` of its width deep.
-    std::optional<point3Dtype> proportions;
+    std::optional<point3Dtype> proportions{};
     /// x and y in the proportions of their data, for maps; z as `proportions` says.
     bool asData = false;
     double depth = 0.12;
     bool walls = true;
     bool grids = true;
     /// Colours, widths and light of the chart. A view whose font and antialiasing were never set
-    /// gets those of the theme as well.
+    /// gets those of the theme as well, and legends with a SetPlace its colours, without a border.
     Theme theme = Theme::Light();
     /// CChart3D::SetAutoFit (AutoFit3D).
     int autoFit = 1;

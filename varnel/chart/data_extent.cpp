@@ -32,6 +32,9 @@ bool IsInPlane(int type) {
         case POLYSURFACECHART2D:
         case POLYSURFACECHART3D:
         case CONTOURPOLYSURFACE3D:
+        case ERRORBARS3D:
+        case VECTORS3D:
+        case NOTE3D:
             return false;
         default:
             return true;
@@ -70,6 +73,7 @@ class Pourer {
     void Totals();
     void Points();
     void Surface();
+    void Marks();
 
     ChartExtent& m_Extent;
     const CChartObj3D& m_Object;
@@ -194,6 +198,48 @@ void Pourer::Surface() {
     if (!inSpace) Add(kZ, m_Object.GetConstValue());
 }
 
+/// What stands beside data widens their limits, and does not say what kind of data they are: error
+/// bars, arrows with their tips, references and notes.
+void Pourer::Marks() {
+    const int axis = m_Object.GetIndAxis();
+    const bool known = axis >= kX && axis <= kZ;
+    switch (m_Object.GetChartType()) {
+        case ERRORBARS3D:
+        case VECTORS3D:
+        case NOTE3D:
+            Points();
+            break;
+        case REFERENCEBAND3D:
+            if (known) Add(axis, m_Object.GetBaseValue());
+            [[fallthrough]];
+        case REFERENCELINE3D:
+            if (known) Add(axis, m_Object.GetConstValue());
+            return;
+        default:
+            return;
+    }
+    const auto count = static_cast<std::size_t>(m_Object.GetNumDataPnts());
+    const auto components = m_Object.GetVectorComponents();
+    const double scale = m_Object.GetVectorScale();
+    const auto below = m_Object.GetErrorsBelow();
+    const auto above = m_Object.GetErrorsAbove();
+    for (std::size_t i = 0; i < count; ++i) {
+        const point3Dtype p = m_Object.Get3DPoint(static_cast<int>(i));
+        if (!IsData(p)) continue;
+        if (m_Object.GetChartType() == VECTORS3D && i < components.size() &&
+            IsData(components[i])) {
+            Add(kX, p.x + scale * components[i].x);
+            Add(kY, p.y + scale * components[i].y);
+            Add(kZ, p.z + scale * components[i].z);
+        }
+        if (m_Object.GetChartType() == ERRORBARS3D && known && i < below.size() &&
+            i < above.size() && IsData(below[i]) && IsData(above[i])) {
+            Add(axis, GetCoord3D(p, axis) - below[i]);
+            Add(axis, GetCoord3D(p, axis) + above[i]);
+        }
+    }
+}
+
 void Pourer::Pour() {
     const double width = m_Object.GetIndWidth();
     const int n = m_Object.GetNumDataPnts();
@@ -270,6 +316,7 @@ void Pourer::Pour() {
             Surface();
             break;
         default:
+            Marks();
             return;
     }
     m_Extent.empty = false;

@@ -324,6 +324,12 @@ class VARNEL_API CChartObj3D {
     void Note3D(const CString& text, const point3Dtype& at, const point3Dtype& place,
                 double relSize, int lineWidth, const RGBDType& color);
 
+    /// What ErrorBars3D and Vectors3D were given; empty before.
+    std::span<const double> GetErrorsBelow() const { return m_Added.m_ErrorsBelow; }
+    std::span<const double> GetErrorsAbove() const { return m_Added.m_ErrorsAbove; }
+    std::span<const point3Dtype> GetVectorComponents() const { return m_Added.m_Components; }
+    double GetVectorScale() const { return m_Added.m_VectorScale; }
+
     // --- Storages: copy as many elements as the counts say -----------------------------------
     //
     // A null array does nothing unless said. What a storage held before is let go of first. Raises
