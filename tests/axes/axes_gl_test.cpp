@@ -8,22 +8,17 @@
 #include <cmath>
 
 #include "tests/support/drawing_test.h"
+#include "tests/support/values.h"
 #include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/foundation/diagnostics.h"
 #include "varnel/platform/files.h"
 #include "varnel/transform/transform.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::Box;
-using test::Drawn;
-
-constexpr RGBDType kBlack{0, 0, 0, 1};
-constexpr RGBDType kRed{1, 0, 0, 1};
-
-class AxesDrawing : public test::DrawingTest {
+class AxesDrawing : public DrawingTest {
  protected:
     AxesDrawing() : transform(&GL(), {0, 0, 0, 0}, {10, 5, 100, 0}) {
         GL().RegisterFont("Arial", 0.1, 400, 0, 128);
@@ -100,20 +95,6 @@ TEST_F(AxesDrawing, TicsOfALinearAxis) {
     }
 }
 
-TEST_F(AxesDrawing, TicsPointAwayOnAnyAxis) {
-    for (int dir : {0, 3}) {
-        Restart();
-        axes->EnableAxis(2, 1);
-        axes->SetAxisTics(2, 0, 50, 1, 0.1, 0.2, dir);
-        const Box box(DrawAll());
-        EXPECT_NEAR(dir == 0 ? box.left : box.right, dir == 0 ? -0.7 : -0.3, 2e-3);
-    }
-    Restart();
-    axes->EnableAxis(2, 1);
-    axes->SetAxisTics(2, 0, 50, 1, 0.1, 0.2, 6);
-    EXPECT_NEAR(Box(DrawAll()).right, -0.5, 2e-3);
-}
-
 TEST_F(AxesDrawing, TicsOfALogarithmicAxis) {
     transform.SetScale({1, 0, 0, 0}, {1000, 5, 100, 0});
     transform.SetAxisScaleMode(0, 1);
@@ -143,24 +124,7 @@ TEST_F(AxesDrawing, NoLimitsOrStepsHang) {
     }
 }
 
-TEST_F(AxesDrawing, GridLinesFollowTheTics) {
-    axes->SetAxisTics(0, 0, 2.5, 5, 0.1, 0.2, 2);
-    axes->SetAxisTics(2, 50, 25, 5, 0.1, 0.2, 0);
-    axes->SetPlaneGrid(1, 2, 0, kRed, 1, 0, 0);
-    Drawn drawn = DrawAll();
-    ExpectPlaces(Places(drawn, true), {-0.5, 0, 0.5});
-    ExpectPlaces(Places(drawn, false), {});
-    axes->SetPlaneGridNthTic2(1, 1);
-    drawn = DrawAll();
-    ExpectPlaces(Places(drawn, true), {-0.5, 0, 0.5});
-    ExpectPlaces(Places(drawn, false), {-0.5, -0.25, 0, 0.25, 0.5});
-    EXPECT_GT(drawn.lines[0][0].r, 0.9);
-}
-
 TEST_F(AxesDrawing, GridTicsCrossTheWall) {
-    axes->SetAxisTics(1, 0, 2.5, 5, 0.1, 0.2, 2);
-    axes->SetWallThickness(2, 0.2);
-    axes->SetWallThickness(5, 0.3);
     // Lines along y at z = const on the planes at the minimum and the maximum of x.
     for (const int plane : {2, 5}) {
         Restart();
@@ -188,14 +152,18 @@ TEST_F(AxesDrawing, LogarithmicGrid) {
     EXPECT_TRUE(DrawAll().IsEmpty());
 }
 
-TEST_F(AxesDrawing, FlatPlanesStandOffByTheirOffset) {
+TEST_F(AxesDrawing, PlanesStandOffByTheirOffsetAndWallsLieOutsideTheBox) {
     struct Row {
         int plane;
-        double left, right, bottom, top;
-    };
-    const Row rows[] = {{0, -0.5, 0.5, -0.6, -0.6}, {1, -0.5, 0.5, -0.5, 0.5},
-                        {2, -0.6, -0.6, -0.5, 0.5}, {3, -0.5, 0.5, 0.6, 0.6},
-                        {4, -0.5, 0.5, -0.5, 0.5},  {5, 0.6, 0.6, -0.5, 0.5}};
+        double left, right, bottom, top;      // flat, with an offset of 0.1
+        double left2, right2, bottom2, top2;  // a wall of 0.2: ten offsets of 0.01 of the thickness
+    };                                        // off the box, and inset by an offset
+    const Row rows[] = {{0, -0.5, 0.5, -0.6, -0.6, -0.49, 0.49, -0.72, -0.524},
+                        {1, -0.5, 0.5, -0.5, 0.5, -0.49, 0.49, -0.49, 0.49},
+                        {2, -0.6, -0.6, -0.5, 0.5, -0.72, -0.524, -0.49, 0.49},
+                        {3, -0.5, 0.5, 0.6, 0.6, -0.49, 0.49, 0.52, 0.716},
+                        {4, -0.5, 0.5, -0.5, 0.5, -0.49, 0.49, -0.49, 0.49},
+                        {5, 0.6, 0.6, -0.5, 0.5, 0.52, 0.716, -0.49, 0.49}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.plane);
         Restart();
@@ -204,34 +172,12 @@ TEST_F(AxesDrawing, FlatPlanesStandOffByTheirOffset) {
         axes->SetWallOffset(row.plane, 0.1);
         const Drawn drawn = DrawAll();
         EXPECT_TRUE(drawn.lines.empty());
-        const Box box(drawn);
-        EXPECT_NEAR(box.left, row.left, 2e-3);
-        EXPECT_NEAR(box.right, row.right, 2e-3);
-        EXPECT_NEAR(box.bottom, row.bottom, 2e-3);
-        EXPECT_NEAR(box.top, row.top, 2e-3);
-    }
-}
-
-TEST_F(AxesDrawing, WallsLieOutsideTheBox) {
-    struct Row {
-        int plane;
-        double left, right, bottom, top;
-    };
-    // Thickness 0.2, offset 0.01: ten offsets of the thickness off the box, and inset by an offset.
-    const Row rows[] = {{0, -0.49, 0.49, -0.72, -0.524}, {1, -0.49, 0.49, -0.49, 0.49},
-                        {2, -0.72, -0.524, -0.49, 0.49}, {3, -0.49, 0.49, 0.52, 0.716},
-                        {4, -0.49, 0.49, -0.49, 0.49},   {5, 0.52, 0.716, -0.49, 0.49}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.plane);
+        ExpectBox(Box(drawn), row.left, row.right, row.bottom, row.top, 2e-3);
         Restart();
         axes->SetWallPlane(row.plane, kRed, kBlack);
         axes->SetWallThickness(row.plane, 0.2);
         axes->SetWallOffset(row.plane, 0.01);
-        const Box box(DrawAll());
-        EXPECT_NEAR(box.left, row.left, 2e-3);
-        EXPECT_NEAR(box.right, row.right, 2e-3);
-        EXPECT_NEAR(box.bottom, row.bottom, 2e-3);
-        EXPECT_NEAR(box.top, row.top, 2e-3);
+        ExpectBox(Box(DrawAll()), row.left2, row.right2, row.bottom2, row.top2, 2e-3);
         EXPECT_FALSE(GL().GetFrameFilled());
         EXPECT_EQ(GL().GetLineWidth3D(), 1.0);
     }
@@ -360,20 +306,6 @@ TEST_F(AxesDrawing, TitleFollowsTheLabelsOnABackwardScale) {
     EXPECT_LT(axes->GetAxisLabels(2)->GetTitleObj()->GetNormLocation().x, -0.575);
 }
 
-TEST_F(AxesDrawing, LabelsAreSeenWhereTheyAreCalculated) {
-    axes->SetAxisTics(0, 0, 10, 1, 0.02, 0.04, 2);
-    axes->SetAxisLabels(0, 3, 0, 2, 0, 7, kBlack);
-    EXPECT_TRUE(DrawAll().IsEmpty());
-    axes->EnableAxisLabels(0, 1);
-    const Box box(DrawAll());
-    EXPECT_LT(box.left, -0.5);
-    EXPECT_GT(box.right, 0.5);
-    EXPECT_NEAR(box.top, -0.575, 0.01);
-    EXPECT_EQ(axes->GetAxisLabels(0)->GetNumLabelObjs(), 2);
-    DrawAll();
-    EXPECT_EQ(axes->GetAxisLabels(0)->GetNumLabelObjs(), 2);
-}
-
 TEST_F(AxesDrawing, LabelPlaneHasItsOwnTurns) {
     CAxisLabels3D& labels = *axes->GetAxisLabels(0);
     const auto turned = [&](int plane, const std::function<void()>& expected) {
@@ -401,10 +333,10 @@ TEST_F(AxesDrawing, LabelPlaneHasItsOwnTurns) {
 
 TEST_F(AxesDrawing, ForeignTransformIsRefused) {
     CAxis3D axis;
-    test::ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_AXIS3D, "InitAxis",
-                      [&] { axis.InitAxis(&GL(), nullptr, 1); });
-    test::ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_AXES3D, "InitAxes",
-                      [&] { axes->InitAxes(&GL(), nullptr); });
+    ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_AXIS3D, "InitAxis",
+                [&] { axis.InitAxis(&GL(), nullptr, 1); });
+    ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_AXES3D, "InitAxes",
+                [&] { axes->InitAxes(&GL(), nullptr); });
 }
 
 TEST_F(AxesDrawing, SavedWithTheIdentifierOfTheirTransform) {
@@ -441,10 +373,8 @@ TEST_F(AxesDrawing, AreMeasuredAsTheyAreDrawn) {
             const Box drawn(DrawAll());
             const auto pixel = [](double device) { return (device + 1.0) / 2.0 * kSize; };
             SCOPED_TRACE(testing::Message() << follow << " " << turn.z);
-            EXPECT_NEAR(bounds.left, pixel(drawn.left), 1.6);
-            EXPECT_NEAR(bounds.right, pixel(drawn.right), 1.6);
-            EXPECT_NEAR(bounds.bottom, pixel(drawn.bottom), 1.6);
-            EXPECT_NEAR(bounds.top, pixel(drawn.top), 1.6);
+            ExpectBox(bounds, pixel(drawn.left), pixel(drawn.right), pixel(drawn.bottom),
+                      pixel(drawn.top), 1.6);
         }
 }
 
@@ -512,4 +442,4 @@ TEST_F(AxesDrawing, NamesAndDatesStandAtTheirValues) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

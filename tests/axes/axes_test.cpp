@@ -8,13 +8,8 @@
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
-
-using test::Numbers;
-using test::Raises;
-using test::RecordBytes;
-using test::Saved;
 
 constexpr const char* kAxisRecord = "2i 5i 8d 12d i";
 constexpr const char* kTextRecord = "2i s 8d 2i 4d 3i 4i d";
@@ -80,16 +75,15 @@ TEST(Axis, PointsAndIntercepts) {
 }
 
 TEST(AxisRecords, FollowTheRules) {
-    test::ExpectRecordRules<CAxis3D>(RecordBytes().Distinct(kAxisRecord), ERR3DCLASS_AXIS3D);
-    test::ExpectRecordRules<CAxisLabels3D>(LabelsBytes({"Jan", "", "March"}),
-                                           ERR3DCLASS_AXISLABELS3D);
-    test::ExpectRecordRules<CTextObj3D>(RecordBytes().Distinct(kTextRecord), ERR3DCLASS_TEXTOBJ3D);
-    test::ExpectRecordRules<CAxes3D>(AxesBytes(), ERR3DCLASS_AXES3D);
+    ExpectRecordRules<CAxis3D>(RecordBytes().Distinct(kAxisRecord), ERR3DCLASS_AXIS3D);
+    ExpectRecordRules<CAxisLabels3D>(LabelsBytes({"Jan", "", "March"}), ERR3DCLASS_AXISLABELS3D);
+    ExpectRecordRules<CTextObj3D>(RecordBytes().Distinct(kTextRecord), ERR3DCLASS_TEXTOBJ3D);
+    ExpectRecordRules<CAxes3D>(AxesBytes(), ERR3DCLASS_AXES3D);
 }
 
 TEST(AxisRecords, FieldsHaveTheirPlaces) {
     CAxis3D axis;
-    test::ExpectLoadsAndSaves(axis, RecordBytes().Distinct(kAxisRecord));
+    ExpectLoadsAndSaves(axis, RecordBytes().Distinct(kAxisRecord));
     EXPECT_EQ(
         (std::vector<double>{
             static_cast<double>(CAxis3D::nSelfID), static_cast<double>(axis.GetTransformID()),
@@ -109,7 +103,7 @@ TEST(AxisRecords, FieldsHaveTheirPlaces) {
 
     CAxisLabels3D l;
     l.SetEngString(" kmgt");
-    test::ExpectLoadsAndSaves(l, LabelsBytes({"a"}));
+    ExpectLoadsAndSaves(l, LabelsBytes({"a"}));
     const int ints[] = {
         l.GetTransformID(),        l.GetAxisLabelsPlane(),    l.GetAxisLabelsDir(),
         l.GetAxisLabelsRotation(), l.GetAxisLabelsDecimals(), l.GetAxisLabelsFormat(),
@@ -129,7 +123,7 @@ TEST(AxisRecords, FieldsHaveTheirPlaces) {
     EXPECT_EQ(l.GetEngString(), " kmgt") << "not in the record";
 
     CTextObj3D t;
-    test::ExpectLoadsAndSaves(t, RecordBytes().Distinct(kTextRecord));
+    ExpectLoadsAndSaves(t, RecordBytes().Distinct(kTextRecord));
     EXPECT_EQ(t.GetString(), "3");
     const int text[] = {t.GetTransformID(), t.GetXJustify(),  t.GetYJustify(), t.GetTextPlane(),
                         t.GetFlipX(),       t.GetFlipY(),     t.GetRotation(), t.GetTextureEnable(),
@@ -215,7 +209,7 @@ TEST(Axes, FailuresAreNamed) {
     const CString s;
     const auto bad = [&] { labels.InitTicStringsStorage(&s, -1); };
     EXPECT_TRUE(Raises(ERR3D_OBJECT_NEW, ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage", bad));
-    EXPECT_EQ(test::WhatOf(bad), "InitTicStringsStorage: the number of strings is -1");
+    EXPECT_EQ(WhatOf(bad), "InitTicStringsStorage: the number of strings is -1");
 }
 
 /// Sets one attribute of axis or plane 1 to a value of its own and expects it there, at the axis or
@@ -290,27 +284,21 @@ TEST(Axes, PassEveryAttributeOn) {
                                    axis.GetAxisMajorTicLength(), axis.GetAxisIntercept1(),
                                    axis.GetAxisIntercept2()}),
               (std::vector<double>{12, 18, 20, 18, 18, 1, 2, 4, 5, 7, 8}));
-    EXPECT_EQ(axes.GetAxisNthTicMajor(2), 3);
-    EXPECT_EQ(axes.GetAxisTicDir(2), 6);
     axes.SetAxisAttrib(2, {0.1, 0, 0, 1}, {0.2, 0, 0, 1}, 9, 10);
-    EXPECT_EQ(axes.GetAxisColor(2).r, 0.1);
-    EXPECT_EQ(axes.GetAxisTicColor(2).r, 0.2);
-    EXPECT_EQ(axes.GetAxisThickness(2), 9);
-    EXPECT_EQ(axes.GetAxisStyle(2), 10);
+    EXPECT_EQ((std::vector<double>{1.0 * axes.GetAxisNthTicMajor(2), 1.0 * axes.GetAxisTicDir(2),
+                                   axes.GetAxisColor(2).r, axes.GetAxisTicColor(2).r,
+                                   axes.GetAxisThickness(2), 1.0 * axes.GetAxisStyle(2)}),
+              (std::vector<double>{3, 6, 0.1, 0.2, 9, 10}));
     axes.SetAxisColor(2, {0.3, 0, 0, 1});
     axes.SetAxisTicColor(2, {0.4, 0, 0, 1});
-    EXPECT_EQ(axis.GetAxisColor().r, 0.3);
-    EXPECT_EQ(axis.GetAxisTicColor().r, 0.4);
 
     const CString strings[] = {"a", "b"};
     axes.SetAxisLabels(2, 1, 2, 3, 4, 5, {0.5, 0, 0, 1}, strings, 2);
-    EXPECT_EQ(axes.GetAxisLabelsPlane(2), 1);
-    EXPECT_EQ(axes.GetAxisLabelsRotation(2), 2);
-    EXPECT_EQ(axes.GetAxisLabelsDir(2), 3);
-    EXPECT_EQ(axes.GetAxisLabelsDecimals(2), 4);
-    EXPECT_EQ(axes.GetAxisLabelsEnds(2), 5);
+    EXPECT_EQ((std::vector<int>{axes.GetAxisLabelsPlane(2), axes.GetAxisLabelsRotation(2),
+                                axes.GetAxisLabelsDir(2), axes.GetAxisLabelsDecimals(2),
+                                axes.GetAxisLabelsEnds(2), axes.GetNumAxisLabelsStrings(2)}),
+              (std::vector<int>{1, 2, 3, 4, 5, 2}));
     EXPECT_EQ(axes.GetAxisLabelsColor(2).r, 0.5);
-    EXPECT_EQ(axes.GetNumAxisLabelsStrings(2), 2);
     EXPECT_EQ(axes.GetAxisLabelsStringEnable(2), 1);
     axes.SetAxisLabelsStrings(2, strings + 1, 1);
     EXPECT_EQ(axes.GetAxisLabelsStrings(2)[0], "b");
@@ -320,29 +308,28 @@ TEST(Axes, PassEveryAttributeOn) {
     EXPECT_EQ(labels.GetAxisLabelsStringEnable(), 0);
     axes.SetAxisLabelsColor(2, {0.6, 0, 0, 1});
     axes.SetAxisTitleColor(2, {0.7, 0, 0, 1});
-    EXPECT_EQ(labels.GetAxisLabelsColor().r, 0.6);
-    EXPECT_EQ(axes.GetAxisTitleColor(2).r, 0.7);
+    axes.SetAxisColorMode(2, 2);
+    EXPECT_EQ((std::vector<double>{axis.GetAxisColor().r, axis.GetAxisTicColor().r,
+                                   labels.GetAxisLabelsColor().r, axes.GetAxisTitleColor(2).r,
+                                   1.0 * axis.GetColorMode(), 1.0 * axes.GetAxisColorMode(2),
+                                   1.0 * axes.GetAxisColorMode(1)}),
+              (std::vector<double>{0.3, 0.4, 0.6, 0.7, 2, 2, 1}));
     axes.SetAxisTitleString(2, "title");
     CString title;
     axes.GetAxisTitleString(2, title);
     EXPECT_EQ(title, "title");
-    axes.SetAxisColorMode(2, 2);
-    EXPECT_EQ(axis.GetColorMode(), 2);
-    EXPECT_EQ(axes.GetAxisColorMode(2), 2);
-    EXPECT_EQ(axes.GetAxisColorMode(1), 1);
 }
 
 TEST(Axes, PlanesKeepTheirOwnAttributes) {
     CAxes3D axes;
     axes.SetPlaneGrid(4, 2, 0, SetRGBD(1, 0, 0, 1), 3, 7, 1);
     axes.SetPlaneGridAttrib(4, SetRGBD(0, 1, 0, 1), 5, 9);
-    EXPECT_EQ(axes.GetGridEnable(4), 1);
     EXPECT_EQ(axes.GetPlaneGridStyle(4), 7) << "the style is not taken";
-    EXPECT_EQ(axes.GetPlaneGridThickness(4), 5);
-    EXPECT_EQ(axes.GetPlaneGridColor(4).g, 1);
-    EXPECT_EQ(axes.GetPlaneGridNthTic1(4), 2);
-    EXPECT_EQ(axes.GetPlaneGridNthTic2(4), 0);
-    EXPECT_EQ(axes.GetPlaneGridWallFlag(4), 1);
+    EXPECT_EQ((std::vector<double>{1.0 * axes.GetGridEnable(4), axes.GetPlaneGridThickness(4),
+                                   axes.GetPlaneGridColor(4).g, 1.0 * axes.GetPlaneGridNthTic1(4),
+                                   1.0 * axes.GetPlaneGridNthTic2(4),
+                                   1.0 * axes.GetPlaneGridWallFlag(4)}),
+              (std::vector<double>{1, 5, 1, 2, 0, 1}));
     axes.SetWallThickness(1, 0.3);
     for (int axis = 0; axis < 3; ++axis)
         EXPECT_EQ(axes.GetAxis(axis)->GetAxisWallThickness(), 0.05);
@@ -377,4 +364,4 @@ TEST(Axes, PlanesKeepTheirOwnAttributes) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -26,19 +26,15 @@ class LabelLayout : public testing::Test {
 };
 
 TEST_F(LabelLayout, TableDependsOnTheQuadrantOfTheRotation) {
-    using J = Justification;
-    EXPECT_EQ(TableJustification(table, 0, 3, 0), (J{1, 2}));
-    EXPECT_EQ(TableJustification(table, 0, 3, 44), (J{1, 2}));
-    EXPECT_EQ(TableJustification(table, 0, 3, 45), (J{0, 1}));
-    EXPECT_EQ(TableJustification(table, 0, 3, 134), (J{0, 1}));
-    EXPECT_EQ(TableJustification(table, 0, 3, 135), (J{1, 2}));
-    EXPECT_EQ(TableJustification(table, 0, 2, 0), (J{2, 2}));
-    EXPECT_EQ(TableJustification(table, 1, 2, 90), (J{2, 1}));
-    EXPECT_EQ(TableJustification(table, 2, 2, 90), (J{1, 0}));
-    EXPECT_EQ(TableJustification(table, 0, 3, -90), (J{2, 1}));
-    EXPECT_EQ(TableJustification(table, 0, 1, -30), (J{1, 0}));
-    EXPECT_EQ(TableJustification(table, 3, 0, 0), (J{0, 0}));
-    EXPECT_EQ(TableJustification(table, 0, 4, INT_MIN), (J{0, 0}));
+    const struct {
+        int axis, dir, rotation;
+        Justification just;
+    } rows[] = {{0, 3, 0, {1, 2}},   {0, 3, 44, {1, 2}},  {0, 3, 45, {0, 1}},
+                {0, 3, 134, {0, 1}}, {0, 3, 135, {1, 2}}, {0, 2, 0, {2, 2}},
+                {1, 2, 90, {2, 1}},  {2, 2, 90, {1, 0}},  {0, 3, -90, {2, 1}},
+                {0, 1, -30, {1, 0}}, {3, 0, 0, {0, 0}},   {0, 4, INT_MIN, {0, 0}}};
+    for (const auto& row : rows)
+        EXPECT_EQ(TableJustification(table, row.axis, row.dir, row.rotation), row.just);
 }
 
 TEST_F(LabelLayout, AutomaticJustificationTurnsAwayFromTheAxis) {

@@ -13,41 +13,27 @@ CString Text(double value, int format, int decimals) {
     return LabelText(value, format, decimals, kSuffixes);
 }
 
-TEST(LabelText, Fixed) {
-    EXPECT_EQ(Text(12.345, 0, 2), "12.35");
-    EXPECT_EQ(Text(1e6, 0, 0), "1000000");
-    EXPECT_EQ(Text(-3, 7, 1), "-3.0");  // unknown formats are fixed
-}
-
-TEST(LabelText, ExponentsLoseTheirThirdDigit) {
-    EXPECT_EQ(Text(12345, 1, 2), "1.23e+04");
-    EXPECT_EQ(Text(-0.00012, 1, 1), "-1.2e-04");
-    EXPECT_EQ(Text(1e100, 1, 0), "1e+00");
-    EXPECT_EQ(Text(2.5e-123, 1, 1), "2.5e-23");
-    EXPECT_EQ(Text(1e100, 3, 3), "1e+00");
-}
-
-TEST(LabelText, Engineering) {
-    EXPECT_EQ(Text(999, 2, 0), "999");
-    EXPECT_EQ(Text(1000, 2, 0), "1K");
-    EXPECT_EQ(Text(1500, 2, 1), "1.5K");
-    EXPECT_EQ(Text(998999, 2, 0), "999K");
-    EXPECT_EQ(Text(999000, 2, 0), "1M");
-    EXPECT_EQ(Text(9.99e8, 2, 0), "1B");
-    EXPECT_EQ(Text(2.5e9, 2, 1), "2.5B");
-    EXPECT_EQ(Text(9.99e11, 2, 0), "1T");
-    EXPECT_EQ(Text(9.98e14, 2, 0), "998T");
-    EXPECT_EQ(Text(1e15, 2, 0), "1000000B");
-    EXPECT_EQ(Text(2e15, 2, 0), "2000000B");
-    EXPECT_EQ(Text(-5000, 2, 0), "-5000");
+TEST(LabelText, HasItsFormat) {
+    struct Row {
+        double value;
+        int format, decimals;
+        const char* text;
+    };
+    // Fixed, exponents (which lose their third digit), engineering and general numbers.
+    const Row rows[] = {
+        // Fixed, as are unknown formats.
+        {12.345, 0, 2, "12.35"},     {1e6, 0, 0, "1000000"},       {-3, 7, 1, "-3.0"},
+        {12345, 1, 2, "1.23e+04"},   {-0.00012, 1, 1, "-1.2e-04"}, {1e100, 1, 0, "1e+00"},
+        {2.5e-123, 1, 1, "2.5e-23"}, {1e100, 3, 3, "1e+00"},       {999, 2, 0, "999"},
+        {1000, 2, 0, "1K"},          {1500, 2, 1, "1.5K"},         {998999, 2, 0, "999K"},
+        {999000, 2, 0, "1M"},        {9.99e8, 2, 0, "1B"},         {2.5e9, 2, 1, "2.5B"},
+        {9.99e11, 2, 0, "1T"},       {9.98e14, 2, 0, "998T"},      {1e15, 2, 0, "1000000B"},
+        {2e15, 2, 0, "2000000B"},    {-5000, 2, 0, "-5000"},       {0.5, 3, 3, "0.5"},
+        {1234567, 3, 3, "1.23e+06"}, {100000, 3, 6, "100000"}};
+    for (const Row& row : rows)
+        EXPECT_EQ(Text(row.value, row.format, row.decimals), row.text);
     EXPECT_EQ(LabelText(5000, 2, 0, " k"), "5k");
     EXPECT_EQ(LabelText(5e6, 2, 0, " k"), "5");
-}
-
-TEST(LabelText, General) {
-    EXPECT_EQ(Text(0.5, 3, 3), "0.5");
-    EXPECT_EQ(Text(1234567, 3, 3), "1.23e+06");
-    EXPECT_EQ(Text(100000, 3, 6), "100000");
 }
 
 TEST(LabelText, SurvivesAnyArguments) {
@@ -64,15 +50,12 @@ TEST(LabelText, SurvivesAnyArguments) {
 }
 
 TEST(RemoveExpZeros, TakesTheThirdFromTheEnd) {
-    CString s = "1.5e+002";
-    RemoveExpZeros(s);
-    EXPECT_EQ(s, "1.5e+02");
-    s = "1E+100";
-    RemoveExpZeros(s);
-    EXPECT_EQ(s, "1E+00");
-    s = "12345";
-    RemoveExpZeros(s);
-    EXPECT_EQ(s, "12345");
+    for (const auto& [text, without] :
+         {std::pair{"1.5e+002", "1.5e+02"}, {"1E+100", "1E+00"}, {"12345", "12345"}}) {
+        CString s = text;
+        RemoveExpZeros(s);
+        EXPECT_EQ(s, without);
+    }
 }
 
 }  // namespace

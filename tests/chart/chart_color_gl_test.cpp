@@ -2,22 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
-#include "tests/support/gl_fixture.h"
-#include "varnel/varnel.h"
+#include "tests/support/view_test.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 /// A surface of one row of cells, all of whose points in column i have height z[i]; in a chart that
 /// shows it from above with a column's step every 50 pixels.
-class ColorByHeight : public testing::Test {
+class ColorByHeight : public ViewTest {
  protected:
-    ColorByHeight() : window(200, 100), view(&window, 200, 100) { CErr3D::SetErrorReportMode(0); }
-    ~ColorByHeight() override { CErr3D::SetErrorReportMode(1); }
-
     CChartObj3D* AddSurface(const std::vector<double>& z, double min, double max, int zMode = 0) {
         CTransform3D* transform = nullptr;
         chart = view.NewChart3D();
@@ -40,8 +35,7 @@ class ColorByHeight : public testing::Test {
     int Place(const CString& map, int x) {
         RGBDType colors[256];
         ColorMap(map, 256, colors);
-        view.SetViewSizePrinter();
-        view.DrawView();
+        Draw(view);
         const RGBQUAD p = view.GetDIBSectionPntr()->GetBitmap()->PixelFromTop(x, 50);
         for (int i = 0; i < 256; ++i) {
             const RGBBType c = RGBDtoRGBB(colors[i]);
@@ -50,8 +44,16 @@ class ColorByHeight : public testing::Test {
         return -1;
     }
 
-    CWnd window;
-    CChartView3D view;
+    /// The limits of the chart's colours.
+    void ExpectRange(double min, double max, double tolerance) {
+        double is[2] = {};
+        chart->GetTextureColorArray(nullptr, &is[0], &is[1]);
+        EXPECT_EQ(is[0], min);
+        EXPECT_NEAR(is[1], max, tolerance);
+    }
+
+    CWnd window{200, 100};
+    CChartView3D view{&window, 200, 100};
     CChart3D* chart = nullptr;
     CPolysurface surface;
 };
@@ -66,11 +68,7 @@ TEST_F(ColorByHeight, LowestToHighest) {
     EXPECT_NEAR(Place("grey", 100), 128, 2);
     EXPECT_EQ(Place("grey", 170), 255) << "the highest value does not wrap";
     EXPECT_EQ(Place("grey", 199), 255);
-    double min = 0;
-    double max = 0;
-    chart->GetTextureColorArray(nullptr, &min, &max);
-    EXPECT_EQ(min, -30);
-    EXPECT_NEAR(max, 70, 1);
+    ExpectRange(-30, 70, 1);
 }
 
 TEST_F(ColorByHeight, OrByAnotherValue) {
@@ -87,11 +85,7 @@ TEST_F(ColorByHeight, OrByAnotherValue) {
 TEST_F(ColorByHeight, LogarithmicAxis) {
     CChartObj3D* const object = AddSurface({1, 1, 10000, 10000}, 0, 4, 1);
     ASSERT_TRUE(chart->ColorSurfaceByHeight(object, "grey"));
-    double min = 0;
-    double max = 0;
-    chart->GetTextureColorArray(nullptr, &min, &max);
-    EXPECT_EQ(min, 0);
-    EXPECT_NEAR(max, 4, 0.04) << "logarithms";
+    ExpectRange(0, 4, 0.04);  // logarithms
     EXPECT_NEAR(Place("grey", 100), 128, 2);
     EXPECT_EQ(Place("grey", 190), 255);
 }
@@ -121,18 +115,13 @@ TEST_F(ColorByHeight, NoEdgeWrapsWithAntialiasing) {
 }
 
 TEST_F(ColorByHeight, FlatAndIncompleteSurfaces) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_TRUE(chart == nullptr);
     CChartObj3D* const flat = AddSurface({1e6, 1e6, 1e6}, 0, 2e6);
     ASSERT_TRUE(chart->ColorSurfaceByHeight(flat, "grey"));
     EXPECT_NEAR(Place("grey", 100), 128, 2);
-    CChartObj3D* const gap = AddSurface({2, nan, 5}, 0, 10);
+    CChartObj3D* const gap = AddSurface({2, kNaN, 5}, 0, 10);
     ASSERT_TRUE(chart->ColorSurfaceByHeight(gap, "viridis"));
-    double min = 0;
-    double max = 0;
-    chart->GetTextureColorArray(nullptr, &min, &max);
-    EXPECT_EQ(min, 2);
-    EXPECT_NEAR(max, 5, 0.03);
+    ExpectRange(2, 5, 0.03);
 }
 
 TEST_F(ColorByHeight, RefusalsChangeNothing) {
@@ -147,12 +136,11 @@ TEST_F(ColorByHeight, RefusalsChangeNothing) {
     EXPECT_FALSE(chart->ColorSurfaceByHeight(object, "grey"));
     object->PolysurfaceChart2D(&surface, 0, 0);
     EXPECT_FALSE(chart->ColorSurfaceByHeight(object, "grey")) << "a flat map has no heights";
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_FALSE(chart->ColorSurfaceByHeight(AddSurface({nan, nan}, 0, 1), "grey"));
+    EXPECT_FALSE(chart->ColorSurfaceByHeight(AddSurface({kNaN, kNaN}, 0, 1), "grey"));
     EXPECT_EQ(chart->GetTextureMode(), -1);
     EXPECT_EQ(chart->GetNumTextureColors(), 0);
     EXPECT_EQ(object->GetColorMode(), 1);
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

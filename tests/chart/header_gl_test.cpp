@@ -3,10 +3,10 @@
 #include "tests/support/drawing_test.h"
 #include "varnel/render/font.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-class HeaderDrawing : public test::DrawingTest {
+class HeaderDrawing : public DrawingTest {
  protected:
     static constexpr double kTolerance = 2e-5;
 
@@ -15,8 +15,8 @@ class HeaderDrawing : public test::DrawingTest {
         m_Header.InitHeaders(&GL());
     }
 
-    test::Box DrawnBox() {
-        return test::Box(Catch([this] { m_Header.DrawHeader(); }));
+    Box DrawnBox() {
+        return Box(Catch([this] { m_Header.DrawHeader(); }));
     }
     double Height() { return GL().GetFont()->TextHeight3D("H"); }
 
@@ -25,7 +25,7 @@ class HeaderDrawing : public test::DrawingTest {
 
 TEST_F(HeaderDrawing, LinesHangFromTheTopAndStandOnTheBottom) {
     m_Header.SetTitle1("H");
-    test::Box box = DrawnBox();
+    Box box = DrawnBox();
     EXPECT_NEAR(box.top, 0.95, kTolerance);
     EXPECT_NEAR(box.bottom, 0.95 - Height(), kTolerance);
     EXPECT_NEAR(box.CentreX(), 0.0, 0.002);
@@ -50,10 +50,10 @@ TEST_F(HeaderDrawing, TheSecondTitleTakesTheEmptyPlace) {
 
 TEST_F(HeaderDrawing, FactorsArriveFromTheOwner) {
     m_Header.SetTitle1("HHH");
-    const test::Box plain = DrawnBox();
+    const Box plain = DrawnBox();
     m_Header.SetViewAspect(0.5);
     m_Header.SetRelSize(1.5);
-    const test::Box scaled = DrawnBox();
+    const Box scaled = DrawnBox();
     EXPECT_NEAR(scaled.right - scaled.left, 0.75 * (plain.right - plain.left), kTolerance);
     EXPECT_NEAR(scaled.top - scaled.bottom, 1.5 * (plain.top - plain.bottom), kTolerance);
     EXPECT_NEAR(scaled.top, 0.95, kTolerance);
@@ -66,11 +66,5 @@ TEST_F(HeaderDrawing, EmptyAndDisabledHeadersDrawNothing) {
     EXPECT_GT(DrawnBox().left, DrawnBox().right);
 }
 
-TEST_F(HeaderDrawing, CanBeBoundAgain) {
-    m_Header.SetTitle1("H");
-    m_Header.InitHeaders(&GL());
-    EXPECT_NEAR(DrawnBox().top, 0.95, kTolerance);
-}
-
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -3,14 +3,10 @@
 #include "tests/chartobj/geometry_fixture.h"
 #include "varnel/chartobj/detail/seams.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using namespace detail;
-using test::ExpectPoint;
-using test::kNaN;
-using test::Linear;
-using test::Scaled;
 
 struct Solid {
     std::size_t index, group;
@@ -35,10 +31,9 @@ Data25D Series(std::span<const double> ind, std::span<const double> dep) {
 // Corners 0, 2, 4 and 6 determine a solid whose ends are upright.
 void ExpectSolid(const SolidCorners& c, const point3Dtype& c0, const point3Dtype& c2,
                  const point3Dtype& c4, const point3Dtype& c6) {
-    ExpectPoint(c[0], c0.x, c0.y, c0.z);
-    ExpectPoint(c[2], c2.x, c2.y, c2.z);
-    ExpectPoint(c[4], c4.x, c4.y, c4.z);
-    ExpectPoint(c[6], c6.x, c6.y, c6.z);
+    const point3Dtype* const want[] = {&c0, &c2, &c4, &c6};
+    for (std::size_t k = 0; k < 4; ++k)
+        ExpectPoint(c[2 * k], want[k]->x, want[k]->y, want[k]->z);
 }
 
 constexpr double kInd[] = {0, 1, 2, 3};
@@ -240,4 +235,4 @@ TEST(AreasGeometry, NeighboursAreJoinedWhereTheyTouch) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -3,14 +3,10 @@
 #include "tests/chartobj/geometry_fixture.h"
 #include "varnel/chartobj/detail/planes_geometry.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using namespace detail;
-using test::ExpectPrism;
-using test::kNaN;
-using test::Linear;
-using test::Scaled;
 
 struct Bar {
     std::size_t point, group;
@@ -226,4 +222,4 @@ TEST(PlanesGeometry, SlabsOf25DFollowTheRangeAndConvertTheirWidths) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

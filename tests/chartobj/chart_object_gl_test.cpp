@@ -5,21 +5,14 @@
 #include <cmath>
 
 #include "tests/support/gl_fixture.h"
+#include "tests/support/values.h"
 #include "varnel/render/font.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::CountLines;
-using test::CountPolygons;
-using test::FeedbackPrimitive;
-
-constexpr RGBDType kRed{1, 0, 0, 1};
-constexpr RGBDType kGreen{0, 1, 0, 1};
-constexpr RGBDType kBlue{0, 0, 1, 1};
-constexpr RGBDType kBlack{0, 0, 0, 1};
 constexpr RGBDType kColors[6] = {kRed, kGreen, kBlue, kRed, kGreen, kBlue};
 constexpr double kInd[] = {2, 4, 6, 8};
 constexpr double kDep[] = {3, 7, 4, 6};
@@ -31,7 +24,7 @@ constexpr double kGroups[] = {2, 2, 2, 2, 9, 9, 9, 9, 1, 1, 1, 1,
 constexpr double kBoxes[] = {1, 1, 1, 1, 2, 2, 2, 2, 4, 4, 4, 4,
                              6, 6, 6, 6, 9, 9, 9, 9, 5, 5, 5, 5};
 
-class ChartObjects : public test::GLFixture {
+class ChartObjects : public GLFixture {
  protected:
     void SetUp() override {
         GLFixture::SetUp();
@@ -46,7 +39,7 @@ class ChartObjects : public test::GLFixture {
 
     std::vector<FeedbackPrimitive> Drawn(CChartObj3D& object) {
         GL().SetCulling(0);  // what would cover no pixel is counted, too
-        return test::Feedback([&] { object.DrawChartObj(); });
+        return Feedback([&] { object.DrawChartObj(); });
     }
 
     /// A square view along y: x and z of 0..10 are 0..100 pixels.
@@ -219,56 +212,19 @@ TEST_F(ChartObjects, AFailureInsideTheDrawingTakesTheStateBack) {
     object.SetColorMode(2);
     object.SetClipping(1);
     GL().SetCurrentFont(7);
-    test::ExpectError(ERR3D_FONT_PARAMETER, ERR3DCLASS_TEXTOBJ3D, "InitTextObj",
-                      [&] { object.DrawChartObj(); });
+    ExpectError(ERR3D_FONT_PARAMETER, ERR3DCLASS_TEXTOBJ3D, "InitTextObj",
+                [&] { object.DrawChartObj(); });
     ExpectStateTakenBack();
 }
 
-TEST_F(ChartObjects, BarsHaveTheirPlacesColoursAndClipping) {
+TEST_F(ChartObjects, ClippingEndsAtTheLimits) {
     LookAlongY();
     CChartObj3D object = Object();
     object.BarChart25D(kInd, kDep, 0, 5, 2, 1, 1, kRed, kBlack, 1, 1, 0);
-    object.SetColorMode(0);
     object.SetOutlineMode(0);
-    EXPECT_EQ(CountLines(Drawn(object)), 0);
-    const test::Extent extent = test::ExtentOf(Drawn(object));
-    EXPECT_NEAR(extent.left, 15, 0.01);
-    EXPECT_NEAR(extent.right, 45, 0.01);
-    EXPECT_NEAR(extent.top, 70, 0.01);
-
-    object.InitSegmentColorsStorage(kColors);
-    Draw([&] { object.DrawChartObj(); });
-    EXPECT_EQ(Pixel(20, 10).rgbRed, 255);
-    EXPECT_EQ(Pixel(40, 10).rgbGreen, 255);
-
-    object.SetClipping(1);
     object.SetDepData(1, 25);
-    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 100, 0.2);
-
-    object.SetOutlineMode(1);
-    object.SetClipping(0);
-    object.SetDepData(1, 7);
-    EXPECT_GT(CountLines(Drawn(object)), 0);
-}
-
-TEST_F(ChartObjects, GroupedRibbonsFollowTheTotalsAndAreCounted) {
-    LookAlongY();
-    constexpr double values[] = {1, 1, 2, 2, 3, 3};
-    CChartObj3D object = Object();
-    object.GroupRibbonChart25D(kInd, values, 5, 2, 3, 1, kColors, kBlack, 0, 0);
-    object.SetOutlineMode(0);
-    object.SetFillGap(0.5);
-    const int before = CChartObj3D::nSelfID;
-    const auto drawn = Drawn(object);
-    EXPECT_EQ(CChartObj3D::nSelfID, before + 3);
-    // OpenGL gets each ribbon's one segment as two triangles.
-    ASSERT_EQ(CountPolygons(drawn), 6);
-    for (std::size_t g = 0; g < 3; ++g) {
-        const test::Extent extent = test::ExtentOf({drawn[2 * g], drawn[2 * g + 1]});
-        EXPECT_NEAR(extent.top, 10 * (g == 0 ? 1 : g == 1 ? 3 : 6), 0.01);
-        // The gap of the ribbons is their own default, not this object's.
-        EXPECT_NEAR(extent.right, 40 - 0.16, 0.01);
-    }
+    object.SetClipping(1);
+    ExpectBox(ExtentOf(Drawn(object)), 15, 45, 0, 100, 0.2);
 }
 
 TEST_F(ChartObjects, LinesTakeTheSegmentColoursOfTheirInnerPoints) {
@@ -293,7 +249,7 @@ TEST_F(ChartObjects, SymbolsHaveOneSizeAndAreJoinedToTheirProjection) {
     object.SetOutlineMode(0);
     auto drawn = Drawn(object);
     EXPECT_EQ(CountLines(drawn), 0);
-    const test::Extent extent = test::ExtentOf(drawn);  // 0.2 of the -1..1 that 100 pixels are
+    const Extent extent = ExtentOf(drawn);  // 0.2 of the -1..1 that 100 pixels are
     EXPECT_NEAR(extent.left, 45, 0.01);
     EXPECT_NEAR(extent.top, 55, 0.01);
 
@@ -302,7 +258,7 @@ TEST_F(ChartObjects, SymbolsHaveOneSizeAndAreJoinedToTheirProjection) {
     drawn = Drawn(object);
     EXPECT_EQ(CountPolygons(drawn), 0);
     ASSERT_EQ(CountLines(drawn), 1);
-    EXPECT_NEAR(test::ExtentOf(drawn).bottom, 0, 0.01);
+    EXPECT_NEAR(ExtentOf(drawn).bottom, 0, 0.01);
     object.SetProjectionPlane(6);
     EXPECT_EQ(CountLines(Drawn(object)), 0);
 }
@@ -315,11 +271,11 @@ TEST_F(ChartObjects, OnLogarithmicAxesScatterProjectsFromTheTwiceConvertedValue)
     const CString text = "";
     CChartObj3D object = Object();
     object.ScatterChart3D(point, 1, 1, 0, kRed, kBlack, 0, 1);
-    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 25 * std::log10(3), 0.01);
+    EXPECT_NEAR(ExtentOf(Drawn(object)).top, 25 * std::log10(3), 0.01);
     object.SetExactExtents(1);
-    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 75, 0.01);
+    EXPECT_NEAR(ExtentOf(Drawn(object)).top, 75, 0.01);
     object.ScatterText3D(point, &text, 1, 1, 3, kRed, 0, 1);
-    EXPECT_NEAR(test::ExtentOf(Drawn(object)).top, 75, 0.01);
+    EXPECT_NEAR(ExtentOf(Drawn(object)).top, 75, 0.01);
 }
 
 TEST_F(ChartObjects, JoinedAreasHaveNoLinesBetweenTheirSegments) {
@@ -353,34 +309,27 @@ TEST_F(ChartObjects, AreasTakeSegmentColoursByPieceAndRangesTheirOwn) {
     EXPECT_EQ(Pixel(50, 10).rgbGreen, 255);
 }
 
-TEST_F(ChartObjects, CandlesticksTellRisesFromFalls) {
-    LookAlongY();
-    constexpr double prices[] = {3, 7, 9, 9, 1, 1, 6, 4};
-    constexpr int flags[] = {1, 0, 0, 0, 0, 1};
-    CChartObj3D object = Object();
-    object.OHLCChart25D(kInd, prices, 5, 2, 0, 0, 1, 3, kColors, kBlack, 1, 1, 0, flags);
-    object.SetComboChartFlags(flags);
-    object.SetColorMode(0);
-    object.SetOutlineMode(0);
-    Draw([&] { object.DrawChartObj(); });
-    EXPECT_EQ(Pixel(20, 45).rgbGreen, 255);  // rose from 3 to 6
-    EXPECT_EQ(Pixel(40, 55).rgbBlue, 255);   // fell from 7 to 4
-    EXPECT_EQ(Pixel(20, 80).rgbGreen, 255);  // the line above the body, in colors[4]
-    EXPECT_EQ(Pixel(24, 80).rgbRed, 255);    // nothing beside it
-    EXPECT_EQ(Pixel(24, 80).rgbGreen, 255);
-}
-
 TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     m_Transform->SetRotate({-90, 0, 0, 0});  // from above: y is up
     m_Transform->SetChartRect({1, 1, 1, 0});
     constexpr double z[] = {1, 1, 1, 5, 5, 5, 9, 9, 9}, level[] = {5};
     CPolysurface ramp(3, 3, 0, 0, 10, 10, z, 1);
     CChartObj3D object = Object();
+    object.ContourPolysurface3D(&ramp, level, kColors, 1, 5, 0);
+    GL().SetLineStyle3D(LINE_DOTS, 3.0, kBlack);
+    const auto plain = Drawn(object);  // piece by piece, flat at the given height
+    EXPECT_GT(CountLines(plain), 1);
+    for (const FeedbackPrimitive& piece : plain)
+        for (const FeedbackVertex& v : piece.vertices) {
+            EXPECT_NEAR(v.z, 0.5, 1e-3);
+            EXPECT_EQ(v.r, 1);
+        }
+    EXPECT_EQ(GL().GetLineWidth3D(), 1.0);
     object.ContourPolysurface3D(&ramp, level, kColors, 1, 0, 0);
     object.SetContourStyle({.lineWidth = 2});
     const auto whole = Drawn(object);
     EXPECT_EQ(CountPolygons(whole), 0);
-    const test::Extent extent = test::ExtentOf(whole);  // at a level that points lie on
+    const Extent extent = ExtentOf(whole);  // at a level that points lie on
     EXPECT_NEAR(extent.left, 0, 0.01);
     EXPECT_NEAR(extent.right, 100, 0.01);
     EXPECT_NEAR(extent.top, 50, 0.01);
@@ -405,7 +354,7 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     CPolysurface logarithmic(2, 2, 1, 1, 100, 100, steep, 1);
     object.ContourPolysurface3D(&logarithmic, ten, kColors, 1, 1, 0);
     object.SetContourStyle({});
-    EXPECT_NEAR(test::ExtentOf(Drawn(object)).bottom, 50, 0.01);
+    EXPECT_NEAR(ExtentOf(Drawn(object)).bottom, 50, 0.01);
 }
 
 TEST_F(ChartObjects, FlattenedWiresAreDrawnInTheLineColour) {
@@ -427,4 +376,4 @@ TEST_F(ChartObjects, FlattenedWiresAreDrawnInTheLineColour) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

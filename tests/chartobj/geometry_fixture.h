@@ -6,13 +6,12 @@
 #include <limits>
 #include <vector>
 
+#include "tests/support/values.h"
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/chartobj/detail/prism.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::test {
-
-inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 /// A transform of the given limits with its working limits computed. `logAxis` -1: all linear.
 inline CTransform3D Scaled(const point3Dtype& min, const point3Dtype& max, int logAxis = -1) {

@@ -6,15 +6,10 @@
 #include "varnel/chartobj/detail/stock_geometry.h"
 #include "varnel/chartobj/detail/surfaces_geometry.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using namespace detail;
-using test::ExpectPoint;
-using test::ExpectPrism;
-using test::kNaN;
-using test::Linear;
-using test::Scaled;
 
 struct Segment {
     point3Dtype p, q;
@@ -167,4 +162,4 @@ TEST(SurfacesGeometry, PointsAreFlattenedBeforeTheyAreConverted) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

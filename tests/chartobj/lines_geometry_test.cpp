@@ -6,14 +6,10 @@
 #include "tests/chartobj/geometry_fixture.h"
 #include "varnel/chartobj/detail/ribbons_geometry.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using namespace detail;
-using test::ExpectPoint;
-using test::kNaN;
-using test::Linear;
-using test::Scaled;
 
 struct Trace {
     std::string calls;  // S, A with its index, E with its index
@@ -154,4 +150,4 @@ TEST(RibbonsGeometry, SegmentsAtWhatIsNoDataAreLeftOut) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

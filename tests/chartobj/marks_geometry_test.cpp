@@ -4,14 +4,10 @@
 
 #include "tests/chartobj/geometry_fixture.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using namespace detail;
-using test::ExpectPoint;
-using test::kNaN;
-using test::Linear;
-using test::Scaled;
 
 struct Lines : std::vector<std::array<point3Dtype, 2>> {
     void operator()(std::size_t, const point3Dtype& p, const point3Dtype& q) { push_back({p, q}); }
@@ -100,4 +96,4 @@ TEST(MarksGeometry, WallBandsStayInTheBox) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -1,23 +1,18 @@
 // Legends in pictures: samples look like what they stand for at every size, and a legend touches
 // nothing but its box.
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <map>
 
 #include "tests/support/gl_fixture.h"
 #include "tests/support/memory_target.h"
+#include "tests/support/values.h"
 #include "varnel/varnel.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::Rgb;
-
-constexpr RGBDType kBlack{0, 0, 0, 1};
 constexpr unsigned kWhitePixel = 0xFFFFFF;
 constexpr int kSizes[][2] = {{400, 300}, {1024, 768}, {2000, 1500}};
 
@@ -107,31 +102,6 @@ CChartObj3D* AddGroupedBars(CChartView3D& view) {
     bars->GroupBarChart25D(x, values, 0.5, 0, 5, 3, 1, 0.7, 0.5, colors, kBlack, 1, 1, 0);
     bars->SetColorMode(0);
     return bars;
-}
-
-TEST(Legend, RectanglesHaveTheColoursOfTheirGroups) {
-    for (const auto& size : kSizes) {
-        View v(size[0], size[1]);
-        CChartObj3D* const bars = AddGroupedBars(v.view);
-        CLegend3D* const legend = v.view.NewLegend3D();
-        legend->SetLegendTitle("Sources");
-        const CString names[] = {"Fossil fuels", "Nuclear energy", "Renewables"};
-        legend->AddGroups(bars, names);
-        v.Draw();
-        const GLViewportType box = legend->GetLegendViewport();
-        EXPECT_NEAR(box.width, 0.27 * size[0], 0.04 * size[0]) << "follows the view's size";
-        EXPECT_NEAR(box.x + box.width, size[0] - 0.02 * size[1], 1);
-        const Count inLegend = v.Colors(box, true);
-        const Count inChart = v.Colors(box, false);
-        const double em = 0.033 * size[1];
-        for (const unsigned color : {0xCC3333u, 0x339966u, 0x3366CCu}) {
-            ASSERT_TRUE(inChart.count(color)) << std::hex << color;
-            ASSERT_TRUE(inLegend.count(color)) << std::hex << color;
-            EXPECT_GT(inLegend.at(color), 0.75 * em * em) << "a rectangle of 1.5 x 0.8 ems";
-        }
-        EXPECT_EQ(inLegend.size(), 5U) << "three colours, black and white: all edges are sharp";
-        v.ExpectFreeRing(box);
-    }
 }
 
 TEST(Legend, SymbolsAreLitAsInTheChart) {
@@ -295,87 +265,5 @@ TEST(Legend, LongTextsAreNotCut) {
     EXPECT_LE(box.height, 300);
 }
 
-/// The colours along a line of pixels, each with the number of its pixels, without black.
-std::vector<std::pair<unsigned, int>> Runs(const View& v, int x, int y, int dx, int dy) {
-    std::vector<std::pair<unsigned, int>> runs;
-    for (; x < v.width && y < v.height; x += dx, y += dy) {
-        const unsigned color = v.Pixel(x, y);
-        if (color == 0 || color == kWhitePixel) continue;
-        if (runs.empty() || runs.back().first != color) runs.push_back({color, 0});
-        ++runs.back().second;
-    }
-    return runs;
-}
-
-TEST(ColorBar, HasTheColoursOfTheChartInTheirOrderAndShare) {
-    View v(1000, 700);
-    CTransform3D* t = nullptr;
-    CChart3D* const chart = v.view.NewChart3D({0, 0, 0, 0}, {10, 1, 80, 0}, &t);
-    chart->SetChartPosition({0, 0, 0.5, 1});
-    std::vector<RGBDType> colors;
-    for (int i = 0; i < 5; ++i)
-        colors.push_back({0.2 * i, 0.4, 1 - 0.2 * i, 1});
-    chart->SetTextureMode(2);
-    chart->SetTextureColorArray(colors.data(), 0, 80, 5);
-    const double x = 5;
-    const double y = 80;
-    CChartObj3D* const bar = chart->NewChartObj(t);
-    bar->BarChart25D(&x, &y, 0, 0, 1, 4, 1, kBlack, kBlack, 1, 0, 0);
-    bar->SetColorMode(2);
-    CLegend3D* const legend = v.view.NewLegend3D();
-    legend->SetColorBar(chart);
-    legend->SetScaleLength(0.5);
-    v.Draw();
-    const auto inChart = Runs(v, 250, 0, 0, 1);
-    const GLViewportType box = legend->GetLegendViewport();
-    const auto inLegend = Runs(v, box.x + 30, box.y, 0, 1);
-    ASSERT_EQ(inChart.size(), 5U);
-    ASSERT_EQ(inLegend.size(), 5U);
-    for (std::size_t i = 0; i < 5; ++i) {
-        EXPECT_EQ(inLegend[i].first, inChart[i].first) << i;
-        EXPECT_NEAR(inLegend[i].second / 350.0, inChart[i].second / 350.0, 0.02) << i;
-    }
-    v.ExpectFreeRing(box);
-
-    legend->SetScaleHorizontal(1);
-    v.Draw();
-    const GLViewportType flat = legend->GetLegendViewport();
-    const auto across = Runs(v, flat.x, flat.y + flat.height - 30, 1, 0);
-    ASSERT_EQ(across.size(), 5U);
-    for (std::size_t i = 0; i < 5; ++i)
-        EXPECT_EQ(across[i].first, inChart[i].first);
-}
-
-TEST(Legend, ViewsSaveAndLoadTheirLegends) {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() /
-                                       ("varnel_legend_" + std::to_string(getpid()) + ".chart");
-    View v(400, 300);
-    CChartObj3D* const bars = AddGroupedBars(v.view);
-    v.view.NewLegend3D()->AddGroups(bars, nullptr);
-    CLegend3D* const scale = v.view.NewLegend3D();
-    const RGBDType colors[] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}};
-    scale->SetColorBar(colors, 3, 0, 30);
-    scale->SetLegendPlace(LEGEND_UPPER_LEFT);
-    v.view.GetHeader()->SetTitle1("After the legends");
-    const std::vector<unsigned> picture = v.Draw();
-    v.view.Save(path);
-
-    View copy(400, 300);
-    copy.view.Load(path);
-    std::filesystem::remove(path);
-    EXPECT_EQ(copy.view.GetLoadComplete(), 1);
-    EXPECT_EQ(copy.view.GetNumLegends(), 2);
-    EXPECT_EQ(copy.view.GetHeader()->GetTitle1(), "After the legends");
-    EXPECT_EQ(copy.Draw(), picture);
-
-    EXPECT_EQ(copy.view.GetLegend(2), nullptr);
-    copy.view.DeleteLegends();
-    EXPECT_EQ(copy.view.GetNumLegends(), 0);
-    EXPECT_EQ(copy.view.GetNumCharts(), 1);
-    copy.view.NewLegend3D();
-    copy.view.DeleteChartViewObjects();
-    EXPECT_EQ(copy.view.GetNumLegends() + copy.view.GetNumCharts(), 0);
-}
-
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -3,18 +3,13 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/values.h"
 #include "varnel/platform/files.h"
 #include "varnel/varnel.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::Raises;
-using test::RecordBytes;
-using test::Saved;
-
-constexpr RGBDType kRed{1, 0, 0, 1};
-constexpr RGBDType kGreen{0, 1, 0, 1};
 constexpr RGBDType kGrey{0.5, 0.5, 0.5, 1};
 
 RecordBytes EntryBytes(int counter) {
@@ -68,11 +63,11 @@ TEST(LegendRecord, ByteForByte) {
 
 TEST(LegendRecord, FollowsTheRules) {
     const RecordBytes entry = RecordBytes().Distinct("i s 6i 2d 8d 8d 8d");
-    test::ExpectRecordRules<CLegendObj3D>(entry, ERR3DCLASS_LEGENDOBJ3D);
+    ExpectRecordRules<CLegendObj3D>(entry, ERR3DCLASS_LEGENDOBJ3D);
     RecordBytes legend = RecordBytes().Distinct("3i 5d 2i d s 4d i 5d i 4d 2i d 2i d s");
     legend.Ints({2}).Doubles({1, 2}).Ints({1}).Doubles({1, 2, 3, 4}).Ints({2});
     legend.Record(entry).Record(entry);
-    test::ExpectRecordRules<CLegend3D>(legend, ERR3DCLASS_LEGEND3D);
+    ExpectRecordRules<CLegend3D>(legend, ERR3DCLASS_LEGEND3D);
 }
 
 TEST(LegendRecord, ForgedCountsAllocateNothing) {
@@ -194,4 +189,4 @@ TEST(LegendEntries, ContourLinesFromTheHighestDown) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

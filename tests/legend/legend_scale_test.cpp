@@ -127,20 +127,15 @@ TEST(ContourScale, BandsAreEvenAndLabelledBetweenThem) {
 }
 
 TEST(ContourScale, DecimalsTellTheValues) {
-    const auto needed = [](std::vector<double> values, int format) {
-        return NeededDecimals(values, format);
-    };
-    EXPECT_EQ(needed({1, 20, 0}, 0), 0);
-    EXPECT_EQ(needed({0.25, 3}, 0), 2);
-    EXPECT_EQ(needed({0.1 + 0.2}, 0), 1);
-    EXPECT_EQ(needed({1e-8, 2e-8}, 0), 8);
-    EXPECT_EQ(needed({1234567.25}, 0), 2);
-    EXPECT_EQ(needed({150, 1500}, 1), 1);
-    EXPECT_EQ(needed({125000}, 2), 0);
-    EXPECT_EQ(needed({1250000}, 2), 2);
-    EXPECT_EQ(needed({125}, 3), 3);
-    EXPECT_EQ(needed({1.0 / 3}, 0), 10);
-    EXPECT_EQ(needed({std::numeric_limits<double>::quiet_NaN()}, 0), 0);
+    const struct {
+        std::vector<double> values;
+        int format, decimals;
+    } rows[] = {{{1, 20, 0}, 0, 0},   {{0.25, 3}, 0, 2},     {{0.1 + 0.2}, 0, 1},
+                {{1e-8, 2e-8}, 0, 8}, {{1234567.25}, 0, 2},  {{150, 1500}, 1, 1},
+                {{125000}, 2, 0},     {{1250000}, 2, 2},     {{125}, 3, 3},
+                {{1.0 / 3}, 0, 10},   {{std::nan("")}, 0, 0}};
+    for (const auto& row : rows)
+        EXPECT_EQ(NeededDecimals(row.values, row.format), row.decimals) << row.values[0];
 }
 
 }  // namespace

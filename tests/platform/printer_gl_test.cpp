@@ -17,15 +17,15 @@
 #include "varnel/platform/window.h"
 #include "varnel/platform/x11_window.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 /// A page of a PDF file at `dpi`, as another program draws it.
-std::unique_ptr<Bitmap> Rendered(const test::TemporaryFolder& folder, const std::string& pdf,
-                                 int dpi, int page = 1) {
+std::unique_ptr<Bitmap> Rendered(const TemporaryFolder& folder, const std::string& pdf, int dpi,
+                                 int page = 1) {
     const std::string number = std::to_string(page);
-    test::RunCommand("pdftoppm -singlefile -f " + number + " -r " + std::to_string(dpi) +
-                     " -aa no -aaVector no " + pdf + " " + folder.File("page"));
+    RunCommand("pdftoppm -singlefile -f " + number + " -r " + std::to_string(dpi) +
+               " -aa no -aaVector no " + pdf + " " + folder.File("page"));
     std::ifstream in(folder.File("page.ppm"), std::ios::binary);
     std::string magic;
     int width = 0;
@@ -103,7 +103,7 @@ class PrinterTest : public testing::Test {
 
     const Bitmap& Image() const { return *m_View.GetDIBSectionPntr()->GetBitmap(); }
 
-    test::TemporaryFolder m_Folder;
+    TemporaryFolder m_Folder;
     CWnd m_Window;
     CChartView3D m_View;
 };
@@ -203,7 +203,7 @@ TEST_F(PrinterTest, PagesFollowEachOther) {
     EXPECT_FALSE(std::filesystem::exists(m_Folder.File("two.pdf"))) << "not before it is whole";
     EXPECT_TRUE(printer.Finish());
     EXPECT_FALSE(printer.Finish());
-    const std::string info = test::RunCommand("pdfinfo " + m_Folder.File("two.pdf"));
+    const std::string info = RunCommand("pdfinfo " + m_Folder.File("two.pdf"));
     EXPECT_NE(info.find(" 2\n", info.find("Pages:")), std::string::npos) << info;
     EXPECT_NE(info.find("(A4)"), std::string::npos) << info;
 }
@@ -224,10 +224,10 @@ TEST_F(PrinterTest, AFileThatCannotBeMadeIsThePrintersError) {
     Printer printer("/nonexistent/folder/a.pdf", {});
     for (const int resolution : {0, 1}) {
         m_View.SetPrintResolution(resolution);
-        EXPECT_TRUE(test::Raises(ERR3D_PRINT_DC, ERR3DCLASS_DIBSECTION, "PrintDIB",
-                                 [&] { m_View.OnPrint(printer.GetDC(), nullptr); }));
-        EXPECT_TRUE(test::Raises(ERR3D_PRINT_DC, ERR3DCLASS_DIBSECTION, "PrintDIB",
-                                 [&] { m_View.OnPrint(nullptr, nullptr); }));
+        EXPECT_TRUE(Raises(ERR3D_PRINT_DC, ERR3DCLASS_DIBSECTION, "PrintDIB",
+                           [&] { m_View.OnPrint(printer.GetDC(), nullptr); }));
+        EXPECT_TRUE(Raises(ERR3D_PRINT_DC, ERR3DCLASS_DIBSECTION, "PrintDIB",
+                           [&] { m_View.OnPrint(nullptr, nullptr); }));
     }
     EXPECT_FALSE(printer.Finish());
     EXPECT_EQ(m_View.GetPrintingState(), 0) << "a failure leaves the screen usable";
@@ -329,4 +329,4 @@ TEST_F(PrinterTest, JobsGoToThePrintSystemsProgram) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

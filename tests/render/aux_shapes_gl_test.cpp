@@ -5,13 +5,10 @@
 
 #include "tests/support/drawing_test.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::Box;
-using test::DrawnVertex;
-
-class AuxShapes : public test::DrawingTest {
+class AuxShapes : public DrawingTest {
  protected:
     /// The volume that the drawn triangles enclose: right when the solid is closed and every face
     /// runs counter-clockwise seen from outside.
@@ -22,13 +19,6 @@ class AuxShapes : public test::DrawingTest {
                       t[0].y * (t[1].z * t[2].x - t[1].x * t[2].z) +
                       t[0].z * (t[1].x * t[2].y - t[1].y * t[2].x);
         return volume / 6.0;
-    }
-    /// The largest distance of a drawn vertex from the origin.
-    double Reach(const std::function<void()>& draw) {
-        double reach = 0.0;
-        Catch(draw).ForEachVertex(
-            [&](const DrawnVertex& v) { reach = std::max(reach, std::hypot(v.x, v.y, v.z)); });
-        return reach;
     }
 };
 
@@ -56,54 +46,6 @@ TEST_F(AuxShapes, SolidsAreClosedAndFaceOutward) {
     EXPECT_NEAR(Volume([&] { auxSolidTorus(0.2, 0.6); }), 0.87 * torus, 0.04 * torus);
     const double sphere = 4.0 / 3.0 * pi * r * r * r;
     EXPECT_NEAR(Volume([&] { auxSolidSphere(r); }), 0.96 * sphere, 0.02 * sphere);
-}
-
-TEST_F(AuxShapes, SizesAreRadiiAndEdges) {
-    const double r = 0.5;
-    EXPECT_NEAR(Reach([&] { auxSolidSphere(r); }), r, kTolerance);
-    EXPECT_NEAR(Reach([&] { auxSolidIcosahedron(r); }), r, kTolerance);
-    EXPECT_NEAR(Reach([&] { auxSolidOctahedron(r); }), r, kTolerance);
-    EXPECT_NEAR(Reach([&] { auxSolidTetrahedron(0.2); }), 0.6, kTolerance);
-    EXPECT_NEAR(Reach([&] { auxSolidDodecahedron(r); }), r * std::sqrt(3.0) / 1.73, kTolerance);
-    EXPECT_NEAR(Reach([&] { auxSolidTorus(0.2, 0.6); }), 0.8, kTolerance);
-    const Box box(Catch([] { auxSolidBox(0.8, 0.5, 1.2); }));
-    EXPECT_NEAR(box.right, 0.4, kTolerance);
-    EXPECT_NEAR(box.top, 0.25, kTolerance);
-    EXPECT_NEAR(box.back, 0.6, kTolerance);
-}
-
-TEST_F(AuxShapes, CylinderHangsFromOneAndConeStandsOnZero) {
-    for (const double height : {0.5, 1.5}) {
-        const Box tube(Catch([&] { auxSolidCylinder(0.3, height); }));
-        EXPECT_NEAR(tube.top, 1.0, kTolerance);
-        EXPECT_NEAR(tube.bottom, 1.0 - height, kTolerance);
-        EXPECT_NEAR(tube.back, 0.3, kTolerance);
-    }
-    const Box cone(Catch([] { auxSolidCone(0.4, 0.7); }));
-    EXPECT_NEAR(cone.front, 0.0, kTolerance);
-    EXPECT_NEAR(cone.back, 0.7, kTolerance);
-    EXPECT_NEAR(cone.top, 0.4, 0.01);
-    // The matrix is as it was.
-    const Box cube(Catch([] { auxSolidCube(0.5); }));
-    EXPECT_NEAR(cube.top, 0.25, kTolerance);
-}
-
-TEST_F(AuxShapes, WireShapesAreTheEdgesOfTheFaces) {
-    const auto lines = [this](const std::function<void()>& draw) {
-        const test::Drawn drawn = Catch(draw);
-        EXPECT_TRUE(drawn.triangles.empty());
-        return drawn.lines.size();
-    };
-    EXPECT_EQ(lines([] { auxWireCube(0.5); }), 24U);
-    EXPECT_EQ(lines([] { auxWireBox(0.5, 0.4, 0.3); }), 24U);
-    EXPECT_EQ(lines([] { auxWireTetrahedron(0.2); }), 12U);
-    EXPECT_EQ(lines([] { auxWireOctahedron(0.5); }), 24U);
-    EXPECT_EQ(lines([] { auxWireIcosahedron(0.5); }), 60U);
-    EXPECT_EQ(lines([] { auxWireDodecahedron(0.5); }), 60U);
-    EXPECT_EQ(lines([] { auxWireTorus(0.2, 0.6); }), 100U);
-    EXPECT_GT(lines([] { auxWireSphere(0.5); }), 400U);
-    EXPECT_GT(lines([] { auxWireCylinder(0.5, 0.5); }), 50U);
-    EXPECT_GT(lines([] { auxWireCone(0.5, 0.5); }), 200U);
 }
 
 TEST_F(AuxShapes, NormalsFollowTheSurface) {
@@ -143,4 +85,4 @@ TEST_F(AuxShapes, NormalsFollowTheSurface) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -5,10 +5,10 @@
 #include "tests/support/drawing_test.h"
 #include "varnel/render/detail/text_measure.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using FontDrawing = test::DrawingTest;
+using FontDrawing = DrawingTest;
 
 TEST_F(FontDrawing, MeasuresAreTheFacesTimesTheSize) {
     // The number of characters that was asked for limits nothing.
@@ -55,4 +55,4 @@ TEST_F(FontDrawing, AFontMayOutliveItsContext) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

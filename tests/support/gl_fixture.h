@@ -40,6 +40,16 @@ struct Extent {
 };
 Extent ExtentOf(const std::vector<FeedbackPrimitive>& primitives);
 
+/// Expects these edges of anything that has four.
+template <class Edges>
+void ExpectBox(const Edges& box, double left, double right, double bottom, double top,
+               double tolerance) {
+    EXPECT_NEAR(box.left, left, tolerance);
+    EXPECT_NEAR(box.right, right, tolerance);
+    EXPECT_NEAR(box.bottom, bottom, tolerance);
+    EXPECT_NEAR(box.top, top, tolerance);
+}
+
 int CountPolygons(const std::vector<FeedbackPrimitive>& primitives);
 int CountLines(const std::vector<FeedbackPrimitive>& primitives);
 
@@ -60,6 +70,11 @@ class GLFixture : public ::testing::Test {
     RGBQUAD Pixel(int x, int y) const;
     /// Pixels that are not white.
     int Inked() const;
+    /// The bytes of the image.
+    std::vector<BYTE> Image() const {
+        const BYTE* const bits = m_Section->FindDIBBits();
+        return {bits, bits + m_Section->StorageWidth() * kSize};
+    }
 
     COpenGL& GL() { return *m_GL; }
 

@@ -11,13 +11,10 @@
 #include <vector>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/values.h"
 #include "varnel/varnel.h"
 
 namespace varnel::test {
-
-inline constexpr RGBDType kRed{1, 0, 0, 1};
-inline constexpr RGBDType kBlue{0, 0, 1, 1};
-inline constexpr RGBDType kBlack{0, 0, 0, 1};
 
 class ViewTest : public ::testing::Test {
  protected:

@@ -74,14 +74,6 @@ TEST(ColorMap, UniformMapsRiseEvenlyInLightness) {
     }
 }
 
-TEST(ColorMap, DivergingMapIsLightestInTheMiddleAndAlikeOnBothSides) {
-    const auto colors = Colors("coolwarm", 255);
-    for (std::size_t i = 0; i < 127; ++i) {
-        EXPECT_LT(Lightness(colors[i]), Lightness(colors[i + 1]));
-        EXPECT_NEAR(Lightness(colors[i]), Lightness(colors[254 - i]), 0.5);
-    }
-}
-
 TEST(ColorMap, RefusesWhatItCannotDo) {
     RGBDType color = SetRGBD(0.25, 0.5, 0.75, 1.0);
     EXPECT_FALSE(ColorMap("jet", 1, &color));

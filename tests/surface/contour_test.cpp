@@ -8,11 +8,12 @@
 #include <set>
 #include <vector>
 
+#include "tests/support/values.h"
 #include "varnel/surface/detail/contour_search.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 using detail::ContourSearch;
@@ -78,7 +79,6 @@ TEST(Contour, CrossesEdgesAtBothEndsInclusively) {
     EXPECT_EQ(p2.y, 0);
 
     // One crossed edge alone leaves the second as it was.
-    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     const point3Dtype torn[4] = {{0, 0, 0, 0}, {1, 0, 2, 0}, {0, 1, kNaN, 0}, {0, 0, 0, 0}};
     e2 = 9;
     EXPECT_TRUE(detail::CheckForPolyContour3D(torn, 3, 1, e1, e2));
@@ -147,7 +147,6 @@ TEST(Contour, EveryCrossedPolygonIsInExactlyOneChain) {
 }
 
 TEST(Contour, PolygonsWithACornerThatIsNoDataAreNotCrossed) {
-    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
     const double z[16] = {0, 1, 2, 3, 0, kNaN, 2, 3, 0, 1, 2, 3, 0, 1, 2, kNaN};
     const CPolysurface surface(4, 4, 0.0, 0.0, 3.0, 3.0, z, 1);
     std::size_t crossed = 0;
@@ -164,14 +163,11 @@ TEST(Contour, FindsTheBandOfAValue) {
     const RGBDType colors[4] = {};
     const CContour3D contour(nullptr, nullptr, nullptr, levels, colors, 3, 0, 0);
     double lower = -7;
-    EXPECT_EQ(contour.GetContourBounds(0.9, lower), 0);
-    EXPECT_EQ(contour.GetContourBounds(4, lower), 3);
-    EXPECT_EQ(contour.GetContourBounds(9, lower), 3);
-    EXPECT_EQ(lower, -7);
-    EXPECT_EQ(contour.GetContourBounds(1, lower), 1);
-    EXPECT_EQ(lower, 1);
-    EXPECT_EQ(contour.GetContourBounds(3.9, lower), 2);
-    EXPECT_EQ(lower, 2);
+    const double rows[][3] = {{0.9, 0, -7}, {4, 3, -7}, {9, 3, -7}, {1, 1, 1}, {3.9, 2, 2}};
+    for (const auto& [value, band, bound] : rows) {
+        EXPECT_EQ(contour.GetContourBounds(value, lower), band);
+        EXPECT_EQ(lower, bound);
+    }
     const CContour3D none(nullptr, nullptr, nullptr, nullptr, nullptr, 3, 0, 0);
     EXPECT_EQ(none.GetContourBounds(1, lower), 0);
 }
@@ -204,19 +200,20 @@ TEST(Contour, MeasuresHowFarAChainMustReach) {
         return contour.CalcNormalDistance3D(list.data(), 12, level, centre, length * unit, lo, hi) /
                unit;
     };
-    EXPECT_NEAR(measure(5, 0.1), piece(5), 1e-12);
-    EXPECT_EQ(lo, 4);
-    EXPECT_EQ(hi, 5);
-    EXPECT_NEAR(measure(5, 2.1), 2 * piece(4) + piece(5) + 2 * piece(5), 1e-12);
-    EXPECT_EQ(lo, 2);
-    EXPECT_EQ(hi, 7);
-    // Longer than there is: everything but the far ends is measured.
-    EXPECT_NEAR(measure(3, 99), piece(3) + 2 * piece(2) + 2 * piece(3), 1e-12);
-    EXPECT_EQ(lo, 0);
-    EXPECT_EQ(hi, 6);
-    EXPECT_NEAR(measure(0, 99), piece(0), 1e-12);
-    EXPECT_EQ(lo, 0);
-    EXPECT_EQ(hi, 0);
+    const struct {
+        int centre;
+        double length, measured;
+        int lo, hi;
+    } rows[] = {{5, 0.1, piece(5), 4, 5},
+                {5, 2.1, 2 * piece(4) + piece(5) + 2 * piece(5), 2, 7},
+                // Longer than there is: everything but the far ends is measured.
+                {3, 99, piece(3) + 2 * piece(2) + 2 * piece(3), 0, 6},
+                {0, 99, piece(0), 0, 0}};
+    for (const auto& row : rows) {
+        EXPECT_NEAR(measure(row.centre, row.length), row.measured, 1e-12);
+        EXPECT_EQ(lo, row.lo);
+        EXPECT_EQ(hi, row.hi);
+    }
     measure(11, 99);
     EXPECT_EQ(hi, 11);
     EXPECT_EQ(measure(12, 1), 0);
@@ -224,4 +221,4 @@ TEST(Contour, MeasuresHowFarAChainMustReach) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -10,7 +10,7 @@
 #include "tests/support/expect_error.h"
 #include "varnel/transform/transform.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
 constexpr RGBDType kColors[] = {{.1, 0, 0, 1}, {.2, 0, 0, 1}, {.3, 0, 0, 1}, {.4, 0, 0, 1}};
@@ -118,7 +118,7 @@ TEST(FilledContours, LevelsAscendAndColoursBelongToThem) {
     const CPolysurface surface(2, 2, 0, 0, 1, 1, z, GRID_QUADRILATERALS);
     const double levels[] = {0.5, 0.5, 0.2};
     for (const std::size_t n : {0U, 1U, 2U, 3U})
-        EXPECT_TRUE(test::Raises(ERR3D_PARAMETER, ERR3DCLASS_CONTOUR3D, "FilledContours", [&] {
+        EXPECT_TRUE(Raises(ERR3D_PARAMETER, ERR3DCLASS_CONTOUR3D, "FilledContours", [&] {
             FilledContours(surface, std::span(levels, n), std::span(kColors, n));
         })) << n;
     EXPECT_EQ(
@@ -126,4 +126,4 @@ TEST(FilledContours, LevelsAscendAndColoursBelongToThem) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test

@@ -1,23 +1,23 @@
 #include "varnel/surface/polysurface.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <vector>
 
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/values.h"
 #include "varnel/platform/files.h"
 
-namespace varnel {
+namespace varnel::test {
 namespace {
 
-using test::Raises;
-
-constexpr RGBDType kRed{1, 0, 0, 1};
 constexpr RGBDType kGreen{0, 1, 0, 0.5};
 
 std::vector<point3Dtype> GridPoints(int rows, int cols) {
@@ -26,6 +26,11 @@ std::vector<point3Dtype> GridPoints(int rows, int cols) {
         for (int c = 0; c < cols; ++c)
             points.push_back({c * 2.0, r * 3.0, r * 10.0 + c, r * 100.0 + c});
     return points;
+}
+
+CPolysurface TwoTriangles() {
+    const double z[4] = {1, 2, 3, 4};
+    return {2, 2, 0.0, 0.0, 1.0, 1.0, z, 1};
 }
 
 std::vector<int> Indices(const CPolysurface& surface, int i) {
@@ -50,8 +55,6 @@ void ExpectColors(const CPolysurface& surface, int i, const RGBDType& first,
     EXPECT_TRUE(b.r == second.r && b.g == second.g && b.b == second.b && b.a == second.a) << i;
 }
 
-using test::Saved;
-
 CPolysurface Loaded(std::vector<BYTE> bytes) {
     MemoryFile file(std::move(bytes));
     return CPolysurface(&file);
@@ -67,11 +70,8 @@ TEST(Polysurface, OpensNothingByDefault) {
     surface.AddPolysurfacePolygon(0, &index, 1, kRed, kRed);
     surface.SetPolysurfaceColors(0, kRed, kRed);
     surface.SetOnePolysurfacePoint(0, p);
-    surface.GetOnePolysurfacePoint(0, p);
     surface.CopyXYorZtoV(1, 0, 0);
     surface.CreateRGAdjacentPolygonList();
-    surface.ResetPolysurfacePolygons();
-    EXPECT_EQ(p.w, 0);
     EXPECT_EQ(surface.GetPSPMean(0, 0), 0);
     EXPECT_EQ(surface.GetPSNumPoints() + surface.GetPSNumPolygons() + surface.GetPSMaxPolygons() +
                   surface.GetPSPointsPerPolygon(),
@@ -195,8 +195,6 @@ TEST(PolysurfaceGrid, EvenGridHasTheNeighboursOfItsTriangles) {
     EXPECT_EQ(two.GetPSMaxPolygons(), 10);
     EXPECT_EQ(Indices(two, 0), std::vector<int>({0, 1, 2}));
     EXPECT_EQ(Indices(two, 1), std::vector<int>({1, 3, 2}));
-    EXPECT_EQ(Neighbours(two, 0), std::vector<int>({-1, 1, -1}));
-    EXPECT_EQ(Neighbours(two, 1), std::vector<int>({-1, -1, 0}));
     EXPECT_EQ(two.GetGridType(), 3);
     EXPECT_EQ(two.GetPSPoints()[2].w, 5);
     ExpectColors(two, 0, {0, 0, 1, 1}, {0, 0, 0, 1});
@@ -228,13 +226,12 @@ TEST(PolysurfaceGrid, EvenGridHasTheNeighboursOfItsTriangles) {
 }
 
 TEST(PolysurfaceGrid, ValuesThatAreNoDataAreNotAmongItsLimits) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    const std::vector<double> z = {std::nan(""), 2, -kInfinity, 7, kInfinity, 3};
+    const std::vector<double> z = {std::nan(""), 2, -kInf, 7, kInf, 3};
     const CPolysurface some(2, 3, 0, 0, 1, 1, z, 0);
     EXPECT_EQ(some.GetRGMinZ(), 2);
     EXPECT_EQ(some.GetRGMaxZ(), 7);
     EXPECT_EQ(some.GetRGRangeZ(), 5);
-    const std::vector<double> nothing(4, kInfinity);
+    const std::vector<double> nothing(4, kInf);
     EXPECT_EQ(CPolysurface(2, 2, 0, 0, 1, 1, nothing, 0).GetRGRangeZ(), 0);
 }
 
@@ -283,31 +280,31 @@ TEST(PolysurfaceGrid, ReductionTakesMeansOfBlocksAndTheLastW) {
 TEST(PolysurfaceGrid, BadGridsAreErrors) {
     const double z[4] = {};
     const auto points = GridPoints(2, 2);
-    const auto raises = [](CErr3DTypes type, const char* operation, auto&& make) {
-        return Raises(type, ERR3DCLASS_POLYSURFACE, operation, make);
-    };
-    EXPECT_TRUE(raises(ERR3D_PARAMETER, "CreatePolysurfaceEvenGrid",
-                       [&] { CPolysurface(1, 4, 0.0, 0.0, 1.0, 1.0, z, 1); }));
-    EXPECT_TRUE(raises(ERR3D_PARAMETER, "CreatePolysurfaceFunction",
-                       [&] { CPolysurface(2, 1, 0.0, 0.0, 1.0, 1.0, Hill); }));
-    EXPECT_TRUE(
-        raises(ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(points.data(), 0, 2, 1); }));
-    EXPECT_TRUE(
-        raises(ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(points.data(), 2, 2, 3); }));
-    EXPECT_TRUE(raises(ERR3D_ARRAY_NEW, "OpenPolysurface",
-                       [&] { CPolysurface(points.data(), 50000, 50000, 1); }));
-    EXPECT_TRUE(raises(ERR3D_PARAMETER, "ConvertRG2PS", [&] { CPolysurface(points, 2, 3, 1); }));
-    EXPECT_TRUE(raises(ERR3D_PARAMETER, "CreatePolysurfaceEvenGrid",
-                       [&] { CPolysurface(2, 3, 0.0, 0.0, 1.0, 1.0, std::span(z), 1); }));
     const CPolysurface grid(points, 2, 2, 1);
-    EXPECT_TRUE(raises(ERR3D_PARAMETER, "ReducePolysurface", [&] { CPolysurface(&grid, 0); }));
-    EXPECT_TRUE(raises(ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(&grid, 3); }));
+    const struct {
+        CErr3DTypes type;
+        const char* operation;
+        std::function<void()> make;
+    } rows[] = {
+        {ERR3D_PARAMETER, "CreatePolysurfaceEvenGrid",
+         [&] { CPolysurface(1, 4, 0, 0, 1, 1, z, 1); }},
+        {ERR3D_PARAMETER, "CreatePolysurfaceFunction",
+         [] { CPolysurface(2, 1, 0, 0, 1, 1, Hill); }},
+        {ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(points.data(), 0, 2, 1); }},
+        {ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(points.data(), 2, 2, 3); }},
+        {ERR3D_ARRAY_NEW, "OpenPolysurface", [&] { CPolysurface(points.data(), 50000, 50000, 1); }},
+        {ERR3D_PARAMETER, "ConvertRG2PS", [&] { CPolysurface(points, 2, 3, 1); }},
+        {ERR3D_PARAMETER, "CreatePolysurfaceEvenGrid",
+         [&] { CPolysurface(2, 3, 0, 0, 1, 1, std::span(z), 1); }},
+        {ERR3D_PARAMETER, "ReducePolysurface", [&] { CPolysurface(&grid, 0); }},
+        {ERR3D_OBJECT_NEW, "ConvertRG2PS", [&] { CPolysurface(&grid, 3); }}};
+    for (const auto& row : rows)
+        EXPECT_TRUE(Raises(row.type, ERR3DCLASS_POLYSURFACE, row.operation, row.make));
     EXPECT_EQ(CPolysurface(points.data(), 1, 4, 1).GetPSNumPolygons(), 0);
 }
 
 TEST(Polysurface, CopiesAreDeep) {
-    const double z[4] = {1, 2, 3, 4};
-    CPolysurface source(2, 2, 0.0, 0.0, 1.0, 1.0, z, 1);
+    CPolysurface source = TwoTriangles();
     source.SetPolysurfaceColors(1, kRed, kGreen);
     source.SetWireFrame(1);
     const auto bytes = Saved(source);
@@ -334,13 +331,14 @@ TEST(PolysurfaceRecord, IsExactToTheByte) {
     const int indices[2] = {0, 4};
     surface.AddPolysurfacePolygon(0, indices, 2, kRed, kGreen);
 
-    test::RecordBytes expected;
+    RecordBytes expected;
     expected.Ints({0, 0}).Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0, 1, 5});
     expected.Doubles({1, 2, 3, 4}).Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
     expected.Doubles({5, 6, 7, 8}).Ints({2, 1, 4, 2, 2});
     expected.Doubles({1, 0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0.5}).Ints({2, 0});
     expected.Doubles({0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}).Ints({0, 0, 0, 4, 0, 0});
     EXPECT_EQ(Saved(surface), expected.Get());
+    ExpectRecordRules<CPolysurface>(expected, ERR3DCLASS_POLYSURFACE);
 }
 
 TEST(PolysurfaceRecord, HoldsTheGridAndTheNeighbours) {
@@ -348,7 +346,7 @@ TEST(PolysurfaceRecord, HoldsTheGridAndTheNeighbours) {
     CPolysurface surface(2, 3, 10.0, 20.0, 14.0, 21.0, z, 1);
     surface.SetPolysurfaceColors(2, kRed, kGreen);
     const auto bytes = Saved(surface);
-    test::RecordBytes head;
+    RecordBytes head;
     head.Ints({2, 3}).Doubles({10, 14, 4, 20, 21, 1, 1, 6, 5, 2, 1}).Ints({1, 1, 3, 10});
     EXPECT_TRUE(std::equal(head.Get().begin(), head.Get().end(), bytes.begin()));
     constexpr std::size_t kSize = 112 + 10 * 32 + 20 + 14 * 104 + 46 * 4 + 14 * 12;
@@ -369,40 +367,17 @@ TEST(PolysurfaceRecord, HoldsTheGridAndTheNeighbours) {
     EXPECT_EQ(Saved(surface), nothing);
 }
 
-TEST(PolysurfaceRecord, CutFilesGiveAnEmptySurface) {
-    const double z[4] = {1, 2, 3, 4};
-    CPolysurface surface(2, 2, 0.0, 0.0, 1.0, 1.0, z, 1);
-    const auto bytes = Saved(surface);
-    for (std::size_t size = 0; size < bytes.size(); ++size) {
-        MemoryFile file({bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)});
-        CPolysurface loaded(&file);
-        ASSERT_EQ(loaded.GetPSNumPoints(), 0) << size;
-        ASSERT_TRUE(file.RanDry()) << size;
-    }
-}
-
 TEST(PolysurfaceRecord, TablesThatDoNotFitGiveAnEmptySurface) {
-    const double z[4] = {1, 2, 3, 4};
-    CPolysurface surface(2, 2, 0.0, 0.0, 1.0, 1.0, z, 1);
+    CPolysurface surface = TwoTriangles();
     const auto good = Saved(surface);
     constexpr std::size_t kCounts = 112 + 8 * 32;
     constexpr std::size_t kPolygons = kCounts + 20;
     constexpr std::size_t kIndices = kPolygons + 10 * 104;
     constexpr std::size_t kNeighbours = kIndices + 33 * 4;
-    const std::size_t places[] = {0,
-                                  4,
-                                  108,
-                                  kCounts,
-                                  kCounts + 4,
-                                  kCounts + 8,
-                                  kCounts + 16,
-                                  kPolygons + 96,
-                                  kPolygons + 100,
-                                  kIndices,
-                                  kNeighbours};
-    for (const std::size_t place : places) {
-        for (const std::int32_t value : {-1000, 1000000, std::numeric_limits<std::int32_t>::max(),
-                                         std::numeric_limits<std::int32_t>::min()}) {
+    for (const std::size_t place :
+         {std::size_t{0}, std::size_t{4}, std::size_t{108}, kCounts, kCounts + 4, kCounts + 8,
+          kCounts + 16, kPolygons + 96, kPolygons + 100, kIndices, kNeighbours}) {
+        for (const std::int32_t value : {-1000, 1000000, INT32_MAX, INT32_MIN}) {
             auto bad = good;
             std::memcpy(bad.data() + place, &value, 4);
             EXPECT_EQ(Loaded(bad).GetPSNumPoints(), 0) << place << ", " << value;
@@ -445,9 +420,8 @@ TEST(PolysurfaceRecord, DamagedFilesAreSafeToUse) {
 }
 
 TEST(PolysurfaceRecord, FilesOfTheirOwn) {
-    const double z[4] = {1, 2, 3, 4};
-    CPolysurface surface(2, 2, 0.0, 0.0, 1.0, 1.0, z, 1);
-    const CString name = ::testing::TempDir() + "varnel_polysurface.dat";
+    CPolysurface surface = TwoTriangles();
+    const CString name = ::testing::TempDir() + "varnel_polysurface_" + std::to_string(::getpid());
     surface.Save(name);
     CPolysurface loaded(name);
     EXPECT_EQ(Saved(loaded), Saved(surface));
@@ -462,4 +436,4 @@ TEST(PolysurfaceRecord, FilesOfTheirOwn) {
 }
 
 }  // namespace
-}  // namespace varnel
+}  // namespace varnel::test
