@@ -391,6 +391,48 @@ TEST_F(AxesDrawing, FollowingShowsWallsBehindInTheAttributesOfEither) {
     EXPECT_EQ(axes->GetWallEnable(4), 0);
 }
 
+TEST_F(AxesDrawing, TicsPointAwayOnAnyAxis) {
+    for (int dir : {0, 3}) {
+        Restart();
+        axes->EnableAxis(2, 1);
+        axes->SetAxisTics(2, 0, 50, 1, 0.1, 0.2, dir);
+        const Box box(DrawAll());
+        EXPECT_NEAR(dir == 0 ? box.left : box.right, dir == 0 ? -0.7 : -0.3, 2e-3);
+    }
+    Restart();
+    axes->EnableAxis(2, 1);
+    axes->SetAxisTics(2, 0, 50, 1, 0.1, 0.2, 6);
+    EXPECT_NEAR(Box(DrawAll()).right, -0.5, 2e-3);
+}
+
+TEST_F(AxesDrawing, GridLinesFollowTheTics) {
+    axes->SetAxisTics(0, 0, 2.5, 5, 0.1, 0.2, 2);
+    axes->SetAxisTics(2, 50, 25, 5, 0.1, 0.2, 0);
+    axes->SetPlaneGrid(1, 2, 0, kRed, 1, 0, 0);
+    Drawn drawn = DrawAll();
+    ExpectPlaces(Places(drawn, true), {-0.5, 0, 0.5});
+    ExpectPlaces(Places(drawn, false), {});
+    axes->SetPlaneGridNthTic2(1, 1);
+    drawn = DrawAll();
+    ExpectPlaces(Places(drawn, true), {-0.5, 0, 0.5});
+    ExpectPlaces(Places(drawn, false), {-0.5, -0.25, 0, 0.25, 0.5});
+    EXPECT_GT(drawn.lines[0][0].r, 0.9);
+}
+
+TEST_F(AxesDrawing, LabelsAreSeenWhereTheyAreCalculated) {
+    axes->SetAxisTics(0, 0, 10, 1, 0.02, 0.04, 2);
+    axes->SetAxisLabels(0, 3, 0, 2, 0, 7, kBlack);
+    EXPECT_TRUE(DrawAll().IsEmpty());
+    axes->EnableAxisLabels(0, 1);
+    const Box box(DrawAll());
+    EXPECT_LT(box.left, -0.5);
+    EXPECT_GT(box.right, 0.5);
+    EXPECT_NEAR(box.top, -0.575, 0.01);
+    EXPECT_EQ(axes->GetAxisLabels(0)->GetNumLabelObjs(), 2);
+    DrawAll();
+    EXPECT_EQ(axes->GetAxisLabels(0)->GetNumLabelObjs(), 2);
+}
+
 TEST_F(AxesDrawing, LimitsWithoutExtentAreTold) {
     std::vector<CString> told;
     const NoticeHandler before =

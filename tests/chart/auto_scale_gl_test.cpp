@@ -104,6 +104,26 @@ TEST_F(AutoScale, AxesShow) {
     EXPECT_EQ(axes->GetAxisLabelsDecimals(2), 0);
 }
 
+TEST_F(AutoScale, AxesOfBackwardScalesStandOffTheBox) {
+    CTransform3D* t = chart.NewTransform({8, 0, 7, 0}, {0, 4, 3, 0});
+    const CAxes3D* axes = chart.AutoAxes(t);
+    EXPECT_EQ(axes->GetAxisTicDir(0), 5);
+    EXPECT_EQ(axes->GetAxisTicDir(1), 0);
+    EXPECT_EQ(axes->GetAxisLabelsDir(2), 3);
+    EXPECT_EQ(axes->GetAxisIntercept1(2), 8);
+    EXPECT_EQ(axes->GetAxisIntercept2(0), 7);
+}
+
+TEST_F(AutoScale, LongNumbersGetSuffixes) {
+    CTransform3D* t = chart.NewTransform({0, 0, 1.1e9, 0}, {8e6, 4000, 1.9e9, 0});
+    const CAxes3D* axes = chart.AutoAxes(t);
+    const int expected[3][2] = {{2, 0}, {0, 0}, {2, 1}};
+    for (int axis = 0; axis < 3; ++axis) {
+        EXPECT_EQ(axes->GetAxisLabelsFormat(axis), expected[axis][0]);
+        EXPECT_EQ(axes->GetAxisLabelsDecimals(axis), expected[axis][1]);
+    }
+}
+
 TEST_F(AutoScale, LogarithmicAxes) {
     CTransform3D* t = chart.NewTransform({0.003, 0, 1, 0}, {20, 4, 1e6, 0});
     t->SetAxisScaleMode(0, 1);
