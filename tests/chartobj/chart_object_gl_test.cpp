@@ -315,16 +315,6 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     constexpr double z[] = {1, 1, 1, 5, 5, 5, 9, 9, 9}, level[] = {5};
     CPolysurface ramp(3, 3, 0, 0, 10, 10, z, 1);
     CChartObj3D object = Object();
-    object.ContourPolysurface3D(&ramp, level, kColors, 1, 5, 0);
-    GL().SetLineStyle3D(LINE_DOTS, 3.0, kBlack);
-    const auto plain = Drawn(object);  // piece by piece, flat at the given height
-    EXPECT_GT(CountLines(plain), 1);
-    for (const FeedbackPrimitive& piece : plain)
-        for (const FeedbackVertex& v : piece.vertices) {
-            EXPECT_NEAR(v.z, 0.5, 1e-3);
-            EXPECT_EQ(v.r, 1);
-        }
-    EXPECT_EQ(GL().GetLineWidth3D(), 1.0);
     object.ContourPolysurface3D(&ramp, level, kColors, 1, 0, 0);
     object.SetContourStyle({.lineWidth = 2});
     const auto whole = Drawn(object);

@@ -219,6 +219,31 @@ TEST_F(OpenGL, SolidsGivenInsideOutAreTheSameSolids) {
     GL().SetColorMode(0);
 }
 
+TEST_F(OpenGL, SymbolsHaveTheirExtents) {
+    struct Symbol {
+        const char* name;
+        void (COpenGL::*draw)(double, double, double, const RGBDType&, const RGBDType&);
+        double bottom, top;  // along z, of a symbol of size 1
+    };
+    const Symbol symbols[] = {
+        {"diamond", &COpenGL::DrawDiamondSolidObject3D, -0.5, 0.5},
+        {"pyramid", &COpenGL::DrawPyramidSolidObject3D, -0.5, 0.5},
+        {"plus", &COpenGL::DrawPlusSolidObject3D, -0.5, 0.5},
+        {"arrow", &COpenGL::DrawArrowSolidObject3D, -0.5, 0.25},
+        {"hourglass", &COpenGL::DrawHourglassSolidObject3D, -0.5, 0.5},
+    };
+    for (const Symbol& symbol : symbols) {
+        SCOPED_TRACE(symbol.name);
+        GL().LoadIdentity();
+        GL().Rotate3D(-90, 0);  // z up on the screen, which shows -1..1 in 100 pixels
+        const auto e = ExtentOf(Feedback([&] { (GL().*symbol.draw)(1, 1, 1, kRed, kBlack); }));
+        EXPECT_NEAR(e.left, 25, 0.01);
+        EXPECT_NEAR(e.right, 75, 0.01);
+        EXPECT_NEAR(e.bottom, 50 + 50 * symbol.bottom, 0.01);
+        EXPECT_NEAR(e.top, 50 + 50 * symbol.top, 0.01);
+    }
+}
+
 TEST_F(OpenGL, PolyAbsOutlinesFromBothSidesWithoutFilling) {
     const point3Dtype square[4] = {
         {-0.5, -0.5, 0, 0}, {-0.5, 0.5, 0, 0}, {0.5, 0.5, 0, 0}, {0.5, -0.5, 0, 0}};
