@@ -176,7 +176,7 @@ TEST_P(Example, VectorFilesShowThePicture) {
             // The SVG viewer knows no places of letters and sets some pairs closer; dense outlines
             // of symbols are a little heavier.
             EXPECT_LE(SolidDifference(*drawn, shown), 60);
-            EXPECT_LT(fs::file_size(base + kind), 800'000U);
+            EXPECT_LT(fs::file_size(base + kind), 1'100'000U);  // a surface cut into bands
         }
     }
 }
