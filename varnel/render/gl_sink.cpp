@@ -50,7 +50,7 @@ class ImageScope {
 
 void GLSink::Start(std::unique_ptr<GLContext> fresh) {
     context = std::move(fresh);
-    m_Lighting = m_Texture = m_Offset = m_Clipping = false;
+    m_Lighting = m_Texture = m_Offset = m_Shading = m_Clipping = false;
     m_SentWidth = 1.0F;
     m_HasSampleShading.reset();
     matrixSent = false;
@@ -92,6 +92,7 @@ void GLSink::DrawFills(const SceneState& state, const PrimitiveBatch& batch) {
     const FillState& fill = batch.State();
     Lighting(false);  // the colours have it in them
     Texture(fill.textured);
+    if (fill.textured) Shading(fill.shaded);
     Offset(fill.framed && state.frameOffset);
     const FillVertex* vertices = batch.Vertices().data();
     constexpr auto stride = static_cast<GLsizei>(sizeof(FillVertex));
@@ -271,7 +272,8 @@ void GLSink::UploadTable(const SceneState& state) {
 
 void GLSink::SetTableParameters() {
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
+    m_Shading = false;
+    SendShading(false);
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_1D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     // Values beyond the range wrap around.
@@ -300,6 +302,10 @@ void GLSink::SendSampleShading(bool on) {
     if (!*m_HasSampleShading) return;
     glMinSampleShading(1.0F);
     on ? glEnable(GL_SAMPLE_SHADING) : glDisable(GL_SAMPLE_SHADING);
+}
+
+void GLSink::SendShading(bool on) {
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, on ? GL_MODULATE : GL_DECAL);
 }
 
 void GLSink::SendOffset(bool on) {

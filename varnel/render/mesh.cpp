@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/render/detail/mesh_normals.h"
+
 namespace varnel::detail {
 
 void MeshEdges::Reset(int numPolygons) {
@@ -62,7 +64,9 @@ bool MeshPainter::Gather(const Coverage& coverage, const int* numbers, int n) {
 }
 
 void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
-                          const int* numbers, int n) {
+                          const MeshNormals* normals, int k) {
+    int n = 0;
+    const int* const numbers = mesh.Polygon(k, n);
     const auto count = static_cast<std::size_t>(n);
     m_Corners.resize(count);
     renderer.corners.resize(count);
@@ -74,7 +78,11 @@ void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const Surf
         renderer.corners[i] = {static_cast<double>(p.x), static_cast<double>(p.y),
                                static_cast<double>(p.z)};
     }
-    renderer.AddSeenFill(style, m_Corners.data(), n);
+    m_Normals.clear();
+    for (std::size_t i = 0; normals != nullptr && i < count; ++i)
+        m_Normals.push_back(normals->At(k, numbers[i]));
+    renderer.AddSeenFill(style, m_Corners.data(), n,
+                         normals != nullptr ? m_Normals.data() : nullptr);
 }
 
 void MeshPainter::AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
@@ -111,7 +119,7 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
         mesh.Colors(k, fill, frame);
         if (covers) {
             if (look.ownColors) style.color = fill;
-            AddFill(renderer, mesh, style, numbers, n);
+            AddFill(renderer, mesh, style, look.normals, k);
         }
         if (lines)
             AddFrame(renderer, renderer.batch.RunOfWidth(renderer.lineWidth), numbers, n,

@@ -38,6 +38,7 @@ class CDIBSection;
 class CFont3D;
 
 namespace detail {
+class MeshNormals;
 class MeshPainter;
 class MeshSource;
 class Renderer;
@@ -188,6 +189,12 @@ class VARNEL_API COpenGL {
     /// (4609), LIGHT_SPECULAR (4610), LIGHT_POSITION (4611) the position, seen through the current
     /// matrix.
     void LoadLight(int which);
+    /// A white highlight of this brightness where polygons mirror the light; the larger `shininess`
+    /// (1 or more), the smaller it is. Default 0: none. Takes effect at once.
+    void SetGloss(double brightness, double shininess);
+    /// Whether polygons that look away from the viewer are lit with their normal turned. Default 0.
+    void SetTwoSided(BOOL on) { m_TwoSided = on; }
+    BOOL GetTwoSided() const { return m_TwoSided; }
     /// Enables an OpenGL capability.
     void EnableLight(int cap);
 
@@ -198,6 +205,11 @@ class VARNEL_API COpenGL {
     /// nearest colour, repeated beyond its ends, replacing the lit colour.
     void SetTextureMode(int mode);
     void EnableTexture(BOOL on);
+    /// Whether the light is seen on colours by value: they are then darkened by factors from `least`
+    /// in the dark to `most` where a polygon has as much light as one that faces the viewer.
+    /// Default 0: the colours replace the lit ones.
+    void SetTextureLighting(BOOL on, double least = 0.75, double most = 1.0);
+    BOOL GetTextureLighting() const { return m_TextureLighting; }
     /// The first n colours become the texture, the last one repeated up to a power of two (at least
     /// 2). Values from min are mapped onto it; the maximum used is max * size / n. A number outside
     /// 1..256 or a null array changes nothing.
@@ -297,8 +309,9 @@ class VARNEL_API COpenGL {
 
     /// The polygons of a mesh as PolyFillAbs3D or Frame3D would draw each in turn, `drawing` being
     /// MESH_FILLED, MESH_WIRE or MESH_WIRE_IN_LINE_COLOR, much faster. The element of each polygon
-    /// (SetElement) is its number in the mesh.
-    void DrawMesh(const detail::MeshSource& mesh, int drawing);
+    /// (SetElement) is its number in the mesh. With `normals` of the mesh it is lit smoothly.
+    void DrawMesh(const detail::MeshSource& mesh, int drawing,
+                  const detail::MeshNormals* normals = nullptr);
 
     // --- Solids ------------------------------------------------------------------------------
     // A hexahedron has corners 0..3 at the bottom and 4..7 above them. A hexahedron given inside
@@ -388,6 +401,10 @@ class VARNEL_API COpenGL {
     int m_LineStyle;
     int m_TextureMode;
     BOOL m_TextureEnabled;
+    BOOL m_TextureLighting = 0;
+    double m_TextureLeast = 0.75;
+    double m_TextureMost = 1.0;
+    BOOL m_TwoSided = 0;
     BOOL m_FrameFilled;
     float m_LineWidth;
     int m_ColorMode;

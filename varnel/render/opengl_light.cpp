@@ -1,4 +1,6 @@
 // COpenGL: the one light.
+#include <algorithm>
+
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
@@ -78,6 +80,11 @@ void COpenGL::LoadLight(int which) {
         default:
             break;
     }
+}
+
+void COpenGL::SetGloss(double brightness, double shininess) {
+    m_Renderer->scene.light.gloss = std::max(brightness, 0.0);
+    m_Renderer->scene.light.shininess = std::max(shininess, 1.0);
 }
 
 void COpenGL::EnableLight(int cap) {

@@ -23,12 +23,17 @@ void COpenGL::SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const
 }
 
 detail::SurfaceStyle COpenGL::Style() const {
-    return {{m_TextureEnabled != 0, m_FrameFilled != 0},
+    const bool textured = m_TextureEnabled != 0;
+    const bool shaded = textured && m_TextureLighting != 0 && m_ColorMode != 0;
+    return {{textured, m_FrameFilled != 0, shaded},
             m_ColorMode != 0,
             m_CurrentColor,
             m_TextureMode,
             m_TextureOffset,
-            m_TextureScale};
+            m_TextureScale,
+            m_TwoSided != 0,
+            m_TextureLeast,
+            m_TextureMost};
 }
 
 void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {
@@ -57,11 +62,13 @@ void COpenGL::Outline(const point3Dtype* pts, int n, const RGBDType& color, bool
     FinishPrimitive();
 }
 
-void COpenGL::DrawMesh(const detail::MeshSource& mesh, int drawing) {
+void COpenGL::DrawMesh(const detail::MeshSource& mesh, int drawing,
+                       const detail::MeshNormals* normals) {
     DropOpenLine();
     UseLineWidth();
     detail::MeshLook look;
     look.style = Style();
+    look.normals = normals;
     look.filled = drawing == MESH_FILLED;
     look.framed = m_FrameFilled != 0;
     look.ownColors = m_ColorMode == COLOR_MODE_FLAT || m_ColorMode == COLOR_MODE_LIT;

@@ -34,6 +34,12 @@ void COpenGL::EnableTexture(BOOL on) {
     if (m_Renderer->collecting == 0 && Ready()) m_Renderer->gl.Texture(on != 0);
 }
 
+void COpenGL::SetTextureLighting(BOOL on, double least, double most) {
+    m_TextureLighting = on;
+    m_TextureLeast = least;
+    m_TextureMost = most;
+}
+
 void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double max, int n) {
     if (colors == nullptr || n < 1 || n > kTextureEntries) return;
     int size = 2;

@@ -79,11 +79,16 @@ void PrimitiveBatch::AddPolygon(const FillState& state, PackedColor color, const
     }
 }
 
-void PrimitiveBatch::AddRecord(int n, const Vec3& normal, const RGBDType& color, bool lit,
-                               const Element& element) {
+void PrimitiveBatch::ColorCorners(const PackedColor* colors, int n) {
+    FillVertex* vertex = m_Vertices.data() + m_Vertices.size() - static_cast<std::size_t>(n);
+    for (int i = 0; i < n; ++i)
+        vertex++->color = colors[i];
+}
+
+void PrimitiveBatch::AddRecord(int n, const RGBDType& color, bool lit, const Element& element) {
     const auto count = static_cast<std::uint32_t>(n);
     const auto first = static_cast<std::uint32_t>(m_Vertices.size()) - count;
-    m_Polygons.push_back({first, count, normal, color, lit, element});
+    m_Polygons.push_back({first, count, color, lit, element});
 }
 
 LineRun& PrimitiveBatch::RunOfWidth(float width) {
@@ -91,6 +96,15 @@ LineRun& PrimitiveBatch::RunOfWidth(float width) {
         if (run.width == width) return run;
     m_Lines.push_back({width, {}, {}, {}, {}});
     return m_Lines.back();
+}
+
+RGBDType PrimitiveBatch::MeanColor(const PolygonRecord& polygon) const {
+    std::array<double, 3> sum{};
+    for (std::uint32_t i = 0; i < polygon.count; ++i)
+        for (std::size_t c = 0; c < 3; ++c)
+            sum[c] += m_Vertices[polygon.first + i].color.bytes[c];
+    const double all = 255.0 * polygon.count;
+    return {sum[0] / all, sum[1] / all, sum[2] / all, polygon.color.a};
 }
 
 Vec3 PrimitiveBatch::Corner(std::uint32_t vertex) const {

@@ -73,7 +73,29 @@ void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n)
     AddSeenFill(style, pts, n);
 }
 
-void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n) {
+/// The colour of a fill that is lit, or the factor on its texture's.
+RGBDType Renderer::Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const {
+    const Vec3 side = turned ? Vec3{-normal.x, -normal.y, -normal.z} : normal;
+    if (!style.state.shaded) return LitColor(scene.light, side, style.color);
+    const double shade =
+        style.shadeLow + (style.shadeHigh - style.shadeLow) * Facing(scene.light, side);
+    return {shade, shade, shade, style.color.a};
+}
+
+void Renderer::LightCorners(const SurfaceStyle& style, const Vec3* normals, int n,
+                            const Vec3& whole) {
+    const bool turned = style.twoSided && whole.z > 0.0;
+    m_Colors.clear();
+    for (int i = 0; i < n; ++i) {
+        const Vec3 normal = matrix.NormalToDevice(normals[i]);
+        const bool none = normal.x == 0.0 && normal.y == 0.0 && normal.z == 0.0;
+        m_Colors.push_back(Pack(Lit(style, none ? whole : normal, turned)));
+    }
+    batch.ColorCorners(m_Colors.data(), n);
+}
+
+void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
+                           const Vec3* normals) {
     if (!batch.Accepts(style.state)) Flush();
     const double* texture = nullptr;
     if (style.state.textured) {
@@ -84,11 +106,16 @@ void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, in
                                kTexelNudge);
         texture = textures.data();
     }
+    RGBDType seen = style.color;
     Vec3 normal{};
-    if (style.lit || batch.KeepsRecords()) normal = matrix.NormalToDevice(PolygonNormal(pts, n));
-    const RGBDType seen = style.lit ? LitColor(scene.light, normal, style.color) : style.color;
+    if (style.lit) {
+        // The viewer stands on the side of negative z.
+        normal = matrix.NormalToDevice(PolygonNormal(pts, n));
+        seen = Lit(style, normal, style.twoSided && normal.z > 0.0);
+    }
     batch.AddPolygon(style.state, Pack(seen), corners.data(), texture, n);
-    if (batch.KeepsRecords()) batch.AddRecord(n, normal, style.color, style.lit, element);
+    if (style.lit && normals != nullptr) LightCorners(style, normals, n, normal);
+    if (batch.KeepsRecords()) batch.AddRecord(n, style.color, style.lit, element);
 }
 
 void Renderer::AddOutline(int n, bool closed, const RGBDType& color) {

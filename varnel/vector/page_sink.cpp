@@ -124,7 +124,7 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
     }
     const auto [low, high] = std::minmax({value[0], value[1], value[2]});
     const auto colorAt = [&](double v) {
-        return TexturedColor(state, (v + 0.5) / state.textureSize, color);
+        return TexturedColor(state, (v + 0.5) / state.textureSize, color, batch.State().shaded);
     };
     const auto near = [](const RGBDType& s, const RGBDType& t) {
         const auto close = [](double x, double y) {
@@ -170,8 +170,7 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
 
 void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                          const PolygonRecord& record) {
-    const RGBDType color =
-        record.lit ? LitColor(state.light, record.normal, record.color) : record.color;
+    const RGBDType color = record.lit ? batch.MeanColor(record) : record.color;
     if (batch.State().textured && state.textureSize > 0) {
         for (std::uint32_t i = 2; i < record.count; ++i)
             AddTextured(state, batch, record.first, record.first + i - 1, record.first + i, color);

@@ -46,6 +46,8 @@ class GLSink final : public SceneSink {
     void SetClipPlanes(const SceneState& state);
     void Lighting(bool on) { Switch(m_Lighting, on, &GLSink::SendLighting); }
     void Texture(bool on) { Switch(m_Texture, on, &GLSink::SendTexture); }
+    /// Whether a texture's colours multiply those of fills or replace them.
+    void Shading(bool on) { Switch(m_Shading, on, &GLSink::SendShading); }
     void Offset(bool on) { Switch(m_Offset, on, &GLSink::SendOffset); }
     /// In image pixels.
     void LineWidth(float width);
@@ -54,7 +56,7 @@ class GLSink final : public SceneSink {
     /// Makes a colour OpenGL's current one.
     static void SendColor(const RGBDType& color);
     void UploadTable(const SceneState& state);
-    static void SetTableParameters();
+    void SetTableParameters();
 
     /// The part of the image, from its lower left corner, that may differ from its memory.
     void ReadBackDrawn();
@@ -71,6 +73,7 @@ class GLSink final : public SceneSink {
     void SendTexture(bool on);
     void SendSampleShading(bool on);
     void SendOffset(bool on);
+    void SendShading(bool on);
     void Switch(bool& state, bool on, void (GLSink::*send)(bool)) {
         if (state == on) return;
         (this->*send)(on);
@@ -80,6 +83,7 @@ class GLSink final : public SceneSink {
     bool m_Lighting = false;
     bool m_Texture = false;
     bool m_Offset = false;
+    bool m_Shading = false;
     bool m_Clipping = false;
     float m_SentWidth = 1.0F;
     TextBatch m_Letters;

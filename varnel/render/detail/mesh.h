@@ -14,6 +14,8 @@
 
 namespace varnel::detail {
 
+class MeshNormals;
+
 /// Where a mesh comes from. Points and polygons are numbered from 0.
 class MeshSource {
  public:
@@ -42,6 +44,7 @@ struct MeshLook {
     bool ownColors = true;  ///< whether fills take the colour of their polygon, or that of `style`
     bool oneLineColor = false;  ///< frames are drawn in `lineColor`
     RGBDType lineColor;
+    const MeshNormals* normals = nullptr;  ///< light runs evenly over the mesh; not owned
 };
 
 /// Remembers the edges drawn last, by the numbers of their points, so that an edge that two
@@ -80,13 +83,14 @@ class MeshPainter {
     void PlacePoints(const MatrixStack& matrix, const MeshSource& mesh);
     bool Gather(const Coverage& coverage, const int* numbers, int n);
     void AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
-                 const int* numbers, int n);
+                 const MeshNormals* normals, int k);
     void AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n, PackedColor color);
 
     std::vector<Place> m_Places;
     const point3Dtype* m_Kept = nullptr;  ///< all points, where the mesh keeps them as they are
     std::vector<WindowPoint> m_Window;    ///< of the polygon at hand
     std::vector<point3Dtype> m_Corners;
+    std::vector<Vec3> m_Normals;  ///< of the corners
     MeshEdges m_Edges;
     bool m_AllSegments = true;
 };

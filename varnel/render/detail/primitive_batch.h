@@ -56,6 +56,7 @@ inline LineVertex MakeLineVertex(const Vec3& p, PackedColor color) {
 struct FillState {
     bool textured = false;
     bool framed = false;  ///< pushed back, so that the frame wins
+    bool shaded = false;  ///< textured, and the texture's colours are multiplied by the fills'
     bool operator==(const FillState&) const = default;
 };
 
@@ -63,9 +64,8 @@ struct FillState {
 struct PolygonRecord {
     std::uint32_t first;
     std::uint32_t count;
-    Vec3 normal;
     RGBDType color;  ///< before lighting
-    bool lit;        ///< whether it is seen in the scene's light
+    bool lit;        ///< whether it is seen in the scene's light: its corners' colours have it
     Element element;
 };
 
@@ -109,9 +109,10 @@ class PrimitiveBatch {
     /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null.
     void AddPolygon(const FillState& state, PackedColor color, const Vec3* corners,
                     const double* texture, int n);
+    /// Gives the n corners of the polygon that was added last colours of their own.
+    void ColorCorners(const PackedColor* colors, int n);
     /// The record of the polygon of n corners that was added last.
-    void AddRecord(int n, const Vec3& normal, const RGBDType& color, bool lit,
-                   const Element& element);
+    void AddRecord(int n, const RGBDType& color, bool lit, const Element& element);
 
     /// The segments of a polyline of n vertices for which visible(i), the segment from vertex i to
     /// the next, holds.
@@ -131,6 +132,8 @@ class PrimitiveBatch {
 
     /// The polygons, where records are kept.
     const std::vector<PolygonRecord>& Polygons() const { return m_Polygons; }
+    /// The colour of a polygon as it is seen, the mean of its corners'.
+    RGBDType MeanColor(const PolygonRecord& polygon) const;
     /// Place and texture coordinate of a polygon's corner.
     Vec3 Corner(std::uint32_t vertex) const;
     double TextureAt(std::uint32_t vertex) const;

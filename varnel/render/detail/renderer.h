@@ -27,6 +27,10 @@ struct SurfaceStyle {
     int textureMode = 0;  ///< which coordinate is looked up: 0 x, 1 y, 3 w, others z
     double textureOffset = 0.0;
     double textureScale = 1.0;
+    bool twoSided = false;  ///< lit with the normal that turns to the viewer
+    /// Factors on a texture's colours that are shaded: of faces in the dark and in the light.
+    double shadeLow = 0.75;
+    double shadeHigh = 1.0;
 };
 
 class Renderer {
@@ -54,8 +58,10 @@ class Renderer {
     /// Adds the polygon whose n places stand in `corners`, if it can be seen. Its normal is that of
     /// its first three points, of its whole outline when they lie on one line.
     void AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n);
-    /// The same without asking whether it can be seen.
-    void AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n);
+    /// The same without asking whether it can be seen; with the normals of its corners, of any
+    /// length, each corner is lit by its own and the light runs evenly between them.
+    void AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
+                     const Vec3* normals = nullptr);
     /// Adds the segments of a polyline in one colour whose n places stand in `corners`.
     void AddOutline(int n, bool closed, const RGBDType& color);
     /// Adds the segments of a polyline whose vertices have their colours.
@@ -76,8 +82,12 @@ class Renderer {
     void DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern);
 
  private:
+    RGBDType Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const;
+    void LightCorners(const SurfaceStyle& style, const Vec3* normals, int n, const Vec3& whole);
+
     bool m_Culling = true;
     std::vector<WindowPoint> m_Window;
+    std::vector<PackedColor> m_Colors;  ///< of the corners of the polygon at hand
 };
 
 }  // namespace varnel::detail

@@ -30,6 +30,8 @@ struct SceneLight {
     RGBFType ambient{0.0F, 0.0F, 0.0F, 1.0F};
     RGBFType diffuse{1.0F, 1.0F, 1.0F, 1.0F};
     Vec3 direction{0.0, 0.0, 1.0};  ///< towards the light, in device coordinates, length 1
+    double gloss = 0.0;             ///< brightness of the white highlight
+    double shininess = 1.0;         ///< the larger, the smaller is the highlight
 };
 
 /// What holds for all primitives until it changes.
@@ -50,13 +52,18 @@ struct SceneState {
 /// component within 0..1.
 RGBDType LitColor(const SceneLight& light, const Vec3& normal, const RGBDType& color);
 
+/// How much of the light a surface gets, as a share of what one gets that faces the viewer: 0..1.
+double Facing(const SceneLight& light, const Vec3& normal);
+
 /// The entry of the colour table for a texture coordinate: the nearest one, repeated beyond 0..1.
 inline int TextureIndex(const SceneState& state, double coordinate) {
     const double place = (coordinate - std::floor(coordinate)) * state.textureSize;
     return place < state.textureSize ? static_cast<int>(place) : state.textureSize - 1;
 }
-/// What OpenGL makes of a (lit) colour and the texture's: the texture's, as far as it is opaque.
-RGBDType TexturedColor(const SceneState& state, double coordinate, const RGBDType& color);
+/// What OpenGL makes of a (lit) colour and the texture's: the texture's, as far as it is opaque; of
+/// shaded fills the product of both.
+RGBDType TexturedColor(const SceneState& state, double coordinate, const RGBDType& color,
+                       bool shaded);
 
 /// A polyline whose dashes run on from vertex to vertex.
 struct LineStrip {
