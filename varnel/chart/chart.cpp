@@ -73,6 +73,16 @@ void CChart3D::InitChartDefaults() {
     m_pHeader = detail::NewObject<CHeader3D>(At("InitChartDefaults"));
 }
 
+void CChart3D::SetLight(const point3Dtype& direction, double ambient, double diffuse,
+                        double specular, double shininess) {
+    m_Added.viewLight = 1;
+    m_Added.lightDirection = direction;
+    m_Added.lightAmbient = ambient;
+    m_Added.lightDiffuse = diffuse;
+    m_Added.lightSpecular = specular;
+    m_Added.lightShininess = shininess;
+}
+
 void CChart3D::InitChart3D(CChartView3D* view) {
     detail::Require(view, ERR3D_CVIEW_PARAMETER, At("InitChart3D"));
     detail::Require(view->GetOpenGLPntr(), ERR3D_OPENGL_PARAMETER, At("InitChart3D"));

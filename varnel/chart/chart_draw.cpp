@@ -81,18 +81,32 @@ void CChart3D::SetupOpenGL() {
     m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 0.0);
     m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     if (m_Saved.borderEnable != 0) DrawBorder();
-    m_pOpenGL->SetLightPosition(m_Saved.lightPosition);
-    m_pOpenGL->LoadLight(LIGHT_POSITION);
-    m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT, m_Saved.ambientLight);
-    m_pOpenGL->SetLightComponent(LIGHT_DIFFUSE, m_Saved.diffuseLight);
-    // Charts of one view share the light: without loading it, each would have the last one's.
-    m_pOpenGL->LoadLight(LIGHT_AMBIENT);
-    m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
+    SetupLight();
     if (m_Saved.textureMode >= 0) {
         m_pOpenGL->SetTextureMode(m_Saved.textureMode);
         m_pOpenGL->SetTextureColorArray(m_Saved.textureColors.data(), m_Saved.textureMin,
                                         m_Saved.textureMax, m_Saved.numTextureColors);
     }
+}
+
+/// Charts of one view share the light: without loading it, each would have the last one's.
+void CChart3D::SetupLight() {
+    const bool own = m_Added.viewLight != 0;
+    const auto grey = [](double v) { return SetRGBD(v, v, v, 1.0); };
+    const RGBDType common = m_pOpenGL->GetLightComponent(LIGHT_AMBIENT);
+    // A position of the light has y towards the viewer and z up.
+    const point3Dtype& d = m_Added.lightDirection;
+    m_pOpenGL->SetLightPosition(own ? point3Dtype{d.x, d.z, d.y, 0.0} : m_Saved.lightPosition);
+    m_pOpenGL->LoadLight(LIGHT_POSITION);
+    m_pOpenGL->SetLightComponent(LIGHT_MODEL_AMBIENT,
+                                 own ? grey(m_Added.lightAmbient) : m_Saved.ambientLight);
+    m_pOpenGL->SetLightComponent(LIGHT_DIFFUSE,
+                                 own ? grey(m_Added.lightDiffuse) : m_Saved.diffuseLight);
+    if (own) m_pOpenGL->SetLightComponent(LIGHT_AMBIENT, grey(0.0));
+    m_pOpenGL->LoadLight(LIGHT_AMBIENT);
+    m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
+    m_pOpenGL->SetLightComponent(LIGHT_AMBIENT, common);
+    m_pOpenGL->SetGloss(own ? m_Added.lightSpecular : 0.0, m_Added.lightShininess);
 }
 
 void CChart3D::DrawBorder() {

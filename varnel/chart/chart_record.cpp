@@ -85,6 +85,12 @@ void CChart3D::VisitAdded(detail::AddedFields& fields) {
         field("autoFit", &Added::autoFit);
         field("autoText", &Added::autoText);
         field("fillDepth", &Added::fillDepth);
+        field("viewLight", &Added::viewLight);
+        field("lightDirection", &Added::lightDirection);
+        field("lightAmbient", &Added::lightAmbient);
+        field("lightDiffuse", &Added::lightDiffuse);
+        field("lightSpecular", &Added::lightSpecular);
+        field("lightShininess", &Added::lightShininess);
     });
     fields.Object("header", m_pHeader.get());
     fields.List("transform", m_Objects.transforms);

@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 
 #include "varnel/chartobj/chart_codes.h"
@@ -38,6 +39,7 @@ struct ChartTypes;
 struct Data25D;
 struct GroupView;
 struct SegmentColors;
+struct SurfaceNormals;
 }  // namespace detail
 
 /// Arrays are shared by copies of an object and freed with the last of them; the rendering context
@@ -544,6 +546,23 @@ class VARNEL_API CChartObj3D {
     /// is seen. 0, the default.
     void SetCandleStyle(int on) { m_Added.m_CandleStyle = on; }
     int GetCandleStyle() const { return m_Added.m_CandleStyle; }
+    /// 1: light runs evenly over surfaces instead of making every polygon a facet, but for edges
+    /// between polygons that meet at more than `creaseAngle` degrees in the box as it is drawn. The
+    /// normals of the points are kept until the surface, its axes' scales or the box's proportions
+    /// change. 0, the default: each polygon has one colour.
+    void SetShading(int smooth, double creaseAngle = 60.0);
+    int GetShading() const { return m_Added.m_Shading; }
+    double GetCreaseAngle() const { return m_Added.m_CreaseAngle; }
+    /// 1: a polygon that looks away from the viewer is lit with its normal turned, so that both
+    /// sides of a surface or ribbon are lit alike. 0, the default: its back has no light of its
+    /// own.
+    void SetTwoSided(int on) { m_Added.m_TwoSided = on; }
+    int GetTwoSided() const { return m_Added.m_TwoSided; }
+    /// 1: in colour mode COLOR_MODE_VALUE the light is seen on the colours, which are darkened by
+    /// `least` in the dark up to `most` where there is as much light as on what faces the viewer.
+    /// 0, the default: the colours are as they are.
+    void SetTextureLighting(int on, double least = 0.75, double most = 1.0);
+    int GetTextureLighting() const { return m_Added.m_TextureLighting; }
     /// Contour charts draw whole lines from now on, as TraceContourLines finds them: at every
     /// level, on logarithmic axes where the drawn surface has the level, in the levels' colours.
     /// Labels stand on straight stretches of the lines, readable side up, in gaps of them, none
@@ -621,6 +640,7 @@ class VARNEL_API CChartObj3D {
     void DrawBoxAndWhiskerChart25D();
     void DrawFloatingBarChart25D();
     void DrawPlaneChart25D();
+    void DrawSurface(int plane, double level, int wire);
     void DrawPolysurfaceChart2D();
     void DrawPolysurfaceChart3D();
     void DrawContourPolysurface3D();
@@ -639,6 +659,7 @@ class VARNEL_API CChartObj3D {
     int m_TransformID = 0;
     Saved m_Saved;
     Added m_Added;
+    detail::Cache<detail::SurfaceNormals> m_Normals;  ///< of the surface, as drawn last
     int m_ClassTag = kSignature;
 };
 

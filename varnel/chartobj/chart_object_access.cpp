@@ -106,6 +106,17 @@ point3Dtype CChartObj3D::Get3DPoint(int i) const {
     return GetElement(m_Saved.m_p3DPoints, i, m_Saved.m_NumDataPnts);
 }
 
+void CChartObj3D::SetShading(int smooth, double creaseAngle) {
+    m_Added.m_Shading = smooth;
+    m_Added.m_CreaseAngle = creaseAngle;
+}
+
+void CChartObj3D::SetTextureLighting(int on, double least, double most) {
+    m_Added.m_TextureLighting = on;
+    m_Added.m_TextureLeast = least;
+    m_Added.m_TextureMost = most;
+}
+
 void CChartObj3D::SetPolysurfaceValues(std::span<const double> values) {
     if (m_Saved.m_pPolysurface != nullptr) m_Saved.m_pPolysurface->SetPSValues(values);
 }

@@ -74,6 +74,20 @@ struct ChartObjectSaved {
     SharedArray<CString> m_pDataStrings;
 };
 
+/// What was computed for an object and is computed anew for its copies.
+template <class T>
+struct Cache {
+    std::shared_ptr<T> kept;
+
+    Cache() = default;
+    Cache(const Cache&) {}
+    Cache& operator=(const Cache&) {
+        kept.reset();
+        return *this;
+    }
+    ~Cache() = default;
+};
+
 /// Attributes beyond the plain record, each of which leaves everything as it was by default.
 struct ChartObjectAdded {
     int m_ExactExtents = 0;
@@ -91,6 +105,12 @@ struct ChartObjectAdded {
     std::vector<point3Dtype> m_Components;  ///< of arrows
     double m_VectorScale = 1.0;
     int m_FlatHeads = 0;
+    int m_Shading = 0;
+    double m_CreaseAngle = 60.0;  ///< degrees
+    int m_TwoSided = 0;
+    int m_TextureLighting = 0;
+    double m_TextureLeast = 0.75;  ///< factors on colours by value
+    double m_TextureMost = 1.0;
 };
 
 }  // namespace detail

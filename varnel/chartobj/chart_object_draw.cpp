@@ -14,6 +14,7 @@ struct SharedState {
     BOOL framed;
     int colorMode;
     bool clipped;
+    const detail::ChartObjectAdded& added;
 };
 
 // The state that every chart type draws in. It is taken back however the drawing ends; the
@@ -26,12 +27,17 @@ class SharedStateScope {
         m_Transform.ChartTransform();
         m_GL.SetColorMode(state.colorMode);
         m_GL.EnableTexture(state.colorMode == 2);
+        m_GL.SetTwoSided(state.added.m_TwoSided);
+        m_GL.SetTextureLighting(state.added.m_TextureLighting, state.added.m_TextureLeast,
+                                state.added.m_TextureMost);
         m_Transform.SetClipping(state.clipped);
     }
     ~SharedStateScope() {
         m_Transform.SetClipping(0);
         m_GL.SetFrameFilled(0);
         m_GL.EnableTexture(0);
+        m_GL.SetTwoSided(0);
+        m_GL.SetTextureLighting(0);
         m_GL.SetLineWidth3D(1.0);
     }
     SharedStateScope(const SharedStateScope&) = delete;
@@ -56,7 +62,8 @@ void CChartObj3D::DrawChartObj() {
     detail::Require(m_pOpenGL, ERR3D_OPENGL_PARAMETER, origin);
     detail::Require(m_pTransform, ERR3D_TRANSFORM_PARAMETER, origin);
 
-    const SharedState state{m_Saved.m_OutlineMode, m_Saved.m_ColorMode, m_Saved.m_Clipping != 0};
+    const SharedState state{m_Saved.m_OutlineMode, m_Saved.m_ColorMode, m_Saved.m_Clipping != 0,
+                            m_Added};
     const SharedStateScope shared(*m_pOpenGL, *m_pTransform, state);
     const CollectScope collected(*m_pOpenGL);
     (this->*type->draw)();

@@ -235,6 +235,12 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("components", &Added::m_Components);
         field("vectorScale", &Added::m_VectorScale);
         field("flatHeads", &Added::m_FlatHeads);
+        field("shading", &Added::m_Shading);
+        field("creaseAngle", &Added::m_CreaseAngle);
+        field("twoSided", &Added::m_TwoSided);
+        field("textureLighting", &Added::m_TextureLighting);
+        field("textureLeast", &Added::m_TextureLeast);
+        field("textureMost", &Added::m_TextureMost);
     });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }

@@ -1,4 +1,5 @@
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/surface_normals.h"
 #include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -17,22 +18,27 @@ void CChartObj3D::PolysurfaceChart3D(CPolysurface* surface) {
     m_Saved.m_ChartType = POLYSURFACECHART3D;
 }
 
-void CChartObj3D::DrawPolysurfaceChart3D() {
+void CChartObj3D::DrawSurface(int plane, double level, int wire) {
     const CPolysurface* const surface = m_Saved.m_pPolysurface.get();
     if (surface == nullptr) return;
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    m_pOpenGL->DrawMesh(detail::SurfaceMesh(*m_pTransform, *surface, {}),
-                        surface->GetWireFrame() != 0 ? MESH_WIRE : MESH_FILLED);
+    const detail::SurfaceMesh mesh(*m_pTransform, *surface, {plane, level});
+    const bool filled = surface->GetWireFrame() == 0;
+    if (!filled || m_Added.m_Shading == 0 || m_Saved.m_ColorMode == COLOR_MODE_FLAT)
+        return m_pOpenGL->DrawMesh(mesh, filled ? MESH_FILLED : wire);
+    if (m_Normals.kept == nullptr) m_Normals.kept = std::make_shared<detail::SurfaceNormals>();
+    m_pOpenGL->DrawMesh(
+        mesh, MESH_FILLED,
+        &m_Normals.kept->Of(m_Saved.m_pPolysurface, mesh, *m_pTransform, m_Added.m_CreaseAngle));
+}
+
+void CChartObj3D::DrawPolysurfaceChart3D() {
+    DrawSurface(-1, 0.0, MESH_WIRE);
 }
 
 void CChartObj3D::DrawPolysurfaceChart2D() {
-    const CPolysurface* const surface = m_Saved.m_pPolysurface.get();
-    if (surface == nullptr) return;
-    m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    const detail::Flattening flat{m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue};
     // Unlike the frames in space, these are in the line colour.
-    m_pOpenGL->DrawMesh(detail::SurfaceMesh(*m_pTransform, *surface, flat),
-                        surface->GetWireFrame() != 0 ? MESH_WIRE_IN_LINE_COLOR : MESH_FILLED);
+    DrawSurface(m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue, MESH_WIRE_IN_LINE_COLOR);
 }
 
 }  // namespace varnel

@@ -147,6 +147,7 @@ void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon) {
 }
 
 void CPolysurface::ClosePolysurface() {
+    ++m_Revision;
     m_pPoints.reset();
     m_pPolygons.reset();
     m_pIndices.reset();
@@ -164,6 +165,7 @@ void CPolysurface::CopyPolysurface(const CPolysurface* src) {
     auto colors = CopyTable(src->m_pColors, from.m_MaxPolygons);
     auto neighbours = CopyTable(src->m_pAdjacentPolyList, 3LL * from.m_MaxPolygons);
 
+    ++m_Revision;
     m_Saved = from;
     m_pPoints = std::move(points);
     m_pPolygons = std::move(polygons);
@@ -176,6 +178,7 @@ void CPolysurface::CopyPolysurface(const CPolysurface* src) {
 
 void CPolysurface::SetPolysurfacePoints(const point3Dtype* pts, int start, int n) {
     if (pts == nullptr || start < 0 || start >= m_Saved.m_NumPoints || n <= 0) return;
+    ++m_Revision;
     std::copy_n(pts, std::min(n, m_Saved.m_NumPoints - start), m_pPoints.get() + start);
 }
 
@@ -185,7 +188,9 @@ void CPolysurface::SetPolysurfacePoints(std::span<const point3Dtype> pts, int st
 }
 
 void CPolysurface::SetOnePolysurfacePoint(int i, const point3Dtype& p) {
-    if (i >= 0 && i < m_Saved.m_NumPoints) m_pPoints[i] = p;
+    if (i < 0 || i >= m_Saved.m_NumPoints) return;
+    ++m_Revision;
+    m_pPoints[i] = p;
 }
 
 void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
@@ -225,6 +230,7 @@ void CPolysurface::AddPolysurfacePolygon(int i, const int* indices, int n, const
     for (int j = 0; j < n; ++j)
         if (indices[j] < 0 || indices[j] >= m_Saved.m_NumPoints) return;
 
+    ++m_Revision;
     SetColors(i, {first, second}, "AddPolysurfacePolygon");
     m_pPolygons[i] = {n, m_Saved.m_IndexCount};
     std::copy_n(indices, n, m_pIndices.get() + m_Saved.m_IndexCount);
@@ -307,6 +313,7 @@ double CPolysurface::GetPSPMean(int i, int axis) const {
 }
 
 void CPolysurface::ResetPolysurfacePolygons() {
+    ++m_Revision;
     m_Saved.m_NumPolygons = 0;
     m_Saved.m_IndexCount = 0;
     m_Saved.m_LargestPolygon = 0;

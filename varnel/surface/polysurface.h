@@ -116,8 +116,14 @@ class VARNEL_API CPolysurface {
     void GetOnePolysurfacePoint(int i, point3Dtype& p) const;
     /// The stored points, GetPSNumPoints() and four spare ones; owned by the surface. Null when
     /// nothing is open.
-    point3Dtype* GetPSPoints() { return m_pPoints.get(); }
+    point3Dtype* GetPSPoints() {
+        ++m_Revision;
+        return m_pPoints.get();
+    }
     const point3Dtype* GetPSPoints() const { return m_pPoints.get(); }
+    /// Grows whenever places of points or polygons may have changed, for what is computed from them
+    /// and kept. A pointer to the points must not be written through later than it was got.
+    long long GetRevision() const { return m_Revision; }
     int GetPSNumPoints() const { return m_Saved.m_NumPoints == 0 ? 0 : m_Saved.m_NumPoints - 4; }
     /// The values w of the points, as many as are given or there are points.
     void SetPSValues(std::span<const double> values);
@@ -303,6 +309,7 @@ class VARNEL_API CPolysurface {
     std::unique_ptr<std::int32_t[]> m_pIndices;
     std::unique_ptr<PolygonColors[]> m_pColors;  ///< null while all have the common ones
     std::unique_ptr<std::int32_t[]> m_pAdjacentPolyList;
+    long long m_Revision = 0;
     int m_Magic = kSignature;
 };
 

@@ -15,6 +15,8 @@ constexpr double kLayerDepth = 64.0;
 constexpr double kDeepest = 24.0;
 /// Corners this far off the plane of the others, in device units, make a polygon crooked.
 constexpr double kCrooked = 1e-5;
+/// Polygons of a smooth surface that are smaller than this, in pixels, have one colour.
+constexpr double kSmallest = 10.0;
 /// Colours by value that differ less, in 255ths, are one.
 constexpr int kLevels = 2;
 
@@ -168,6 +170,28 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
     }
 }
 
+/// A large polygon whose corners have colours of their own, in triangles; false for others.
+bool PageSink::AddSmooth(const SceneState& state, const PrimitiveBatch& batch,
+                         const PolygonRecord& record) {
+    const PackedColor first = batch.Vertices()[record.first].color;
+    bool flat = true;
+    double extent = 0.0;
+    std::vector<ShadedVertex> corners;
+    for (std::uint32_t i = 0; i < record.count; ++i) {
+        const std::uint32_t vertex = record.first + i;
+        corners.push_back({batch.Corner(vertex), ColorOf(batch.Vertices()[vertex].color)});
+        flat = flat && batch.Vertices()[vertex].color == first;
+        const Vec3 way = Place(state, corners.back().place) - Place(state, corners.front().place);
+        extent = std::max({extent, std::fabs(way.x), std::fabs(way.y)});
+    }
+    if (flat || extent < kSmallest) return false;
+    for (std::uint32_t i = 2; i < record.count; ++i) {
+        const ShadedVertex triangle[] = {corners[0], corners[i - 1], corners[i]};
+        AddShaded(state, triangle);
+    }
+    return true;
+}
+
 void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                          const PolygonRecord& record) {
     const RGBDType color = record.lit ? batch.MeanColor(record) : record.color;
@@ -176,6 +200,7 @@ void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
             AddTextured(state, batch, record.first, record.first + i - 1, record.first + i, color);
         return;
     }
+    if (AddSmooth(state, batch, record)) return;
     m_Polygon.clear();
     for (std::uint32_t i = 0; i < record.count; ++i)
         m_Polygon.push_back(batch.Corner(record.first + i));

@@ -32,6 +32,9 @@ class SurfaceMesh final : public MeshSource {
             m_AsTheyAre = m_AsTheyAre && transform.GetAxisScaleMode(axis) == 0;
     }
 
+    /// The plane of the flattening.
+    int GetPlane() const { return m_Flat.plane; }
+
     // The spare points take part: hosts may use them.
     int NumPoints() const override {
         constexpr int kSpare = 4;

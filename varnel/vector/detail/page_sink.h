@@ -71,6 +71,8 @@ class PageSink final : public SceneSink {
     bool ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const;
     void AddFill(const SceneState& state, const RGBDType& color);
     void AddShaded(const SceneState& state, const ShadedVertex* corners);
+    bool AddSmooth(const SceneState& state, const PrimitiveBatch& batch,
+                   const PolygonRecord& record);
     void AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                    const PolygonRecord& record);
     void AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
