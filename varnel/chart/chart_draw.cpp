@@ -72,6 +72,7 @@ void CChart3D::DrawChart() {
     Stage(0.95, 1.0, [this] {
         DrawDIBObjects();
         DrawChartText();
+        m_pOpenGL->DrawTransparent();
     });
 }
 

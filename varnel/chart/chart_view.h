@@ -152,6 +152,13 @@ class VARNEL_API CChartView3D {
     void SetFrameOffset(int on);
     int GetFrameOffset() const { return m_Settings.frameOffset; }
 
+    /// 1: the alpha of fill, outline and symbol colours, of walls and of bitmap planes counts: 1 is
+    /// opaque, 0 is not seen. What can be seen through is drawn over what is opaque, chart by
+    /// chart, from the back to the front; polygons that pass through each other are cut into pieces
+    /// of 40 pixels for that. 0, the default: alpha has no effect.
+    void SetTransparency(int on) { m_Added.transparency = on; }
+    int GetTransparency() const { return m_Added.transparency; }
+
     /// 1: the view's header is drawn after the charts and over them; 0 (the default): before them,
     /// so that a chart that covers the whole view hides it.
     void SetHeaderOnTop(int on) { m_Added.headerOnTop = on != 0 ? 1 : 0; }
@@ -267,6 +274,7 @@ class VARNEL_API CChartView3D {
     /// What the chart file's plain records lack.
     struct Added {
         int headerOnTop = 0;  ///< 1: the header is drawn after the charts
+        int transparency = 0;
     };
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,

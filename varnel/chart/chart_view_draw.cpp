@@ -28,6 +28,18 @@ void RequireDevice(const CDC* dc, const char* operation) {
                       "there is no device context to draw to");
 }
 
+/// Colours can be seen through in charts alone; also when drawing is broken off.
+class TransparencyScope {
+ public:
+    TransparencyScope(COpenGL& gl, int on) : m_GL(gl) { m_GL.SetTransparency(on); }
+    ~TransparencyScope() { m_GL.SetTransparency(0); }
+    TransparencyScope(const TransparencyScope&) = delete;
+    TransparencyScope& operator=(const TransparencyScope&) = delete;
+
+ private:
+    COpenGL& m_GL;
+};
+
 /// How many characters a font is made with: an option that no font has is the nearest one.
 int CharactersOf(int fontOption) {
     return fontOption < 1 ? 128 : std::min(fontOption, 256);
@@ -93,6 +105,7 @@ void CChartView3D::DrawCharts() {
     if (std::ranges::none_of(m_ChartList,
                              [](const auto& chart) { return chart->GetChartEnable() != 0; }))
         detail::Diagnose("DrawView", "the view has no chart that is enabled");
+    const TransparencyScope transparency(*m_pOpenGL, m_Added.transparency);
     const double all = m_ChartList.GetCount();
     double done = 0.0;
     for (const auto& chart : m_ChartList) {

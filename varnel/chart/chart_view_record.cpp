@@ -122,7 +122,10 @@ struct CChartView3D::Staged {
 
 void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,
                               const ObjectList<CLegend3D>& legends) {
-    fields.Of(m_Added, [](auto field) { field("headerOnTop", &Added::headerOnTop); });
+    fields.Of(m_Added, [](auto field) {
+        field("headerOnTop", &Added::headerOnTop);
+        field("transparency", &Added::transparency);
+    });
     fields.Object("header", m_pHeader.get());
     fields.List("chart", charts);
     fields.List("legend", legends);

@@ -46,6 +46,23 @@ class ImageScope {
     ImageScope& operator=(const ImageScope&) = delete;
 };
 
+/// What is drawn mixes with what is there and hides nothing.
+class BlendScope {
+ public:
+    BlendScope() {
+        glEnable(GL_BLEND);
+        glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        glDepthMask(GL_FALSE);
+    }
+    ~BlendScope() {
+        glDepthMask(GL_TRUE);
+        glBlendFunc(GL_ONE, GL_ZERO);
+        glDisable(GL_BLEND);
+    }
+    BlendScope(const BlendScope&) = delete;
+    BlendScope& operator=(const BlendScope&) = delete;
+};
+
 }  // namespace
 
 void GLSink::Start(std::unique_ptr<GLContext> fresh) {
@@ -169,9 +186,13 @@ void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
 
 void GLSink::DrawImage(const SceneState& /*state*/, const ImageQuad& image) {
     const GLContext::HostContextGuard host;
-    if (!MakeCurrent()) return;
+    if (MakeCurrent()) PutImage(image, false);
+}
+
+void GLSink::PutImage(const ImageQuad& image, bool blended) {
     SendIdentity();
     const ImageScope scope;
+    if (blended) glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
                  image.pixels);
     const int places[4][2] = {
@@ -183,6 +204,51 @@ void GLSink::DrawImage(const SceneState& /*state*/, const ImageQuad& image) {
         glVertex3d(image.corners[i].x, image.corners[i].y, image.corners[i].z);
     }
     glEnd();
+}
+
+void GLSink::DrawTransparent(const SceneState& state, std::vector<ImageQuad>& images,
+                             const TransparentBatch& batch) {
+    const GLContext::HostContextGuard host;
+    if (!MakeCurrent()) return;
+    const BlendScope blending;
+    const auto depth = [](const ImageQuad& image) {
+        return image.corners[0].z + image.corners[1].z + image.corners[2].z + image.corners[3].z;
+    };
+    std::stable_sort(images.begin(), images.end(),
+                     [&](const ImageQuad& a, const ImageQuad& b) { return depth(a) > depth(b); });
+    for (const ImageQuad& image : images)
+        PutImage(image, true);
+    if (batch.IsEmpty()) return;
+    SendIdentity();
+    Lighting(false);
+    constexpr auto stride = static_cast<GLsizei>(sizeof(FillVertex));
+    const FillVertex* const vertices = batch.Vertices().data();
+    const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY> arrays;
+    glVertexPointer(3, GL_FLOAT, stride, vertices->position);
+    glColorPointer(4, GL_UNSIGNED_BYTE, stride, &vertices->color);
+    glTexCoordPointer(1, GL_FLOAT, stride, &vertices->texture);
+    for (const TransparentBatch::Run& run : batch.Runs())
+        DrawRun(state, batch, run);
+    Offset(false);
+    Texture(false);
+    SetClipping(state.clipping);
+    SetClipPlanes(state);
+}
+
+void GLSink::DrawRun(const SceneState& state, const TransparentBatch& batch,
+                     const TransparentBatch::Run& run) {
+    const TransparentBatch::Look& look = batch.LookOf(run);
+    Texture(look.state.textured);
+    if (look.state.textured) Shading(look.state.shaded);
+    Offset(look.state.framed && state.frameOffset);
+    SetClipping(look.clipping);
+    if (look.clipping) {
+        SceneState clipped = state;
+        clipped.clipPlanes = look.clipPlanes;
+        SetClipPlanes(clipped);
+    }
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(run.count), GL_UNSIGNED_INT,
+                   batch.Indices().data() + run.first);
 }
 
 void GLSink::SetViewport(const GLViewportType& v) {

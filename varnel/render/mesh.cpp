@@ -75,8 +75,7 @@ void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const Surf
         m_Corners[i] =
             m_Kept != nullptr ? m_Kept[numbers[i]] : *mesh.Points(numbers[i], 1, &scratch);
         const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
-        renderer.corners[i] = {static_cast<double>(p.x), static_cast<double>(p.y),
-                               static_cast<double>(p.z)};
+        renderer.corners[i] = ToVec3(p);
     }
     m_Normals.clear();
     for (std::size_t i = 0; normals != nullptr && i < count; ++i)
@@ -86,17 +85,21 @@ void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const Surf
 }
 
 void MeshPainter::AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
-                           PackedColor color) {
+                           const RGBDType& color) {
+    const PackedColor packed = renderer.batch.KeepsRecords() ? PackWithAlpha(color) : Pack(color);
     for (int i = 0; i < n; ++i) {
         const int j = i + 1 < n ? i + 1 : 0;
         const auto a = static_cast<std::size_t>(i);
         const auto b = static_cast<std::size_t>(j);
         if (!m_AllSegments && !renderer.coverage.MayDraw(m_Window[a], m_Window[b])) continue;
-        if (!m_Edges.Insert(numbers[i], numbers[j], color)) continue;
+        if (!m_Edges.Insert(numbers[i], numbers[j], packed)) continue;
         const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
         const Place& q = m_Places[static_cast<std::size_t>(numbers[j])];
-        renderer.batch.AddSegment(run, {{p.x, p.y, p.z}, color}, {{q.x, q.y, q.z}, color},
-                                  renderer.element);
+        if (renderer.IsKept(color))
+            renderer.KeepSegment(ToVec3(p), ToVec3(q), color);
+        else
+            renderer.batch.AddSegment(run, {{p.x, p.y, p.z}, packed}, {{q.x, q.y, q.z}, packed},
+                                      renderer.element);
     }
 }
 
@@ -119,11 +122,12 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
         mesh.Colors(k, fill, frame);
         if (covers) {
             if (look.ownColors) style.color = fill;
+            style.color.a = fill.a;
             AddFill(renderer, mesh, style, look.normals, k);
         }
         if (lines)
             AddFrame(renderer, renderer.batch.RunOfWidth(renderer.lineWidth), numbers, n,
-                     Pack(look.oneLineColor ? look.lineColor : frame));
+                     look.oneLineColor ? look.lineColor : frame);
         if (look.framed && !look.ownColors) style.color = frame;  // the colour drawn with last
         if (renderer.batch.IsLarge()) renderer.Flush();
     }

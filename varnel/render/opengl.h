@@ -143,6 +143,13 @@ class VARNEL_API COpenGL {
     void SetCulling(BOOL on);
     BOOL GetCulling() const;
 
+    /// Whether the alpha of fill, outline and symbol colours and of pictures counts. What has one
+    /// below 1 is then kept until DrawTransparent, and needs its viewport and colour table until
+    /// then; turning it off drops what was not drawn. Default 0.
+    void SetTransparency(BOOL on);
+    /// Draws what can be seen through over what is opaque, from the back to the front.
+    void DrawTransparent();
+
     /// Whether PolyFillAbs3D outlines each polygon in the frame colour. Default 0.
     void SetFrameFilled(BOOL on) { m_FrameFilled = on; }
     BOOL GetFrameFilled() const { return m_FrameFilled; }
@@ -205,9 +212,9 @@ class VARNEL_API COpenGL {
     /// nearest colour, repeated beyond its ends, replacing the lit colour.
     void SetTextureMode(int mode);
     void EnableTexture(BOOL on);
-    /// Whether the light is seen on colours by value: they are then darkened by factors from `least`
-    /// in the dark to `most` where a polygon has as much light as one that faces the viewer.
-    /// Default 0: the colours replace the lit ones.
+    /// Whether the light is seen on colours by value: they are then darkened by factors from
+    /// `least` in the dark to `most` where a polygon has as much light as one that faces the
+    /// viewer. Default 0: the colours replace the lit ones.
     void SetTextureLighting(BOOL on, double least = 0.75, double most = 1.0);
     BOOL GetTextureLighting() const { return m_TextureLighting; }
     /// The first n colours become the texture, the last one repeated up to a power of two (at least
@@ -362,7 +369,7 @@ class VARNEL_API COpenGL {
     /// A picture on the quadrilateral of four corners (lower left, upper left, upper right, lower
     /// right) with the normal (0, 1, 0), repeated over it. `pixels` holds width x height times red,
     /// green, blue and alpha, the lowest row first; neither side may be longer than
-    /// GetLargestPicture().
+    /// GetLargestPicture(). With SetTransparency they must live until DrawTransparent.
     void DrawPicture(const BYTE* pixels, int width, int height, const point3Dtype corners[4],
                      int repeatX, int repeatY);
     /// The longest side of a picture in pixels.

@@ -253,6 +253,16 @@ BOOL COpenGL::GetCulling() const {
     return m_Renderer->IsCulling() ? 1 : 0;
 }
 
+void COpenGL::SetTransparency(BOOL on) {
+    if (Ready()) m_Renderer->Flush();
+    m_Renderer->scene.transparent = on != 0;
+    m_Renderer->DropTransparent();
+}
+
+void COpenGL::DrawTransparent() {
+    if (Ready()) m_Renderer->DrawTransparent();
+}
+
 void COpenGL::SetFrameOffset(BOOL on) {
     const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->Flush();

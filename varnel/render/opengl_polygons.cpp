@@ -23,11 +23,14 @@ void COpenGL::SetFillStyle3D(const RGBDType& fill, const RGBDType& second, const
 }
 
 detail::SurfaceStyle COpenGL::Style() const {
+    // Colours by value replace those of fills, not how far they can be seen through.
+    RGBDType color = m_CurrentColor;
+    if (m_ColorMode == COLOR_MODE_VALUE) color.a = m_FillColor.a;
     const bool textured = m_TextureEnabled != 0;
     const bool shaded = textured && m_TextureLighting != 0 && m_ColorMode != 0;
     return {{textured, m_FrameFilled != 0, shaded},
             m_ColorMode != 0,
-            m_CurrentColor,
+            color,
             m_TextureMode,
             m_TextureOffset,
             m_TextureScale,

@@ -27,7 +27,10 @@ void COpenGL::DrawPicture(const BYTE* pixels, int width, int height, const point
                             m_Renderer->element};
     for (std::size_t i = 0; i < image.corners.size(); ++i)
         image.corners[i] = matrix.ToDevice(corners[i]);
-    m_Renderer->sink->DrawImage(m_Renderer->scene, image);
+    if (m_Renderer->IsKept({0.0, 0.0, 0.0, 0.0}))
+        m_Renderer->transparentImages.push_back(image);
+    else
+        m_Renderer->sink->DrawImage(m_Renderer->scene, image);
     SyncState();
 }
 

@@ -89,14 +89,42 @@ void Renderer::LightCorners(const SurfaceStyle& style, const Vec3* normals, int 
     for (int i = 0; i < n; ++i) {
         const Vec3 normal = matrix.NormalToDevice(normals[i]);
         const bool none = normal.x == 0.0 && normal.y == 0.0 && normal.z == 0.0;
-        m_Colors.push_back(Pack(Lit(style, none ? whole : normal, turned)));
+        m_Colors.push_back(PackWithAlpha(Lit(style, none ? whole : normal, turned)));
     }
-    batch.ColorCorners(m_Colors.data(), n);
+}
+
+/// Keeps a polygon with the colours at hand.
+void Renderer::KeepFill(const SurfaceStyle& style, const double* texture, int n) {
+    if (!(style.color.a > 0.0)) return;
+    transparent.SetViewport(scene.viewport);
+    transparent.AddPolygon({style.state, scene.clipping, scene.clipPlanes}, corners.data(),
+                           m_Colors.data(), texture, n);
+}
+
+void Renderer::KeepSegment(const Vec3& a, const Vec3& b, const RGBDType& color) {
+    if (!(color.a > 0.0)) return;
+    transparent.SetViewport(scene.viewport);
+    transparent.AddSegment(a, b, PackWithAlpha(color),
+                           static_cast<double>(lineWidth) * gl.lineScale);
+}
+
+void Renderer::DrawTransparent() {
+    if (transparent.IsEmpty() && transparentImages.empty()) return;
+    Flush();
+    transparent.Sort();
+    gl.DrawTransparent(scene, transparentImages, transparent);
+    DropTransparent();
+}
+
+void Renderer::DropTransparent() {
+    transparent.Clear();
+    transparentImages.clear();
 }
 
 void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
                            const Vec3* normals) {
-    if (!batch.Accepts(style.state)) Flush();
+    const bool kept = IsKept(style.color);
+    if (!kept && !batch.Accepts(style.state)) Flush();
     const double* texture = nullptr;
     if (style.state.textured) {
         textures.clear();
@@ -113,12 +141,24 @@ void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, in
         normal = matrix.NormalToDevice(PolygonNormal(pts, n));
         seen = Lit(style, normal, style.twoSided && normal.z > 0.0);
     }
+    const bool smooth = style.lit && normals != nullptr;
+    if (smooth)
+        LightCorners(style, normals, n, normal);
+    else if (kept)
+        m_Colors.assign(static_cast<std::size_t>(n), PackWithAlpha(seen));
+    if (kept) return KeepFill(style, texture, n);
     batch.AddPolygon(style.state, Pack(seen), corners.data(), texture, n);
-    if (style.lit && normals != nullptr) LightCorners(style, normals, n, normal);
+    if (smooth) batch.ColorCorners(m_Colors.data(), n);
     if (batch.KeepsRecords()) batch.AddRecord(n, style.color, style.lit, element);
 }
 
 void Renderer::AddOutline(int n, bool closed, const RGBDType& color) {
+    if (IsKept(color)) {
+        for (std::size_t i = 0; i + 1 < corners.size(); ++i)
+            KeepSegment(corners[i], corners[i + 1], color);
+        if (closed && n > 2) KeepSegment(corners.back(), corners.front(), color);
+        return;
+    }
     const bool all = !LeavesOutSegments(lineWidth);
     const auto window = [this](const Vec3& p) {
         return coverage.ToWindow(static_cast<float>(p.x), static_cast<float>(p.y));
@@ -149,6 +189,7 @@ void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& v
     scene = fresh;
     matrix = MatrixStack();
     batch.Clear();
+    DropTransparent();
     line = OpenLine();
     lineWidth = 1.0F;
     UpdateCoverage();

@@ -25,7 +25,7 @@ std::uint32_t ColorKey(const RGBDType& c) {
     const auto level = [](double v) {
         return static_cast<std::uint32_t>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0));
     };
-    return level(c.r) << 16U | level(c.g) << 8U | level(c.b);
+    return level(c.a) << 24U | level(c.r) << 16U | level(c.g) << 8U | level(c.b);
 }
 
 double SizeOf(const Area& area) {
@@ -81,6 +81,7 @@ void PageSink::Compose(PageCanvas& canvas) const {
         ComposeFills(canvas, hiding, slice.fills);
         ComposeSmooth(canvas, hiding, slice.fills);
         ComposePictures(canvas, hiding, slice.fills);
+        ComposeVeils(canvas, hiding, slice.veils);
         ComposeLines(canvas, hiding, slice.segments);
     }
     for (const Strip& strip : m_Strips)
@@ -103,10 +104,31 @@ std::vector<PageSink::Slice> PageSink::Slices(const Hiding& hiding) const {
     }
     for (std::uint32_t i = 0; i < m_Segments.size(); ++i)
         slices[slice(std::min(m_Segments[i].a.z, m_Segments[i].b.z))].segments.push_back(i);
+    for (std::uint32_t i = 0; i < m_Veils.size(); ++i)
+        slices[slice(MeanDepth(m_Veils[i]))].veils.push_back(i);
     std::vector<Slice> ordered;
     for (auto& [depth, content] : slices)
         ordered.push_back(std::move(content));
     return ordered;
+}
+
+double PageSink::MeanDepth(const Fill& fill) const {
+    double sum = 0.0;
+    for (std::uint32_t i = 0; i < fill.count; ++i)
+        sum += m_Places[fill.first + i].z;
+    return sum / fill.count;
+}
+
+/// What can be seen through, from the back, over what stands behind it.
+void PageSink::ComposeVeils(PageCanvas& canvas, Hiding& hiding,
+                            std::vector<std::uint32_t> veils) const {
+    std::ranges::stable_sort(veils, std::greater<>{},
+                             [this](std::uint32_t i) { return MeanDepth(m_Veils[i]); });
+    for (const std::uint32_t i : veils) {
+        const Fill& veil = m_Veils[i];
+        canvas.Fill(hiding.VisibleOf({m_Places.data() + veil.first, veil.count}), veil.color,
+                    false);
+    }
 }
 
 bool PageSink::IsPicture(std::uint32_t fill) const {

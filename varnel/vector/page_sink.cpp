@@ -89,7 +89,7 @@ void PageSink::Clear(const SceneState& state, bool color, bool depth) {
     if (depth || color) m_Layer -= kLayerDepth;
     if (!color) return;
     m_Polygon = {{-1, -1, kDeepest}, {1, -1, kDeepest}, {1, 1, kDeepest}, {-1, 1, kDeepest}};
-    AddFill(state, state.background);
+    AddFill(state, {state.background.r, state.background.g, state.background.b, 1.0});
 }
 
 /// Cuts the polygon at hand by the clip planes; false when nothing is left.
@@ -105,11 +105,13 @@ bool PageSink::Clip(const SceneState& state) {
 }
 
 void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
-    if (!Clip(state)) return;
-    m_Fills.push_back({static_cast<std::uint32_t>(m_Places.size()),
-                       static_cast<std::uint32_t>(m_Polygon.size()),
-                       {color.r, color.g, color.b, 1.0},
-                       -1});
+    const bool veil = state.transparent && color.a < 1.0;
+    if ((veil && !(color.a > 0.0)) || !Clip(state)) return;
+    (veil ? m_Veils : m_Fills)
+        .push_back({static_cast<std::uint32_t>(m_Places.size()),
+                    static_cast<std::uint32_t>(m_Polygon.size()),
+                    {color.r, color.g, color.b, veil ? color.a : 1.0},
+                    -1});
     for (const Vec3& p : m_Polygon)
         m_Places.push_back(Place(state, p));
 }
@@ -184,7 +186,8 @@ bool PageSink::AddSmooth(const SceneState& state, const PrimitiveBatch& batch,
         const Vec3 way = Place(state, corners.back().place) - Place(state, corners.front().place);
         extent = std::max({extent, std::fabs(way.x), std::fabs(way.y)});
     }
-    if (flat || extent < kSmallest) return false;
+    const bool veil = state.transparent && record.color.a < 1.0;
+    if (veil || flat || extent < kSmallest) return false;
     for (std::uint32_t i = 2; i < record.count; ++i) {
         const ShadedVertex triangle[] = {corners[0], corners[i - 1], corners[i]};
         AddShaded(state, triangle);
@@ -252,8 +255,9 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
             Vec3 a = PlaceOf(from.position);
             Vec3 b = PlaceOf(to.position);
             if (!ClipSegment(state, a, b)) continue;
-            m_Segments.push_back(
-                {Place(state, a), Place(state, b), ColorOf(from.color), run.width});
+            RGBDType color = ColorOf(from.color);
+            if (state.transparent) color.a = from.color.bytes[3] / 255.0;
+            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width});
         }
 }
 

@@ -9,6 +9,7 @@
 #include "varnel/render/detail/coverage.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/text_batch.h"
+#include "varnel/render/detail/transparent.h"
 
 namespace varnel::detail {
 
@@ -34,6 +35,9 @@ class GLSink final : public SceneSink {
     void DrawStrip(const SceneState& state, const LineStrip& strip) override;
     void DrawText(const SceneState& state, const TextRun& run) override;
     void DrawImage(const SceneState& state, const ImageQuad& image) override;
+    /// What can be seen through, sorted, over what was drawn; the pictures first, from the back.
+    void DrawTransparent(const SceneState& state, std::vector<ImageQuad>& images,
+                         const TransparentBatch& batch);
 
     // State of OpenGL, set only where it differs.
     static void SetClearColor(const RGBDType& color);
@@ -67,6 +71,9 @@ class GLSink final : public SceneSink {
     float ToFramebuffer() const { return static_cast<float>(context->PixelScale() * lineScale); }
     void DrawFills(const SceneState& state, const PrimitiveBatch& batch);
     void DrawLines(const PrimitiveBatch& batch);
+    void DrawRun(const SceneState& state, const TransparentBatch& batch,
+                 const TransparentBatch::Run& run);
+    void PutImage(const ImageQuad& image, bool blended);
     void Extend(const GLViewportType& viewport);
     void SendClipping(bool on);
     void SendLighting(bool on);

@@ -80,11 +80,16 @@ class MeshPainter {
         float x, y, z;
     };
 
+    static Vec3 ToVec3(const Place& p) {
+        return {static_cast<double>(p.x), static_cast<double>(p.y), static_cast<double>(p.z)};
+    }
+
     void PlacePoints(const MatrixStack& matrix, const MeshSource& mesh);
     bool Gather(const Coverage& coverage, const int* numbers, int n);
     void AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
                  const MeshNormals* normals, int k);
-    void AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n, PackedColor color);
+    void AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
+                  const RGBDType& color);
 
     std::vector<Place> m_Places;
     const point3Dtype* m_Kept = nullptr;  ///< all points, where the mesh keeps them as they are

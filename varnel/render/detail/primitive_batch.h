@@ -30,6 +30,13 @@ inline PackedColor Pack(const RGBDType& c) {
     return {{byte(c.r), byte(c.g), byte(c.b), 255}};
 }
 
+/// With the colour's alpha.
+inline PackedColor PackWithAlpha(const RGBDType& c) {
+    PackedColor packed = Pack(c);
+    packed.bytes[3] = Pack({c.a, 0.0, 0.0, 1.0}).bytes[0];
+    return packed;
+}
+
 struct FillVertex {
     float position[3];
     PackedColor color;  ///< as it is seen, light included
@@ -207,7 +214,7 @@ void PrimitiveBatch::AddOutline(float width, const Vec3* corners, int n, bool cl
                                 const RGBDType& color, const Element& element, Visible&& visible) {
     LineRun& run = RunOfWidth(width);
     const auto first = static_cast<std::uint32_t>(run.vertices.size());
-    const PackedColor packed = Pack(color);
+    const PackedColor packed = m_KeepRecords ? PackWithAlpha(color) : Pack(color);
     for (int i = 0; i < n; ++i)
         AddVertex(run, MakeLineVertex(corners[i], packed));
     const auto count = static_cast<std::uint32_t>(n);

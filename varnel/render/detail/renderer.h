@@ -7,6 +7,7 @@
 
 #include "varnel/render/detail/gl_sink.h"
 #include "varnel/render/detail/scene.h"
+#include "varnel/render/detail/transparent.h"
 
 namespace varnel::detail {
 
@@ -40,6 +41,8 @@ class Renderer {
     SceneState scene;
     MatrixStack matrix;
     PrimitiveBatch batch;
+    TransparentBatch transparent;  ///< what waits for DrawTransparent
+    std::vector<ImageQuad> transparentImages;
     OpenLine line;
     std::vector<Vec3> corners;     ///< of the polygon at hand, in device coordinates
     std::vector<double> textures;  ///< and its texture coordinates
@@ -76,6 +79,17 @@ class Renderer {
     void SetCulling(bool on);
     bool IsCulling() const { return m_Culling; }
 
+    /// Whether what has this colour is kept until DrawTransparent.
+    bool IsKept(const RGBDType& color) const {
+        return scene.transparent && color.a < 1.0 && sink == &gl;
+    }
+    /// Keeps a segment that can be seen through.
+    void KeepSegment(const Vec3& a, const Vec3& b, const RGBDType& color);
+    /// Draws and forgets what can be seen through, from the back to the front.
+    void DrawTransparent();
+    /// Forgets it.
+    void DropTransparent();
+
     /// Hands over and forgets what was collected.
     void Flush();
     /// Hands over a strip with a stipple pattern.
@@ -84,6 +98,7 @@ class Renderer {
  private:
     RGBDType Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const;
     void LightCorners(const SurfaceStyle& style, const Vec3* normals, int n, const Vec3& whole);
+    void KeepFill(const SurfaceStyle& style, const double* texture, int n);
 
     bool m_Culling = true;
     std::vector<WindowPoint> m_Window;

@@ -45,7 +45,8 @@ struct SceneState {
     /// Colours by value, `textureSize` entries (0: none yet); see TextureIndex.
     std::array<RGBBType, 256> texture{};
     int textureSize = 0;
-    bool frameOffset = true;  ///< whether fills that get a frame lie behind their lines
+    bool transparent = false;  ///< whether colours with an alpha below 1 can be seen through
+    bool frameOffset = true;   ///< whether fills that get a frame lie behind their lines
 };
 
 /// The colour of a surface with a normal of length 1 (or 0: no light but the ambient one), each

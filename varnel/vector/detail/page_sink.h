@@ -64,6 +64,7 @@ class PageSink final : public SceneSink {
     struct Slice {
         std::vector<std::uint32_t> fills;
         std::vector<std::uint32_t> segments;
+        std::vector<std::uint32_t> veils;
     };
 
     Vec3 Place(const SceneState& state, const Vec3& device) const;
@@ -84,6 +85,8 @@ class PageSink final : public SceneSink {
                       const std::vector<std::uint32_t>& fills) const;
     void ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
                        const std::vector<std::uint32_t>& fills) const;
+    void ComposeVeils(PageCanvas& canvas, Hiding& hiding, std::vector<std::uint32_t> veils) const;
+    double MeanDepth(const Fill& fill) const;
     void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                          const std::vector<std::uint32_t>& fills) const;
     void ComposeLines(PageCanvas& canvas, Hiding& hiding,
@@ -96,6 +99,7 @@ class PageSink final : public SceneSink {
     std::vector<Vec3> m_Places;
     std::vector<Fill> m_Fills;
     std::vector<SmoothTriangle> m_Smooth;
+    std::vector<Fill> m_Veils;  ///< what can be seen through and hides nothing
     std::vector<Segment> m_Segments;
     std::vector<Strip> m_Strips;
     std::vector<Text> m_Texts;
