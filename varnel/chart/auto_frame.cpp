@@ -226,6 +226,14 @@ void DressView(CChartView3D& view, const Theme& theme) {
     DressLegends(view, theme);
 }
 
+/// What has two sides shows both, and surfaces are round and plastic, in whatever colours.
+void LightWell(CChartObj3D& object) {
+    object.SetTwoSided(1);
+    if (object.GetChartType() != POLYSURFACECHART3D) return;
+    object.SetShading(1);
+    object.SetTextureLighting(1);
+}
+
 /// Data in one plane have no depth to tell of; positions of several planes have.
 bool IsDepthSilent(const FrameOptions& options, const ChartExtent& extent) {
     const AxisFrame& depth = options.axes[static_cast<std::size_t>(extent.depthAxis)];
@@ -281,6 +289,10 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     SetTitles(*m_pHeader, options);
     SetFillDepth(FillingDepth(options, extent));
     ApplyTheme(*this, options.theme);
+    for (const auto& object : m_Objects.objects) {
+        if (object->GetTransform() == &t) LightWell(*object);
+    }
+    if (extent.surface && HasLight() == 0) SetLight();
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);
     SetAutoText(1);
     SetAutoFit(options.autoFit);
