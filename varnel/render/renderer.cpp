@@ -154,9 +154,10 @@ void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, in
 
 void Renderer::AddOutline(int n, bool closed, const RGBDType& color) {
     if (IsKept(color)) {
-        for (std::size_t i = 0; i + 1 < corners.size(); ++i)
+        const auto count = static_cast<std::size_t>(n);
+        for (std::size_t i = 0; i + 1 < count; ++i)
             KeepSegment(corners[i], corners[i + 1], color);
-        if (closed && n > 2) KeepSegment(corners.back(), corners.front(), color);
+        if (closed && n > 2) KeepSegment(corners[count - 1], corners[0], color);
         return;
     }
     const bool all = !LeavesOutSegments(lineWidth);
