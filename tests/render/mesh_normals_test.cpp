@@ -9,9 +9,15 @@
 namespace varnel::detail {
 namespace {
 
-struct Mesh : MeshSource {
+/// Two quadrilaterals that meet along x = 0, the left one in the plane z = 0 and `width` wide, the
+/// right one rising to z = rise at x = 1.
+struct Fold : MeshSource {
+    Fold(double width, double rise)
+        : points{{-width, 0, 0, 0}, {0, 0, 0, 0}, {1, 0, rise, 0},
+                 {-width, 1, 0, 0}, {0, 1, 0, 0}, {1, 1, rise, 0}} {}
+
     std::vector<point3Dtype> points;
-    std::vector<std::vector<int>> polygons;
+    std::vector<std::vector<int>> polygons = {{0, 1, 4, 3}, {1, 2, 5, 4}};
 
     int NumPoints() const override { return static_cast<int>(points.size()); }
     int NumPolygons() const override { return static_cast<int>(polygons.size()); }
@@ -25,16 +31,6 @@ struct Mesh : MeshSource {
     }
     void Colors(int, RGBDType&, RGBDType&) const override {}
 };
-
-/// Two quadrilaterals that meet along x = 0, the left one in the plane z = 0 and `width` wide, the
-/// right one rising to z = rise at x = 1.
-Mesh Fold(double width, double rise) {
-    Mesh mesh;
-    mesh.points = {{-width, 0, 0, 0}, {0, 0, 0, 0}, {1, 0, rise, 0},
-                   {-width, 1, 0, 0}, {0, 1, 0, 0}, {1, 1, rise, 0}};
-    mesh.polygons = {{0, 1, 4, 3}, {1, 2, 5, 4}};
-    return mesh;
-}
 
 TEST(MeshNormals, AreWeightedAndSharpBeyondTheCrease) {
     constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
