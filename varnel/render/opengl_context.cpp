@@ -254,12 +254,14 @@ BOOL COpenGL::GetCulling() const {
 }
 
 void COpenGL::SetTransparency(BOOL on) {
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->Flush();
     m_Renderer->scene.transparent = on != 0;
     m_Renderer->DropTransparent();
 }
 
 void COpenGL::DrawTransparent() {
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->DrawTransparent();
 }
 
