@@ -573,6 +573,27 @@ class VARNEL_API CChartObj3D {
     /// Contour charts draw as told at ContourPolysurface3D again.
     void ClearContourStyle();
 
+    /// Markers at the points of scatter and line charts, facing the viewer, `size` points (1/72
+    /// inch, at most 1000) wide, in place of a scatter chart's symbol: MARKER_CIRCLE (1),
+    /// MARKER_SQUARE (2), MARKER_TRIANGLE (3), MARKER_DIAMOND (4), MARKER_CROSS (5), MARKER_PLUS
+    /// (6), MARKER_STAR (7); MARKER_NONE (0), the default, and other kinds: none. They are filled
+    /// in the fill colour, or their segment's, and outlined as SetOutlineMode says where the
+    /// outline colour is another. With clipping, markers of points outside the box are left out,
+    /// the others are whole.
+    void SetMarker(int kind, double size);
+    int GetMarker() const { return m_Added.m_Marker; }
+    double GetMarkerSize() const { return m_Added.m_MarkerSize; }
+    /// The width of the markers' outlines, 0 when they have none.
+    double GetMarkerOutlineWidth() const;
+    /// 1: lines have round joins and ends and no gaps, and dashes keep their length along the line;
+    /// see COpenGL::SetLineJoins. 0, the default: as OpenGL draws lines.
+    void SetLineJoins(int on) { m_Added.m_LineJoins = on; }
+    int GetLineJoins() const { return m_Added.m_LineJoins; }
+    /// How many pixels (points, see CChartView3D::SetLineUnits) each dot of a line style is long,
+    /// 1..256. Default 1.
+    void SetLineStyleFactor(int factor) { m_Added.m_LineStyleFactor = factor; }
+    int GetLineStyleFactor() const { return m_Added.m_LineStyleFactor; }
+
     // --- Drawing and files -------------------------------------------------------------------
 
     /// Draws the object if it is enabled; an unknown type draws nothing. Raises "OpenGL Parameter
@@ -620,6 +641,8 @@ class VARNEL_API CChartObj3D {
     detail::GroupView GetGroups() const;
     detail::Data25D GetData25D() const;
     detail::SegmentColors GetSegmentColors() const;
+    /// The markers at points in data values, where the object has any.
+    void DrawMarkers(std::span<const point3Dtype> points);
 
     friend struct detail::ChartTypes;
     void DrawRibbonChart25D();

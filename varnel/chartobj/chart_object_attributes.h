@@ -111,6 +111,10 @@ struct ChartObjectAdded {
     int m_TextureLighting = 0;
     double m_TextureLeast = 0.75;  ///< factors on colours by value
     double m_TextureMost = 1.0;
+    int m_Marker = 0;           ///< none
+    double m_MarkerSize = 6.0;  ///< points
+    int m_LineJoins = 0;
+    int m_LineStyleFactor = 1;
 };
 
 }  // namespace detail

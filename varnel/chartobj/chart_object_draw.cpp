@@ -22,7 +22,10 @@ struct SharedState {
 class SharedStateScope {
  public:
     SharedStateScope(COpenGL& gl, CTransform3D& transform, const SharedState& state)
-        : m_GL(gl), m_Transform(transform) {
+        : m_GL(gl),
+          m_Transform(transform),
+          m_LineJoins(gl.GetLineJoins()),
+          m_LineStyleFactor(gl.GetLineStyleFactor()) {
         m_GL.SetFrameFilled(state.framed);
         m_Transform.ChartTransform();
         m_GL.SetColorMode(state.colorMode);
@@ -31,6 +34,8 @@ class SharedStateScope {
         m_GL.SetTextureLighting(state.added.m_TextureLighting, state.added.m_TextureLeast,
                                 state.added.m_TextureMost);
         m_Transform.SetClipping(state.clipped);
+        if (state.added.m_LineJoins != 0) m_GL.SetLineJoins(1);
+        if (state.added.m_LineStyleFactor != 1) m_GL.SetLineStyleFactor(state.added.m_LineStyleFactor);
     }
     ~SharedStateScope() {
         m_Transform.SetClipping(0);
@@ -39,6 +44,8 @@ class SharedStateScope {
         m_GL.SetTwoSided(0);
         m_GL.SetTextureLighting(0);
         m_GL.SetLineWidth3D(1.0);
+        m_GL.SetLineJoins(m_LineJoins);
+        m_GL.SetLineStyleFactor(m_LineStyleFactor);
     }
     SharedStateScope(const SharedStateScope&) = delete;
     SharedStateScope& operator=(const SharedStateScope&) = delete;
@@ -46,6 +53,8 @@ class SharedStateScope {
  private:
     COpenGL& m_GL;
     CTransform3D& m_Transform;
+    int m_LineJoins;
+    int m_LineStyleFactor;
 };
 
 }  // namespace

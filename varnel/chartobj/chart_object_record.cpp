@@ -241,6 +241,10 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("textureLighting", &Added::m_TextureLighting);
         field("textureLeast", &Added::m_TextureLeast);
         field("textureMost", &Added::m_TextureMost);
+        field("marker", &Added::m_Marker);
+        field("markerSize", &Added::m_MarkerSize);
+        field("lineJoins", &Added::m_LineJoins);
+        field("lineStyleFactor", &Added::m_LineStyleFactor);
     });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }

@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/lines_geometry.h"
 #include "varnel/render/opengl.h"
+#include "varnel/transform/transform.h"
 
 namespace varnel {
 namespace {
@@ -11,6 +14,16 @@ namespace {
 // Line widths are whole pixels; a width that no int can hold is no line at all.
 int TruncatedWidth(double width) {
     return std::abs(width) < 32768.0 ? static_cast<int>(width) : 0;
+}
+
+bool SameColor(const RGBDType& a, const RGBDType& b) {
+    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
+}
+
+// Whether a value lies between two limits in any order, or misses them by a rounding error.
+bool Between(double value, double a, double b) {
+    const double slack = 1e-9 * std::abs(b - a);
+    return value >= std::min(a, b) - slack && value <= std::max(a, b) + slack;
 }
 
 // Draws polylines whose inner vertices, and the last one where asked for, set the segment colour.
@@ -84,13 +97,21 @@ void CChartObj3D::DrawLineChart3D() {
     detail::WalkLine3D(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
                        LinePen{*m_pOpenGL, setColor, false});
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
+    DrawMarkers(m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts));
 }
 
 void CChartObj3D::DrawLineChart25D() {
     const auto setColor = [this](std::size_t i) { CheckSetSegmentColor(i); };
     m_pOpenGL->SetLineStyle3D(m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineColor);
-    detail::WalkLine25D(*m_pTransform, GetData25D(), LinePen{*m_pOpenGL, setColor, false});
+    const detail::Data25D data = GetData25D();
+    detail::WalkLine25D(*m_pTransform, data, LinePen{*m_pOpenGL, setColor, false});
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
+    if (m_Added.m_Marker == MARKER_NONE) return;
+    const detail::Orientation o{data.indAxis != 0};
+    std::vector<point3Dtype> points(detail::Shortest(data.ind, data.dep));
+    for (std::size_t i = 0; i < points.size(); ++i)
+        points[i] = o.Place(data.ind[i], data.constValue, data.dep[i]);
+    DrawMarkers(points);
 }
 
 void CChartObj3D::DrawProjectionLineChart3D() {
@@ -101,6 +122,38 @@ void CChartObj3D::DrawProjectionLineChart3D() {
                               m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue,
                               LinePen{*m_pOpenGL, setColor, true});
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
+}
+
+void CChartObj3D::SetMarker(int kind, double size) {
+    m_Added.m_Marker = kind;
+    m_Added.m_MarkerSize = size;
+}
+
+double CChartObj3D::GetMarkerOutlineWidth() const {
+    const bool outlined =
+        m_Saved.m_OutlineMode != 0 && !SameColor(m_Saved.m_OutlineColor, m_Saved.m_FillColor);
+    return outlined ? m_Saved.m_OutlineWidth : 0.0;
+}
+
+void CChartObj3D::DrawMarkers(std::span<const point3Dtype> points) {
+    if (m_Added.m_Marker == MARKER_NONE) return;
+    const detail::SegmentColors colors = GetSegmentColors();
+    m_pOpenGL->SetMarker3D(m_Added.m_Marker, m_Added.m_MarkerSize, GetMarkerOutlineWidth());
+    // The box's planes would cut markers on them in two.
+    const bool clips = m_Saved.m_Clipping != 0;
+    m_pTransform->SetClipping(0);
+    m_pOpenGL->LoadMatrixTransform(m_pTransform->GetGraphTransform());
+    const point3Dtype min = m_pTransform->GetScaleMin();
+    const point3Dtype max = m_pTransform->GetScaleMax();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const point3Dtype& p = points[i];
+        if (!detail::IsData(p)) continue;
+        if (clips && !(Between(p.x, min.x, max.x) && Between(p.y, min.y, max.y) &&
+                       Between(p.z, min.z, max.z)))
+            continue;
+        m_pOpenGL->MarkerAbs3D(m_pTransform->CPTWS(p), colors.At(i, m_Saved.m_FillColor),
+                               m_Saved.m_OutlineColor);
+    }
 }
 
 void CChartObj3D::ProjectionLine(const point3Dtype& p, const RGBDType& color) {

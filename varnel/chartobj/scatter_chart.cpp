@@ -82,10 +82,12 @@ void CChartObj3D::DrawScatterChart3D() {
         ProjectionLine(exact ? points[i] : m_pTransform->CPTWS(points[i]), color);
         // The projection line leaves a width of 1 behind.
         m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
+        if (m_Added.m_Marker != MARKER_NONE) continue;
         point3Dtype place;
         m_pTransform->NormalizePoint(points[i], place);
         pen.Draw(m_Saved.m_Symbol, place, color, m_Saved.m_OutlineColor);
     }
+    DrawMarkers(points);
 }
 
 void CChartObj3D::DrawScatterText3D() {

@@ -6,6 +6,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/symbol_pen.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/legend/detail/legend_painter.h"
 #include "varnel/transform/transform.h"
@@ -44,6 +45,7 @@ CLegendObj3D::CLegendObj3D() {
 
 void CLegendObj3D::InitLegendObjDefaults() {
     m_Saved = {};
+    m_Added = {};
     detail::Count(nSelfID);
 }
 
@@ -67,6 +69,28 @@ void CLegendObj3D::SetSymbolSample(int symbol, const RGBDType& fill, const RGBDT
     m_Saved.m_OutlineColor = outline;
 }
 
+void CLegendObj3D::SetMarker(int kind, double size, const RGBDType& fill, const RGBDType& outline,
+                             double outlineWidth) {
+    m_Added.marker = kind;
+    m_Added.markerSize = size;
+    m_Added.markerFill = fill;
+    m_Added.markerOutline = outline;
+    m_Added.markerOutlineWidth = outlineWidth;
+}
+
+void CLegendObj3D::SetLineLook(int joins, int styleFactor) {
+    m_Added.lineJoins = joins;
+    m_Added.lineStyleFactor = styleFactor;
+}
+
+void CLegendObj3D::TakeMarker(const CChartObj3D& object) {
+    if (object.GetMarker() == MARKER_NONE) return;
+    if (object.GetChartType() == SCATTERCHART3D)
+        SetSymbolSample(SYMBOL_NONE, object.GetFillColor(), object.GetOutlineColor());
+    SetMarker(object.GetMarker(), object.GetMarkerSize(), object.GetFillColor(),
+              object.GetOutlineColor(), object.GetMarkerOutlineWidth());
+}
+
 void CLegendObj3D::SetLight(const CChart3D* chart) {
     if (chart == nullptr) return;
     m_Saved.m_LightPosition = chart->GetLightPosition();
@@ -76,6 +100,7 @@ void CLegendObj3D::SetLight(const CChart3D* chart) {
 
 void CLegendObj3D::TakeLine(const CChartObj3D& object, const RGBDType& color) {
     SetLineSample(object.GetLineStyle(), object.GetLineWidth(), color);
+    SetLineLook(object.GetLineJoins(), object.GetLineStyleFactor());
 }
 
 void CLegendObj3D::TakeFill(const CChartObj3D& object, const RGBDType& color) {
@@ -120,12 +145,15 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
         case LINECHART25D:
         case PROJECTIONLINECHART3D:
             TakeLine(*object, object->GetOutlineColor());
+            if (object->GetChartType() == LINECHART25D) TakeMarker(*object);
             break;
         case LINECHART3D:
             TakeLine(*object, object->GetFillColor());
+            TakeMarker(*object);
             break;
         case SCATTERCHART3D:
             TakeSymbol(*object, object->GetSymbol(), object->GetFillColor());
+            TakeMarker(*object);
             break;
         case OHLCCHART25D:
             TakeLine(*object, object->GetLineColor());
@@ -167,7 +195,8 @@ void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
                               const detail::LegendRect& place) const {
     switch (m_Saved.m_SampleType) {
         case LEGEND_LINE:
-            painter.Line(place, m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_FillColor);
+            painter.Line(place, {m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_FillColor,
+                                 m_Added.lineJoins, m_Added.lineStyleFactor});
             break;
         case LEGEND_RECTANGLE: {
             detail::LegendRect rect = place;
@@ -188,6 +217,20 @@ void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
         default:
             break;
     }
+    painter.Marker(place, m_Added.marker, m_Added.markerSize, m_Added.markerOutlineWidth,
+                   m_Added.markerFill, m_Added.markerOutline);
+}
+
+void CLegendObj3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) {
+        field("marker", &Added::marker);
+        field("markerSize", &Added::markerSize);
+        field("markerFill", &Added::markerFill);
+        field("markerOutline", &Added::markerOutline);
+        field("markerOutlineWidth", &Added::markerOutlineWidth);
+        field("lineJoins", &Added::lineJoins);
+        field("lineStyleFactor", &Added::lineStyleFactor);
+    });
 }
 
 template <class Archive>

@@ -17,6 +17,7 @@ class CChart3D;
 class CChartObj3D;
 
 namespace detail {
+class AddedFields;
 class LegendPainter;
 struct LegendRect;
 }  // namespace detail
@@ -65,6 +66,16 @@ class VARNEL_API CLegendObj3D {
     /// codes draw nothing.
     void SetSymbolSample(int symbol, const RGBDType& fill, const RGBDType& outline);
 
+    /// A marker over the sample: a MarkerCode (0: none, the default), its size in points, its
+    /// colours and the width of its outline, 0 for none.
+    void SetMarker(int kind, double size, const RGBDType& fill, const RGBDType& outline,
+                   double outlineWidth);
+    int GetMarker() const { return m_Added.marker; }
+
+    /// Of lines: round ends and dashes as CChartObj3D has them with SetLineJoins, and the factor on
+    /// the length of their dashes.
+    void SetLineLook(int joins, int styleFactor);
+
     // --- Attributes --------------------------------------------------------------------------
 
     void SetString(const CString& text) { m_Saved.m_String = text; }
@@ -100,6 +111,9 @@ class VARNEL_API CLegendObj3D {
     /// Draws the sample into a rectangle of the legend at hand.
     void DrawSample(detail::LegendPainter& painter, const detail::LegendRect& place) const;
 
+    /// Hands what the plain record lacks to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
+
     /// The record. A failing medium raises "Disk I/O Error"; a null file does nothing.
     void Save(HANDLE file);
     void Load(HANDLE file);
@@ -110,6 +124,7 @@ class VARNEL_API CLegendObj3D {
  private:
     void TakeLine(const CChartObj3D& object, const RGBDType& color);
     void TakeFill(const CChartObj3D& object, const RGBDType& color);
+    void TakeMarker(const CChartObj3D& object);
     void TakeSymbol(const CChartObj3D& object, int symbol, const RGBDType& color);
     void TakePriceGroup(const CChartObj3D& object, int group);
     void TakeBoxPart(const CChartObj3D& object, int part);
@@ -134,7 +149,19 @@ class VARNEL_API CLegendObj3D {
         RGBDType m_AmbientLight = {0.4, 0.4, 0.4, 1.0};
     };
 
+    /// The attributes that records do not have.
+    struct Added {
+        int marker = 0;
+        double markerSize = 6.0;  ///< points
+        RGBDType markerFill = {0.0, 0.0, 1.0, 1.0};
+        RGBDType markerOutline = {0.0, 0.0, 0.0, 1.0};
+        double markerOutlineWidth = 0.0;
+        int lineJoins = 0;
+        int lineStyleFactor = 1;
+    };
+
     Saved m_Saved;
+    Added m_Added;
     int m_Signature = kSignature;
 };
 

@@ -133,21 +133,37 @@ void LegendPainter::FrameRect(const LegendRect& rect, double width, const RGBDTy
     const double bottom = std::round(rect.y);
     const double w = std::round(rect.x + rect.width) - left;
     const double h = std::round(rect.y + rect.height) - bottom;
-    const double edge = std::min({WholeWidth(width), w, h});
+    const double edge = std::min({WholeWidth(width * m_GL.GetLineUnit()), w, h});
     FillRect({left, bottom, w, edge}, color);
     FillRect({left, bottom + h - edge, w, edge}, color);
     FillRect({left, bottom, edge, h}, color);
     FillRect({left + w - edge, bottom, edge, h}, color);
 }
 
-void LegendPainter::Line(const LegendRect& rect, int style, double width, const RGBDType& color) {
+void LegendPainter::Line(const LegendRect& rect, const LineSample& sample) {
     // Lines of odd width run through the middle of a pixel row.
-    const bool odd = std::fmod(WholeWidth(width), 2.0) != 0.0;
+    const bool odd = std::fmod(WholeWidth(sample.width * m_GL.GetLineUnit()), 2.0) != 0.0;
     const double middle = rect.y + rect.height / 2;
     const double y = DeviceY(odd ? std::floor(middle) + 0.5 : std::round(middle));
-    m_GL.SetLineStyle3D(style, width, color);
+    const int joins = m_GL.GetLineJoins();
+    const int factor = m_GL.GetLineStyleFactor();
+    m_GL.SetLineStyle3D(sample.style, sample.width, sample.color);
+    if (sample.joins != 0) m_GL.SetLineJoins(1);
+    if (sample.styleFactor != 1) m_GL.SetLineStyleFactor(sample.styleFactor);
     m_GL.LineAbs3D({DeviceX(std::round(rect.x)), y, kSampleDepth, 0},
                    {DeviceX(std::round(rect.x + rect.width)), y, kSampleDepth, 0});
+    m_GL.SetLineJoins(joins);
+    m_GL.SetLineStyleFactor(factor);
+}
+
+void LegendPainter::Marker(const LegendRect& rect, int kind, double size, double outlineWidth,
+                           const RGBDType& fill, const RGBDType& outline) {
+    if (kind == MARKER_NONE) return;
+    const double most = rect.height * 72.0 / m_GL.GetResolution();
+    m_GL.SetMarker3D(kind, std::min(size, most), outlineWidth);
+    m_GL.MarkerAbs3D(
+        {DeviceX(rect.x + rect.width / 2), DeviceY(rect.y + rect.height / 2), kSampleDepth, 0},
+        fill, outline);
 }
 
 void LegendPainter::LoadLight(const SymbolSample& sample) {

@@ -50,6 +50,18 @@ enum LineStyleCode {
     LINE_DASH_DOT_DOT = 10,
 };
 
+/// Markers that face the viewer.
+enum MarkerCode {
+    MARKER_NONE = 0,
+    MARKER_CIRCLE = 1,
+    MARKER_SQUARE = 2,
+    MARKER_TRIANGLE = 3,
+    MARKER_DIAMOND = 4,
+    MARKER_CROSS = 5,
+    MARKER_PLUS = 6,
+    MARKER_STAR = 7,
+};
+
 /// What DrawMesh draws.
 enum MeshDrawing {
     MESH_FILLED = 0,              ///< fills, with frames when SetFrameFilled is on

@@ -279,6 +279,24 @@ class VARNEL_API COpenGL {
     /// A width of 0 or less keeps the width of the line drawn before.
     void SetLineWidth3D(double width) { m_LineWidth = static_cast<float>(width); }
     double GetLineWidth3D() const { return static_cast<double>(m_LineWidth); }
+    /// 1: lines, polylines and dashes are drawn as areas of the screen with round joins, solid ones
+    /// with round ends, without gaps whatever the antialiasing; the length of dashes is measured
+    /// along the line. 0 (the default): as OpenGL draws lines, each segment by itself. Outlines of
+    /// polygons are as before.
+    void SetLineJoins(int on) { m_LineJoins = on; }
+    int GetLineJoins() const { return m_LineJoins; }
+    /// Pixels per inch of the picture, above 0; other values are ignored. Default 96.
+    void SetResolution(double dpi);
+    double GetResolution() const { return m_Resolution; }
+    /// 1: all widths of lines, and the lengths of their dashes, are in points, 1/72 inch; 0 (the
+    /// default): in pixels.
+    void SetLineUnits(int points) { m_LineUnits = points; }
+    int GetLineUnits() const { return m_LineUnits; }
+    /// Pixels in a unit of width.
+    double GetLineUnit() const { return m_LineUnits != 0 ? m_Resolution / 72.0 : 1.0; }
+    /// The markers of MarkerAbs3D: a MarkerCode, a size in points (at most 1000) and the width of
+    /// the outline as that of lines, half of it inside; 0: none.
+    void SetMarker3D(int kind, double size, double outlineWidth);
     /// Stores the normal of lines; when `absolute`, its components without their signs.
     void SetLineNormal(const point3Dtype& n, BOOL absolute);
     point3Dtype GetLineNormal() const { return m_LineNormal; }
@@ -302,6 +320,9 @@ class VARNEL_API COpenGL {
     void StartLineAbs3D(const point3Dtype& p);
     void AppendLineAbs3D(const point3Dtype& p);
     void EndLineAbs3D(const point3Dtype& p);
+
+    /// A marker that faces the viewer, its middle at a point, in flat colours.
+    void MarkerAbs3D(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline);
 
     // --- Polygons: n points, the first usually repeated at the end ----------------------------
 
@@ -429,6 +450,9 @@ class VARNEL_API COpenGL {
     float m_LightPosition[4];
     WORD m_LineStipple[16];
     int m_LineStyleFactor;
+    int m_LineJoins = 0;
+    int m_LineUnits = 0;
+    double m_Resolution = 96.0;  ///< pixels per inch
     BYTE m_ThreeBitRamp[8];
     BYTE m_TwoBitRamp[4];
     BYTE m_OneBitRamp[2];

@@ -44,7 +44,8 @@ void COpenGL::SetLineNormal(const point3Dtype& n, BOOL absolute) {
 }
 
 void COpenGL::UseLineWidth() {
-    if (m_LineWidth > 0.0F && std::isfinite(m_LineWidth)) m_Renderer->lineWidth = m_LineWidth;
+    if (m_LineWidth > 0.0F && std::isfinite(m_LineWidth))
+        m_Renderer->lineWidth = m_LineWidth * static_cast<float>(GetLineUnit());
 }
 
 void COpenGL::SetupLine() {
@@ -60,6 +61,30 @@ void COpenGL::DropOpenLine() {
     if (!line.open) return;
     line.open = false;
     SetColorMode(m_SavedColorMode);
+}
+
+void COpenGL::SetResolution(double dpi) {
+    if (dpi > 0.0 && std::isfinite(dpi)) m_Resolution = dpi;
+}
+
+void COpenGL::SetMarker3D(int kind, double size, double outlineWidth) {
+    constexpr double kLargest = 1000.0;
+    const double scale = m_Renderer->gl.lineScale;
+    const double pixels = size > 0.0 ? std::min(size, kLargest) * m_Resolution / 72.0 * scale : 0.0;
+    const double outline =
+        outlineWidth > 0.0 ? std::min(outlineWidth * GetLineUnit() * scale, pixels) : 0.0;
+    detail::MarkerLook& look = m_Renderer->marker;
+    look = {};
+    if (!(pixels > 0.0)) return;
+    look.size = pixels + outline;
+    look.fill = detail::MakeMarkerShape(kind, pixels, -outline / 2.0);
+    if (outline > 0.0) look.outline = detail::MakeMarkerShape(kind, pixels, outline / 2.0);
+}
+
+void COpenGL::MarkerAbs3D(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline) {
+    DropOpenLine();
+    m_Renderer->AddMarker(p, fill, outline);
+    FinishPrimitive();
 }
 
 void COpenGL::LineAbs3D(const point3Dtype& p1, const point3Dtype& p2) {
@@ -95,8 +120,11 @@ void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
 
 void COpenGL::FinishRun() {
     detail::OpenLine& line = m_Renderer->line;
-    if (line.stippled)
-        m_Renderer->DrawStippled(line, std::clamp(m_LineStyleFactor, 1, 256),
+    const double bit = std::clamp(m_LineStyleFactor, 1, 256) * GetLineUnit();
+    if (m_LineJoins != 0 && m_Renderer->DrawsImage())
+        m_Renderer->AddStroke(line, bit, GetLineStipple(m_LineStyle));
+    else if (line.stippled)
+        m_Renderer->DrawStippled(line, static_cast<int>(std::clamp(std::round(bit), 1.0, 256.0)),
                                  GetLineStipple(m_LineStyle));
     else
         m_Renderer->AddPolyline(line.width, line.vertices);

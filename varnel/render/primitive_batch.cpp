@@ -70,9 +70,20 @@ void PrimitiveBatch::AddPolygon(const FillState& state, PackedColor color, const
         vertex.texture = texture != nullptr ? static_cast<float>(texture[i]) : 0.0F;
         *out++ = vertex;
     }
+    AddFanIndices(first, count);
+}
+
+void PrimitiveBatch::AddFan(const FillState& state, const FillVertex* corners, int n) {
+    m_State = state;
+    const auto first = static_cast<std::uint32_t>(m_Vertices.size());
+    m_Vertices.insert(m_Vertices.end(), corners, corners + n);
+    AddFanIndices(first, static_cast<std::size_t>(n));
+}
+
+void PrimitiveBatch::AddFanIndices(std::uint32_t first, std::size_t count) {
     m_Indices.resize(m_Indices.size() + 3 * (count - 2));
     std::uint32_t* index = m_Indices.data() + m_Indices.size() - 3 * (count - 2);
-    for (std::uint32_t i = 2; i < static_cast<std::uint32_t>(n); ++i) {
+    for (std::uint32_t i = 2; i < static_cast<std::uint32_t>(count); ++i) {
         *index++ = first;
         *index++ = first + i - 1;
         *index++ = first + i;

@@ -1,5 +1,8 @@
 #include "varnel/render/detail/renderer.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <utility>
 
 namespace varnel::detail {
@@ -7,6 +10,8 @@ namespace {
 
 /// Keeps values on a texel's side of its border.
 constexpr double kTexelNudge = 0.004;
+/// Of what faces the viewer in colours of its own.
+constexpr FillState kPlain{false, false};
 
 double TextureSource(const point3Dtype& p, int mode) {
     switch (mode) {
@@ -206,6 +211,60 @@ void Renderer::DrawStippled(const OpenLine& strip, int repeat, unsigned short pa
     if (strip.vertices.size() < 2) return;
     Flush();
     sink->DrawStrip(scene, {strip.vertices, strip.width, repeat, pattern, element});
+}
+
+void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short pattern) {
+    const double halfWidth = scene.viewport.width / 2.0;
+    const double halfHeight = scene.viewport.height / 2.0;
+    if (!(halfWidth > 0.0) || !(halfHeight > 0.0)) return;
+    m_Stroke.clear();
+    for (const LineVertex& v : strip.vertices)
+        m_Stroke.push_back({(static_cast<double>(v.position[0]) + 1.0) * halfWidth,
+                            (static_cast<double>(v.position[1]) + 1.0) * halfHeight,
+                            static_cast<double>(v.position[2]), v.color});
+    // Narrower than a pixel a line would have gaps.
+    const double width = std::max(static_cast<double>(strip.width) * gl.lineScale, 1.0);
+    const Stroker stroker({width, bit * gl.lineScale, pattern, 2.0 * halfWidth, 2.0 * halfHeight});
+    if (!batch.Accepts(kPlain)) Flush();
+    std::array<FillVertex, 128> fan;
+    stroker.Walk(m_Stroke, [&](const StrokePoint* points, int n) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i)
+            fan[i] = {{static_cast<float>(points[i].x / halfWidth - 1.0),
+                       static_cast<float>(points[i].y / halfHeight - 1.0),
+                       static_cast<float>(points[i].z)},
+                      points[i].color,
+                      0.0F};
+        batch.AddFan(kPlain, fan.data(), n);
+        if (batch.IsLarge()) Flush();
+    });
+}
+
+void Renderer::AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color) {
+    const double sx = 2.0 / scene.viewport.width;
+    const double sy = 2.0 / scene.viewport.height;
+    const PackedColor packed = Pack(color);
+    for (const auto& ring : shape) {
+        corners.clear();
+        for (const MarkerCorner& corner : ring)
+            corners.push_back({middle.x + corner.x * sx, middle.y + corner.y * sy, middle.z});
+        const int n = static_cast<int>(ring.size());
+        batch.AddPolygon(kPlain, packed, corners.data(), nullptr, n);
+        if (batch.KeepsRecords()) batch.AddRecord(n, {0.0, 0.0, -1.0}, color, false, element);
+    }
+}
+
+void Renderer::AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline) {
+    Vec3 middle = matrix.ToDevice(p);
+    if (!(std::fabs(middle.x) < 1e6 && std::fabs(middle.y) < 1e6 && std::fabs(middle.z) < 1e6))
+        return;
+    if (scene.viewport.width < 1 || scene.viewport.height < 1) return;
+    // A disc before the front of the ball that it stands for: neither the line that leads through
+    // it nor the surface that it lies on cuts it.
+    middle.z -= marker.size / std::min(scene.viewport.width, scene.viewport.height);
+    if (!batch.Accepts(kPlain)) Flush();
+    AddShape(marker.outline, middle, outline);
+    AddShape(marker.fill, middle, fill);
+    if (batch.IsLarge()) Flush();
 }
 
 }  // namespace varnel::detail

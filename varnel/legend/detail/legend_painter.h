@@ -12,6 +12,15 @@
 
 namespace varnel::detail {
 
+/// A line as a chart draws it.
+struct LineSample {
+    int style = 0;
+    double width = 1.0;  ///< pixels
+    RGBDType color;
+    int joins = 0;  ///< see COpenGL::SetLineJoins
+    int styleFactor = 1;
+};
+
 /// A symbol solid as a chart draws it.
 struct SymbolSample {
     int symbol = 0;
@@ -44,8 +53,11 @@ class LegendPainter {
     void FillRect(const LegendRect& rect, const RGBDType& color);
     /// The inner edge of a rectangle, `width` pixels wide.
     void FrameRect(const LegendRect& rect, double width, const RGBDType& color);
-    /// A line along the middle of a rectangle, as wide as that, in a style of the context.
-    void Line(const LegendRect& rect, int style, double width, const RGBDType& color);
+    /// A line along the middle of a rectangle, as long as that is wide.
+    void Line(const LegendRect& rect, const LineSample& sample);
+    /// A marker in the middle of a rectangle, no larger than that is high; `size` is in points.
+    void Marker(const LegendRect& rect, int kind, double size, double outlineWidth,
+                const RGBDType& fill, const RGBDType& outline);
     /// A symbol in the middle of a rectangle, filling the largest square that fits.
     void Symbol(const LegendRect& rect, const SymbolSample& sample);
     /// A text in letters of `em` pixels.

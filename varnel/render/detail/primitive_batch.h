@@ -118,6 +118,8 @@ class PrimitiveBatch {
                     const double* texture, int n);
     /// Gives the n corners of the polygon that was added last colours of their own.
     void ColorCorners(const PackedColor* colors, int n);
+    /// A convex polygon of n >= 3 corners in flat colours of their own.
+    void AddFan(const FillState& state, const FillVertex* corners, int n);
     /// The record of the polygon of n corners that was added last.
     void AddRecord(int n, const RGBDType& color, bool lit, const Element& element);
 
@@ -158,6 +160,7 @@ class PrimitiveBatch {
  private:
     static constexpr std::size_t kLarge = 1U << 14;
 
+    void AddFanIndices(std::uint32_t first, std::size_t count);
     std::uint32_t AddVertex(LineRun& run, const LineVertex& vertex);
     void Join(LineRun& run, std::uint32_t a, std::uint32_t b, const Element& element);
 

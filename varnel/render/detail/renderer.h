@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "varnel/render/detail/gl_sink.h"
+#include "varnel/render/detail/marker_shape.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/transparent.h"
+#include "varnel/render/detail/stroke.h"
 
 namespace varnel::detail {
 
@@ -34,6 +36,13 @@ struct SurfaceStyle {
     double shadeHigh = 1.0;
 };
 
+/// A marker as it is drawn: both shapes in pixels, the outline's under the fill's.
+struct MarkerLook {
+    MarkerShape fill;
+    MarkerShape outline;
+    double size = 0.0;  ///< pixels
+};
+
 class Renderer {
  public:
     GLSink gl;
@@ -49,6 +58,7 @@ class Renderer {
     int collecting = 0;            ///< nesting of collections
     float lineWidth = 1.0F;        ///< the last width above 0, in image pixels
     Element element;               ///< what is being drawn
+    MarkerLook marker;             ///< what AddMarker draws
     Coverage coverage;
     /// Keeps the host's context while something is collected.
     std::optional<GLContext::HostContextGuard> host;
@@ -94,13 +104,22 @@ class Renderer {
     void Flush();
     /// Hands over a strip with a stipple pattern.
     void DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern);
+    /// Whether lines can become areas: the image wants them so, others get them as lines.
+    bool DrawsImage() const { return sink == &gl; }
+    /// Adds a line as the areas that it covers; `bit` is the length of each bit of the pattern in
+    /// image pixels.
+    void AddStroke(const OpenLine& strip, double bit, unsigned short pattern);
+    /// Adds a marker with its middle at a point, in front of what is within its radius.
+    void AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline);
 
  private:
     RGBDType Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const;
     void LightCorners(const SurfaceStyle& style, const Vec3* normals, int n, const Vec3& whole);
     void KeepFill(const SurfaceStyle& style, const double* texture, int n);
+    void AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color);
 
     bool m_Culling = true;
+    std::vector<StrokePoint> m_Stroke;
     std::vector<WindowPoint> m_Window;
     std::vector<PackedColor> m_Colors;  ///< of the corners of the polygon at hand
 };
