@@ -278,6 +278,40 @@ TEST_F(ChartObjects, OnLogarithmicAxesScatterProjectsFromTheTwiceConvertedValue)
     EXPECT_NEAR(ExtentOf(Drawn(object)).top, 75, 0.01);
 }
 
+TEST_F(ChartObjects, MarkersStandWholeAtPointsOfTheBoxAndBeforeTheirLine) {
+    // On the box's lower corner, where the clip planes would cut a marker, inside, and outside.
+    m_Transform->SetScale({0, 0, 0, 0}, {10, 10, 10, 0});
+    constexpr point3Dtype points[] = {{0, 0, 0, 0}, {5, 5, 5, 0}, {12, 5, 5, 0}};
+    CChartObj3D line = Object();
+    line.LineChart3D(points, 3, 0, 1, kRed);
+    line.SetClipping(1);
+    ASSERT_EQ(test::CountPolygons(Drawn(line)), 0);
+    line.SetMarker(MARKER_SQUARE, 12);
+    const auto drawn = Drawn(line);
+    std::vector<test::FeedbackPrimitive> squares;
+    for (const auto& primitive : drawn)
+        if (primitive.IsPolygon()) squares.push_back(primitive);
+    ASSERT_EQ(squares.size(), 4U);  // two triangles each
+    const auto first = test::ExtentOf({squares[0], squares[1]});
+    // 12 points are 16 pixels, a square's side 0.89 of that.
+    EXPECT_NEAR(first.right - first.left, 16 * 0.89, 0.1);
+    EXPECT_NEAR(first.top - first.bottom, 16 * 0.89, 0.1);
+}
+
+TEST_F(ChartObjects, LinesWithJoinsAreAreas) {
+    constexpr point3Dtype points[] = {{2, 5, 2, 0}, {8, 5, 2, 0}, {8, 5, 8, 0}};
+    CChartObj3D line = Object();
+    line.LineChart3D(points, 3, LINE_DASHES, 5, kRed);
+    const auto before = Drawn(line);
+    EXPECT_EQ(test::CountPolygons(before), 0);
+    line.SetLineJoins(1);
+    EXPECT_EQ(CountLines(Drawn(line)), 0);
+    line.SetLineStyleFactor(4);
+    EXPECT_LT(test::CountPolygons(Drawn(line)), 40);  // two triangles for each of few dashes
+    EXPECT_EQ(GL().GetLineJoins(), 0);
+    EXPECT_EQ(GL().GetLineStyleFactor(), 1);
+}
+
 TEST_F(ChartObjects, JoinedAreasHaveNoLinesBetweenTheirSegments) {
     constexpr double dep[] = {5, 5, 5};
     CChartObj3D object = Object();

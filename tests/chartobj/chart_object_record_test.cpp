@@ -333,6 +333,9 @@ TEST(ChartObjectRecord, WhatThePlainRecordLacksComesBackFromTheBlock) {
     object.SetExactExtents(1);
     object.SetSegmentOutlines(0);
     object.SetCandleStyle(1);
+    object.SetMarker(MARKER_STAR, 9);
+    object.SetLineJoins(1);
+    object.SetLineStyleFactor(4);
     object.SetContourStyle({1.5, 2, 1, 1, 0.7, 99});
     detail::AddedFields out;
     object.VisitAdded(out);
@@ -355,9 +358,10 @@ TEST(ChartObjectRecord, WhatThePlainRecordLacksComesBackFromTheBlock) {
     again.WriteBlock(second);
     EXPECT_EQ(second.GetBytes(), block);
     const std::string names(block.begin(), block.end());
-    for (const char* name : {"errorsBelow", "errorsAbove", "components", "vectorScale", "flatHeads",
-                             "contourLineWidth", "contourLineStyle", "contourOnSurface",
-                             "contourLabels", "contourLabelSize"})
+    for (const char* name :
+         {"errorsBelow", "errorsAbove", "components", "vectorScale", "flatHeads",
+          "contourLineWidth", "contourLineStyle", "contourOnSurface", "contourLabels",
+          "contourLabelSize", "marker", "markerSize", "lineJoins", "lineStyleFactor"})
         EXPECT_NE(names.find(name), std::string::npos) << name;
 }
 

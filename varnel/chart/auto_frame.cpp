@@ -288,6 +288,9 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     axes.SetFollowView(options.autoFit == AUTOFIT_TURN ? FOLLOW_TURN : FOLLOW_VIEW);
     SetTitles(*m_pHeader, options);
     SetFillDepth(FillingDepth(options, extent));
+    for (const auto& object : m_Objects.objects) {
+        if (object->GetTransform() == &t) object->SetLineJoins(1);
+    }
     ApplyTheme(*this, options.theme);
     for (const auto& object : m_Objects.objects) {
         if (object->GetTransform() == &t) LightWell(*object);

@@ -163,6 +163,15 @@ class VARNEL_API CChartView3D {
     /// so that a chart that covers the whole view hides it.
     void SetHeaderOnTop(int on) { m_Added.headerOnTop = on != 0 ? 1 : 0; }
     int GetHeaderOnTop() const { return m_Added.headerOnTop; }
+    /// Pixels per inch of the picture, above 0 (others count as the default). Markers have their
+    /// size in points, and so has everything that SetLineUnits is about: twice the pixels per inch
+    /// in a picture twice as large make it look the same, sharper. Default 96.
+    void SetDPI(double dpi) { m_Added.dpi = dpi; }
+    double GetDPI() const { return m_Added.dpi; }
+    /// 1: the widths of all lines, outlines and borders are in points, 1/72 inch; 0 (the default):
+    /// in pixels.
+    void SetLineUnits(int points) { m_Added.lineUnits = points; }
+    int GetLineUnits() const { return m_Added.lineUnits; }
 
     /// Is told at least every 50 ms how far drawing, loading, saving and printing are (see
     /// foundation/progress.h), and can stop them: then the view, its picture and the file are as
@@ -275,6 +284,8 @@ class VARNEL_API CChartView3D {
     struct Added {
         int headerOnTop = 0;  ///< 1: the header is drawn after the charts
         int transparency = 0;
+        double dpi = 96.0;    ///< pixels per inch
+        int lineUnits = 0;    ///< 1: widths are in points
     };
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,

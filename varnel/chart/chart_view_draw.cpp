@@ -60,6 +60,8 @@ void CChartView3D::DrawWatched() {
     RequireCurrent("DrawView");
     m_pOpenGL->SetViewport({0, 0, m_DrawWidth, m_DrawHeight});
     m_ViewAspect = static_cast<double>(m_DrawHeight) / static_cast<double>(m_DrawWidth);
+    m_pOpenGL->SetResolution(m_Added.dpi > 0.0 ? m_Added.dpi : Added().dpi);
+    m_pOpenGL->SetLineUnits(m_Added.lineUnits);
     m_pOpenGL->SetClearColor(m_Saved.bkColor.r, m_Saved.bkColor.g, m_Saved.bkColor.b, 1.0);
     m_pOpenGL->Clear(CLEAR_COLOR_AND_DEPTH);
     m_pOpenGL->LoadIdentity();

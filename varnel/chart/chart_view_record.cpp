@@ -125,6 +125,8 @@ void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CCha
     fields.Of(m_Added, [](auto field) {
         field("headerOnTop", &Added::headerOnTop);
         field("transparency", &Added::transparency);
+        field("dpi", &Added::dpi);
+        field("lineUnits", &Added::lineUnits);
     });
     fields.Object("header", m_pHeader.get());
     fields.List("chart", charts);

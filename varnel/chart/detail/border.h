@@ -11,8 +11,9 @@ inline void DrawViewportBorder(COpenGL& gl, int width, int height, double thickn
                                const RGBDType& color) {
     constexpr double kInset = 0.999;  // a line on -1 itself would be cut away
     constexpr double kDepth = 0.998;
-    const double sx = 2.0 / (width - thickness);
-    const double sy = 2.0 / (height - thickness);
+    const double pixels = thickness * gl.GetLineUnit();
+    const double sx = 2.0 / (width - pixels);
+    const double sy = 2.0 / (height - pixels);
     const double left = -kInset + sx;
     const double right = kInset - sx;
     const double bottom = -kInset + sy;
