@@ -9,6 +9,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/platform/files.h"
+#include "varnel/render/codes.h"
 #include "varnel/surface/polysurface.h"
 
 namespace varnel::test {

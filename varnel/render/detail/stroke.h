@@ -181,7 +181,8 @@ void Stroker::Walk(std::span<const StrokePoint> points, Emit&& emit) const {
     double from = 0.0;
     double to = 1.0;
     if (!solid || !SeenPart(*last, *last, from, to)) return;
-    Sector(*last, {before.y, -before.x}, moved ? std::numbers::pi : 2.0 * std::numbers::pi, emit);
+    Sector(*last, {before.y, -before.x}, std::numbers::pi, emit);
+    if (!moved) Sector(*last, {-before.y, before.x}, std::numbers::pi, emit);
 }
 
 }  // namespace varnel::detail
