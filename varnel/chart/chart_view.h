@@ -284,8 +284,8 @@ class VARNEL_API CChartView3D {
     struct Added {
         int headerOnTop = 0;  ///< 1: the header is drawn after the charts
         int transparency = 0;
-        double dpi = 96.0;    ///< pixels per inch
-        int lineUnits = 0;    ///< 1: widths are in points
+        double dpi = 96.0;  ///< pixels per inch
+        int lineUnits = 0;  ///< 1: widths are in points
     };
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,

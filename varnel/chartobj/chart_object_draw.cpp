@@ -35,7 +35,8 @@ class SharedStateScope {
                                 state.added.m_TextureMost);
         m_Transform.SetClipping(state.clipped);
         if (state.added.m_LineJoins != 0) m_GL.SetLineJoins(1);
-        if (state.added.m_LineStyleFactor != 1) m_GL.SetLineStyleFactor(state.added.m_LineStyleFactor);
+        if (state.added.m_LineStyleFactor != 1)
+            m_GL.SetLineStyleFactor(state.added.m_LineStyleFactor);
     }
     ~SharedStateScope() {
         m_Transform.SetClipping(0);

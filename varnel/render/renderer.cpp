@@ -249,7 +249,7 @@ void Renderer::AddShape(const MarkerShape& shape, const Vec3& middle, const RGBD
             corners.push_back({middle.x + corner.x * sx, middle.y + corner.y * sy, middle.z});
         const int n = static_cast<int>(ring.size());
         batch.AddPolygon(kPlain, packed, corners.data(), nullptr, n);
-        if (batch.KeepsRecords()) batch.AddRecord(n, {0.0, 0.0, -1.0}, color, false, element);
+        if (batch.KeepsRecords()) batch.AddRecord(n, color, false, element);
     }
 }
 

@@ -8,8 +8,8 @@
 #include "varnel/render/detail/gl_sink.h"
 #include "varnel/render/detail/marker_shape.h"
 #include "varnel/render/detail/scene.h"
-#include "varnel/render/detail/transparent.h"
 #include "varnel/render/detail/stroke.h"
+#include "varnel/render/detail/transparent.h"
 
 namespace varnel::detail {
 
