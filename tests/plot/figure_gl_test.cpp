@@ -180,7 +180,7 @@ TEST(Figure, TurnsOnceAndFilesTellOfIt) {
     EXPECT_EQ(png, ReadAll(folder.File("b.png"))) << "as before the turn";
     // 10,000 pixels a metre, twice; texts are UTF-8.
     for (const std::string& part : {std::string("pHYs\0\0\x27\x10\0\0\x27\x10\1", 13),
-                                    std::string("Tü"), std::string("Varnel 0.")})
+                                    std::string("Tü"), std::string("Varnel 1.")})
         EXPECT_NE(png.find(part), std::string::npos) << part;
     figure.Save(folder.File("a.svg"));
     EXPECT_NE(ReadAll(folder.File("a.svg")).find("<svg"), std::string::npos);
