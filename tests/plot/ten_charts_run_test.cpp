@@ -29,29 +29,29 @@ void PrintTo(const Case& c, std::ostream* out) {
 }
 
 const Case kCases[] = {
-    {"volcano_surface", "surface examples/data/volcano.csv --title 'Maunga Whau'"},
-    {"volcano_contours", "contours examples/data/volcano.csv --title 'Maunga Whau, m'"},
+    {"volcano_surface", "surface examples/data/volcano.csv --title \"Maunga Whau\""},
+    {"volcano_contours", "contours examples/data/volcano.csv --title \"Maunga Whau, m\""},
     {"months_and_years",
      "bars examples/data/seattle_weather.csv -x date:month -y date:year -z temp_max_c --group mean "
-     "--title 'Warmest hour of the day, °C'"},
+     "--title \"Warmest hour of the day, °C\""},
     {"grouped_bars",
      "bars examples/data/iowa_electricity.csv -x year -y 2,3,4 --names fossil,nuclear,renewable "
-     "--title 'Electricity in Iowa, GWh'"},
+     "--title \"Electricity in Iowa, GWh\""},
     {"penguins",
      "scatter examples/data/penguins.csv -x bill_length_mm -y flipper_length_mm --by species "
      "--title Penguins"},
     {"co2",
      "line examples/data/co2_mauna_loa.csv -x date -y co2_ppm --y-title ppm "
-     "--title 'Carbon dioxide at Mauna Loa'"},
+     "--title \"Carbon dioxide at Mauna Loa\""},
     {"stacked_area",
      "area examples/data/iowa_electricity.csv -x year -y 2,3,4 --names fossil,nuclear,renewable "
-     "--title 'Electricity in Iowa, GWh'"},
+     "--title \"Electricity in Iowa, GWh\""},
     {"candles",
      "candles examples/data/vix_ohlc.csv -x date --ohlc open,high,low,close --title VIX"},
-    {"helix", "line3d helix.csv -x 1 -y 2 -z 3 --title 'A helix'"},
+    {"helix", "line3d helix.csv -x 1 -y 2 -z 3 --title \"A helix\""},
     {"boxes_by_month",
      "boxes examples/data/seattle_weather.csv -x date:month -y temp_max_c "
-     "--title 'Warmest hour of the day in Seattle, °C'"},
+     "--title \"Warmest hour of the day in Seattle, °C\""},
 };
 
 std::string ReadAll(const fs::path& file) {

@@ -128,7 +128,10 @@ TEST_F(ProgramTest, WhatIsWrongIsToldInASentence) {
         {"info " + text, "varnel: " + text + " is not a chart file.\n", 1},
         {"render /tmp" + picture, "varnel: /tmp is a folder, not a chart file.\n", 1},
         {"render " + cut + picture,
-         "varnel: " + cut + " is damaged: it ends too early. What could be read is shown.\n", 2},
+         "varnel: " + cut +
+             " is damaged: it ends too early. What could be read is shown.\n"
+             "varnel: DrawChart: the chart has no data, and no axes that are enabled\n",
+         2},
         {"render " + m_File + " -o x.jpg",
          "varnel: The picture x.jpg has to end in .png, .bmp, .pdf or .svg.\n", 1},
     };
