@@ -80,8 +80,9 @@ void CChartObj3D::DrawBoxAndWhiskerChart25D() {
     detail::Data25D data = GetData25D();
     data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_DepJustify);
     detail::WalkBoxes(*m_pTransform, data, m_Saved.m_ComboChartFlags[0] != 0,
-                      BoxPainter{*m_pOpenGL, pen, colorOf, m_Saved.m_OutlineColor, m_Saved.m_Symbol,
-                                 m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth});
+                      BoxPainter<decltype(colorOf)>{
+                          *m_pOpenGL, pen, colorOf, m_Saved.m_OutlineColor, m_Saved.m_Symbol,
+                          m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth});
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 

@@ -43,6 +43,8 @@ struct LinePen {
         gl.EndLineAbs3D(p);
     }
 };
+template <class SetSegmentColor>
+LinePen(COpenGL&, SetSegmentColor, bool) -> LinePen<SetSegmentColor>;
 
 }  // namespace
 

@@ -66,15 +66,15 @@ class Walk {
 
     bool PassQuotes(const char*& p, CsvProblem& problem) {
         const char* const opening = p++;
-        for (;; ++p) {
+        for (;;) {
             p = std::find(p, m_End, '"');
             if (p == m_End) {
                 problem = {static_cast<std::size_t>(opening - m_First), 0,
                            "a quote opens here that nothing closes"};
                 return false;
             }
-            if (p[1] != '"' || p + 1 == m_End) break;
-            ++p;
+            if (p + 1 == m_End || p[1] != '"') break;
+            p += 2;
         }
         ++p;
         while (*p == ' ' && m_Delimiter != ' ')
