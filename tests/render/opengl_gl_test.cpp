@@ -16,8 +16,6 @@
 namespace varnel::test {
 namespace {
 
-constexpr int kAll[6] = {1, 1, 1, 1, 1, 1};
-
 class OpenGL : public GLFixture {
  protected:
     void ExpectPixel(int x, int y, int r, int g, int b, int tolerance = 1) {
