@@ -83,6 +83,17 @@ TEST_F(VectorFiles, DocumentsAndPrintersTakePagesOfVectors) {
               std::string::npos);
 }
 
+TEST_F(VectorFiles, DashedLinesEndWhereThePictureDoes) {
+    CTransform3D* transform = m_View.GetChart(0)->GetTransform(0);
+    const point3Dtype far[] = {{-1e9, 0.5, -1e9, 0}, {2, 0.5, 15, 0}, {1e9, 0.5, 1e9, 0}};
+    m_View.GetChart(0)->NewChartObj(transform)->LineChart3D(far, 3, 2, 1.0, {1, 0, 0, 1});
+    const std::string file = m_Folder.File("far.svg");
+    m_View.SaveToSVG(file);
+    EXPECT_LT(std::filesystem::file_size(file), 200'000U);
+    const std::string svg = Output("cat " + file);
+    EXPECT_NE(svg.find("stroke=\"#f00\""), std::string::npos);
+}
+
 TEST_F(VectorFiles, WhatCannotBeWrittenLeavesNoFile) {
     EXPECT_TRUE(test::Raises(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "SaveToPDF",
                              [&] { m_View.SaveToPDF(m_Folder.File("no/a.pdf")); }));

@@ -19,6 +19,8 @@ constexpr double kCrooked = 1e-5;
 constexpr double kSmallest = 10.0;
 /// Colours by value that differ less, in 255ths, are one.
 constexpr int kLevels = 2;
+/// A triangle with more bands of colours by value than this is a blur, and has one colour.
+constexpr double kMostBands = 4096.0;
 
 /// The part of a polygon where `value`, which is linear in its places, is not below 0.
 template <class Value>
@@ -138,6 +140,11 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
     };
     const double first = std::floor(low);
     const double last = std::floor(high);
+    if (!(last - first <= kMostBands)) {
+        m_Polygon.assign(place.begin(), place.end());
+        AddFill(state, color);
+        return;
+    }
     for (double from = first; from <= last;) {
         // A band takes the next colours in while they look the same.
         double to = from + 1.0;
@@ -239,8 +246,8 @@ bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
     cut(a.y + 1.0, b.y + 1.0);
     cut(1.0 - a.y, 1.0 - b.y);
     if (from > to) return false;
-    const Vec3 start = Along(a, b, from);
-    b = Along(a, b, to);
+    const Vec3 start = from > 0.0 ? Along(a, b, from) : a;
+    if (to < 1.0) b = Along(a, b, to);
     a = start;
     return true;
 }
@@ -263,13 +270,34 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
 
 void PageSink::DrawStrip(const SceneState& state, const LineStrip& strip) {
     if (strip.vertices.size() < 2) return;
-    Strip out{{}, ColorOf(strip.vertices[0].color), strip.width, strip.repeat, strip.pattern};
-    for (const LineVertex& vertex : strip.vertices)
-        out.places.push_back(Place(state, PlaceOf(vertex.position)));
-    m_Strips.push_back(std::move(out));
+    // Cut to what the viewport and the clip planes leave: a piece begins its pattern anew.
+    Strip out{{}, ColorOf(strip.vertices.front().color), strip.width, strip.repeat, strip.pattern};
+    const auto finish = [this, &out] {
+        if (out.places.size() > 1) m_Strips.push_back(out);
+        out.places.clear();
+    };
+    for (std::size_t i = 0; i + 1 < strip.vertices.size(); ++i) {
+        const Vec3 from = PlaceOf(strip.vertices[i].position);
+        const Vec3 to = PlaceOf(strip.vertices[i + 1].position);
+        Vec3 a = from;
+        Vec3 b = to;
+        if (!ClipSegment(state, a, b)) {
+            finish();
+            continue;
+        }
+        const auto same = [](const Vec3& p, const Vec3& q) {
+            return p.x == q.x && p.y == q.y && p.z == q.z;
+        };
+        if (!same(a, from)) finish();
+        if (out.places.empty()) out.places.push_back(Place(state, a));
+        out.places.push_back(Place(state, b));
+        if (!same(b, to)) finish();
+    }
+    finish();
 }
 
 void PageSink::DrawText(const SceneState& state, const TextRun& run) {
+    if (run.font.GetFace() == nullptr) return;
     Text out;
     const LOGFONT& font = run.font.GetLogFont();
     out.text.text = CString(run.text);
