@@ -3,12 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <vector>
-
 #include "tests/support/values.h"
-#include "varnel/chartobj/detail/chart_data.h"
-#include "varnel/chartobj/detail/prism.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::test {
@@ -31,14 +26,6 @@ inline void ExpectPoint(const point3Dtype& p, double x, double y, double z) {
     EXPECT_NEAR(p.x, x, 1e-12);
     EXPECT_NEAR(p.y, y, 1e-12);
     EXPECT_NEAR(p.z, z, 1e-12);
-}
-
-inline void ExpectPrism(const detail::Prism& p, double x, double y, double z, double dx, double dy,
-                        double dz) {
-    const double got[] = {p.x, p.y, p.z, p.dx, p.dy, p.dz};
-    const double want[] = {x, y, z, dx, dy, dz};
-    for (int k = 0; k < 6; ++k)
-        EXPECT_NEAR(got[k], want[k], 1e-12) << "member " << k;
 }
 
 }  // namespace varnel::test
