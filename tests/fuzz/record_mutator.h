@@ -3,10 +3,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cfloat>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -36,50 +37,16 @@ class FieldLog : public MemoryFile {
 
 template <class Random>
 std::int32_t OddInt(Random& random) {
-    constexpr std::int32_t values[] = {0,
-                                       1,
-                                       2,
-                                       -1,
-                                       3,
-                                       5,
-                                       10,
-                                       30,
-                                       100,
-                                       255,
-                                       256,
-                                       1000,
-                                       65536,
-                                       -7,
-                                       std::numeric_limits<std::int32_t>::max(),
-                                       std::numeric_limits<std::int32_t>::min()};
+    constexpr std::int32_t values[] = {0,   1,   2,   -1,   3,     5,  10,        30,
+                                       100, 255, 256, 1000, 65536, -7, INT32_MAX, INT32_MIN};
     return values[random() % std::size(values)];
 }
 
 template <class Random>
 double OddDouble(Random& random) {
-    using Limits = std::numeric_limits<double>;
-    const double values[] = {0,
-                             -0.0,
-                             1,
-                             -1,
-                             0.5,
-                             2,
-                             10,
-                             1e-3,
-                             100,
-                             1e6,
-                             -1e6,
-                             1e15,
-                             1e-15,
-                             1e30,
-                             1e-30,
-                             1e300,
-                             -1e300,
-                             Limits::denorm_min(),
-                             Limits::max(),
-                             Limits::infinity(),
-                             -Limits::infinity(),
-                             Limits::quiet_NaN()};
+    constexpr double values[] = {
+        0,    -0.0,  1,    -1,    0.5,   2,      10,           1e-3,    100,      1e6,       -1e6,
+        1e15, 1e-15, 1e30, 1e-30, 1e300, -1e300, DBL_TRUE_MIN, DBL_MAX, HUGE_VAL, -HUGE_VAL, NAN};
     return values[random() % std::size(values)];
 }
 

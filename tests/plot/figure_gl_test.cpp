@@ -22,7 +22,10 @@ namespace {
 
 const Values kX{1, 2, 3, 4}, kY{3, 1, 4, 1}, kHigher{5, 5, 6, 7};
 const Values kNames{"a", "b", "a", "b"};
+constexpr RGBDType kPure{1, 0, 0, 1};
 const Grid kHill{{0, 1, 0, 1, 3, 1, 0, 1, 0}, 3, 3};
+
+#define DRAW(...) [](Figure& f) { return f.__VA_ARGS__; }
 
 /// Pixels of the middle of the picture that are neither white nor grey: walls, lines and texts are.
 int Colored(Figure& figure) {
@@ -41,85 +44,44 @@ int Colored(Figure& figure) {
 TEST(Figure, EveryKindIsSeenAndNamed) {
     struct Case {
         const char* kind;
+        int entries;  ///< of the legend
         std::function<Objects(Figure&)> draw;
-        int entries;
+    };
+    const auto lines = [](Figure& f) {
+        f.Line(kX, kY, {.color = RGBDType{0.5, 0.5, 0.5, 1}});
+        f.BandAtX(2, 3, {.color = kPure});
+        return f.LineAtY(2, {.name = "two"});
     };
     const Case cases[] = {
-        {"Line", [](Figure& f) { return f.Line(kX, kY, {.name = "n", .width = 4}); }, 1},
-        {"Line by", [](Figure& f) { return f.Line(kX, kY, {.width = 4, .by = kNames}); }, 2},
-        {"Scatter", [](Figure& f) { return f.Scatter(kX, kY, {.size = 12, .by = kNames}); }, 2},
-        {"Bars",
-         [](Figure& f) {
-             return f.Bars({"x", "y"}, {1, 2}, {.name = "n"});
-         },
-         1},
-        {"Floating", [](Figure& f) { return f.Bars(kX, kHigher, {.from = kY}); }, 0},
-        {"Side by side",
-         [](Figure& f) {
-             return f.Bars(kX, {kY, kHigher}, {.names = {"p", "q"}});
-         },
-         2},
-        {"Histogram", [](Figure& f) { return f.Histogram(kY); }, 0},
-        {"Area", [](Figure& f) { return f.Area(kX, kY); }, 0},
-        {"Range", [](Figure& f) { return f.Area(kX, kHigher, {.name = "n", .from = kY}); }, 1},
-        {"Stacked",
-         [](Figure& f) {
-             return f.Area(kX, {kY, kHigher}, {.names = {"p", "q"}});
-         },
-         2},
-        {"Candles",
-         [](Figure& f) {
-             return f.Candles(kX, kY, kHigher, {0, 0, 0, 0}, {4, 4, 4, 4});
-         },
-         0},
-        {"Boxes", [](Figure& f) { return f.Boxes(kNames, kHigher); }, 0},
-        {"ErrorBars",
-         [](Figure& f) {
-             return f.ErrorBars(kX, kY, kY, kY, {.color = RGBDType{1, 0, 0, 1}, .width = 4});
-         },
-         0},
-        {"Line3D", [](Figure& f) { return f.Line3D(kX, kY, kHigher, {.width = 4}); }, 0},
-        {"Scatter3D",
-         [](Figure& f) { return f.Scatter3D(kX, kY, kHigher, {.size = 12, .by = kNames}); }, 2},
-        {"Bars3D", [](Figure& f) { return f.Bars3D(kX, kNames, kHigher, {.name = "n"}); }, 1},
-        {"Surface", [](Figure& f) { return f.Surface(kHill); }, 0},
-        {"Triangles", [](Figure& f) { return f.Surface(kX, kY, kHigher); }, 0},
-        {"Function",
-         [](Figure& f) { return f.Surface([](double x, double y) { return x * y; }, 0, 1, 0, 1); },
-         0},
-        {"Mesh",
-         [](Figure& f) {
-             return f.Surface(kX, kY, kHigher, {0, 1, 2, 1, 2, 3});
-         },
-         0},
-        {"Counts", [](Figure& f) { return f.Histogram(kX, kY, {.bins = 2}); }, 0},
-        {"Ribbons",
-         [](Figure& f) {
-             return f.Ribbons(kX, {kY, kHigher});
-         },
-         0},
-        {"Text",
-         [](Figure& f) {
-             return f.Text({0, 1}, {0, 1}, {"MMM", "MMM"}, {.color = RGBDType{1, 0, 0, 1}});
-         },
-         0},
-        {"Arrows", [](Figure& f) { return f.Arrows(kX, kY, kY, kX, {.width = 4}); }, 0},
-        {"Arrows3D",
-         [](Figure& f) { return f.Arrows3D(kX, kY, kHigher, kY, kX, kY, {.width = 4}); }, 0},
-        {"Lines",
-         [](Figure& f) {
-             f.Line(kX, kY, {.color = RGBDType{0.5, 0.5, 0.5, 1}});
-             f.BandAtX(2, 3, {.color = RGBDType{1, 0, 0, 1}});
-             return f.LineAtY(2, {.name = "two"});
-         },
-         1},
-        {"Contours",
-         [](Figure& f) {
-             return f.Contours(kHill, {.levels = {0.5, 1.5}, .labels = false});
-         },
-         2},
-        {"Bands", [](Figure& f) { return f.Contours(kHill, {.filled = true}); }, 0},
-        {"HeatMap", [](Figure& f) { return f.HeatMap(kHill); }, 0},
+        {"Line", 1, DRAW(Line(kX, kY, {.name = "n", .width = 4}))},
+        {"Line by", 2, DRAW(Line(kX, kY, {.width = 4, .by = kNames}))},
+        {"Scatter", 2, DRAW(Scatter(kX, kY, {.size = 12, .by = kNames}))},
+        {"Bars", 1, DRAW(Bars({"x", "y"}, {1, 2}, {.name = "n"}))},
+        {"Floating", 0, DRAW(Bars(kX, kHigher, {.from = kY}))},
+        {"Side by side", 2, DRAW(Bars(kX, {kY, kHigher}, {.names = {"p", "q"}}))},
+        {"Histogram", 0, DRAW(Histogram(kY))},
+        {"Area", 0, DRAW(Area(kX, kY))},
+        {"Range", 1, DRAW(Area(kX, kHigher, {.name = "n", .from = kY}))},
+        {"Stacked", 2, DRAW(Area(kX, {kY, kHigher}, {.names = {"p", "q"}}))},
+        {"Candles", 0, DRAW(Candles(kX, kY, kHigher, {0, 0, 0, 0}, {4, 4, 4, 4}))},
+        {"Boxes", 0, DRAW(Boxes(kNames, kHigher))},
+        {"ErrorBars", 0, DRAW(ErrorBars(kX, kY, kY, kY, {.color = kPure, .width = 4}))},
+        {"Line3D", 0, DRAW(Line3D(kX, kY, kHigher, {.width = 4}))},
+        {"Scatter3D", 2, DRAW(Scatter3D(kX, kY, kHigher, {.size = 12, .by = kNames}))},
+        {"Bars3D", 1, DRAW(Bars3D(kX, kNames, kHigher, {.name = "n"}))},
+        {"Surface", 0, DRAW(Surface(kHill))},
+        {"Triangles", 0, DRAW(Surface(kX, kY, kHigher))},
+        {"Function", 0, DRAW(Surface([](double x, double y) { return x * y; }, 0, 1, 0, 1))},
+        {"Mesh", 0, DRAW(Surface(kX, kY, kHigher, {0, 1, 2, 1, 2, 3}))},
+        {"Counts", 0, DRAW(Histogram(kX, kY, {.bins = 2}))},
+        {"Ribbons", 0, DRAW(Ribbons(kX, {kY, kHigher}))},
+        {"Text", 0, DRAW(Text({0, 1}, {0, 1}, {"MMM", "MMM"}, {.color = kPure}))},
+        {"Arrows", 0, DRAW(Arrows(kX, kY, kY, kX, {.width = 4}))},
+        {"Arrows3D", 0, DRAW(Arrows3D(kX, kY, kHigher, kY, kX, kY, {.width = 4}))},
+        {"Lines", 1, lines},
+        {"Contours", 2, DRAW(Contours(kHill, {.levels = {0.5, 1.5}, .labels = false}))},
+        {"Bands", 0, DRAW(Contours(kHill, {.filled = true}))},
+        {"HeatMap", 0, DRAW(HeatMap(kHill))},
     };
     for (const Case& c : cases) {
         Figure figure({.title = "t", .size = {200, 150}, .samples = 0});
@@ -189,17 +151,11 @@ TEST(Figure, TurnsOnceAndFilesTellOfIt) {
 TEST(Figure, WhatIsWrongIsToldInASentence) {
     CErr3D::SetErrorReportMode(0);
     const std::pair<std::function<void(Figure&)>, const char*> cases[] = {
-        {[](Figure& f) {
-             f.Line(kX, {1, 2});
-         },
-         "Line: y has 2 values, not 4"},
-        {[](Figure& f) { f.Line({}, {}); }, "Line: x is empty"},
-        {[](Figure& f) { f.Line(kX, kY, {.by = {"a"}}); }, "Line: by has 1 values, not 4"},
-        {[](Figure& f) {
-             f.Bars(kX, {kY, {1}});
-         },
-         "Bars: series 2 has 1 values, not 4"},
-        {[](Figure& f) { f.Candles(kX, kY, kY, kY, {}); }, "Candles: close is empty"},
+        {DRAW(Line(kX, {1, 2})), "Line: y has 2 values, not 4"},
+        {DRAW(Line({}, {})), "Line: x is empty"},
+        {DRAW(Line(kX, kY, {.by = {"a"}})), "Line: by has 1 values, not 4"},
+        {DRAW(Bars(kX, {kY, {1}})), "Bars: series 2 has 1 values, not 4"},
+        {DRAW(Candles(kX, kY, kY, kY, {})), "Candles: close is empty"},
         {[](Figure& f) {
              f.Line(kX, kY);
              f.Surface(kHill);
@@ -210,29 +166,21 @@ TEST(Figure, WhatIsWrongIsToldInASentence) {
              f.Line(kNames, kY);
          },
          "Line: x is names, its axis has numbers"},
-        {[](Figure& f) {
-             f.Surface(Grid{{1, 2, 3}, 2, 2});
-         },
-         "Surface: z has 3 values, not 4"},
-        {[](Figure& f) { f.Surface(kHill, {.map = "red"}); },
+        {DRAW(Surface(Grid{{1, 2, 3}, 2, 2})), "Surface: z has 3 values, not 4"},
+        {DRAW(Surface(kHill, {.map = "red"})),
          "Surface: there is no colour map \"red\"; there are viridis, magma, inferno, plasma, "
          "cividis, turbo, "
          "coolwarm, RdBu, terrain, grey"},
-        {[](Figure& f) { f.Surface(kX, kX, kX); }, "Surface: the 4 points lie on one line"},
-        {[](Figure& f) {
-             f.Surface(kX, kY, kHigher, {0, 1, 4});
-         },
-         "Surface: there is no point 4 of 4"},
-        {[](Figure& f) { f.SaveTurn("turn.png", 3); },
-         "SaveTurn: turn.png has to be like turn-%03d.png"},
-        {[](Figure& f) { f.Histogram(kX, {.bins = -1}); }, "Histogram: bins is -1"},
+        {DRAW(Surface(kX, kX, kX)), "Surface: the 4 points lie on one line"},
+        {DRAW(Surface(kX, kY, kHigher, {0, 1, 4})), "Surface: there is no point 4 of 4"},
+        {DRAW(SaveTurn("turn.png", 3)), "SaveTurn: turn.png has to be like turn-%03d.png"},
+        {DRAW(Histogram(kX, {.bins = -1})), "Histogram: bins is -1"},
         {[](Figure& f) { f.At(3, 1, 2, 2); }, "At: row 3 of 2, column 1 of 2"},
         {[](Figure&) {
              Figure({.size = {0, 5}});
          },
          "Figure: the size is 0 x 5"},
-        {[](Figure& f) { f.Save("x.jpg"); },
-         "Save: x.jpg has to end in .png, .bmp, .pdf, .svg or .chart"},
+        {DRAW(Save("x.jpg")), "Save: x.jpg has to end in .png, .bmp, .pdf, .svg or .chart"},
     };
     for (const auto& [draw, said] : cases) {
         Figure figure({.size = {60, 40}, .samples = 0});
