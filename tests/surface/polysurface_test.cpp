@@ -225,6 +225,43 @@ TEST(PolysurfaceGrid, EvenGridHasTheNeighboursOfItsTriangles) {
         EXPECT_EQ(CPolysurface(4, 5, 0.0, 0.0, 4.0, 3.0, flat.data(), type).GetPSNumPolygons(), 0);
 }
 
+std::vector<BYTE> Saved(CPolysurface& surface) {
+    MemoryFile file;
+    surface.Save(&file);
+    return file.GetBytes();
+}
+
+TEST(PolysurfaceGrid, CopiesShareUntilOneChangesAndTablesSayWhatTheGridDoes) {
+    const std::vector<double> z = {1, 2, 3, 4, 5, 6};
+    for (const int type : {0, 1}) {
+        CPolysurface grid(2, 3, 0, 0, 1, 1, z, type);
+        const CPolysurface copy(grid);
+        EXPECT_EQ(copy.GetPSPoints(), std::as_const(grid).GetPSPoints());
+        grid.SetOnePolysurfacePoint(0, {9, 9, 9, 9});
+        EXPECT_EQ(copy.GetPSPoints()[0].z, 1);
+        point3Dtype* const own = grid.GetPSPoints();
+        const CPolysurface second(grid);
+        own[1].z = 8;
+        EXPECT_EQ(second.GetPSPoints()[1].z, 2);
+
+        const std::vector<BYTE> implied = Saved(grid);
+        CPolysurface loaded = Loaded(implied);
+        EXPECT_EQ(Saved(loaded), implied);
+        std::vector<int> said(4);
+        int n = 0;
+        RGBDType first, last;
+        grid.GetPSPolygonIndices(1, said.data(), n, first, last);
+        said.resize(static_cast<std::size_t>(n));
+        EXPECT_EQ(Indices(grid, 1), said);
+        const std::vector<int> neighbours = Neighbours(grid, 1);
+        EXPECT_TRUE(
+            std::equal(neighbours.begin(), neighbours.end(), grid.GetAdjacentPolygonPntr() + 3));
+        EXPECT_EQ(Saved(grid), implied);
+        loaded.AddPolysurfacePolygon(loaded.GetPSNumPolygons(), neighbours.data(), 0, kRed, kRed);
+        EXPECT_EQ(Indices(loaded, 1), Indices(grid, 1));
+    }
+}
+
 TEST(PolysurfaceGrid, ValuesThatAreNoDataAreNotAmongItsLimits) {
     const std::vector<double> z = {std::nan(""), 2, -kInf, 7, kInf, 3};
     const CPolysurface some(2, 3, 0, 0, 1, 1, z, 0);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "varnel/axes/axes.h"
@@ -195,7 +196,7 @@ CTransform3D* CChart3D::AutoTransform3D(const point3Dtype* pts, int n, int minor
 
 CTransform3D* CChart3D::AutoTransformPolysurface(CPolysurface* ps, int minorOnly) {
     if (ps == nullptr) return AutoTransform3D(nullptr, 0, minorOnly);
-    return AutoTransform3D(ps->GetPSPoints(), ps->GetPSNumPoints(), minorOnly);
+    return AutoTransform3D(std::as_const(*ps).GetPSPoints(), ps->GetPSNumPoints(), minorOnly);
 }
 
 void CChart3D::MinMaxValues25D(const double* x, const double* y, int n, double depth,

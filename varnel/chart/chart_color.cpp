@@ -7,6 +7,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/render/codes.h"
 #include "varnel/surface/color_map.h"
+#include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
@@ -30,9 +31,10 @@ struct Range {
 template <class ValueOf>
 Range RangeOf(const CPolysurface& surface, ValueOf&& valueOf) {
     Range range;
+    detail::PolygonReader reader(surface);
     for (int polygon = 0; polygon < surface.GetPSNumPolygons(); ++polygon) {
         int n = 0;
-        const int* const corners = surface.FindPSPolygon(polygon, n);
+        const int* const corners = reader.Read(polygon, n);
         for (int i = 0; i < n; ++i) {
             const double value = valueOf(surface.GetPSPoints()[corners[i]]);
             if (!std::isfinite(value)) continue;

@@ -69,9 +69,10 @@ int CContour3D::GetContourBounds(double value, double& lower) const {
 /// The length of a polygon's segment across the chart's box, seen from above.
 double CContour3D::ContourTriLength3D(int polygon, double level) const {
     if (m_pPolysurface == nullptr || m_pTransform == nullptr) return 0.0;
+    if (polygon < 0 || polygon >= m_pPolysurface->GetPSMaxPolygons()) return 0.0;
     int n = 0;
-    if (m_pPolysurface->FindPSPolygon(polygon, n) == nullptr) return 0.0;
-    std::vector<point3Dtype> points(static_cast<std::size_t>(n) + 1);
+    std::vector<point3Dtype> points(
+        static_cast<std::size_t>(m_pPolysurface->GetPSLargestPolygon()) + 1);
     m_pPolysurface->GPSPolygon(polygon, points.data(), n);
     point3Dtype p1, p2;
     int e1 = 0, e2 = 0;

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/surface/polysurface.h"
 
 namespace varnel {
@@ -37,9 +38,10 @@ class SegmentFinder {
         : m_Surface(surface), m_Levels(levels), m_Segments(levels.size()) {
         SetBands();
         const int numPolygons = surface.GetPSNumPolygons();
+        detail::PolygonReader reader(surface);
         for (int i = 0; i < numPolygons; ++i) {
             int n = 0;
-            const int* const polygon = surface.FindPSPolygon(i, n);
+            const int* const polygon = reader.Read(i, n);
             if (n >= 3) CrossPolygon(polygon, n);
         }
     }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/detail/polygon_reader.h"
 
 namespace varnel::detail {
 
@@ -65,9 +66,10 @@ ContourSearch::ContourSearch(const CPolysurface& surface)
         m_Polygon.resize(static_cast<std::size_t>(surface.GetPSLargestPolygon()) + 1);
     });
     const point3Dtype* const points = surface.GetPSPoints();
+    PolygonReader reader(surface);
     for (int i = 0; i < m_NumPolygons; ++i) {
         int n = 0;
-        const int* const polygon = surface.FindPSPolygon(i, n);
+        const int* const polygon = reader.Read(i, n);
         double lowest = kInfinity;
         double highest = -kInfinity;
         for (int k = 0; k < n; ++k) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -231,9 +232,10 @@ CPolysurface Fill(const CPolysurface& surface, std::span<const double> levels,
                   std::span<const RGBDType> colors, const CTransform3D* transform) {
     BandPoints points(surface, levels, transform);
     BandCutter cutter(points);
+    detail::PolygonReader reader(surface);
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
         int n = 0;
-        const int* const polygon = surface.FindPSPolygon(i, n);
+        const int* const polygon = reader.Read(i, n);
         const int count = surface.GetPSNumPoints();
         const bool own = std::all_of(polygon, polygon + n, [&](int p) { return p < count; });
         if (n >= 3 && own) cutter.Cut({polygon, static_cast<std::size_t>(n)});

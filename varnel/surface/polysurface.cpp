@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <mutex>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/delaunay.h"
+#include "varnel/surface/detail/polygon_reader.h"
 
 namespace varnel {
 
@@ -14,6 +16,7 @@ namespace {
 constexpr int kSparePoints = 4;
 constexpr long long kMostInt = std::numeric_limits<std::int32_t>::max();
 constexpr detail::Origin kOpen{ERR3DCLASS_POLYSURFACE, "OpenPolysurface"};
+constexpr detail::Origin kNeighbours{ERR3DCLASS_POLYSURFACE, "AllocAdjacentPolygonList"};
 
 constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
 constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
@@ -25,20 +28,24 @@ bool IsSame(const RGBDType& a, const RGBDType& b) {
 
 /// A table of the surface, whose numbers are 32-bit integers.
 template <class T>
-std::unique_ptr<T[]> NewTable(long long count, detail::Origin origin = kOpen) {
+CopyOnWrite<T> NewTable(long long count, detail::Origin origin = kOpen) {
     if (count > kMostInt)
         detail::Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation,
                       detail::Say("the count is ", count));
-    return detail::NewArray<T>(count, origin);
+    auto elements = detail::NewArray<T>(count, origin);
+    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, origin, [&] {
+        return CopyOnWrite<T>(std::move(elements), static_cast<std::size_t>(count));
+    });
 }
 
+/// The elements of a table, to be written.
 template <class T>
-std::unique_ptr<T[]> CopyTable(const std::unique_ptr<T[]>& src, long long count) {
-    if (src == nullptr) return nullptr;
-    auto copy = NewTable<T>(count);
-    std::copy_n(src.get(), count, copy.get());
-    return copy;
+T* Write(CopyOnWrite<T>& table) {
+    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, kOpen, [&] { return table.Write(); });
 }
+
+/// Held while tables that are implied are stored, in whichever surface.
+std::mutex g_Storing;
 
 }  // namespace
 
@@ -117,61 +124,78 @@ CPolysurface& CPolysurface::operator=(const CPolysurface& src) {
 
 CPolysurface::~CPolysurface() = default;
 
-void CPolysurface::OpenPolysurface(long long numPoints, long long maxPolygons,
-                                   int pointsPerPolygon) {
+void CPolysurface::OpenPolysurface(long long numPoints, long long maxPolygons, int pointsPerPolygon,
+                                   Tables tables) {
     ClosePolysurface();
     if (numPoints == 0) return;
     if (numPoints < 0)
         detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
                       detail::Say("the number of points is ", numPoints));
     auto points = NewTable<point3Dtype>(numPoints + kSparePoints);
-    OpenPolygons(maxPolygons, pointsPerPolygon);
+    OpenPolygons(maxPolygons, pointsPerPolygon, tables);
     m_pPoints = std::move(points);
     m_Saved.m_NumPoints = static_cast<std::int32_t>(numPoints) + kSparePoints;
 }
 
-/// Replaces the polygon table and the index array by empty ones.
-void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon) {
+/// Replaces the polygon table and the index array by empty ones; those that are made later must be
+/// implied or opened before anything else asks for them.
+void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon, Tables tables) {
     // A tenth more indices than nominal.
     const double capacity = static_cast<double>(maxPolygons) * 1.1 * pointsPerPolygon;
     if (capacity > static_cast<double>(kMostInt) || capacity < 0.0)
         detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
                       detail::Say(maxPolygons, " polygons of ", pointsPerPolygon, " points"));
-    auto polygons = NewTable<Polygon>(maxPolygons);
-    m_pIndices = NewTable<std::int32_t>(static_cast<long long>(capacity));
-    m_pPolygons = std::move(polygons);
+    if (maxPolygons > kMostInt)
+        detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
+                      detail::Say("the count is ", maxPolygons));
+    m_pPolygons = {};
+    m_pIndices = {};
     m_Saved.m_MaxPolygons = static_cast<std::int32_t>(maxPolygons);
     m_Saved.m_IndexCapacity = static_cast<std::int32_t>(capacity);
     m_Saved.m_PointsPerPolygon = pointsPerPolygon;
+    if (tables == Tables::STORED) OpenTables();
     ResetPolysurfacePolygons();
+}
+
+void CPolysurface::OpenTables() {
+    auto polygons = NewTable<Polygon>(m_Saved.m_MaxPolygons);
+    m_pIndices = NewTable<std::int32_t>(m_Saved.m_IndexCapacity);
+    m_pPolygons = std::move(polygons);
 }
 
 void CPolysurface::ClosePolysurface() {
     ++m_Revision;
-    m_pPoints.reset();
-    m_pPolygons.reset();
-    m_pIndices.reset();
-    m_pColors.reset();
-    m_pAdjacentPolyList.reset();
+    m_pPoints = {};
+    m_pPolygons = {};
+    m_pIndices = {};
+    m_pColors = {};
+    m_pAdjacentPolyList = {};
+    m_CellsImplied = false;
+    m_NeighboursImplied = false;
     m_Saved = {};
 }
 
 void CPolysurface::CopyPolysurface(const CPolysurface* src) {
     if (src == nullptr || src == this) return;
-    const Saved& from = src->m_Saved;
-    auto points = CopyTable(src->m_pPoints, from.m_NumPoints);
-    auto polygons = CopyTable(src->m_pPolygons, from.m_MaxPolygons);
-    auto indices = CopyTable(src->m_pIndices, from.m_IndexCapacity);
-    auto colors = CopyTable(src->m_pColors, from.m_MaxPolygons);
-    auto neighbours = CopyTable(src->m_pAdjacentPolyList, 3LL * from.m_MaxPolygons);
-
+    const bool cells = src->AreCellsImplied();
+    const bool adjacency = src->AreNeighboursImplied();
+    detail::AllocateOrRaise(ERR3D_ARRAY_NEW, kOpen, [&] {
+        CopyOnWrite points = src->m_pPoints;
+        CopyOnWrite colors = src->m_pColors;
+        // Tables that are implied may just be made, by another thread.
+        auto polygons = cells ? CopyOnWrite<Polygon>() : src->m_pPolygons;
+        auto indices = cells ? CopyOnWrite<std::int32_t>() : src->m_pIndices;
+        auto neighbours = adjacency ? CopyOnWrite<std::int32_t>() : src->m_pAdjacentPolyList;
+        m_pPoints = std::move(points);
+        m_pColors = std::move(colors);
+        m_pPolygons = std::move(polygons);
+        m_pIndices = std::move(indices);
+        m_pAdjacentPolyList = std::move(neighbours);
+    });
     ++m_Revision;
-    m_Saved = from;
-    m_pPoints = std::move(points);
-    m_pPolygons = std::move(polygons);
-    m_pIndices = std::move(indices);
-    m_pColors = std::move(colors);
-    m_pAdjacentPolyList = std::move(neighbours);
+    m_Saved = src->m_Saved;
+    m_CellsImplied = cells;
+    m_NeighboursImplied = adjacency;
 }
 
 // --- Points --------------------------------------------------------------------------------------
@@ -179,7 +203,7 @@ void CPolysurface::CopyPolysurface(const CPolysurface* src) {
 void CPolysurface::SetPolysurfacePoints(const point3Dtype* pts, int start, int n) {
     if (pts == nullptr || start < 0 || start >= m_Saved.m_NumPoints || n <= 0) return;
     ++m_Revision;
-    std::copy_n(pts, std::min(n, m_Saved.m_NumPoints - start), m_pPoints.get() + start);
+    std::copy_n(pts, std::min(n, m_Saved.m_NumPoints - start), Write(m_pPoints) + start);
 }
 
 void CPolysurface::SetPolysurfacePoints(std::span<const point3Dtype> pts, int start) {
@@ -190,7 +214,13 @@ void CPolysurface::SetPolysurfacePoints(std::span<const point3Dtype> pts, int st
 void CPolysurface::SetOnePolysurfacePoint(int i, const point3Dtype& p) {
     if (i < 0 || i >= m_Saved.m_NumPoints) return;
     ++m_Revision;
-    m_pPoints[i] = p;
+    Write(m_pPoints)[i] = p;
+}
+
+point3Dtype* CPolysurface::GetPSPoints() {
+    ++m_Revision;
+    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {ERR3DCLASS_POLYSURFACE, "GetPSPoints"},
+                                   [this] { return m_pPoints.GiveAway(); });
 }
 
 void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
@@ -199,14 +229,16 @@ void CPolysurface::GetOnePolysurfacePoint(int i, point3Dtype& p) const {
 
 void CPolysurface::SetPSValues(std::span<const double> values) {
     const std::size_t n = std::min(values.size(), static_cast<std::size_t>(GetPSNumPoints()));
+    point3Dtype* const points = Write(m_pPoints);
     for (std::size_t i = 0; i < n; ++i)
-        m_pPoints[i].w = values[i];
+        points[i].w = values[i];
 }
 
 void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {
     if (axis < 0 || axis > 2) return;
+    point3Dtype* const points = Write(m_pPoints);
     for (int i = 0; i < m_Saved.m_NumPoints; ++i) {
-        point3Dtype& p = m_pPoints[i];
+        point3Dtype& p = points[i];
         p.w = (GetCoord3D(p, axis) - offset) * scale;
     }
 }
@@ -214,7 +246,7 @@ void CPolysurface::CopyXYorZtoV(double scale, double offset, int axis) {
 // --- Polygons ------------------------------------------------------------------------------------
 
 void CPolysurface::RequirePolygons(const char* operation) const {
-    if (m_pPolygons == nullptr || m_pIndices == nullptr)
+    if (!AreCellsImplied() && (!m_pPolygons || !m_pIndices))
         detail::Raise(ERR3D_BAD_POLYSURFACE, ERR3DCLASS_POLYSURFACE, operation,
                       "the surface has points and no table of polygons");
 }
@@ -231,9 +263,10 @@ void CPolysurface::AddPolysurfacePolygon(int i, const int* indices, int n, const
         if (indices[j] < 0 || indices[j] >= m_Saved.m_NumPoints) return;
 
     ++m_Revision;
+    StoreCells();
     SetColors(i, {first, second}, "AddPolysurfacePolygon");
-    m_pPolygons[i] = {n, m_Saved.m_IndexCount};
-    std::copy_n(indices, n, m_pIndices.get() + m_Saved.m_IndexCount);
+    Write(m_pPolygons)[i] = {n, m_Saved.m_IndexCount};
+    std::copy_n(indices, n, Write(m_pIndices) + m_Saved.m_IndexCount);
     m_Saved.m_IndexCount += n;
     m_Saved.m_NumPolygons += 1;
     m_Saved.m_LargestPolygon = std::max(m_Saved.m_LargestPolygon, n);
@@ -251,7 +284,7 @@ void CPolysurface::SetPolysurfaceColors(int i, const RGBDType& first, const RGBD
 }
 
 void CPolysurface::SetColors(int i, const PolygonColors& colors, const char* operation) {
-    if (m_pColors == nullptr) {
+    if (!m_pColors) {
         if (!m_Saved.m_HasCommonColors) m_Saved.m_CommonColors = colors;
         m_Saved.m_HasCommonColors = true;
         if (IsSame(m_Saved.m_CommonColors.first, colors.first) &&
@@ -259,13 +292,23 @@ void CPolysurface::SetColors(int i, const PolygonColors& colors, const char* ope
             return;
         m_pColors =
             NewTable<PolygonColors>(m_Saved.m_MaxPolygons, {ERR3DCLASS_POLYSURFACE, operation});
-        std::fill_n(m_pColors.get(), m_Saved.m_MaxPolygons, m_Saved.m_CommonColors);
+        std::fill_n(m_pColors.Write(), m_Saved.m_MaxPolygons, m_Saved.m_CommonColors);
     }
-    m_pColors[i] = colors;
+    Write(m_pColors)[i] = colors;
 }
 
 const CPolysurface::PolygonColors& CPolysurface::GetColors(int i) const {
-    return m_pColors == nullptr ? m_Saved.m_CommonColors : m_pColors[i];
+    return m_pColors ? m_pColors[i] : m_Saved.m_CommonColors;
+}
+
+/// The point numbers of polygon i: in the table, or those that the grid says in `scratch`, which
+/// has room for four.
+const int* CPolysurface::Corners(int i, int* scratch, int& n) const {
+    if (!AreCellsImplied()) return FindPSPolygon(i, n);
+    n = 0;
+    if (i >= 0 && i < m_Saved.m_NumPolygons)
+        n = m_Saved.m_Cells.Corners(i, m_Saved.m_Cells.RowOf(i), scratch);
+    return scratch;
 }
 
 void CPolysurface::GetPolysurfacePolygon(int i, point3Dtype* pts, int& n, RGBDType& first,
@@ -283,7 +326,8 @@ void CPolysurface::GPSPolygon(int i, point3Dtype* pts, int& n) const {
     n = 0;
     if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("GPSPolygon");
-    const int* const indices = FindPSPolygon(i, n);
+    int scratch[4];
+    const int* const indices = Corners(i, scratch, n);
     if (n == 0) return;
     for (int j = 0; j < n; ++j)
         pts[j] = m_pPoints[indices[j]];
@@ -295,7 +339,8 @@ void CPolysurface::GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& fi
     n = 0;
     if (m_Saved.m_NumPoints == 0) return;
     RequirePolygons("GetPSPolygonIndices");
-    const int* const own = FindPSPolygon(i, n);
+    int scratch[4];
+    const int* const own = Corners(i, scratch, n);
     if (!IsPolygon(i)) return;
     std::copy_n(own, n, indices);
     first = GetColors(i).first;
@@ -304,7 +349,8 @@ void CPolysurface::GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& fi
 
 double CPolysurface::GetPSPMean(int i, int axis) const {
     int n = 0;
-    const int* const indices = FindPSPolygon(i, n);
+    int scratch[4];
+    const int* const indices = Corners(i, scratch, n);
     if (n == 0) return 0.0;
     double sum = 0.0;
     for (int j = 0; j < n; ++j)
@@ -314,13 +360,36 @@ double CPolysurface::GetPSPMean(int i, int axis) const {
 
 void CPolysurface::ResetPolysurfacePolygons() {
     ++m_Revision;
+    StoreCells();
     m_Saved.m_NumPolygons = 0;
     m_Saved.m_IndexCount = 0;
     m_Saved.m_LargestPolygon = 0;
-    std::fill_n(m_pPolygons.get(), m_Saved.m_MaxPolygons, Polygon{});
+    if (m_pPolygons) std::fill_n(Write(m_pPolygons), m_Saved.m_MaxPolygons, Polygon{});
     m_Saved.m_HasCommonColors = false;
     m_Saved.m_CommonColors = {};
-    m_pColors.reset();
+    m_pColors = {};
+}
+
+/// Makes the tables that the cells of a grid imply, if they are not there.
+void CPolysurface::StoreCells() const {
+    if (!AreCellsImplied()) return;
+    const std::lock_guard lock(g_Storing);
+    if (!AreCellsImplied()) return;
+    const GridCells& cells = m_Saved.m_Cells;
+    auto polygons = NewTable<Polygon>(m_Saved.m_MaxPolygons);
+    auto indices = NewTable<std::int32_t>(m_Saved.m_IndexCapacity);
+    Polygon* const polygon = polygons.Write();
+    std::int32_t* const index = indices.Write();
+    detail::PolygonReader reader(*this);
+    for (int i = 0; i < cells.Count(); ++i) {
+        int n = 0;
+        const int* const numbers = reader.Read(i, n);
+        polygon[i] = {n, i * n};
+        std::copy_n(numbers, n, index + i * n);
+    }
+    m_pPolygons = std::move(polygons);
+    m_pIndices = std::move(indices);
+    m_CellsImplied.store(false, std::memory_order_release);
 }
 
 // --- Neighbours ----------------------------------------------------------------------------------
@@ -328,26 +397,48 @@ void CPolysurface::ResetPolysurfacePolygons() {
 void CPolysurface::AllocAdjacentPolygonList() {
     FreeAdjacentPolygonList();
     const long long count = 3LL * m_Saved.m_MaxPolygons;
-    m_pAdjacentPolyList =
-        NewTable<std::int32_t>(count, {ERR3DCLASS_POLYSURFACE, "AllocAdjacentPolygonList"});
-    std::fill_n(m_pAdjacentPolyList.get(), count, -1);
+    m_pAdjacentPolyList = NewTable<std::int32_t>(count, kNeighbours);
+    std::fill_n(m_pAdjacentPolyList.Write(), count, -1);
     m_Saved.m_AdjacentPolyListValid = 1;
 }
 
 void CPolysurface::FreeAdjacentPolygonList() {
-    m_pAdjacentPolyList.reset();
+    m_NeighboursImplied = false;
+    m_pAdjacentPolyList = {};
     m_Saved.m_AdjacentPolyListValid = 0;
 }
 
-void CPolysurface::AddAdjacentPolyList(int i, const int* three) {
-    if (IsPolygon(i)) std::copy_n(three, 3, m_pAdjacentPolyList.get() + 3LL * i);
+/// Makes the table that a grid implies, if it is not there.
+void CPolysurface::StoreNeighbours() const {
+    if (!AreNeighboursImplied()) return;
+    const std::lock_guard lock(g_Storing);
+    if (!AreNeighboursImplied()) return;
+    auto table = NewTable<std::int32_t>(3LL * m_Saved.m_MaxPolygons, kNeighbours);
+    std::int32_t* const three = table.Write();
+    for (int i = 0; i < m_Saved.m_MaxPolygons; ++i)
+        m_Saved.m_NeighbourCells.Neighbours(i, three + 3LL * i);
+    m_pAdjacentPolyList = std::move(table);
+    m_NeighboursImplied.store(false, std::memory_order_release);
 }
 
 void CPolysurface::GetAdjacentPolyList(int i, int* three) const {
-    if (m_pAdjacentPolyList != nullptr && IsPolygon(i))
-        std::copy_n(m_pAdjacentPolyList.get() + 3LL * i, 3, three);
+    if (AreNeighboursImplied() && IsPolygon(i))
+        m_Saved.m_NeighbourCells.Neighbours(i, three);
+    else if (m_pAdjacentPolyList && IsPolygon(i))
+        std::copy_n(m_pAdjacentPolyList.Get() + 3LL * i, 3, three);
     else
         std::fill_n(three, 3, -1);
+}
+
+int* CPolysurface::GetAdjacentPolygonPntr() {
+    StoreNeighbours();
+    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, kNeighbours,
+                                   [this] { return m_pAdjacentPolyList.GiveAway(); });
+}
+
+const int* CPolysurface::GetAdjacentPolygonPntr() const {
+    StoreNeighbours();
+    return m_pAdjacentPolyList.Get();
 }
 
 // --- Triangulation -------------------------------------------------------------------------------
@@ -355,11 +446,12 @@ void CPolysurface::GetAdjacentPolyList(int i, int* three) const {
 void CPolysurface::DelaunaySurface(BOOL adjacency) {
     const int n = GetPSNumPoints();
     if (n == 0) return;
-    detail::Delaunay triangulation(m_pPoints.get(), n);
+    detail::Delaunay triangulation(m_pPoints.Get(), n);
     triangulation.deltri();
+    point3Dtype* const spare = Write(m_pPoints) + n;
     for (int k = 0; k < 3; ++k) {
-        m_pPoints[n + k].x = detail::kOuterTriangle[k].x;
-        m_pPoints[n + k].y = detail::kOuterTriangle[k].y;
+        spare[k].x = detail::kOuterTriangle[k].x;
+        spare[k].y = detail::kOuterTriangle[k].y;
     }
 
     // Surfaces that were opened for other polygons can lack the room.
@@ -369,9 +461,10 @@ void CPolysurface::DelaunaySurface(BOOL adjacency) {
         OpenPolygons(2LL * n + 2, 3);
     if (adjacency != 0) AllocAdjacentPolygonList();
     ResetPolysurfacePolygons();
+    std::int32_t* const table = adjacency != 0 ? Write(m_pAdjacentPolyList) : nullptr;
     triangulation.ForEachTriangle([&](int t, const int* vertices, const int* neighbours) {
         AddPolysurfacePolygon(t, vertices, 3, kBlue, kWhite);
-        if (adjacency != 0) AddAdjacentPolyList(t, neighbours);
+        if (table != nullptr) std::copy_n(neighbours, 3, table + 3LL * t);
     });
 }
 

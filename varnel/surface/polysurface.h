@@ -8,8 +8,13 @@
 //
 // An operation on a surface with nothing open does nothing and returns 0; so do the others for a
 // point or polygon number that does not exist.
+//
+// Copies share what they have in common until one of them is changed, and what a grid says of its
+// polygons is not stored before a table is asked for (FindPSPolygon, GetAdjacentPolygonPntr): a
+// large grid has its points in memory once, 32 bytes each, and little else.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -19,8 +24,13 @@
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
 #include "varnel/foundation/types.h"
+#include "varnel/surface/copy_on_write.h"
 
 namespace varnel {
+
+namespace detail {
+class PolygonReader;
+}
 
 /// How the cells of a grid become polygons.
 enum GridType3D : int {
@@ -114,13 +124,12 @@ class VARNEL_API CPolysurface {
     void SetOnePolysurfacePoint(int i, const point3Dtype& p);
     /// p becomes (0, 0, 0, 0) when there is no such point.
     void GetOnePolysurfacePoint(int i, point3Dtype& p) const;
-    /// The stored points, GetPSNumPoints() and four spare ones; owned by the surface. Null when
-    /// nothing is open.
-    point3Dtype* GetPSPoints() {
-        ++m_Revision;
-        return m_pPoints.get();
-    }
-    const point3Dtype* GetPSPoints() const { return m_pPoints.get(); }
+    /// The stored points, GetPSNumPoints() and four spare ones; owned by the surface, and valid
+    /// until it changes. Null when nothing is open. Copies of a surface whose points were given out
+    /// to be written have points of their own; a const surface's remain shared. Raises "Array New
+    /// Error" when the points are shared and there is no memory for others.
+    point3Dtype* GetPSPoints();
+    const point3Dtype* GetPSPoints() const { return m_pPoints.Get(); }
     /// Grows whenever places of points or polygons may have changed, for what is computed from them
     /// and kept. A pointer to the points must not be written through later than it was got.
     long long GetRevision() const { return m_Revision; }
@@ -151,15 +160,17 @@ class VARNEL_API CPolysurface {
     /// The n point numbers of polygon i, none repeated, and its colours. Raises "Bad Polysurface
     /// Error" when the tables are missing.
     void GetPSPolygonIndices(int i, int* indices, int& n, RGBDType& first, RGBDType& second) const;
-    /// The point numbers of polygon i in the surface's own table, valid until it changes.
+    /// The point numbers of polygon i in the surface's own table, valid until it changes. The first
+    /// call for a grid makes the table, and raises "Array New Error" when there is no memory.
     const int* FindPSPolygon(int i, int& n) const {
+        if (AreCellsImplied()) StoreCells();
         const bool exists = i >= 0 && i < m_Saved.m_MaxPolygons;
         n = exists ? m_pPolygons[i].count : 0;
-        return exists ? m_pIndices.get() + m_pPolygons[i].start : nullptr;
+        return exists ? m_pIndices.Get() + m_pPolygons[i].start : nullptr;
     }
     /// The colours of a polygon of the surface, GetPSNumPolygons() of them.
     void FindPSColors(int i, RGBDType& first, RGBDType& second) const {
-        const PolygonColors& colors = m_pColors == nullptr ? m_Saved.m_CommonColors : m_pColors[i];
+        const PolygonColors& colors = m_pColors ? m_pColors[i] : m_Saved.m_CommonColors;
         first = colors.first;
         second = colors.second;
     }
@@ -181,9 +192,10 @@ class VARNEL_API CPolysurface {
     void CreateRGAdjacentPolygonList();
     /// The three neighbours of polygon i, -1 where there is none.
     void GetAdjacentPolyList(int i, int* three) const;
-    /// The whole table, GetPSMaxPolygons() x 3, owned by the surface; null when there is none.
-    int* GetAdjacentPolygonPntr() { return m_pAdjacentPolyList.get(); }
-    const int* GetAdjacentPolygonPntr() const { return m_pAdjacentPolyList.get(); }
+    /// The whole table, GetPSMaxPolygons() x 3, owned by the surface and made when it is first
+    /// asked for; null when there is none.
+    int* GetAdjacentPolygonPntr();
+    const int* GetAdjacentPolygonPntr() const;
 
     // --- The grid that the surface was made from
 
@@ -237,15 +249,58 @@ class VARNEL_API CPolysurface {
     struct Polygon {
         std::int32_t count = 0;
         std::int32_t start = 0;  ///< of its point numbers in m_pIndices
+        bool operator==(const Polygon&) const = default;
     };
     struct PolygonColors {
         RGBDType first;
         RGBDType second;
     };
+    /// The polygons over the cells of a grid, row by row.
+    ///     q3 ---- q2
+    ///      | \    |      one quadrilateral q0 q1 q2 q3, or the triangles q0 q1 q3 and q1 q2 q3
+    ///      |    \ |
+    ///     q0 ---- q1
+    struct GridCells {
+        std::int32_t rows = 0;     ///< of points
+        std::int32_t columns = 0;  ///< of points
+        std::int32_t corners = 0;  ///< of a polygon, 4 or 3; 0 for no polygons
 
-    void OpenPolysurface(long long numPoints, long long maxPolygons, int pointsPerPolygon);
+        int Count() const {
+            return corners == 0 ? 0 : (rows - 1) * (columns - 1) * (corners == 3 ? 2 : 1);
+        }
+        int RowOf(int polygon) const {
+            return (corners == 3 ? polygon / 2 : polygon) / (columns - 1);
+        }
+        /// The point numbers of a polygon in that row of cells, and how many.
+        int Corners(int polygon, int row, int* numbers) const {
+            const int q0 = (corners == 3 ? polygon / 2 : polygon) + row;
+            const int q3 = q0 + columns;
+            const bool upper = corners == 3 && polygon % 2 != 0;
+            numbers[0] = upper ? q0 + 1 : q0;
+            numbers[1] = upper ? q3 + 1 : q0 + 1;
+            numbers[2] = corners == 4 ? q3 + 1 : q3;
+            numbers[3] = q3;
+            return corners;
+        }
+        /// The neighbours of triangle i.
+        void Neighbours(int i, int* three) const;
+    };
+    friend class detail::PolygonReader;
+
+    enum class Tables { STORED, LATER };
+    void OpenPolysurface(long long numPoints, long long maxPolygons, int pointsPerPolygon,
+                         Tables tables = Tables::STORED);
     void ClosePolysurface();
-    void OpenPolygons(long long maxPolygons, int pointsPerPolygon);
+    void OpenPolygons(long long maxPolygons, int pointsPerPolygon, Tables tables = Tables::STORED);
+    void OpenTables();
+    bool AreCellsImplied() const { return m_CellsImplied.load(std::memory_order_acquire); }
+    bool AreNeighboursImplied() const {
+        return m_NeighboursImplied.load(std::memory_order_acquire);
+    }
+    void StoreCells() const;
+    void StoreNeighbours() const;
+    void ForgetImpliedTables();
+    const int* Corners(int i, int* scratch, int& n) const;
     void RequirePolygons(const char* operation) const;
     bool IsPolygon(int i) const { return i >= 0 && i < m_Saved.m_MaxPolygons; }
 
@@ -254,14 +309,13 @@ class VARNEL_API CPolysurface {
 
     template <class Value>
     void CreateEvenGrid(int rows, int cols, double x0, double y0, double x1, double y1,
-                        Value&& value, const char* operation);
+                        Value&& value, const char* operation, Tables tables);
     void SetGridLimits();
     void SetGridZLimits();
     void AddGridPolygons(bool triangles);
 
     void AllocAdjacentPolygonList();
     void FreeAdjacentPolygonList();
-    void AddAdjacentPolyList(int i, const int* three);
 
     template <class Archive>
     bool Record(Archive& record);
@@ -300,15 +354,22 @@ class VARNEL_API CPolysurface {
         // kept once: 64 bytes a polygon would be most of a large surface's memory.
         PolygonColors m_CommonColors;
         bool m_HasCommonColors = false;
+        // What the tables that are not stored say; neighbours are those of triangles.
+        GridCells m_Cells;
+        GridCells m_NeighbourCells;
     };
 
     Saved m_Saved;
     // The tables, as long as the counts say.
-    std::unique_ptr<point3Dtype[]> m_pPoints;
-    std::unique_ptr<Polygon[]> m_pPolygons;
-    std::unique_ptr<std::int32_t[]> m_pIndices;
-    std::unique_ptr<PolygonColors[]> m_pColors;  ///< null while all have the common ones
-    std::unique_ptr<std::int32_t[]> m_pAdjacentPolyList;
+    CopyOnWrite<point3Dtype> m_pPoints;
+    mutable CopyOnWrite<Polygon> m_pPolygons;
+    mutable CopyOnWrite<std::int32_t> m_pIndices;
+    CopyOnWrite<PolygonColors> m_pColors;  ///< none while all have the common ones
+    mutable CopyOnWrite<std::int32_t> m_pAdjacentPolyList;
+    // Whether the tables of polygons, and of neighbours, are yet to be stored. A const surface may
+    // be asked for them by several threads.
+    mutable std::atomic<bool> m_CellsImplied{false};
+    mutable std::atomic<bool> m_NeighboursImplied{false};
     long long m_Revision = 0;
     int m_Magic = kSignature;
 };

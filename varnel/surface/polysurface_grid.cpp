@@ -31,7 +31,7 @@ void CPolysurface::ConvertRG2PS(const point3Dtype* pts, int rows, int cols, int 
     const long long count = rows < 1 || cols < 1 ? 0 : static_cast<long long>(rows) * cols;
     if (type == 0 || type == 1) {
         const long long cells = count == 0 ? 0 : (rows - 1LL) * (cols - 1);
-        OpenPolysurface(count, triangles ? 2 * cells : cells, triangles ? 3 : 4);
+        OpenPolysurface(count, triangles ? 2 * cells : cells, triangles ? 3 : 4, Tables::LATER);
         SetPolysurfacePoints(pts, 0, static_cast<int>(count));
     }
     if (m_Saved.m_NumPoints == 0)
@@ -48,6 +48,7 @@ void CPolysurface::ConvertRG2PS(const point3Dtype* pts, int rows, int cols, int 
     SetGridLimits();
     ResetPolysurfacePolygons();
     if (triangles || type == 0 || type == 2) AddGridPolygons(triangles);
+    if (!m_pPolygons && !AreCellsImplied()) OpenTables();
     m_Saved.m_EvenGridFlag = 1;
 }
 
@@ -70,50 +71,49 @@ void CPolysurface::SetGridLimits() {
     m_Saved.m_RGStepY = m_Saved.m_RGRangeY / (m_Saved.m_RGRows - 1);
 }
 
-//     q3 ---- q2
-//      | \    |      one quadrilateral q0 q1 q2 q3, or the triangles q0 q1 q3 and q1 q2 q3
-//      |    \ |
-//     q0 ---- q1
+/// Polygons over the cells of the grid, as far as there is room. Where there are no tables yet they
+/// are implied.
 void CPolysurface::AddGridPolygons(bool triangles) {
-    int k = 0;
-    for (int r = 0; r < m_Saved.m_RGRows - 1; ++r) {
-        for (int c = 0; c < m_Saved.m_RGColumns - 1; ++c) {
-            const int q0 = r * m_Saved.m_RGColumns + c;
-            const int q1 = q0 + 1;
-            const int q3 = q0 + m_Saved.m_RGColumns;
-            const int q2 = q3 + 1;
-            const int corners[4] = {q0, q1, q2, q3};
-            const int lower[3] = {q0, q1, q3};
-            if (triangles) {
-                AddPolysurfacePolygon(k++, lower, 3, kBlue, kBlack);
-                AddPolysurfacePolygon(k++, corners + 1, 3, kBlue, kBlack);
-            } else {
-                AddPolysurfacePolygon(k++, corners, 4, kBlue, kBlack);
-            }
+    const GridCells cells{m_Saved.m_RGRows, m_Saved.m_RGColumns, triangles ? 3 : 4};
+    const int count = cells.Count();
+    if (count == 0) return;
+    if (m_pPolygons) {
+        for (int k = 0; k < count; ++k) {
+            int numbers[4];
+            const int n = cells.Corners(k, cells.RowOf(k), numbers);
+            AddPolysurfacePolygon(k, numbers, n, kBlue, kBlack);
         }
+        return;
     }
+    SetColors(0, {kBlue, kBlack}, kConvert.operation);
+    m_Saved.m_Cells = cells;
+    m_Saved.m_NumPolygons = count;
+    m_Saved.m_IndexCount = count * cells.corners;
+    m_Saved.m_LargestPolygon = cells.corners;
+    m_CellsImplied = true;
 }
 
 /// Opens a grid and fills it: value(k, x, y) is the z of point k. Coordinates add up step by step.
 template <class Value>
 void CPolysurface::CreateEvenGrid(int rows, int cols, double x0, double y0, double x1, double y1,
-                                  Value&& value, const char* operation) {
+                                  Value&& value, const char* operation, Tables tables) {
     if (rows < 2 || cols < 2)
         detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, operation,
                       detail::Say("a grid of ", rows, " x ", cols, " points has no cells"));
     const long long count = static_cast<long long>(rows) * cols;
-    OpenPolysurface(count, 2 * count + 2, 3);
+    OpenPolysurface(count, 2 * count + 2, 3, tables);
     m_Saved.m_RGRows = rows;
     m_Saved.m_RGColumns = cols;
     const double stepx = (x1 - x0) / (cols - 1);
     const double stepy = (y1 - y0) / (rows - 1);
+    point3Dtype* const points = m_pPoints.Write();
     int k = 0;
     double y = y0;
     for (int r = 0; r < rows; ++r, y += stepy) {
         double x = x0;
         for (int c = 0; c < cols; ++c, ++k, x += stepx) {
             const double z = value(k, x, y);
-            m_pPoints[k] = {x, y, z, z};
+            points[k] = {x, y, z, z};
         }
     }
 }
@@ -140,7 +140,8 @@ void CPolysurface::CreatePolysurfaceEvenGrid(int rows, int cols, double x0, doub
     if (z == nullptr)
         detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation, "there are no values");
     CreateEvenGrid(
-        rows, cols, x0, y0, x1, y1, [z](int k, double, double) { return z[k]; }, kOperation);
+        rows, cols, x0, y0, x1, y1, [z](int k, double, double) { return z[k]; }, kOperation,
+        Tables::LATER);
     // Types that are none must not be taken for those that bring their own points.
     constexpr int kNoPolygons = 4;
     ConvertRG2PS(nullptr, rows, cols, type == 0 || type == 1 ? type + 2 : kNoPolygons);
@@ -160,7 +161,8 @@ void CPolysurface::CreatePolysurfaceFunction(int rows, int cols, double x0, doub
     if (f == nullptr)
         detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_POLYSURFACE, kOperation, "there is no function");
     CreateEvenGrid(
-        rows, cols, x0, y0, x1, y1, [f](int, double x, double y) { return f(x, y); }, kOperation);
+        rows, cols, x0, y0, x1, y1, [f](int, double x, double y) { return f(x, y); }, kOperation,
+        Tables::STORED);
     SetGridLimits();
     SetGridZLimits();
     DelaunaySurface(1);
@@ -168,18 +170,26 @@ void CPolysurface::CreatePolysurfaceFunction(int rows, int cols, double x0, doub
 
 void CPolysurface::CreateRGAdjacentPolygonList() {
     if (m_Saved.m_EvenGridFlag == 0) return;
-    AllocAdjacentPolygonList();
-    const int cellRows = m_Saved.m_RGRows - 1;
-    const int cellColumns = m_Saved.m_RGColumns - 1;
-    int k = 0;
-    for (int r = 0; r < cellRows; ++r) {
-        for (int c = 0; c < cellColumns; ++c, k += 2) {
-            const int lower[3] = {r > 0 ? k - 2 * cellColumns + 1 : -1, k + 1, c > 0 ? k - 1 : -1};
-            const int upper[3] = {c < cellColumns - 1 ? k + 2 : -1,
-                                  r < cellRows - 1 ? k + 2 * cellColumns : -1, k};
-            AddAdjacentPolyList(k, lower);
-            AddAdjacentPolyList(k + 1, upper);
-        }
+    FreeAdjacentPolygonList();
+    m_Saved.m_NeighbourCells = {m_Saved.m_RGRows, m_Saved.m_RGColumns, 3};
+    m_Saved.m_AdjacentPolyListValid = 1;
+    m_NeighboursImplied = true;
+}
+
+void CPolysurface::GridCells::Neighbours(int i, int* three) const {
+    std::fill_n(three, 3, -1);
+    if (i >= Count()) return;
+    const int cellColumns = columns - 1;
+    const int row = RowOf(i);
+    const int column = i / 2 - row * cellColumns;
+    if (i % 2 == 0) {
+        if (row > 0) three[0] = i - 2 * cellColumns + 1;
+        three[1] = i + 1;
+        if (column > 0) three[2] = i - 1;
+    } else {
+        if (column < cellColumns - 1) three[0] = i + 1;
+        if (row < rows - 2) three[1] = i - 1 + 2 * cellColumns;
+        three[2] = i - 1;
     }
 }
 
@@ -202,7 +212,7 @@ void CPolysurface::ReducePolysurface(const CPolysurface* src, int f, int /*type*
     const double stepy = f * src->m_Saved.m_RGStepY;
     for (int r = 0; r < newRows; ++r) {
         for (int c = 0; c < newCols; ++c) {
-            const point3Dtype* block = src->m_pPoints.get() + r * f * cols + c * f;
+            const point3Dtype* block = src->m_pPoints.Get() + r * f * cols + c * f;
             double sum = 0.0;
             for (int i = 0; i < f; ++i)
                 for (int j = 0; j < f; ++j)

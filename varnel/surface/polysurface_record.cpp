@@ -15,18 +15,25 @@ constexpr std::size_t kPolygonRecordSize = 104;
 /// Makes room for a table that is read next; false when the file does not have it. A table that is
 /// written is there.
 template <class Archive, class T>
-bool Prepare(Archive& record, std::unique_ptr<T[]>& table, long long count, std::size_t size) {
+bool Prepare(Archive& record, CopyOnWrite<T>& table, long long count, std::size_t size) {
     if constexpr (Archive::kLoading) {
         if (!record.Has(count, size)) return false;
-        table = detail::NewArray<T>(count, {ERR3DCLASS_POLYSURFACE, "Load"});
+        constexpr detail::Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Load"};
+        auto elements = detail::NewArray<T>(count, kOrigin);
+        table = detail::AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [&] {
+            return CopyOnWrite<T>(std::move(elements), static_cast<std::size_t>(count));
+        });
     }
     return true;
 }
 
 template <class Archive, class T>
-bool RecordTable(Archive& record, std::unique_ptr<T[]>& table, long long count) {
+bool RecordTable(Archive& record, CopyOnWrite<T>& table, long long count) {
     if (!Prepare(record, table, count, sizeof(T))) return false;
-    record.Array(table.get(), static_cast<std::size_t>(count));
+    if constexpr (Archive::kLoading)
+        record.Array(table.Write(), static_cast<std::size_t>(count));
+    else
+        record.Array(table.Get(), static_cast<std::size_t>(count));
     return true;
 }
 
@@ -34,13 +41,16 @@ bool RecordTable(Archive& record, std::unique_ptr<T[]>& table, long long count) 
 
 template <class Archive>
 void CPolysurface::RecordPolygon(Archive& record, int i) {
-    Polygon& polygon = m_pPolygons[i];
+    Polygon polygon = m_pPolygons[i];
     PolygonColors colors;
     // What was never set is zero in the file.
     if (!Archive::kLoading && polygon.count > 0) colors = GetColors(i);
     RGBDType unused;
     record(colors.first, unused, colors.second, polygon.count, polygon.start);
-    if (Archive::kLoading && polygon.count > 0) SetColors(i, colors, "Load");
+    if constexpr (Archive::kLoading) {
+        m_pPolygons.Write()[i] = polygon;
+        if (polygon.count > 0) SetColors(i, colors, "Load");
+    }
 }
 
 /// False when a table is not wholly in the file.
@@ -79,8 +89,9 @@ bool CPolysurface::CheckTables() {
         return false;
 
     m_Saved.m_LargestPolygon = 0;
+    Polygon* const polygons = m_pPolygons.Write();
     for (int i = 0; i < m_Saved.m_MaxPolygons; ++i) {
-        Polygon& polygon = m_pPolygons[i];
+        Polygon& polygon = polygons[i];
         const bool fits = polygon.count >= 0 && polygon.start >= 0 &&
                           polygon.count <= m_Saved.m_IndexCount - polygon.start;
         if (!fits && i < m_Saved.m_NumPolygons) return false;
@@ -88,12 +99,13 @@ bool CPolysurface::CheckTables() {
         m_Saved.m_LargestPolygon = std::max(m_Saved.m_LargestPolygon, polygon.count);
     }
     const auto isPoint = [this](int index) { return index >= 0 && index < m_Saved.m_NumPoints; };
-    if (!std::all_of(m_pIndices.get(), m_pIndices.get() + m_Saved.m_IndexCount, isPoint))
+    if (!std::all_of(m_pIndices.Get(), m_pIndices.Get() + m_Saved.m_IndexCount, isPoint))
         return false;
 
     if (m_Saved.m_AdjacentPolyListValid == 0) return true;
+    std::int32_t* const neighbours = m_pAdjacentPolyList.Write();
     for (long long k = 0; k < 3LL * m_Saved.m_MaxPolygons; ++k) {
-        std::int32_t& neighbour = m_pAdjacentPolyList[k];
+        std::int32_t& neighbour = neighbours[k];
         const bool fits = neighbour >= -1 && neighbour < m_Saved.m_MaxPolygons;
         if (!fits && k < 3LL * m_Saved.m_NumPolygons) return false;
         if (!fits) neighbour = -1;
@@ -101,10 +113,52 @@ bool CPolysurface::CheckTables() {
     return true;
 }
 
+/// Lets go of tables that say what the grid implies, so that a surface that is loaded takes no more
+/// memory than the one that was saved.
+void CPolysurface::ForgetImpliedTables() {
+    if (m_Saved.m_EvenGridFlag == 0) return;
+    const auto isSame = [](const auto& a, const auto& b, long long count) {
+        return std::equal(a.Get(), a.Get() + count, b.Get());
+    };
+    CPolysurface implied;
+    implied.m_Saved = m_Saved;
+    GridCells& cells = implied.m_Saved.m_Cells;
+    cells = {m_Saved.m_RGRows, m_Saved.m_RGColumns, m_Saved.m_LargestPolygon};
+    implied.m_Saved.m_NeighbourCells = {cells.rows, cells.columns, 3};
+    const bool grid = (cells.corners == 3 || cells.corners == 4) &&
+                      cells.Count() == m_Saved.m_NumPolygons &&
+                      cells.Count() * cells.corners == m_Saved.m_IndexCount;
+    implied.m_CellsImplied = grid;
+    implied.m_NeighboursImplied = m_Saved.m_AdjacentPolyListValid != 0;
+    implied.StoreCells();
+    implied.StoreNeighbours();
+    if (grid && isSame(m_pPolygons, implied.m_pPolygons, m_Saved.m_MaxPolygons) &&
+        isSame(m_pIndices, implied.m_pIndices, m_Saved.m_IndexCapacity)) {
+        m_Saved.m_Cells = cells;
+        m_pPolygons = {};
+        m_pIndices = {};
+        m_CellsImplied = true;
+    }
+    if (implied.m_pAdjacentPolyList &&
+        isSame(m_pAdjacentPolyList, implied.m_pAdjacentPolyList, 3LL * m_Saved.m_MaxPolygons)) {
+        m_Saved.m_NeighbourCells = implied.m_Saved.m_NeighbourCells;
+        m_pAdjacentPolyList = {};
+        m_NeighboursImplied = true;
+    }
+}
+
 void CPolysurface::Save(HANDLE file) {
     detail::WithFile(file, {ERR3DCLASS_POLYSURFACE, "Save"}, [this](File& f) {
         detail::RecordWriter record(f);
-        Record(record);
+        if (!AreCellsImplied() && !AreNeighboursImplied()) {
+            Record(record);
+            return;
+        }
+        // The tables are made for the file alone.
+        CPolysurface stored(*this);
+        stored.StoreCells();
+        stored.StoreNeighbours();
+        stored.Record(record);
     });
 }
 
@@ -113,7 +167,10 @@ void CPolysurface::Load(HANDLE file) {
         ClosePolysurface();
         try {
             detail::RecordReader record(f);
-            if (!Record(record) || !CheckTables()) ClosePolysurface();
+            if (!Record(record) || !CheckTables())
+                ClosePolysurface();
+            else
+                ForgetImpliedTables();
         } catch (...) {
             ClosePolysurface();
             throw;

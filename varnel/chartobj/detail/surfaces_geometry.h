@@ -7,6 +7,7 @@
 
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/render/detail/mesh.h"
+#include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
@@ -26,6 +27,7 @@ class SurfaceMesh final : public MeshSource {
     SurfaceMesh(const CTransform3D& transform, const CPolysurface& surface, const Flattening& flat)
         : m_Transform(transform),
           m_Surface(surface),
+          m_Reader(surface),
           m_Flat(flat),
           m_AsTheyAre(flat.plane < 0 || flat.plane > 2) {
         for (int axis = 0; axis < 3; ++axis)
@@ -49,7 +51,7 @@ class SurfaceMesh final : public MeshSource {
             p = Place(p);
         return scratch;
     }
-    const int* Polygon(int k, int& n) const override { return m_Surface.FindPSPolygon(k, n); }
+    const int* Polygon(int k, int& n) const override { return m_Reader.Read(k, n); }
     void Colors(int k, RGBDType& fill, RGBDType& frame) const override {
         m_Surface.FindPSColors(k, fill, frame);
     }
@@ -64,6 +66,7 @@ class SurfaceMesh final : public MeshSource {
 
     const CTransform3D& m_Transform;
     const CPolysurface& m_Surface;
+    mutable PolygonReader m_Reader;
     Flattening m_Flat;
     bool m_AsTheyAre;
 };

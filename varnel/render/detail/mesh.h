@@ -30,7 +30,7 @@ class MeshSource {
     /// kept, all in one array, or always in `scratch`, which has room for them. A point that is no
     /// data has a coordinate that is not finite, and the polygons at it are left out.
     virtual const point3Dtype* Points(int first, int count, point3Dtype* scratch) const = 0;
-    /// The numbers of the n points of polygon k; n may be 0.
+    /// The numbers of the n points of polygon k; n may be 0. Valid until the next call.
     virtual const int* Polygon(int k, int& n) const = 0;
     /// The colours of polygon k: of its fill, and of its frame.
     virtual void Colors(int k, RGBDType& fill, RGBDType& frame) const = 0;
