@@ -55,7 +55,7 @@ TEST_F(ChartFile, ALoadedViewDrawsTheSamePicture) {
     EXPECT_EQ(chart->GetChartObj(0)->GetTransform(), chart->GetTransform(0));
     EXPECT_EQ(Draw(loaded), picture);
     loaded.Save(Path("b.chart"));
-    EXPECT_EQ(Bytes(Path("b.chart")), Bytes(Path("a.chart")));
+    EXPECT_EQ(ReadAll(Path("b.chart")), ReadAll(Path("a.chart")));
     loaded.DeleteLegends();
     EXPECT_EQ(loaded.GetNumLegends(), 0);
     loaded.NewLegend3D();
@@ -67,7 +67,7 @@ TEST_F(ChartFile, AnEmptyViewIsItsFixedFieldsTwoCountsAndTheHeader) {
     CChartView3D view;
     view.SetFont("abc", 300, 256);
     view.Save(Path("empty.chart"));
-    const std::string bytes = Bytes(Path("empty.chart"));
+    const std::string bytes = ReadAll(Path("empty.chart"));
     std::int32_t word[5];
     std::memcpy(word, bytes.data(), sizeof word);
     EXPECT_EQ(word[0], 300);
@@ -87,15 +87,15 @@ TEST_F(ChartFile, WhatThePlainFormatLacksTravelsBehindIt) {
     view.Save(Path("plain.chart"));
     view.SetHeaderOnTop(1);
     view.Save(Path("more.chart"));
-    const std::string plain = Bytes(Path("plain.chart"));
-    const std::string more = Bytes(Path("more.chart"));
+    const std::string plain = ReadAll(Path("plain.chart"));
+    const std::string more = ReadAll(Path("more.chart"));
     ASSERT_GT(more.size(), plain.size());
     EXPECT_EQ(more.substr(0, plain.size()), plain);
     CChartView3D back;
     back.Load(Path("more.chart"));
     EXPECT_EQ(back.GetHeaderOnTop(), 1);
     EXPECT_EQ(back.GetLoadComplete(), 1);
-    WriteBytes(Path("bad.chart"), more.substr(0, more.size() - 1));
+    WriteAll(Path("bad.chart"), more.substr(0, more.size() - 1));
     back.Load(Path("bad.chart"));
     EXPECT_EQ(back.GetHeaderOnTop(), 0) << "a damaged block is left out";
     EXPECT_EQ(back.GetLoadComplete(), 0);
@@ -126,10 +126,10 @@ TEST_F(ChartFile, CutOffFilesLoadWhatIsThere) {
     CChartView3D saved(&m_Window, kWidth, kHeight);
     Fill(saved);
     saved.Save(Path("whole.chart"));
-    const std::string whole = Bytes(Path("whole.chart"));
+    const std::string whole = ReadAll(Path("whole.chart"));
     for (std::size_t size = 0; size < whole.size(); size += size < 400 ? 37 : 1499) {
         SCOPED_TRACE(size);
-        WriteBytes(Path("cut.chart"), whole.substr(0, size));
+        WriteAll(Path("cut.chart"), whole.substr(0, size));
         CChartView3D loaded(&m_Window, kWidth, kHeight);
         ASSERT_NO_THROW(loaded.Load(Path("cut.chart")));
         EXPECT_EQ(loaded.GetLoadComplete(), 0);
@@ -143,7 +143,7 @@ TEST_F(ChartFile, DamagedFilesRaiseErrorsOrLoad) {
     CChartView3D saved(&m_Window, kWidth, kHeight);
     Fill(saved);
     saved.Save(Path("whole.chart"));
-    const std::string whole = Bytes(Path("whole.chart"));
+    const std::string whole = ReadAll(Path("whole.chart"));
     std::uint64_t random = 88172645463325252ULL;
     const auto next = [&random] {
         random ^= random << 13;
@@ -155,7 +155,7 @@ TEST_F(ChartFile, DamagedFilesRaiseErrorsOrLoad) {
         std::string bytes = whole;
         for (int k = 0; k < 1 + round % 5; ++k)
             bytes[next() % bytes.size()] = static_cast<char>(next());
-        WriteBytes(Path("bad.chart"), bytes);
+        WriteAll(Path("bad.chart"), bytes);
         CChartView3D loaded(&m_Window, kWidth, kHeight);
         try {
             loaded.Load(Path("bad.chart"));
@@ -186,7 +186,7 @@ TEST_F(ChartFile, WhatIsNoChartFileIsRefusedAndChangesNothing) {
     for (const std::string& bytes :
          {std::string("year,jobs\n2001,7\n2002,9\n"), png + std::string(40, '\0'),
           std::string("\x90\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\xFF\xFF\0\0", 20)}) {
-        WriteBytes(Path("jobs.csv"), bytes);
+        WriteAll(Path("jobs.csv"), bytes);
         ExpectError(ERR3D_FILE_OPEN_INPUT, ERR3DCLASS_CHARTVIEW3D, "Load",
                     [&] { view.Load(Path("jobs.csv")); });
     }
@@ -236,7 +236,7 @@ TEST_F(ChartFile, AHostWatchesAndStopsWhatTakesLong) {
     CChartView3D view(&m_Window, kWidth, kHeight);
     CChart3D* const chart = AddBar(view, kRed);
     view.Save(Path("old.chart"));
-    const std::string old = Bytes(Path("old.chart"));
+    const std::string old = ReadAll(Path("old.chart"));
     const auto picture = Draw(view);
     // Enough bars for drawing, and enough numbers for the file, to take a while.
     const std::vector<double> x(1500000, 5.0);
@@ -271,7 +271,7 @@ TEST_F(ChartFile, AHostWatchesAndStopsWhatTakesLong) {
     watch(view, [&] { view.DrawView(); });
     EXPECT_TRUE(Image(view) == picture) << "the picture is the former one";
     watch(view, [&] { view.Save(Path("old.chart")); });
-    EXPECT_TRUE(Bytes(Path("old.chart")) == old) << "the file is the former one";
+    EXPECT_TRUE(ReadAll(Path("old.chart")) == old) << "the file is the former one";
     watch(other, [&] { other.Load(Path("long.chart")); });
     EXPECT_EQ(other.GetNumCharts(), 0);
     watch(view, [&] { view.SaveToPNG(Path("never.png")); });

@@ -96,7 +96,7 @@ TEST_F(ChartView, FilesHoldTheImageOrSayWhyNot) {
     CChartView3D view(&window, 33, 20);
     AddBar(view, kRed);
     view.SaveToFile(Path("a.bmp"));
-    EXPECT_EQ(Bytes(Path("a.bmp")).size(), 14U + 40 + 1024 + 100 * 20);
+    EXPECT_EQ(ReadAll(Path("a.bmp")).size(), 14U + 40 + 1024 + 100 * 20);
     view.SaveToPNG(Path("a.png"));
     EXPECT_GT(std::filesystem::file_size(Path("a.png")), 60U);
     ExpectError(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_DIBSECTION, "SaveDIB",
@@ -200,9 +200,9 @@ TEST_F(ChartView, DefaultsComeBackWhole) {
     CChartView3D fresh;
     fresh.Save(Path("fresh.chart"));
     view.Save(Path("a.chart"));
-    EXPECT_EQ(Bytes(Path("a.chart")).substr(0, kFixedBytes),
-              Bytes(Path("fresh.chart")).substr(0, kFixedBytes));
-    EXPECT_EQ(Bytes(Path("a.chart")).size(), Bytes(Path("fresh.chart")).size());
+    EXPECT_EQ(ReadAll(Path("a.chart")).substr(0, kFixedBytes),
+              ReadAll(Path("fresh.chart")).substr(0, kFixedBytes));
+    EXPECT_EQ(ReadAll(Path("a.chart")).size(), ReadAll(Path("fresh.chart")).size());
     EXPECT_EQ(view.GetPrintScaleMode(), 1);
     EXPECT_EQ(view.GetNormPrintRect().width, 1);
     EXPECT_EQ(view.GetPrintResolution() + view.GetAntialiasing() + view.GetHeaderOnTop(), 0);

@@ -6,9 +6,9 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/told.h"
 #include "tests/support/values.h"
 #include "varnel/chartobj/box_statistics.h"
-#include "varnel/foundation/diagnostics.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel::test {
@@ -207,18 +207,14 @@ TEST(ChartObject, SpansThatDoNotBelongTogetherStoreNothingAndSayWhy) {
 }
 
 TEST(ChartObject, WhatIsSilentlyNothingIsTold) {
-    std::string told;
-    const NoticeHandler before =
-        SetDiagnosticHandler([&](const std::string& text) { told += text + "\n"; });
-    SetDiagnostics(1);
     CChartObj3D object;
-    object.PolysurfaceChart3D(nullptr);
-    object.LineChart25D(kFour, nullptr, 0, 1, 0, 1, {1, 0, 255, 1}, 0);
-    object.SetChartType(19);
-    object.DrawChartObj();
-    Saved(object);
-    SetDiagnostics(0);
-    SetDiagnosticHandler(before);
+    const std::string told = Told([&] {
+        object.PolysurfaceChart3D(nullptr);
+        object.LineChart25D(kFour, nullptr, 0, 1, 0, 1, {1, 0, 255, 1}, 0);
+        object.SetChartType(19);
+        object.DrawChartObj();
+        Saved(object);
+    });
     EXPECT_EQ(told,
               "InitPolysurfaceStorage: no surface is given, so what was stored before stays\n"
               "InitDepDataStorage: no array is given, so what was stored before stays\n"

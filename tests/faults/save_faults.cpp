@@ -16,30 +16,23 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <random>
 #include <string>
 
+#include "tests/support/files.h"
 #include "varnel/varnel.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace varnel;
+using test::ReadAll;
+using test::WriteAll;
 
 constexpr int kKills = 200;
 constexpr uid_t kNobody = 65534;
-
-std::string Get(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void Put(const fs::path& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-}
 
 std::size_t FilesIn(const fs::path& folder) {
     return static_cast<std::size_t>(
@@ -58,7 +51,7 @@ std::vector<point3Dtype> Points(int n) {
 struct Sample {
     Sample(int n, const fs::path& scratch) : surface(Points(n).data(), n, n, 0) {
         surface.Save(scratch.string());
-        bytes = Get(scratch);
+        bytes = ReadAll(scratch);
         fs::remove(scratch);
     }
 
@@ -133,7 +126,7 @@ int KillWriters(const fs::path& path, bool asNobody, Sample& small, Sample& larg
             }
             return 0;
         });
-        const std::string left = Get(path);
+        const std::string left = ReadAll(path);
         if (left != small.bytes && left != large.bytes) ++wrong;
     }
     InChild(asNobody, -1, [&] { return small.SaveTo(path) ? 0 : 1; });
@@ -144,7 +137,7 @@ int KillWriters(const fs::path& path, bool asNobody, Sample& small, Sample& larg
 void Kills(Report& report, const fs::path& folder, Sample& small, Sample& large) {
     const fs::path own = folder / "kill";
     fs::create_directory(own);
-    Put(own / "a", small.bytes);
+    WriteAll(own / "a", small.bytes);
     report.Line("kill: ordinary folder", kKills, KillWriters(own / "a", false, small, large, 1));
     if (::geteuid() != 0) {
         report.Skip("kill: other owner, folder not writable", "needs root");
@@ -168,14 +161,14 @@ int FailsWhole(
         prepare();
         return large.SaveTo(path) ? 0 : 7;
     });
-    return status == 7 && Get(path) == old && FilesIn(path.parent_path()) == files ? 0 : 1;
+    return status == 7 && ReadAll(path) == old && FilesIn(path.parent_path()) == files ? 0 : 1;
 }
 
 /// Each limit on the size of files from nothing to all but one byte, in both ways of saving.
 void Limits(Report& report, const fs::path& folder, Sample& small, Sample& large) {
     const fs::path path = folder / "limits" / "a";
     fs::create_directory(path.parent_path());
-    Put(path, small.bytes);
+    WriteAll(path, small.bytes);
     for (const SaveMode mode : {SaveMode::Replace, SaveMode::Direct}) {
         int tried = 0;
         int wrong = 0;
@@ -199,7 +192,7 @@ void FullDisk(Report& report, const fs::path& disk, const fs::path& scratch, Sam
         int wrong = 0;
         for (int n = 180; n < 280; n += 10, ++tried) {
             Sample large(n, scratch);
-            Put(path, small.bytes);
+            WriteAll(path, small.bytes);
             wrong += FailsWhole(path, small.bytes, large, false, [mode] { SetSaveMode(mode); });
         }
         report.Line(mode == SaveMode::Replace ? "disk full" : "disk full, direct", tried, wrong);
@@ -209,7 +202,7 @@ void FullDisk(Report& report, const fs::path& disk, const fs::path& scratch, Sam
 void ReadOnly(Report& report, const fs::path& folder, Sample& small, Sample& large) {
     const fs::path path = folder / "readonly" / "a";
     fs::create_directory(path.parent_path());
-    Put(path, small.bytes);
+    WriteAll(path, small.bytes);
     ::chmod(path.c_str(), 0444);
     ::chmod(path.parent_path().c_str(), 0777);
     report.Line("file read-only", 1, FailsWhole(path, small.bytes, large, ::geteuid() == 0));
@@ -239,7 +232,7 @@ int main(int argc, char** argv) {
         report.Skip("disk full", "no small disk can be mounted here");
     if (argc > 3) {
         const fs::path old = fs::path(argv[3]) / "old.chart";
-        report.Line("disk read-only", 1, FailsWhole(old, Get(old), large, false));
+        report.Line("disk read-only", 1, FailsWhole(old, ReadAll(old), large, false));
     } else {
         report.Skip("disk read-only", "none can be mounted here");
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tests/support/gl_fixture.h"
+#include "tests/support/told.h"
 #include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
@@ -171,16 +172,12 @@ TEST(Errors, CountersAreIntsThatThreadsShare) {
 }
 
 TEST(Diagnostics, AreToldOnceAndOnlyWhenOn) {
-    std::vector<std::string> told;
-    const NoticeHandler before =
-        SetDiagnosticHandler([&told](const std::string& text) { told.push_back(text); });
     detail::Diagnose("Draw", "nobody hears this");
-    SetDiagnostics(1);
-    for (int i = 0; i < 3; ++i)
-        detail::Diagnose("Draw", "symbol ", 99, " is unknown");
-    SetDiagnostics(0);
-    SetDiagnosticHandler(before);
-    EXPECT_EQ(told, std::vector<std::string>{"Draw: symbol 99 is unknown"});
+    EXPECT_EQ(test::Told([] {
+                  for (int i = 0; i < 3; ++i)
+                      detail::Diagnose("Draw", "symbol ", 99, " is unknown");
+              }),
+              "Draw: symbol 99 is unknown\n");
 }
 
 TEST(Allocation, ImpossibleSizesAndFailingConstructorsAreErrors) {

@@ -5,8 +5,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <thread>
 
@@ -118,10 +116,8 @@ TEST_F(ClipboardTest, LargePicturesArriveWholeEvenAtTwoAtOnce) {
                        " & DISPLAY=" + server->Name() +
                        " xclip -selection clipboard -o -t image/bmp > " + folder.File("b.bmp") +
                        "; wait");
-    std::ifstream png(folder.File("a.png"), std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(png), {}), PngOf(picture));
-    std::ifstream file(folder.File("b.bmp"), std::ios::binary);
-    const std::string bmp(std::istreambuf_iterator<char>(file), {});
+    EXPECT_EQ(ReadAll(folder.File("a.png")), PngOf(picture));
+    const std::string bmp = ReadAll(folder.File("b.bmp"));
     constexpr std::size_t kStart = 54;
     constexpr std::size_t kStride = 900 * 3;
     ASSERT_EQ(bmp.size(), kStart + 500 * kStride);

@@ -1,14 +1,13 @@
 #include "varnel/platform/dib_section.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstring>
 #include <limits>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_target.h"
-#include "varnel/platform/files.h"
 
 namespace varnel::test {
 namespace {
@@ -124,14 +123,10 @@ TEST(CDIBSection, PackedAndSavedBytes) {
     EXPECT_EQ(std::count(dib.begin() + 28, dib.begin() + 1064, 0), 1036) << "no colours at 24 bits";
     EXPECT_EQ(std::memcmp(dib.data() + 1064, s.dib->FindDIBBits(), 24), 0);
 
-    const std::string path =
-        testing::TempDir() + "varnel_dib_section_" + std::to_string(::getpid());
-    s.dib->SaveDIB(path);
-    const auto file = OpenInputFile(path);
-    ASSERT_TRUE(file);
-    std::vector<BYTE> bytes(file->Remaining());
-    file->Read(bytes.data(), bytes.size());
-    std::remove(path.c_str());
+    const TemporaryFolder folder;
+    s.dib->SaveDIB(folder.File("a.bmp"));
+    const std::string saved = ReadAll(folder.File("a.bmp"));
+    const std::vector<BYTE> bytes(saved.begin(), saved.end());
     const std::vector<BYTE> fileHeader = {'B', 'M', 0x4E, 0x04, 0, 0, 0, 0, 0, 0, 0x36, 0x04, 0, 0};
     ASSERT_EQ(bytes.size(), 0x44Eu);
     EXPECT_TRUE(std::equal(fileHeader.begin(), fileHeader.end(), bytes.begin()));

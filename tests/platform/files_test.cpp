@@ -8,46 +8,28 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <thread>
 
+#include "tests/support/files.h"
 #include "varnel/platform/file_handles.h"
 
 namespace varnel {
 namespace {
 
 namespace fs = std::filesystem;
+using test::ReadAll;
+using test::WriteAll;
 
 class Files : public testing::Test {
  protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "varnel-files-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        m_Folder = pattern;
-    }
-    void TearDown() override {
-        fs::permissions(m_Folder, fs::perms::owner_all);
-        fs::remove_all(m_Folder);
-    }
-
-    std::string Path(const std::string& name) const { return (m_Folder / name).string(); }
-
+    std::string Path(const std::string& name) const { return m_Folder.File(name); }
     std::size_t FilesInFolder() const {
         return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(m_Folder), fs::directory_iterator()));
+            std::distance(fs::directory_iterator(m_Folder.Path()), fs::directory_iterator()));
     }
 
-    fs::path m_Folder;
+    test::TemporaryFolder m_Folder;
 };
-
-void Put(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string Get(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 bool Save(const std::string& path, const std::string& text) {
     const std::unique_ptr<File> file = OpenOutputFile(path);
@@ -81,7 +63,7 @@ TEST_F(Files, WritesAndReadsBackAcrossItsBuffers) {
         file->Commit();
         EXPECT_THROW(file->Write("x", 1), FileException);
     }
-    EXPECT_EQ(Get(Path("a")), text);
+    EXPECT_EQ(ReadAll(Path("a")), text);
 
     const auto file = OpenInputFile(Path("a"));
     ASSERT_TRUE(file);
@@ -103,28 +85,28 @@ TEST_F(Files, WritesAndReadsBackAcrossItsBuffers) {
 }
 
 TEST_F(Files, WithoutCommitTheOldFileStaysAlone) {
-    Put(Path("a"), "old");
+    WriteAll(Path("a"), "old");
     { OpenOutputFile(Path("a"))->Write("new", 3); }
-    EXPECT_EQ(Get(Path("a")), "old");
+    EXPECT_EQ(ReadAll(Path("a")), "old");
     { OpenOutputFile(Path("b"))->Write("new", 3); }
     EXPECT_EQ(FilesInFolder(), 1u);
 }
 
 TEST_F(Files, ReplacingKeepsPermissionsAndFollowsLinks) {
-    Put(Path("a"), "old, and longer");
+    WriteAll(Path("a"), "old, and longer");
     ASSERT_EQ(::chmod(Path("a").c_str(), 0640), 0);
     fs::create_symlink("a", Path("link"));
     fs::create_symlink(Path("link"), Path("link2"));
     ASSERT_TRUE(Save(Path("link2"), "new"));
     EXPECT_TRUE(fs::is_symlink(Path("link")));
-    EXPECT_EQ(Get(Path("a")), "new");
+    EXPECT_EQ(ReadAll(Path("a")), "new");
     EXPECT_EQ(ModeOf(Path("a")), 0640u);
 
     fs::create_symlink("b", Path("dangling"));
     const mode_t before = ::umask(027);
     EXPECT_TRUE(Save(Path("dangling"), "b"));
     ::umask(before);
-    EXPECT_EQ(Get(Path("b")), "b");
+    EXPECT_EQ(ReadAll(Path("b")), "b");
     EXPECT_EQ(ModeOf(Path("b")), 0640u) << "a new file has what the umask leaves";
 }
 
@@ -138,10 +120,10 @@ std::string WhyNot(Open open, const std::string& name) {
 }
 
 TEST_F(Files, WhatCannotBeOpenedSaysWhy) {
-    Put(Path("a"), "old");
+    WriteAll(Path("a"), "old");
     fs::create_symlink("circle", Path("circle"));
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-    const std::string folder = m_Folder.string();
+    const std::string folder = m_Folder.Path();
     const std::string nul = Path("a") + std::string("\0b", 2);
     const std::string longName = Path(std::string(300, 'x'));
     const struct {
@@ -176,7 +158,7 @@ TEST_F(Files, PicturesOfChartsLieBesideThem) {
     EXPECT_EQ(PictureBeside("a.bmp", "x.chart"), "a.bmp");
     for (const char* outside : {"..", "../a.bmp", "p/../../a.bmp", "p/.."})
         EXPECT_EQ(PictureBeside(outside, "/charts/x.chart"), "") << outside;
-    Put(Path("mapped"), "old");
+    WriteAll(Path("mapped"), "old");
     SetPictureFileHook([this](const CString& picture, const CString& chart) {
         return picture == "a.bmp" && chart == "x.chart" ? Path("mapped") : CString();
     });
@@ -198,11 +180,11 @@ bool AsNobody(Body body) {
 }
 
 TEST_F(Files, NothingIsWrittenWhereAFileCannotBeReplaced) {
-    Put(Path("a"), "old");
-    Put(Path("b"), "old");
+    WriteAll(Path("a"), "old");
+    WriteAll(Path("b"), "old");
     ASSERT_EQ(::chmod(Path("a").c_str(), 0666), 0);
     ASSERT_EQ(::chmod(Path("b").c_str(), 0444), 0);
-    ASSERT_EQ(::chmod(m_Folder.c_str(), 0555), 0);
+    ASSERT_EQ(::chmod(m_Folder.Path().c_str(), 0555), 0);
     EXPECT_TRUE(AsNobody([this] {
         return WhyNot(OpenOutputFile, Path("a")) ==
                    Path("a") + ": no file can be made beside it: Permission denied" &&
@@ -215,9 +197,9 @@ TEST_F(Files, NothingIsWrittenWhereAFileCannotBeReplaced) {
         SetSaveMode(SaveMode::Replace);
         return saved;
     }));
-    EXPECT_EQ(Get(Path("a")), "on request");
+    EXPECT_EQ(ReadAll(Path("a")), "on request");
     if (::geteuid() != 0) return;
-    ASSERT_EQ(::chmod(m_Folder.c_str(), 0777), 0);
+    ASSERT_EQ(::chmod(m_Folder.Path().c_str(), 0777), 0);
     EXPECT_TRUE(AsNobody([this] {
         return WhyNot(OpenOutputFile, Path("a")) ==
                Path("a") + ": its owner cannot be kept: Operation not permitted";
@@ -241,7 +223,7 @@ TEST_F(Files, AFullDeviceIsAFailingCommit) {
 }
 
 TEST_F(Files, ALimitOnSizesKeepsTheOldFileAndTheProcess) {
-    Put(Path("a"), std::string(150, 'o'));
+    WriteAll(Path("a"), std::string(150, 'o'));
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit limit{100, before.rlim_max};
@@ -253,26 +235,26 @@ TEST_F(Files, ALimitOnSizesKeepsTheOldFileAndTheProcess) {
     }
     SetSaveMode(SaveMode::Replace);
     ::setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(Get(Path("a")), std::string(150, 'o'));
+    EXPECT_EQ(ReadAll(Path("a")), std::string(150, 'o'));
     EXPECT_EQ(FilesInFolder(), 1u);
 }
 
 TEST_F(Files, DirectSavingKeepsTheFileItself) {
     SetSaveMode(SaveMode::Direct);
-    Put(Path("a"), "old, and longer");
+    WriteAll(Path("a"), "old, and longer");
     fs::create_hard_link(Path("a"), Path("b"));
     EXPECT_TRUE(Save(Path("a"), "new"));
     EXPECT_TRUE(Save(Path("c"), "new"));
     { OpenOutputFile(Path("a"))->Write("without commit", 14); }
     SetSaveMode(SaveMode::Replace);
-    EXPECT_EQ(Get(Path("b")), "new");
-    EXPECT_EQ(Get(Path("c")), "new");
+    EXPECT_EQ(ReadAll(Path("b")), "new");
+    EXPECT_EQ(ReadAll(Path("c")), "new");
 }
 
 TEST_F(Files, TheNextSaveRemovesWhatDeadWritersLeft) {
     const auto alive = OpenOutputFile(Path("b"));
-    Put(Path(".varnel-0123456789abcdef"), "abandoned");
-    Put(Path(".varnel-0123456789ABCDEF"), "somebody else's");
+    WriteAll(Path(".varnel-0123456789abcdef"), "abandoned");
+    WriteAll(Path(".varnel-0123456789ABCDEF"), "somebody else's");
     EXPECT_TRUE(Save(Path("a"), "new"));
     EXPECT_EQ(FilesInFolder(), 3u) << "a, what is somebody else's, and the one being written";
     alive->Commit();

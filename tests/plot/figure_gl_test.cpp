@@ -3,9 +3,7 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
-#include <iterator>
 
 #include "tests/support/x_server.h"
 #include "varnel/chart/chart.h"
@@ -123,12 +121,8 @@ TEST(Figure, NamesShareAnAxisAndChartsAFigure) {
     EXPECT_EQ(left.GetChart()->GetTransform(0)->GetScaleMin().z, -5);
 }
 
-std::string ReadAll(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 TEST(Figure, TurnsOnceAndFilesTellOfIt) {
+    using test::ReadAll;
     const test::TemporaryFolder folder;
     Figure figure({.title = "Tü", .size = {60, 40}, .dpi = 254, .samples = 0});
     figure.Surface(kHill);

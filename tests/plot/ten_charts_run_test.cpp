@@ -2,16 +2,14 @@
 // the byte, and it looks as the stored one does.
 #include <gtest/gtest.h>
 
-#include <png.h>
-
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "tests/support/png.h"
 #include "tests/support/x_server.h"
 
 namespace varnel {
@@ -54,31 +52,6 @@ const Case kCases[] = {
      "--title \"Warmest hour of the day in Seattle, °C\""},
 };
 
-std::string ReadAll(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::vector<png_byte> ReadPixels(const fs::path& file) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, file.c_str()) == 0) return {};
-    image.format = PNG_FORMAT_RGB;
-    std::vector<png_byte> pixels(PNG_IMAGE_SIZE(image));
-    return png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) != 0
-               ? pixels
-               : std::vector<png_byte>();
-}
-
-/// Drivers differ in the pixels along edges: the mean difference of a component, of 255.
-double Difference(const std::vector<png_byte>& a, const std::vector<png_byte>& b) {
-    if (a.size() != b.size() || a.empty()) return 255;
-    double sum = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        sum += std::abs(a[i] - b[i]);
-    return sum / static_cast<double>(a.size());
-}
-
 class TenCharts : public testing::TestWithParam<Case> {
  protected:
     TenCharts() {
@@ -104,12 +77,15 @@ TEST_P(TenCharts, ProgramAndCommandMakeTheStoredPicture) {
     EXPECT_EQ(Run(VARNEL_EXAMPLE_PROGRAMS "/plot_" + std::string(name)), "");
     EXPECT_EQ(Run(plot + " -o command.png"), "");
     EXPECT_GT(fs::file_size(m_Folder.File("command.png")), 1000U);
-    EXPECT_TRUE(ReadAll(m_Folder.File(picture)) == ReadAll(m_Folder.File("command.png")));
+    EXPECT_TRUE(test::ReadAll(m_Folder.File(picture)) ==
+                test::ReadAll(m_Folder.File("command.png")));
     EXPECT_EQ(Run(plot + " -o small.png --size 320x240 --samples 0"), "");
     const fs::path reference = fs::path(VARNEL_EXAMPLE_REFERENCES) / "plot" / picture;
     if (std::getenv("VARNEL_UPDATE_REFERENCES") != nullptr)
         fs::copy_file(m_Folder.File("small.png"), reference, fs::copy_options::overwrite_existing);
-    EXPECT_LE(Difference(ReadPixels(m_Folder.File("small.png")), ReadPixels(reference)), 1.5);
+    EXPECT_LE(
+        test::MeanDifference(test::ReadPng(m_Folder.File("small.png")), test::ReadPng(reference)),
+        1.5);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, TenCharts, testing::ValuesIn(kCases),

@@ -2,15 +2,12 @@
 // the picture.
 #pragma once
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/files.h"
+#include "tests/support/told.h"
 #include "tests/support/values.h"
 #include "varnel/varnel.h"
 
@@ -19,24 +16,7 @@ namespace varnel::test {
 class ViewTest : public ::testing::Test {
  protected:
     void SetUp() override { CErr3D::SetErrorReportMode(0); }
-    void TearDown() override {
-        std::filesystem::remove_all(m_Folder);
-        SetDiagnosticHandler(m_Before);
-        SetDiagnostics(0);
-    }
-
-    std::string Path(const std::string& name) {
-        std::filesystem::create_directories(m_Folder);
-        return m_Folder / name;
-    }
-    static std::string Bytes(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    static void WriteBytes(const std::string& path, const std::string& bytes) {
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
-
+    std::string Path(const std::string& name) const { return m_Folder.File(name); }
     /// A chart that shows one bar on white in its lower left, seen straight from the front.
     static CChart3D* AddBar(CChartView3D& view, const RGBDType& color) {
         CTransform3D* t = nullptr;
@@ -72,24 +52,9 @@ class ViewTest : public ::testing::Test {
         return p.rgbRed == r && p.rgbGreen == g && p.rgbBlue == b;
     }
 
-    /// What diagnostics `work` gives, one a line.
-    template <class Work>
-    std::string Told(Work&& work) {
-        std::string told;
-        m_Before = SetDiagnosticHandler([&](const CString& text) { told += text + "\n"; });
-        SetDiagnostics(1);
-        work();
-        SetDiagnostics(0);
-        SetDiagnosticHandler(m_Before);
-        return told;
-    }
-
     CWnd m_Window{160, 120};
 
- private:
-    const std::filesystem::path m_Folder =
-        std::filesystem::temp_directory_path() / ("varnel_view_" + std::to_string(getpid()));
-    NoticeHandler m_Before;
+    TemporaryFolder m_Folder;
 };
 
 }  // namespace varnel::test

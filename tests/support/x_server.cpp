@@ -223,16 +223,6 @@ std::string RunCommand(const std::string& command, int* status, int seconds) {
     return text;
 }
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "varnel_test_XXXXXX";
-    if (mkdtemp(name.data()) != nullptr) m_Path = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    if (!m_Path.empty()) std::filesystem::remove_all(m_Path, ignored);
-}
-
 int LargestDifference(const Bitmap& a, const Bitmap& b) {
     if (a.Width() != b.Width() || a.Height() != b.Height()) return 255;
     int largest = 0;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "varnel/platform/pixels.h"
 
 namespace varnel::test {
@@ -57,19 +58,6 @@ bool HasProgram(const std::string& name);
 /// Runs a shell command and returns what it writes; `status` gets its exit status, 124 after
 /// `seconds`.
 std::string RunCommand(const std::string& command, int* status = nullptr, int seconds = 30);
-
-/// A folder that is deleted with the object.
-class TemporaryFolder {
- public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    std::string File(const std::string& name) const { return m_Path + "/" + name; }
-
- private:
-    std::string m_Path;
-};
 
 /// The largest difference of a colour component, 255 when the sizes differ.
 int LargestDifference(const Bitmap& a, const Bitmap& b);

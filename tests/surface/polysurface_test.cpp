@@ -1,7 +1,6 @@
 #include "varnel/surface/polysurface.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/expect_error.h"
+#include "tests/support/files.h"
 #include "tests/support/record_bytes.h"
 #include "tests/support/values.h"
 #include "varnel/platform/files.h"
@@ -458,7 +458,8 @@ TEST(PolysurfaceRecord, DamagedFilesAreSafeToUse) {
 
 TEST(PolysurfaceRecord, FilesOfTheirOwn) {
     CPolysurface surface = TwoTriangles();
-    const CString name = ::testing::TempDir() + "varnel_polysurface_" + std::to_string(::getpid());
+    const TemporaryFolder folder;
+    const CString name = folder.File("surface");
     surface.Save(name);
     CPolysurface loaded(name);
     EXPECT_EQ(Saved(loaded), Saved(surface));

@@ -12,7 +12,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -28,13 +27,10 @@
 namespace varnel {
 namespace {
 
+using test::ReadAll;
+
 constexpr int kWidth = 400;
 constexpr int kHeight = 300;
-
-std::string ReadAll(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// Two charts side by side, the left one with bars.
 void WriteChartFile(const std::string& file) {

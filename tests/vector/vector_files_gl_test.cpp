@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "tests/support/expect_error.h"
@@ -30,10 +28,7 @@ class VectorFiles : public testing::Test {
     std::string Output(const std::string& command) const {
         const std::string file = m_Folder.File("out.txt");
         test::RunCommand(command + " > " + file);
-        std::ifstream in(file);
-        std::stringstream text;
-        text << in.rdbuf();
-        return text.str();
+        return test::ReadAll(file);
     }
 
     test::TemporaryFolder m_Folder;
