@@ -235,6 +235,16 @@ void ReviveDisplay() {
     displayLife = ++processDisplay->life;
 }
 
+/// A software driver's lists of primitives live in the heap, and are freed at the end of a frame
+/// only to be needed for the next. As it is, the C library hands their memory back to the system
+/// each time, at a thousand page faults a frame or more, a tenth of its time. Having freed one
+/// large block it lets twice as much stand at the heap's end.
+void KeepFreedMemory() {
+    constexpr std::size_t kLarge = std::size_t{8} << 20;
+    void* volatile block = std::malloc(kLarge);
+    std::free(block);
+}
+
 }  // namespace
 
 bool IsForked() {
@@ -255,6 +265,7 @@ bool NewEglContext(EglContext& out, std::string& why) {
         return !failure;
     }
     WatchForks();
+    KeepFreedMemory();
     for (const Candidate& candidate : Candidates(why)) {
         Display display;
         const std::optional<Failure> failure = Try(candidate, display, out);

@@ -70,6 +70,7 @@ void GLSink::Start(std::unique_ptr<GLContext> fresh) {
     m_Lighting = m_Texture = m_Offset = m_Shading = m_Clipping = false;
     m_SentWidth = 1.0F;
     m_HasSampleShading.reset();
+    m_Queue = {};
     matrixSent = false;
     AllIsNew();
     glClearDepth(1.0);
@@ -102,6 +103,24 @@ void GLSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
     SendIdentity();
     DrawFills(state, batch);
     DrawLines(batch);
+    m_Queue.Add(batch);
+}
+
+/// A driver that draws in threads of its own may take up primitives faster than it draws them, and
+/// keep all of them until then: 1 kB for each of a million bars was seen. With two portions under
+/// way at most, it is still never idle.
+void GLSink::Queue::Add(const PrimitiveBatch& batch) {
+    constexpr std::size_t kPortion = 50000;
+    m_Count += batch.Indices().size() / 3;
+    for (const LineRun& run : batch.Lines())
+        m_Count += run.indices.size() / 2;
+    if (m_Count < kPortion) return;
+    m_Count = 0;
+    void* const earlier = std::exchange(m_Fence, glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0));
+    if (earlier == nullptr) return;
+    constexpr GLuint64 kSecond = 1000000000;
+    glClientWaitSync(static_cast<GLsync>(earlier), GL_SYNC_FLUSH_COMMANDS_BIT, kSecond);
+    glDeleteSync(static_cast<GLsync>(earlier));
 }
 
 void GLSink::DrawFills(const SceneState& state, const PrimitiveBatch& batch) {

@@ -87,6 +87,17 @@ class GLSink final : public SceneSink {
         state = on;
     }
 
+    /// What the driver was given and may not have drawn yet.
+    class Queue {
+     public:
+        void Add(const PrimitiveBatch& batch);
+
+     private:
+        std::size_t m_Count = 0;  ///< primitives since the fence
+        void* m_Fence = nullptr;  ///< of the context, which deletes it at its end
+    };
+
+    Queue m_Queue;
     bool m_Lighting = false;
     bool m_Texture = false;
     bool m_Offset = false;
