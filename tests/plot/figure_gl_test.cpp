@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "tests/support/x_server.h"
+#include "varnel/axes/axes.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chartobj/chart_object.h"
@@ -63,6 +64,10 @@ TEST(Figure, EveryKindIsSeenAndNamed) {
         {"Stacked", 2, DRAW(Area(kX, {kY, kHigher}, {.names = {"p", "q"}}))},
         {"Candles", 0, DRAW(Candles(kX, kY, kHigher, {0, 0, 0, 0}, {4, 4, 4, 4}))},
         {"Boxes", 0, DRAW(Boxes(kNames, kHigher))},
+        {"Quartiles", 0,
+         DRAW(Boxes({"a", "b"}, Quartiles{{0, 1}, {1, 2}, {2, 3}, {3, 4}, {4, 5}}))},
+        {"Planes", 1, DRAW(Planes(kX, kY, {.name = "n"}))},
+        {"Planes3D", 1, DRAW(Planes3D(kX, kNames, kHigher, {.name = "n"}))},
         {"ErrorBars", 0, DRAW(ErrorBars(kX, kY, kY, kY, {.color = kPure, .width = 4}))},
         {"Line3D", 0, DRAW(Line3D(kX, kY, kHigher, {.width = 4}))},
         {"Scatter3D", 2, DRAW(Scatter3D(kX, kY, kHigher, {.size = 12, .by = kNames}))},

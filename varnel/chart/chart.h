@@ -279,6 +279,8 @@ class VARNEL_API CChart3D {
     double GetFillDepth() const { return m_Added.fillDepth; }
     /// Pixels at the chart's edges that FitToView leaves to others, legends for one. Not saved.
     void SetReservedRoom(double left, double bottom, double right, double top);
+    /// The same, one number an edge.
+    const PixelRect& GetReservedRoom() const { return m_Reserved; }
     /// What titles and reserved room left of the chart for the last FitToView, and what its last
     /// box covers, in pixels of the view from its lower left corner; empty before.
     PixelRect GetPlotArea() const { return m_PlotArea; }

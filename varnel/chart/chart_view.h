@@ -183,6 +183,13 @@ class VARNEL_API CChartView3D {
     /// Registers the font that was set, if drawing has not done so yet: texts can be measured then.
     void UseFont();
 
+    /// 1: charts that fill their frames (CChart3D::SetFillDepth) and are laid out at every drawing
+    /// have boxes that begin and end at the same places where their positions do, above each other
+    /// and side by side, so that axes can be compared. 0, the default: each box is as large as its
+    /// own labels allow.
+    void SetAlignCharts(int on) { m_Added.alignCharts = on; }
+    int GetAlignCharts() const { return m_Added.alignCharts; }
+
     /// The rendering context, null before the view is initialised; owned by the view.
     COpenGL* GetOpenGLPntr() const { return m_pOpenGL.get(); }
     /// The image, up to date after each drawing; null before the view is initialised.
@@ -286,6 +293,7 @@ class VARNEL_API CChartView3D {
         int transparency = 0;
         double dpi = 96.0;  ///< pixels per inch
         int lineUnits = 0;  ///< 1: widths are in points
+        int alignCharts = 0;
     };
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,
@@ -298,6 +306,8 @@ class VARNEL_API CChartView3D {
     void DrawCharts();
     void DrawLegends();
     void ReserveForLegends();
+    void AlignCharts();
+    void AlignOnce();
     CChart3D* ChartOfLegend(const CLegend3D& legend) const;
     void PlaceLegends();
     void DrawHeader();

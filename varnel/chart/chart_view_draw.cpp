@@ -69,6 +69,7 @@ void CChartView3D::DrawWatched() {
     UseFont();
     if (m_Added.headerOnTop == 0) DrawHeader();
     ReserveForLegends();
+    AlignCharts();
     DrawCharts();
     if (m_Added.headerOnTop != 0) DrawHeaderOnTop();
     PlaceLegends();

@@ -1,5 +1,6 @@
 // CChartView3D: the room of legends beside and in charts whose layout is automatic.
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <vector>
 
@@ -96,6 +97,49 @@ void CChartView3D::ReserveForLegends() {
             0.0, reach(all.bottom - p.y * m_DrawHeight, mine.bottom, height),
             reach(p.x * m_DrawWidth + width - (m_DrawWidth - all.right), mine.right, width),
             reach(p.y * m_DrawHeight + height - (m_DrawHeight - all.top), mine.top, height));
+    }
+}
+
+/// What labels and titles take at the edges of charts becomes the most that any chart in the same
+/// column or row needs there. A smaller box can have other labels: what they differ in is settled
+/// the second time.
+void CChartView3D::AlignCharts() {
+    if (m_Added.alignCharts == 0 || m_ChartList.GetCount() < 2) return;
+    for (int pass = 0; pass < 2; ++pass)
+        AlignOnce();
+}
+
+void CChartView3D::AlignOnce() {
+    std::vector<CChart3D*> charts;
+    std::vector<PixelRect> insets;  // from the edges of each chart to its box
+    for (const auto& chart : m_ChartList) {
+        if (chart->GetAutoFit() == AUTOFIT_OFF || !(chart->GetFillDepth() > 0.0)) continue;
+        chart->FitToView();
+        const PixelRect box = chart->GetBoxArea();
+        if (box.IsEmpty()) continue;
+        const GLViewRType p = chart->GetChartPosition();
+        charts.push_back(chart.get());
+        insets.push_back({box.left - p.x * m_DrawWidth, box.bottom - p.y * m_DrawHeight,
+                          (p.x + p.width) * m_DrawWidth - box.right,
+                          (p.y + p.height) * m_DrawHeight - box.top});
+    }
+    const auto isSame = [](double a, double b) { return std::abs(a - b) < 1e-6; };
+    for (std::size_t i = 0; i < charts.size(); ++i) {
+        PixelRect most = insets[i];
+        const GLViewRType mine = charts[i]->GetChartPosition();
+        for (std::size_t k = 0; k < charts.size(); ++k) {
+            const GLViewRType other = charts[k]->GetChartPosition();
+            if (isSame(mine.x, other.x)) most.left = std::max(most.left, insets[k].left);
+            if (isSame(mine.y, other.y)) most.bottom = std::max(most.bottom, insets[k].bottom);
+            if (isSame(mine.x + mine.width, other.x + other.width))
+                most.right = std::max(most.right, insets[k].right);
+            if (isSame(mine.y + mine.height, other.y + other.height))
+                most.top = std::max(most.top, insets[k].top);
+        }
+        const PixelRect room = charts[i]->GetReservedRoom();
+        charts[i]->SetReservedRoom(
+            room.left + most.left - insets[i].left, room.bottom + most.bottom - insets[i].bottom,
+            room.right + most.right - insets[i].right, room.top + most.top - insets[i].top);
     }
 }
 

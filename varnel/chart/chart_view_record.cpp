@@ -127,6 +127,7 @@ void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CCha
         field("transparency", &Added::transparency);
         field("dpi", &Added::dpi);
         field("lineUnits", &Added::lineUnits);
+        field("alignCharts", &Added::alignCharts);
     });
     fields.Object("header", m_pHeader.get());
     fields.List("chart", charts);

@@ -162,6 +162,7 @@ void Pourer::Totals() {
 
 void Pourer::Points() {
     const bool bars = m_Object.GetChartType() == BARCHART3D;
+    const bool wide = bars || m_Object.GetChartType() == PLANECHART3D;
     std::vector<double> places[2];
     for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
         const point3Dtype p = m_Object.Get3DPoint(i);
@@ -169,14 +170,14 @@ void Pourer::Points() {
         Add(kX, p.x);
         Add(kY, p.y);
         Add(kZ, p.z);
-        if (!bars) continue;
+        if (!wide) continue;
         places[0].push_back(p.x + m_Object.GetIndWidth() / 2.0);
         places[1].push_back(p.y + m_Object.GetDepthWidth() / 2.0);
         Add(kX, p.x + m_Object.GetIndWidth());
         Add(kY, p.y + m_Object.GetDepthWidth());
-        Base(m_Object.GetBarHeight(i));
+        if (bars) Base(m_Object.GetBarHeight(i));
     }
-    if (!bars) return;
+    if (!wide) return;
     AddGap(kX, std::move(places[0]), m_Object.GetIndWidth());
     AddGap(kY, std::move(places[1]), m_Object.GetDepthWidth());
 }
@@ -297,17 +298,20 @@ void Pourer::Pour() {
             Values(m_Object.GetChartType() == OHLCCHART25D ? 4 : 5);
             break;
         case BARCHART3D:
+        case PLANECHART3D:
             InSpace(AxisData::kBars);
             Points();
             break;
         case SCATTERCHART3D:
         case LINECHART3D:
         case PROJECTIONLINECHART3D:
-        case PLANECHART3D:
         case SCATTERTEXT3D:
-        case VECTORS3D:
             InSpace(AxisData::kValues);
             Points();
+            break;
+        case VECTORS3D:
+            InSpace(AxisData::kValues);
+            Marks();
             break;
         case POLYSURFACECHART2D:
         case POLYSURFACECHART3D:

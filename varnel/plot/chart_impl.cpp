@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "varnel/chart/chart_view.h"
 #include "varnel/plot/detail/chart_impl.h"
@@ -103,6 +104,11 @@ double Chart::Impl::NextLayer() {
     return std::min(0.5 + 0.005 * ++layers, 0.99);
 }
 
+void Chart::Impl::AddEdges(CChartObj3D* bars, const std::vector<double>& all, double width) {
+    const DataRange range = RangeOf(all);
+    edged.push_back({bars, (range.max - range.min) / width + 1});
+}
+
 void Chart::Impl::AddEntry(CChartObj3D* object, std::string name) {
     if (!name.empty()) entries.push_back({object, {std::move(name)}});
 }
@@ -149,9 +155,7 @@ double SmallestStep(std::vector<double> values) {
 std::vector<Part> Split(const Values& by, std::size_t count, const char* call) {
     std::vector<Part> parts;
     if (by.empty()) {
-        parts.emplace_back();
-        for (std::size_t i = 0; i < count; ++i)
-            parts[0].rows.push_back(i);
+        parts.push_back({{}, AllRows(count)});
         return parts;
     }
     if (by.size() != count) Refuse(call, "by has ", by.size(), " values, not ", count);
@@ -162,6 +166,12 @@ std::vector<Part> Split(const Values& by, std::size_t count, const char* call) {
         part->rows.push_back(i);
     }
     return parts;
+}
+
+std::vector<std::size_t> AllRows(std::size_t count) {
+    std::vector<std::size_t> rows(count);
+    std::iota(rows.begin(), rows.end(), std::size_t{0});
+    return rows;
 }
 
 std::vector<double> Pick(const std::vector<double>& values, const std::vector<std::size_t>& rows) {

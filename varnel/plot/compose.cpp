@@ -12,16 +12,13 @@ namespace varnel::plot {
 
 namespace {
 
-/// A title from the data is one that all of them share; dates and names speak for themselves.
-std::string TitleOf(const PlotAxis& axis) {
-    if (!axis.options.title.empty()) return axis.options.title;
-    if (axis.mixed || axis.kind != DataKind::Numbers) return {};
-    return axis.name;
-}
+/// A line, or the first and last of prices, stands this share of their extent off the frame.
+constexpr double kSideRoom = 0.03;
+/// Where a viewer of a flat chart with a depth stands, in degrees.
+constexpr double kFromTheSide = 8.0, kFromAbove = 10.0;
 
 AxisFrame FrameOf(const PlotAxis& axis) {
     AxisFrame frame;
-    frame.title = TitleOf(axis);
     frame.logarithmic = axis.options.log;
     frame.dates = axis.kind == DataKind::Dates;
     frame.names.assign(axis.categories.begin(), axis.categories.end());
@@ -52,10 +49,21 @@ int IndexOf(const CChartView3D& view, const CChart3D* chart) {
 
 }  // namespace
 
+/// A title from the data is one that all of them share; dates and names speak for themselves.
+std::string Chart::Impl::TitleOf(int index) const {
+    const PlotAxis& axis = axes[index];
+    if (!axis.options.title.empty()) return axis.options.title;
+    if (axis.mixed || axis.kind != DataKind::Numbers) return {};
+    return axis.name;
+}
+
 FrameOptions Chart::Impl::FrameWanted() const {
     FrameOptions frame;
-    for (std::size_t axis = 0; axis < 3; ++axis)
-        frame.axes[axis] = FrameOf(axes[axis]);
+    for (const int axis : {0, 1, 2}) {
+        AxisFrame& one = frame.axes[static_cast<std::size_t>(axis)];
+        one = FrameOf(axes[axis]);
+        if (!hideTitle[axis]) one.title = TitleOf(axis);
+    }
     frame.title = title;
     frame.subtitle = subtitle;
     frame.footer = footer;
@@ -63,9 +71,17 @@ FrameOptions Chart::Impl::FrameWanted() const {
     frame.flat = layout == Layout::Flat;
     if (layout == Layout::Flat) {
         // A viewer in front of a left-handed chart stands at 90 degrees.
-        frame.azimuth = 90.0 - azimuth.value_or(0.0);
-        frame.elevation = elevation.value_or(0.0);
+        frame.azimuth = 90.0 - azimuth.value_or(depth > 0.0 ? kFromTheSide : 0.0);
+        frame.elevation = elevation.value_or(depth > 0.0 ? kFromAbove : 0.0);
+        if (depth > 0.0) frame.depth = depth;
         frame.axes[1].show = false;
+        const DataRange& along = axes[0].range;
+        if (room && !touches && frame.axes[0].names.empty() && !frame.axes[0].logarithmic &&
+            along.max > along.min) {
+            const double beyond = *room + kSideRoom * (along.max - along.min);
+            if (!frame.axes[0].min) frame.axes[0].min = along.min - beyond;
+            if (!frame.axes[0].max) frame.axes[0].max = along.max + beyond;
+        }
     } else if (layout == Layout::Map) {
         frame.azimuth = -90.0;
         frame.elevation = 90.0;
@@ -77,6 +93,27 @@ FrameOptions Chart::Impl::FrameWanted() const {
         frame.elevation = elevation.value_or(30.0);
     }
     return frame;
+}
+
+/// Edges in the colour of the ground keep bars apart that are seen from the front; bars with sides
+/// and tops have dark ones. Bars that are hardly wider than an edge have none.
+void Chart::Impl::DressEdges(const Size& picture) {
+    constexpr double kPlot = 0.85;  // of the chart's width, about
+    constexpr double kLeast = 5.0;  // pixels for each of an edge's
+    const double edge = Pixels(0.6);
+    for (EdgedBars& bars : edged) {
+        CChartObj3D& object = *bars.object;
+        const RGBDType now = object.GetOutlineColor();
+        const bool mine =
+            bars.color.a == 0 || (object.GetOutlineMode() == bars.mode && now.r == bars.color.r &&
+                                  now.g == bars.color.g && now.b == bars.color.b);
+        if (!mine) continue;
+        bars.mode = kPlot * place.width * picture.width >= kLeast * edge * bars.across ? 1 : 0;
+        bars.color = IsDeep() ? theme.outline : theme.background;
+        object.SetOutlineMode(bars.mode);
+        object.SetOutlineColor(bars.color);
+        object.SetOutlineWidth(edge);
+    }
 }
 
 void Chart::Impl::ComposeLegend(const Size& picture) {
@@ -116,6 +153,7 @@ void Chart::Impl::ComposeLegend(const Size& picture) {
 void Chart::Impl::Compose(const Size& picture) {
     if (chart == nullptr) return;
     chart->SetChartPosition(place);
+    DressEdges(picture);
     chart->AutoFrame(transform, FrameWanted());
     ComposeLegend(picture);
 }

@@ -35,6 +35,7 @@ struct Figure::State {
     std::vector<Cell> cells;
 
     GLViewRType DressGrid(const Impl& figure);
+    void ShareTitles();
     void Write(const std::string& path, const std::string& extension, const std::string& title);
 };
 
@@ -48,13 +49,38 @@ GLViewRType Figure::State::DressGrid(const Impl& figure) {
     header.SetTitle1(figure.title);
     header.SetTitle2(figure.subtitle);
     header.SetFooter(figure.footer);
-    header.SetTextSizes(sizes.title / em, sizes.subtitle / em, sizes.footer / em);
+    // The distance between titles is one of heights of the upper one, which is size 1.
+    header.SetFontHeightSF(sizes.title / em);
+    header.SetTextSizes(1.0, sizes.subtitle / sizes.title, sizes.footer / sizes.title);
     const HeaderStrips strips =
         StripsFor(sizes, !figure.title.empty(), !figure.subtitle.empty(), !figure.footer.empty());
     const double edge = header.GetMargin() / 2.0;
     const double top = strips.top > 0 ? strips.top / height + edge : 0.0;
     const double bottom = strips.bottom > 0 ? strips.bottom / height + edge : 0.0;
     return {0.0, bottom, 1.0, 1.0 - top - bottom};
+}
+
+/// A title of an axis that the chart below, or to the left, has as well stands there alone.
+void Figure::State::ShareTitles() {
+    const auto isFramed = [](const Impl& chart) {
+        return chart.layout == Layout::Flat || chart.layout == Layout::Map;
+    };
+    for (const Cell& cell : cells) {
+        Impl& mine = *cell.chart->m_Impl;
+        const int up = mine.layout == Layout::Flat ? 2 : 1;
+        mine.hideTitle[0] = mine.hideTitle[up] = false;
+        for (const Cell& next : cells) {
+            const Impl& other = *next.chart->m_Impl;
+            if (next.rows != cell.rows || next.columns != cell.columns || !isFramed(mine) ||
+                !isFramed(other))
+                continue;
+            const int otherUp = other.layout == Layout::Flat ? 2 : 1;
+            if (next.row == cell.row + 1 && next.column == cell.column)
+                mine.hideTitle[0] = mine.TitleOf(0) == other.TitleOf(0);
+            if (next.row == cell.row && next.column == cell.column - 1)
+                mine.hideTitle[up] = mine.TitleOf(up) == other.TitleOf(otherUp);
+        }
+    }
 }
 
 Chart::Chart() : m_Impl(std::make_unique<Impl>()) {
@@ -107,11 +133,15 @@ Figure::Figure(const FigureOptions& options) {
     if (width < 1 || height < 1 || width > kLargest || height > kLargest)
         Refuse("Figure", "the size is ", width, " x ", height);
     if (!(options.dpi >= 0)) Refuse("Figure", "dpi is ", options.dpi);
+    if (!(options.depth >= 0)) Refuse("Figure", "depth is ", options.depth);
     m_State = std::make_unique<State>(options);
     CChartView3D& view = m_State->view;
     ApplyTheme(view, options.theme);
     view.SetAntialiasing(options.samples);
+    view.SetDPI(DotsPerInch(options));
+    view.SetAlignCharts(1);
     m_Impl->view = &view;
+    m_Impl->depth = options.depth;
     m_Impl->theme = options.theme;
     m_Impl->legendPlace = options.legend;
     m_Impl->pixelsPerPoint = DotsPerInch(options) / 72;
@@ -133,8 +163,13 @@ Chart& Figure::At(int row, int column, int rows, int columns) {
     Chart& chart = *m_State->cells.back().chart;
     Impl& impl = *chart.m_Impl;
     impl.view = &m_State->view;
-    impl.pixelsPerPoint = m_Impl->pixelsPerPoint;
+    // Everything is smaller by as much as the texts of a smaller chart are.
+    const auto [width, height] = m_State->options.size;
+    impl.scale =
+        TextSizesFor(width / columns, height / rows).label / TextSizesFor(width, height).label;
+    impl.pixelsPerPoint = m_Impl->pixelsPerPoint * impl.scale;
     impl.height = std::max(1, m_Impl->height / rows);
+    impl.depth = m_Impl->depth;
     impl.theme = m_Impl->theme;
     impl.legendPlace = m_Impl->legendPlace;
     return chart;
@@ -143,6 +178,7 @@ Chart& Figure::At(int row, int column, int rows, int columns) {
 CChartView3D& Figure::View() {
     m_Impl->Compose(m_State->options.size);
     const bool isGrid = m_Impl->chart == nullptr && !m_State->cells.empty();
+    m_State->ShareTitles();
     const GLViewRType area = isGrid ? m_State->DressGrid(*m_Impl) : GLViewRType{0, 0, 1, 1};
     for (const auto& [row, column, rows, columns, chart] : m_State->cells) {
         chart->m_Impl->place = {area.x + area.width * (column - 1) / columns,

@@ -67,6 +67,10 @@ class VARNEL_API Chart {
                     const Values& close, const CandlesOptions& options = {});
     /// A box for each of the names (or numbers) `by`, from all samples that have it.
     Objects Boxes(const Values& by, const Values& samples, const BoxesOptions& options = {});
+    /// A box at each x from its statistics.
+    Objects Boxes(const Values& x, const Quartiles& boxes, const BoxesOptions& options = {});
+    /// A level slab at each x, at the height y.
+    Objects Planes(const Values& x, const Values& y, const PlanesOptions& options = {});
     /// From y - below to y + above.
     Objects ErrorBars(const Values& x, const Values& y, const Values& below, const Values& above,
                       const ErrorBarsOptions& options = {});
@@ -93,6 +97,9 @@ class VARNEL_API Chart {
     /// A bar at each (x, y), from the base to z.
     Objects Bars3D(const Values& x, const Values& y, const Values& z,
                    const BarsOptions& options = {});
+    /// A level slab around each (x, y), at the height z.
+    Objects Planes3D(const Values& x, const Values& y, const Values& z,
+                     const PlanesOptions& options = {});
     /// How often pairs of samples occur, as bars over a grid of bins.
     Objects Histogram(const Values& x, const Values& y, const HistogramOptions& options = {});
     /// Several series, each a ribbon at a place of its own along y.
@@ -128,7 +135,7 @@ class VARNEL_API Chart {
     void y(const AxisOptions& options);
     void z(const AxisOptions& options);
     void Title(const std::string& title, const std::string& subtitle = {});
-    /// Degrees around and above; for a flat chart they bring its depth out.
+    /// Degrees around and above; for a flat chart they bring its depth out (FigureOptions::depth).
     void Rotate(double azimuth, double elevation);
 
     CChart3D* GetChart() const;
@@ -147,6 +154,8 @@ class VARNEL_API Figure : public Chart {
     ~Figure();
 
     /// The chart at a place of a grid of charts, rows and columns counted from 1 at the top left.
+    /// The frames of flat charts and maps are aligned, and titles of axes that neighbours share
+    /// stand at the lowest or leftmost of them.
     Chart& At(int row, int column, int rows, int columns);
 
     /// Writes a picture, .png or .bmp, a page of vectors, .pdf or .svg, or a chart file, .chart, by

@@ -5,6 +5,7 @@
 
 #include "varnel/chartobj/box_statistics.h"
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/render/codes.h"
 
 namespace varnel::plot {
 
@@ -24,12 +25,6 @@ int Style(Dash dash) {
     return dash == Dash::Solid ? 0 : dash == Dash::Dashed ? 2 : 3;
 }
 
-int Symbol(Marker marker, int series) {
-    constexpr int symbols[] = {10, 12, 13, 14, 11, 15};
-    if (marker == Marker::Auto) return symbols[series % 6];
-    return static_cast<int>(marker) - static_cast<int>(Marker::Cube) + 10;
-}
-
 std::string SeriesName(const std::vector<std::string>& names, std::size_t i, const Values& values) {
     return i < names.size() ? names[i] : values.Name();
 }
@@ -41,39 +36,19 @@ Objects Chart::Line(const Values& x, const Values& y, const LineOptions& options
     c.Begin(Layout::Flat, "Line");
     const std::vector<double> xs = c.Take(kX, x, "Line", "x");
     const std::vector<double> ys = c.Take(kValue, y, "Line", "y", Count(xs));
+    c.room = std::max(c.room.value_or(0.0), 0.0);
     Objects objects;
     for (const detail::Part& part : detail::Split(options.by, xs.size(), "Line")) {
         const std::vector<double> px = detail::Pick(xs, part.rows);
         CChartObj3D* line = c.NewObject();
+        const int marker = detail::FlatMarker(options.marker, c.series);
+        const RGBDType color = c.NextColor(options.color);
         line->LineChart25D(px.data(), detail::Pick(ys, part.rows).data(), c.NextLayer(), Count(px),
-                           Style(options.dash), c.Pixels(options.width), c.NextColor(options.color),
-                           0);
+                           Style(options.dash), c.Pixels(options.width), color, 0);
+        line->SetFillColor(color);
+        line->SetMarker(marker, c.scale * options.marker_size);
         c.AddEntry(line, part.name.empty() ? options.name : part.name);
         objects.push_back(line);
-    }
-    return objects;
-}
-
-Objects Chart::Scatter(const Values& x, const Values& y, const ScatterOptions& options) {
-    Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Scatter");
-    const std::vector<double> xs = c.Take(kX, x, "Scatter", "x");
-    const std::vector<double> ys = c.Take(kValue, y, "Scatter", "y", Count(xs));
-    Objects objects;
-    for (const detail::Part& part : detail::Split(options.by, xs.size(), "Scatter")) {
-        std::vector<point3Dtype> points;
-        const double layer = c.NextLayer();
-        for (const std::size_t i : part.rows)
-            points.push_back({xs[i], layer, ys[i], 0});
-        const int symbol = Symbol(options.marker, c.series);
-        CChartObj3D* symbols = c.NewObject();
-        symbols->ScatterChart3D(points.data(), c.SymbolSize(options.size),
-                                static_cast<int>(points.size()), symbol, c.NextColor(options.color),
-                                c.theme.outline, -1, 0);
-        symbols->SetOutlineMode(0);
-        c.ColorPoints(symbols, part.rows, options.color_by, options.map, xs.size(), "Scatter");
-        c.AddEntry(symbols, part.name.empty() ? options.name : part.name);
-        objects.push_back(symbols);
     }
     return objects;
 }
@@ -83,8 +58,7 @@ Objects Chart::Bars(const Values& x, const Values& y, const BarsOptions& options
     c.Begin(Layout::Flat, "Bars");
     const std::vector<double> xs = c.Take(kX, x, "Bars", "x");
     std::vector<double> ys = c.Take(kValue, y, "Bars", "y", Count(xs));
-    const double step = detail::SmallestStep(xs);
-    const double width = options.width * step;
+    const double width = options.width * detail::SmallestStep(xs);
     CChartObj3D* bars = c.NewObject();
     const RGBDType color = c.NextColor(options.color);
     if (options.from.empty()) {
@@ -97,6 +71,9 @@ Objects Chart::Bars(const Values& x, const Values& y, const BarsOptions& options
         bars->FloatingBarChart25D(xs.data(), ys.data(), heights.data(), kBarPlace, Count(xs), width,
                                   kBarDepth, color, c.theme.outline, kCentred, kCentred, 0);
     }
+    c.AddEdges(bars, xs, width);
+    c.ColorPoints(bars, detail::AllRows(xs.size()), options.color_by, options.map, xs.size(),
+                  "Bars");
     c.AddEntry(bars, options.name);
     return {bars};
 }
@@ -124,7 +101,7 @@ Objects Chart::Bars(const Values& x, const std::vector<Values>& series,
     c.Begin(Layout::Flat, "Bars");
     const std::vector<double> xs = c.Take(kX, x, "Bars", "x");
     const std::vector<double> all = TakeSeries(c, series, Count(xs), "Bars");
-    const double step = detail::SmallestStep(xs);
+    const double width = options.width * detail::SmallestStep(xs);
     std::vector<RGBDType> colors;
     LegendEntry entry;
     for (std::size_t s = 0; s < series.size(); ++s) {
@@ -132,17 +109,35 @@ Objects Chart::Bars(const Values& x, const std::vector<Values>& series,
         entry.names.push_back(SeriesName(options.names, s, series[s]));
     }
     entry.object = c.NewObject();
-    entry.object->GroupBarChart25D(xs.data(), all.data(), kBarPlace, options.base, Count(xs),
-                                   static_cast<int>(series.size()), options.stacked,
-                                   options.width * step, kBarDepth, colors.data(), c.theme.outline,
-                                   kCentred, kCentred, 0);
+    entry.object->GroupBarChart25D(
+        xs.data(), all.data(), kBarPlace, options.base, Count(xs), static_cast<int>(series.size()),
+        options.stacked, width, kBarDepth, colors.data(), c.theme.outline, kCentred, kCentred, 0);
+    c.AddEdges(entry.object, xs,
+               options.stacked ? width : width / static_cast<double>(series.size()));
     c.entries.push_back(entry);
     return {entry.object};
+}
+
+Objects Chart::Planes(const Values& x, const Values& y, const PlanesOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Flat, "Planes");
+    const std::vector<double> xs = c.Take(kX, x, "Planes", "x");
+    const std::vector<double> ys = c.Take(kValue, y, "Planes", "y", Count(xs));
+    const double width = options.width * detail::SmallestStep(xs);
+    CChartObj3D* const planes = c.NewObject();
+    planes->PlaneChart25D(xs, ys, kBarPlace, width, kBarDepth, c.NextColor(options.color),
+                          c.theme.outline, kCentred, kCentred, INDAXIS_X);
+    c.AddEdges(planes, xs, width);
+    c.ColorPoints(planes, detail::AllRows(xs.size()), options.color_by, options.map, xs.size(),
+                  "Planes");
+    c.AddEntry(planes, options.name);
+    return {planes};
 }
 
 Objects Chart::Area(const Values& x, const Values& y, const AreaOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Area");
+    c.touches = true;
     const std::vector<double> xs = c.Take(kX, x, "Area", "x");
     const std::vector<double> ys = c.Take(kValue, y, "Area", "y", Count(xs));
     CChartObj3D* area = c.NewObject();
@@ -167,6 +162,7 @@ Objects Chart::Area(const Values& x, const std::vector<Values>& series,
                     const AreaOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Area");
+    c.touches = true;
     const std::vector<double> xs = c.Take(kX, x, "Area", "x");
     const std::vector<double> all = TakeSeries(c, series, Count(xs), "Area");
     std::vector<RGBDType> colors;
@@ -227,6 +223,7 @@ Objects Chart::Histogram(const Values& samples, const HistogramOptions& options)
     CChartObj3D* bars = c.NewObject();
     bars->BarChart25D(middles.data(), counts.data(), 0, kBarPlace, bins, width, kBarDepth,
                       c.NextColor(options.color), c.theme.outline, kCentred, kCentred, 0);
+    c.AddEdges(bars, middles, width);
     c.AddEntry(bars, options.name);
     return {bars};
 }
@@ -243,15 +240,23 @@ Objects Chart::Candles(const Values& x, const Values& open, const Values& high, 
         const std::vector<double> part = c.Take(kValue, *values, "Candles", argument, Count(xs));
         prices.insert(prices.end(), part.begin(), part.end());
     }
-    const double step = detail::SmallestStep(xs);
+    const double width = options.width * detail::SmallestStep(xs);
+    c.room = std::max(c.room.value_or(0.0), width / 2);
     const RGBDType colors[] = {c.theme.text, options.rising, options.falling, c.theme.text,
                                c.theme.text};
     CChartObj3D* candles = c.NewObject();
-    candles->SetIndWidth(options.width * step);
+    candles->SetIndWidth(width);
     candles->OHLCChart25D(xs.data(), prices.data(), kBarPlace, Count(xs), 0, 0, 0.2, c.Pixels(1),
                           colors, c.theme.outline, kCentred, kCentred, 0, nullptr);
     const int bodies[6] = {1, 0, 0, 0, 0, 1}, tics[6] = {1, 1, 1, 0, 0, 0};
     candles->SetComboChartFlags(options.ohlc ? tics : bodies);
+    candles->SetCandleStyle(1);
+    candles->SetOutlineMode(0);
+    // Lines in the colours of their bodies.
+    std::vector<RGBDType> days;
+    for (std::size_t i = 0; i < xs.size(); ++i)
+        days.push_back(close[i] < open[i] ? options.falling : options.rising);
+    candles->InitSegmentColorsStorage(days.data());
     return {candles};
 }
 
@@ -280,6 +285,29 @@ std::vector<double> SetOutliersApart(const std::vector<double>& samples, double*
 
 }  // namespace
 
+namespace {
+
+/// Boxes, as groups of their six numbers, and what lies beyond their whiskers.
+Objects AddBoxes(auto& c, const std::vector<double>& xs, const std::vector<double>& six,
+                 const std::vector<point3Dtype>& outliers, const BoxesOptions& options) {
+    const double step = detail::SmallestStep(xs);
+    const RGBDType fill = c.NextColor(options.color), line = c.theme.outline;
+    const RGBDType colors[] = {line, fill, line, fill, line, {1, 1, 1, 1}};
+    CChartObj3D* boxes = c.NewObject();
+    boxes->BoxAndWhiskerChart25D(xs, six, kBarPlace, options.width * step, kBarDepth,
+                                 SYMBOL_DIAMOND, c.SymbolSize(5), c.Pixels(1), colors, line,
+                                 kCentred, kCentred, INDAXIS_X, options.mean);
+    c.AddEntry(boxes, options.name);
+    if (outliers.empty()) return {boxes};
+    CChartObj3D* const apart = c.NewObject();
+    apart->ScatterChart3D(outliers, 0, SYMBOL_NONE, fill, line, PROJECTION_NONE, 0);
+    apart->SetMarker(MARKER_CIRCLE, 4 * c.scale);
+    apart->SetOutlineWidth(c.Pixels(0.75));
+    return {boxes, apart};
+}
+
+}  // namespace
+
 Objects Chart::Boxes(const Values& by, const Values& samples, const BoxesOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Boxes");
@@ -301,20 +329,31 @@ Objects Chart::Boxes(const Values& by, const Values& samples, const BoxesOptions
         for (const double sample : SetOutliersApart(mine, &six[b], n))
             outliers.push_back({xs[b], layer, sample, 0});
     }
-    const double step = detail::SmallestStep(xs);
-    const RGBDType fill = c.NextColor(options.color);
-    const RGBDType colors[] = {c.theme.text, fill, c.theme.text, fill, c.theme.text, {1, 1, 1, 1}};
-    CChartObj3D* boxes = c.NewObject();
-    boxes->BoxAndWhiskerChart25D(xs.data(), six.data(), kBarPlace, Count(xs), options.width * step,
-                                 kBarDepth, 12, c.SymbolSize(5), c.Pixels(1), colors,
-                                 c.theme.outline, kCentred, kCentred, 0, options.mean);
-    c.AddEntry(boxes, options.name);
-    Objects objects{boxes};
-    if (outliers.empty()) return objects;
-    objects.push_back(c.NewObject());
-    objects[1]->ScatterChart3D(outliers, c.SymbolSize(3.5), SYMBOL_CUBE, fill, c.theme.outline,
-                               PROJECTION_NONE, 0);
-    return objects;
+    return AddBoxes(c, xs, six, outliers, options);
+}
+
+Objects Chart::Boxes(const Values& x, const Quartiles& boxes, const BoxesOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Flat, "Boxes");
+    const std::vector<double> xs = c.Take(kX, x, "Boxes", "x");
+    std::vector<double> six;
+    const std::pair<const char*, const Values*> five[] = {{"least", &boxes.least},
+                                                          {"lower", &boxes.lower},
+                                                          {"median", &boxes.median},
+                                                          {"upper", &boxes.upper},
+                                                          {"most", &boxes.most}};
+    for (const auto& [argument, values] : five) {
+        const std::vector<double> part = c.Take(kValue, *values, "Boxes", argument, Count(xs));
+        six.insert(six.end(), part.begin(), part.end());
+    }
+    BoxesOptions all = options;
+    all.mean = options.mean && !boxes.mean.empty();
+    if (all.mean) {
+        const std::vector<double> means = c.Take(kValue, boxes.mean, "Boxes", "mean", Count(xs));
+        six.insert(six.end(), means.begin(), means.end());
+    }
+    six.resize(6 * xs.size(), std::numeric_limits<double>::quiet_NaN());
+    return AddBoxes(c, xs, six, {}, all);
 }
 
 Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, const Values& above,
@@ -327,22 +366,13 @@ Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, 
         Refuse("ErrorBars", "below has ", below.size(), " values, not ", xs.size());
     if (above.size() != xs.size())
         Refuse("ErrorBars", "above has ", above.size(), " values, not ", xs.size());
-    // One line with gaps: the bar, then a cap at either end.
-    constexpr double kGap = std::numeric_limits<double>::quiet_NaN();
-    const double cap = 0.1 * detail::SmallestStep(xs);
-    std::vector<double> lx, ly;
-    for (std::size_t i = 0; i < xs.size(); ++i) {
-        const double low = ys[i] - below[i], high = ys[i] + above[i];
-        for (const double end : {low, high}) {
-            lx.insert(lx.end(), {xs[i] - cap, xs[i] + cap, kGap});
-            ly.insert(ly.end(), {end, end, kGap});
-        }
-        lx.insert(lx.end(), {xs[i], xs[i], kGap});
-        ly.insert(ly.end(), {low, high, kGap});
-    }
+    std::vector<point3Dtype> points;
+    const double layer = c.NextLayer();
+    for (std::size_t i = 0; i < xs.size(); ++i)
+        points.push_back({xs[i], layer, ys[i], 0});
     CChartObj3D* bars = c.NewObject();
-    bars->LineChart25D(lx.data(), ly.data(), c.NextLayer(), Count(lx), 0, c.Pixels(options.width),
-                       options.color.value_or(c.theme.outline), 0);
+    bars->ErrorBars3D(points, below.Numbers(), above.Numbers(), kValue, c.SymbolSize(6), 0,
+                      c.Pixels(options.width), options.color.value_or(c.theme.outline));
     return {bars};
 }
 

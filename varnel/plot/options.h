@@ -32,6 +32,9 @@ struct FigureOptions {
     int samples = 4;   ///< a pixel, for smooth edges; 0: exact pixels
     Theme theme = Theme::Light();
     Legend legend = Legend::Right;  ///< beside, above or below the chart, or where data are fewest
+    /// Of flat charts, as a share of their width: they are seen a little from the side and above
+    /// then, unless Rotate says from where. 0: they are seen straight from the front.
+    double depth = 0.0;
 };
 
 struct AxisOptions {
@@ -42,14 +45,32 @@ struct AxisOptions {
 };
 
 enum class Dash { Solid, Dashed, Dotted };
-enum class Marker { Auto, Cube, Plus, Diamond, Pyramid, Hourglass, Arrow };
+/// Circle to Star are flat and face the viewer, Cube to Arrow are solids; in charts in space
+/// Diamond and Plus are solids as well. Auto: another one for each series.
+enum class Marker {
+    Auto,
+    None,
+    Circle,
+    Square,
+    Triangle,
+    Diamond,
+    Cross,
+    Plus,
+    Star,
+    Cube,
+    Pyramid,
+    Hourglass,
+    Arrow
+};
 
 struct LineOptions {
     std::string name{};
     std::optional<RGBDType> color{};
     double width = 1.5;
     Dash dash = Dash::Solid;
-    Values by{};  ///< one line for each of these names
+    Values by{};                   ///< one line for each of these names
+    Marker marker = Marker::None;  ///< at each point; solids are none
+    double marker_size = 5.0;
 };
 
 struct ScatterOptions {
@@ -70,6 +91,16 @@ struct BarsOptions {
     double base = 0.0;                 ///< where bars stand
     Values from{};                     ///< where each bar stands: floating bars
     double width = 0.8;                ///< of the distance between bars
+    Values color_by{};                 ///< one series in colours by value, with a colour bar
+    std::string map = "viridis";
+};
+
+struct PlanesOptions {
+    std::string name{};
+    std::optional<RGBDType> color{};
+    double width = 0.8;  ///< of the distance between planes
+    Values color_by{};   ///< colours by value, with a colour bar
+    std::string map = "viridis";
 };
 
 struct HistogramOptions {
@@ -104,6 +135,17 @@ struct BoxesOptions {
     /// Samples farther from the box than 1.5 times its height, drawn one by one; whiskers end at
     /// the others (Tukey, "Exploratory data analysis", 1977). Off: they reach the extremes.
     bool outliers = true;
+};
+
+/// Boxes whose statistics are known: extremes (or where whiskers end), quartiles and median of
+/// each; means where there are any.
+struct Quartiles {
+    Values least{};
+    Values lower{};
+    Values median{};
+    Values upper{};
+    Values most{};
+    Values mean{};
 };
 
 struct BandOptions {

@@ -103,6 +103,22 @@ std::vector<double> ChooseLevels(double min, double max, int count, bool around)
     return levels;
 }
 
+/// Half the step that all values are whole multiples of (1, or a tenth, ..), where it is well
+/// below the distance of the levels; 0 without one. A value that was rounded to the step may lie
+/// that much lower: lines through the middle between two values run straight where those at a value
+/// itself would follow the edges of the grid around every flat place.
+double HalfStepOf(const std::vector<double>& values, double between) {
+    for (const double step : {10.0, 5.0, 1.0, 0.5, 0.1, 0.01}) {
+        constexpr double kNear = 1e-9, kLeast = 5.0;
+        if (between < kLeast * step) continue;
+        const bool whole = std::ranges::all_of(values, [step](double v) {
+            return !std::isfinite(v) || std::abs(v / step - std::round(v / step)) < kNear;
+        });
+        if (whole) return step / 2;
+    }
+    return 0.0;
+}
+
 bool AreEven(const std::vector<double>& levels) {
     const double step = levels[1] - levels[0];
     for (std::size_t i = 2; i < levels.size(); ++i)
@@ -151,54 +167,55 @@ Objects Chart::Line3D(const Values& x, const Values& y, const Values& z,
     return objects;
 }
 
-Objects Chart::Scatter3D(const Values& x, const Values& y, const Values& z,
-                         const ScatterOptions& options) {
-    Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Scatter3D");
-    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Scatter3D");
-    Objects objects;
-    for (const detail::Part& part : detail::Split(options.by, points.size(), "Scatter3D")) {
-        std::vector<point3Dtype> mine;
-        for (const std::size_t i : part.rows)
-            mine.push_back(points[i]);
-        constexpr int symbols[] = {10, 12, 13, 14, 11, 15};
-        const int symbol = options.marker == Marker::Auto
-                               ? symbols[c.series % 6]
-                               : static_cast<int>(options.marker) - 1 + 10;
-        CChartObj3D* object = c.NewObject();
-        object->ScatterChart3D(mine.data(), c.SymbolSize(options.size),
-                               static_cast<int>(mine.size()), symbol, c.NextColor(options.color),
-                               c.theme.outline, -1, 0);
-        c.ColorPoints(object, part.rows, options.color_by, options.map, points.size(), "Scatter3D");
-        c.AddEntry(object, part.name.empty() ? options.name : part.name);
-        objects.push_back(object);
+namespace {
+
+/// Moves places from the middles of bars to their corners; the bars' widths along x and y, a share
+/// of the distance between neighbours.
+std::pair<double, double> ToCorners(std::vector<point3Dtype>& places, double share) {
+    double width[2];
+    for (const int axis : {0, 1}) {
+        std::vector<double> along;
+        for (const point3Dtype& p : places)
+            along.push_back(GetCoord3D(p, axis));
+        width[axis] = share * detail::SmallestStep(along);
     }
-    return objects;
+    for (point3Dtype& p : places) {
+        p.x -= width[0] / 2;
+        p.y -= width[1] / 2;
+    }
+    return {width[0], width[1]};
 }
+
+}  // namespace
 
 Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
                       const BarsOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Spatial, "Bars3D");
     std::vector<point3Dtype> corners = TakePoints(c, x, y, z, "Bars3D");
-    double width[2];
-    for (const int axis : {0, 1}) {
-        std::vector<double> places;
-        for (const point3Dtype& p : corners)
-            places.push_back(GetCoord3D(p, axis));
-        const double step = detail::SmallestStep(places);
-        width[axis] = options.width * step;
-    }
-    for (point3Dtype& p : corners) {
-        p.x -= width[0] / 2;
-        p.y -= width[1] / 2;
-    }
+    const auto [across, deep] = ToCorners(corners, options.width);
     const std::vector<double> feet(corners.size(), options.base);
     CChartObj3D* bars = c.NewObject();
-    bars->BarChart3D(corners.data(), feet.data(), static_cast<int>(corners.size()), width[0],
-                     width[1], c.NextColor(options.color), c.theme.outline);
+    bars->BarChart3D(corners.data(), feet.data(), static_cast<int>(corners.size()), across, deep,
+                     c.NextColor(options.color), c.theme.outline);
+    c.ColorPoints(bars, detail::AllRows(corners.size()), options.color_by, options.map,
+                  corners.size(), "Bars3D");
     c.AddEntry(bars, options.name);
     return {bars};
+}
+
+Objects Chart::Planes3D(const Values& x, const Values& y, const Values& z,
+                        const PlanesOptions& options) {
+    Impl& c = *m_Impl;
+    c.Begin(Layout::Spatial, "Planes3D");
+    std::vector<point3Dtype> corners = TakePoints(c, x, y, z, "Planes3D");
+    const auto [across, deep] = ToCorners(corners, options.width);
+    CChartObj3D* const planes = c.NewObject();
+    planes->PlaneChart3D(corners, across, deep, c.NextColor(options.color), c.theme.outline);
+    c.ColorPoints(planes, detail::AllRows(corners.size()), options.color_by, options.map,
+                  corners.size(), "Planes3D");
+    c.AddEntry(planes, options.name);
+    return {planes};
 }
 
 Objects Chart::Ribbons(const Values& x, const std::vector<Values>& series,
@@ -364,6 +381,11 @@ Objects Chart::Contours(const Grid& grid, const ContourOptions& options) {
     for (std::size_t i = 1; i < count; ++i)
         if (!(levels[i] > levels[i - 1]))
             Refuse("Contours", "level ", levels[i], " does not lie above ", levels[i - 1]);
+    if (options.levels.empty() && count > 1) {
+        const double raise = HalfStepOf(grid.z.Numbers(), levels[1] - levels[0]);
+        for (int i = 0; i < surface.GetPSNumPoints(); ++i)
+            surface.GetPSPoints()[i].z += raise;
+    }
     Objects objects;
     if (options.filled) objects.push_back(AddBands(c, surface, levels, options.map));
     std::vector<RGBDType> colors(count + 1, c.theme.outline);

@@ -28,6 +28,14 @@ struct LegendEntry {
     std::vector<std::string> names;  ///< several: those of the object's groups
 };
 
+/// A bar chart, whose bars have edges where they are wide enough for that.
+struct EdgedBars {
+    CChartObj3D* object = nullptr;
+    double across = 1.0;  ///< how many bars find room beside each other
+    int mode = 1;         ///< what was chosen last; a caller's own choice differs and is kept
+    RGBDType color{0, 0, 0, 0};
+};
+
 /// How the box of a chart is looked at.
 enum class Layout { None, Flat, Spatial, Map };
 
@@ -35,7 +43,8 @@ struct Chart::Impl {
     CChartView3D* view = nullptr;
     GLViewRType place{0, 0, 1, 1};
     double pixelsPerPoint = 1.0;
-    int height = 1;  ///< of the chart, in pixels
+    double scale = 1.0;  ///< of markers, whose points are those of the whole picture
+    int height = 1;      ///< of the chart, in pixels
     CChart3D* chart = nullptr;
     CTransform3D* transform = nullptr;
     Layout layout = Layout::None;
@@ -45,6 +54,12 @@ struct Chart::Impl {
     std::string title, subtitle, footer;
     std::optional<double> azimuth, elevation;
     std::optional<double> turn;  ///< degrees further about the upright axis, for a turntable
+    double depth = 0.0;          ///< FigureOptions::depth
+    bool hideTitle[3] = {};      ///< of an axis, for a neighbour shows the same
+    /// Room beside lines and prices: none where areas touch the frame as well.
+    bool touches = false;
+    std::optional<double> room;  ///< beyond the data along x, in their units
+    std::vector<EdgedBars> edged;
     Theme theme;
     Legend legendPlace = Legend::Right;
     int series = 0;
@@ -67,6 +82,11 @@ struct Chart::Impl {
     void ResolveOptions();
     RGBDType NextColor(const std::optional<RGBDType>& given);
     int Pixels(double points) const;
+    /// Gives points the next series' colour and the marker, or solid, that the options mean.
+    Objects AddScatter(const std::vector<point3Dtype>& points, const ScatterOptions& options,
+                       const char* call);
+    /// Bars `width` wide; `all` are their places along x.
+    void AddEdges(CChartObj3D* bars, const std::vector<double>& all, double width);
     /// The relative size of symbols that are `points` large.
     double SymbolSize(double points) const;
     /// Where along the depth of a flat chart the next object stands.
@@ -78,12 +98,16 @@ struct Chart::Impl {
                      const Values& values, const std::string& map, std::size_t count,
                      const char* call);
 
+    /// What an axis of the box is called in the picture; empty without a title.
+    std::string TitleOf(int axis) const;
     /// Limits, axes, titles, view and legend from all of that: the one place where a chart gets
     /// its frame. `picture` is the size of the whole picture.
     void Compose(const Size& picture);
 
  private:
     FrameOptions FrameWanted() const;
+    void DressEdges(const Size& picture);
+    bool IsDeep() const { return azimuth || elevation || depth > 0.0; }
     void ComposeLegend(const Size& picture);
     class CLegend3D* m_Legend = nullptr;
 };
@@ -106,6 +130,12 @@ struct Part {
     std::vector<std::size_t> rows;
 };
 std::vector<Part> Split(const Values& by, std::size_t count, const char* call);
+
+/// The code of a flat marker, MARKER_NONE for solids; Auto: that of a series, counted from 0.
+int FlatMarker(Marker marker, int series);
+
+/// 0, 1, .. below `count`.
+std::vector<std::size_t> AllRows(std::size_t count);
 
 /// Those values of a column that stand in the rows.
 std::vector<double> Pick(const std::vector<double>& values, const std::vector<std::size_t>& rows);
