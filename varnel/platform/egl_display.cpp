@@ -100,18 +100,20 @@ std::vector<Candidate> Devices(std::string_view which) {
     return {};
 }
 
-/// What is to be tried, in this order. Empty, with the reason, when VARNEL_EGL names nothing.
-std::vector<Candidate> Candidates(std::string& why) {
+/// What is to be tried, in this order: the first when nothing was tried yet, and after it the rest,
+/// for which devices are asked for, the dearer part. Empty, with the reason, when VARNEL_EGL names
+/// nothing.
+std::vector<Candidate> Candidates(bool first, std::string& why) {
     const Candidate surfaceless{"surfaceless", EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY};
     const Candidate fallback{"default display", 0, nullptr};
     const char* setting = std::getenv("VARNEL_EGL");
     if (setting == nullptr || *setting == '\0') {
-        std::vector<Candidate> all{surfaceless};
-        for (const Candidate& device : Devices("device"))
-            all.push_back(device);
-        all.push_back(fallback);
-        return all;
+        if (first) return {surfaceless};
+        std::vector<Candidate> rest = Devices("device");
+        rest.push_back(fallback);
+        return rest;
     }
+    if (!first) return {};
     const std::string_view which = setting;
     if (which == "surfaceless") return {surfaceless};
     if (which == "default") return {fallback};
@@ -266,18 +268,20 @@ bool NewEglContext(EglContext& out, std::string& why) {
     }
     WatchForks();
     KeepFreedMemory();
-    for (const Candidate& candidate : Candidates(why)) {
-        Display display;
-        const std::optional<Failure> failure = Try(candidate, display, out);
-        if (!failure) {
-            display.name = candidate.name;
-            display.largest = LargestSide();
-            processDisplay = display;
-            displayLife = display.life;
-            why.clear();
-            return true;
+    for (const bool first : {true, false}) {
+        for (const Candidate& candidate : Candidates(first, why)) {
+            Display display;
+            const std::optional<Failure> failure = Try(candidate, display, out);
+            if (!failure) {
+                display.name = candidate.name;
+                display.largest = LargestSide();
+                processDisplay = display;
+                displayLife = display.life;
+                why.clear();
+                return true;
+            }
+            why += (why.empty() ? "" : "; ") + candidate.name + ": " + failure->text;
         }
-        why += (why.empty() ? "" : "; ") + candidate.name + ": " + failure->text;
     }
     return false;
 }

@@ -127,8 +127,9 @@ bool EglGLContext::Replace() {
 }
 
 void EglGLContext::SetSamples(int samples) {
+    const bool same = std::max(samples, 1) == std::max(m_SamplesWanted, 1);
     m_SamplesWanted = samples;
-    if (MakeCurrent(nullptr)) Replace();
+    if (!same && MakeCurrent(nullptr)) Replace();
 }
 
 bool EglGLContext::SetTarget(const HBITMAP& bitmap) {
