@@ -8,6 +8,12 @@
 #include "varnel/render/detail/mesh_normals.h"
 
 namespace varnel::detail {
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr float kUnknown = 2.0F;  // no cosine
+
+}  // namespace
 
 void MeshEdges::Reset(int numPolygons) {
     // Two rows of a large grid fit; the table stays in the cache.
@@ -30,7 +36,7 @@ bool MeshEdges::Insert(int a, int b, PackedColor color) {
 
 void MeshPainter::PlacePoints(const MatrixStack& matrix, const MeshSource& mesh) {
     constexpr int kBlock = 1024;
-    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    constexpr auto kNowhere = static_cast<float>(kNone);
     const int n = mesh.NumPoints();
     m_Places.resize(static_cast<std::size_t>(n));
     m_Kept = nullptr;
@@ -46,7 +52,7 @@ void MeshPainter::PlacePoints(const MatrixStack& matrix, const MeshSource& mesh)
             const bool isData = (p.x + p.y + p.z) * 0.0 == 0.0;
             *out++ = isData ? Place{static_cast<float>(p.x), static_cast<float>(p.y),
                                     static_cast<float>(p.z)}
-                            : Place{kNone, kNone, kNone};
+                            : Place{kNowhere, kNowhere, kNowhere};
         }
     }
 }
@@ -63,25 +69,45 @@ bool MeshPainter::Gather(const Coverage& coverage, const int* numbers, int n) {
     return sum == sum;
 }
 
+Turned MeshPainter::LightOf(const Renderer& renderer, const MeshNormals& normals, int k,
+                            int point) {
+    const auto compute = [&] {
+        const Vec3 normal = renderer.matrix.NormalToDevice(normals.At(k, point));
+        const Turned turned = TurnedBy(renderer.scene.light, normal);
+        const bool none = normal.x == 0.0 && normal.y == 0.0 && normal.z == 0.0;
+        return none ? Turned{kNone, kNone} : turned;
+    };
+    if (normals.IsSharp(point)) return compute();
+    PointLight& kept = m_Light[static_cast<std::size_t>(point)];
+    if (kept.toLight == kUnknown) {
+        const Turned turned = compute();
+        kept = {static_cast<float>(turned.toLight), static_cast<float>(turned.toHighlight)};
+    }
+    return {static_cast<double>(kept.toLight), static_cast<double>(kept.toHighlight)};
+}
+
 void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
                           const MeshNormals* normals, int k) {
     int n = 0;
     const int* const numbers = mesh.Polygon(k, n);
     const auto count = static_cast<std::size_t>(n);
-    m_Corners.resize(count);
     renderer.corners.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i)
+        renderer.corners[i] = ToVec3(m_Places[static_cast<std::size_t>(numbers[i])]);
+    const bool smooth = style.lit && normals != nullptr;
+    bool needsPoints = !smooth || style.twoSided || style.state.textured;
+    m_Turned.resize(count);
+    for (std::size_t i = 0; smooth && i < count; ++i) {
+        m_Turned[i] = LightOf(renderer, *normals, k, numbers[i]);
+        needsPoints = needsPoints || std::isnan(m_Turned[i].toLight);
+    }
+    m_Corners.resize(count);
+    for (std::size_t i = 0; needsPoints && i < count; ++i) {
         point3Dtype scratch;
         m_Corners[i] =
             m_Kept != nullptr ? m_Kept[numbers[i]] : *mesh.Points(numbers[i], 1, &scratch);
-        const Place& p = m_Places[static_cast<std::size_t>(numbers[i])];
-        renderer.corners[i] = ToVec3(p);
     }
-    m_Normals.clear();
-    for (std::size_t i = 0; normals != nullptr && i < count; ++i)
-        m_Normals.push_back(normals->At(k, numbers[i]));
-    renderer.AddSeenFill(style, m_Corners.data(), n,
-                         normals != nullptr ? m_Normals.data() : nullptr);
+    renderer.AddSeenFill(style, m_Corners.data(), n, smooth ? m_Turned.data() : nullptr);
 }
 
 void MeshPainter::AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
@@ -109,6 +135,7 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
     PlacePoints(renderer.matrix, mesh);
     m_AllSegments = !renderer.LeavesOutSegments(renderer.lineWidth);
     if (lines) m_Edges.Reset(mesh.NumPolygons());
+    if (look.normals != nullptr) m_Light.assign(m_Places.size(), {kUnknown, 0.0F});
     SurfaceStyle style = look.style;
     RGBDType fill;
     RGBDType frame;

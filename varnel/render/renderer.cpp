@@ -79,22 +79,28 @@ void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n)
 }
 
 /// The colour of a fill that is lit, or the factor on its texture's.
-RGBDType Renderer::Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const {
-    const Vec3 side = turned ? Vec3{-normal.x, -normal.y, -normal.z} : normal;
-    if (!style.state.shaded) return LitColor(scene.light, side, style.color);
+RGBDType Renderer::Lit(const SurfaceStyle& style, const Turned& turned, bool otherSide) const {
+    const double side = otherSide ? -1.0 : 1.0;
+    const Turned seen{turned.toLight * side, turned.toHighlight * side};
+    if (!style.state.shaded) return LitColor(scene.light, seen, style.color);
     const double shade =
-        style.shadeLow + (style.shadeHigh - style.shadeLow) * Facing(scene.light, side);
+        style.shadeLow + (style.shadeHigh - style.shadeLow) * Facing(scene.light, seen);
     return {shade, shade, shade, style.color.a};
 }
 
-void Renderer::LightCorners(const SurfaceStyle& style, const Vec3* normals, int n,
-                            const Vec3& whole) {
-    const bool turned = style.twoSided && whole.z > 0.0;
-    m_Colors.clear();
-    for (int i = 0; i < n; ++i) {
-        const Vec3 normal = matrix.NormalToDevice(normals[i]);
-        const bool none = normal.x == 0.0 && normal.y == 0.0 && normal.z == 0.0;
-        m_Colors.push_back(PackWithAlpha(Lit(style, none ? whole : normal, turned)));
+void Renderer::LightCorners(const SurfaceStyle& style, const point3Dtype* pts, const Turned* turned,
+                            int n) {
+    const auto isMissing = [](const Turned& t) { return std::isnan(t.toLight); };
+    const bool otherSide = style.twoSided && matrix.LeadsAway(PolygonNormal(pts, n));
+    Turned whole;
+    if (std::any_of(turned, turned + n, isMissing))
+        whole = TurnedBy(scene.light, matrix.NormalToDevice(PolygonNormal(pts, n)));
+    m_Colors.resize(static_cast<std::size_t>(n));
+    const std::uint8_t alpha = PackWithAlpha(style.color).bytes[3];
+    for (PackedColor& color : m_Colors) {
+        color = Pack(Lit(style, isMissing(*turned) ? whole : *turned, otherSide));
+        color.bytes[3] = alpha;
+        ++turned;
     }
 }
 
@@ -127,7 +133,7 @@ void Renderer::DropTransparent() {
 }
 
 void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
-                           const Vec3* normals) {
+                           const Turned* turned) {
     const bool kept = IsKept(style.color);
     if (!kept && !batch.Accepts(style.state)) Flush();
     const double* texture = nullptr;
@@ -140,15 +146,14 @@ void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, in
         texture = textures.data();
     }
     RGBDType seen = style.color;
-    Vec3 normal{};
-    if (style.lit) {
+    const bool smooth = style.lit && turned != nullptr;
+    if (style.lit && !smooth) {
         // The viewer stands on the side of negative z.
-        normal = matrix.NormalToDevice(PolygonNormal(pts, n));
-        seen = Lit(style, normal, style.twoSided && normal.z > 0.0);
+        const Vec3 normal = matrix.NormalToDevice(PolygonNormal(pts, n));
+        seen = Lit(style, TurnedBy(scene.light, normal), style.twoSided && normal.z > 0.0);
     }
-    const bool smooth = style.lit && normals != nullptr;
     if (smooth)
-        LightCorners(style, normals, n, normal);
+        LightCorners(style, pts, turned, n);
     else if (kept)
         m_Colors.assign(static_cast<std::size_t>(n), PackWithAlpha(seen));
     if (kept) return KeepFill(style, texture, n);

@@ -4,33 +4,22 @@
 #include <cmath>
 
 namespace varnel::detail {
-namespace {
 
-/// By the direction halfway between those to the light and to the viewer.
-double Highlight(const SceneLight& light, const Vec3& normal) {
+Turned TurnedBy(const SceneLight& light, const Vec3& normal) {
+    Turned turned{Dot(normal, light.direction), 0.0};
+    if (!(light.gloss > 0.0)) return turned;
+    // Halfway between the directions to the light and to the viewer.
     const Vec3 half = Normalized({light.direction.x, light.direction.y, light.direction.z - 1.0});
-    return light.gloss * std::pow(std::max(0.0, Dot(normal, half)), light.shininess);
+    turned.toHighlight = Dot(normal, half);
+    return turned;
 }
 
-}  // namespace
-
-RGBDType LitColor(const SceneLight& light, const Vec3& normal, const RGBDType& color) {
-    // OpenGL's sum for one directional light: the material's ambient and diffuse
-    // colour is the current one, and a face that looks away from the light gets the ambient alone.
-    const double facing = std::max(0.0, Dot(normal, light.direction));
-    const double highlight = light.gloss > 0.0 && facing > 0.0 ? Highlight(light, normal) : 0.0;
-    const auto component = [=](double material, float scene, float ambient, float diffuse) {
-        const double sum = static_cast<double>(scene) + static_cast<double>(ambient) +
-                           facing * static_cast<double>(diffuse);
-        return std::clamp(material * sum + highlight, 0.0, 1.0);
-    };
-    return {component(color.r, light.sceneAmbient.r, light.ambient.r, light.diffuse.r),
-            component(color.g, light.sceneAmbient.g, light.ambient.g, light.diffuse.g),
-            component(color.b, light.sceneAmbient.b, light.ambient.b, light.diffuse.b), color.a};
+double Highlight(const SceneLight& light, double toHighlight) {
+    return light.gloss * std::pow(std::max(0.0, toHighlight), light.shininess);
 }
 
-double Facing(const SceneLight& light, const Vec3& normal) {
-    const double facing = std::max(0.0, Dot(normal, light.direction));
+double Facing(const SceneLight& light, const Turned& turned) {
+    const double facing = std::max(0.0, turned.toLight);
     const double most = -light.direction.z;
     return most > 0.0 ? std::min(1.0, facing / most) : facing;
 }

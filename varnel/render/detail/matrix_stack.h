@@ -58,6 +58,8 @@ class MatrixStack {
     Vec3 DirectionToDevice(const Vec3& d) const;
     /// The direction in device coordinates of a normal of a surface, at length 1.
     Vec3 NormalToDevice(const Vec3& n) const;
+    /// Whether that direction leads away from the viewer.
+    bool LeadsAway(const Vec3& n) const { return Dot(m_NormalRows[2], n) > 0.0; }
     /// -1 when the matrix mirrors, else 1.
     int Handedness() const { return m_Determinant < 0.0 ? -1 : 1; }
     /// The plane (a, b, c, d) in device coordinates; false when the matrix has no inverse.

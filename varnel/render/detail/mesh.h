@@ -11,6 +11,7 @@
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/points.h"
 #include "varnel/render/detail/renderer.h"
+#include "varnel/render/detail/scene.h"
 
 namespace varnel::detail {
 
@@ -84,8 +85,14 @@ class MeshPainter {
         return {static_cast<double>(p.x), static_cast<double>(p.y), static_cast<double>(p.z)};
     }
 
+    /// How a point lies to the light; kept, since several polygons share it.
+    struct PointLight {
+        float toLight, toHighlight;
+    };
+
     void PlacePoints(const MatrixStack& matrix, const MeshSource& mesh);
     bool Gather(const Coverage& coverage, const int* numbers, int n);
+    Turned LightOf(const Renderer& renderer, const MeshNormals& normals, int k, int point);
     void AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
                  const MeshNormals* normals, int k);
     void AddFrame(Renderer& renderer, LineRun& run, const int* numbers, int n,
@@ -95,7 +102,8 @@ class MeshPainter {
     const point3Dtype* m_Kept = nullptr;  ///< all points, where the mesh keeps them as they are
     std::vector<WindowPoint> m_Window;    ///< of the polygon at hand
     std::vector<point3Dtype> m_Corners;
-    std::vector<Vec3> m_Normals;  ///< of the corners
+    std::vector<PointLight> m_Light;  ///< of the points that were asked for
+    std::vector<Turned> m_Turned;     ///< of the corners
     MeshEdges m_Edges;
     bool m_AllSegments = true;
 };

@@ -19,10 +19,13 @@ class MeshNormals {
     /// multiplied by `scale`: in the proportions in which it is seen.
     MeshNormals(const MeshSource& mesh, const Vec3& scale, double crease);
 
+    /// Whether polygons have normals of their own at a point.
+    bool IsSharp(int point) const {
+        return !m_Sharp.empty() && m_Sharp[static_cast<std::size_t>(point)] != 0;
+    }
     /// In the coordinates of the mesh, at no particular length; 0 where there is none.
     Vec3 At(int polygon, int point) const {
-        if (!m_Sharp.empty() && m_Sharp[static_cast<std::size_t>(point)] != 0)
-            return AtCorner(polygon, point);
+        if (IsSharp(point)) return AtCorner(polygon, point);
         return ToVec3(m_Points[static_cast<std::size_t>(point)]);
     }
 

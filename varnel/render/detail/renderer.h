@@ -71,10 +71,11 @@ class Renderer {
     /// Adds the polygon whose n places stand in `corners`, if it can be seen. Its normal is that of
     /// its first three points, of its whole outline when they lie on one line.
     void AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n);
-    /// The same without asking whether it can be seen; with the normals of its corners, of any
-    /// length, each corner is lit by its own and the light runs evenly between them.
+    /// The same without asking whether it can be seen; where it is told how its corners lie to the
+    /// light (NaN: as the polygon does), the light runs evenly between them, and the points are
+    /// read only for a texture, of what is lit on both sides, and for corners of NaN.
     void AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
-                     const Vec3* normals = nullptr);
+                     const Turned* turned = nullptr);
     /// Adds the segments of a polyline in one colour whose n places stand in `corners`.
     void AddOutline(int n, bool closed, const RGBDType& color);
     /// Adds the segments of a polyline whose vertices have their colours.
@@ -113,8 +114,9 @@ class Renderer {
     void AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline);
 
  private:
-    RGBDType Lit(const SurfaceStyle& style, const Vec3& normal, bool turned) const;
-    void LightCorners(const SurfaceStyle& style, const Vec3* normals, int n, const Vec3& whole);
+    RGBDType Lit(const SurfaceStyle& style, const Turned& turned, bool otherSide) const;
+    void LightCorners(const SurfaceStyle& style, const point3Dtype* pts, const Turned* turned,
+                      int n);
     void KeepFill(const SurfaceStyle& style, const double* texture, int n);
     void AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color);
 

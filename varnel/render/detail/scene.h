@@ -7,6 +7,7 @@
 // are in pixels of the image.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
@@ -49,12 +50,37 @@ struct SceneState {
     bool frameOffset = true;   ///< whether fills that get a frame lie behind their lines
 };
 
-/// The colour of a surface with a normal of length 1 (or 0: no light but the ambient one), each
-/// component within 0..1.
-RGBDType LitColor(const SceneLight& light, const Vec3& normal, const RGBDType& color);
+/// How a surface lies to the light: cosines, which change their sign with the side.
+struct Turned {
+    double toLight = 0.0;
+    double toHighlight = 0.0;  ///< of the direction of its brightest highlight; 0 without gloss
+};
+
+/// By a normal of length 1 (or 0: no light but the ambient one).
+Turned TurnedBy(const SceneLight& light, const Vec3& normal);
+
+/// How bright the highlight is.
+double Highlight(const SceneLight& light, double toHighlight);
+
+/// The colour of a surface, each component within 0..1.
+inline RGBDType LitColor(const SceneLight& light, const Turned& turned, const RGBDType& color) {
+    // OpenGL's sum for one directional light: the material's ambient and diffuse
+    // colour is the current one, and a face that looks away from the light gets the ambient alone.
+    const double facing = std::max(0.0, turned.toLight);
+    const bool glossy = light.gloss > 0.0 && facing > 0.0;
+    const double highlight = glossy ? Highlight(light, turned.toHighlight) : 0.0;
+    const auto component = [=](double material, float scene, float ambient, float diffuse) {
+        const double sum = static_cast<double>(scene) + static_cast<double>(ambient) +
+                           facing * static_cast<double>(diffuse);
+        return std::clamp(material * sum + highlight, 0.0, 1.0);
+    };
+    return {component(color.r, light.sceneAmbient.r, light.ambient.r, light.diffuse.r),
+            component(color.g, light.sceneAmbient.g, light.ambient.g, light.diffuse.g),
+            component(color.b, light.sceneAmbient.b, light.ambient.b, light.diffuse.b), color.a};
+}
 
 /// How much of the light a surface gets, as a share of what one gets that faces the viewer: 0..1.
-double Facing(const SceneLight& light, const Vec3& normal);
+double Facing(const SceneLight& light, const Turned& turned);
 
 /// The entry of the colour table for a texture coordinate: the nearest one, repeated beyond 0..1.
 inline int TextureIndex(const SceneState& state, double coordinate) {
