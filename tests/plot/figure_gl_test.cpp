@@ -126,6 +126,26 @@ TEST(Figure, NamesShareAnAxisAndChartsAFigure) {
     EXPECT_EQ(left.GetChart()->GetTransform(0)->GetScaleMin().z, -5);
 }
 
+TEST(Figure, FramesOfAGridAreAlignedAndShareTitles) {
+    Figure figure({.title = "t", .size = {300, 300}, .samples = 0});
+    Chart& upper = figure.At(1, 1, 2, 1);
+    Chart& lower = figure.At(2, 1, 2, 1);
+    upper.Bars(kX, {100000, 300000, 200000, 500000}, {.name = "long"});
+    lower.Line(kX, kY);
+    const std::pair<Chart*, const char*> titles[] = {{&upper, ""}, {&lower, "x"}};
+    for (const auto& [chart, title] : titles)
+        chart->x({.title = "x"});
+    figure.View().DrawView();
+    const PixelRect above = upper.GetChart()->GetBoxArea(), below = lower.GetChart()->GetBoxArea();
+    EXPECT_NEAR(above.left, below.left, 1.0);
+    EXPECT_NEAR(above.right, below.right, 1.0);
+    for (const auto& [chart, expected] : titles) {
+        CString title;
+        chart->GetChart()->GetAxes(0)->GetAxisTitleString(0, title);
+        EXPECT_EQ(title, expected);
+    }
+}
+
 TEST(Figure, TurnsOnceAndFilesTellOfIt) {
     using test::ReadAll;
     const test::TemporaryFolder folder;

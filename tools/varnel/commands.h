@@ -35,7 +35,8 @@ struct RenderOptions {
     std::string output;
     PictureSize size;
     int samples = 4;
-    std::string format = "png";     ///< of pictures in a folder: png or bmp
+    std::string format = "png";     ///< of pictures in a folder
+    std::string theme;              ///< light, dark or print; empty: as the file says
     double limitSeconds = 0;        ///< for each file, by the clock; 0: none
     std::uint64_t limitMemory = 0;  ///< bytes of address space for each file; 0: none
 };

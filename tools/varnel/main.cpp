@@ -107,7 +107,17 @@ struct Program {
             ->type_name("COLUMNS");
         column("-z", plot.z, "The third column of what is drawn in space");
         column("--by", plot.by, "A series for each of its names");
-        column("--color-by", plot.colorBy, "Colours of symbols by value, with a colour bar");
+        column("--color-by", plot.colorBy,
+               "Colours of symbols, bars and planes by value, with a colour bar");
+        column("--text", plot.text, "The texts of kind text");
+        column("--dx", plot.dx, "How far arrows reach along x, in units of the axis");
+        column("--dy", plot.dy, "And along y");
+        column("--dz", plot.dz, "And along z");
+        command
+            .add_option("--box", plot.box,
+                        "Boxes that are known: least,lower,median,upper,most and perhaps mean")
+            ->delimiter(',')
+            ->type_name("COLUMNS");
         column("--from", plot.from, "Where bars and areas begin");
         command.add_option("--ohlc", plot.ohlc, "Open, high, low and close, as in o,h,l,c")
             ->delimiter(',')
@@ -128,6 +138,43 @@ struct Program {
         command.add_option("--map", plot.map, "Colours of values")
             ->type_name("NAME")
             ->capture_default_str();
+        command.add_option("--levels", plot.levels, "Of contours, as in 100,150,200")
+            ->delimiter(',')
+            ->type_name("VALUES");
+        command
+            .add_option("--marker", plot.marker,
+                        "Of points and lines: circle, square, triangle, diamond, cross, plus, "
+                        "star; solids: cube, pyramid, hourglass, arrow; none")
+            ->type_name("NAME")
+            ->check(CLI::IsMember(tool::MarkerNames()))
+            ->capture_default_str();
+        const auto points = [&](const char* name, double& value, const char* what) {
+            command.add_option(name, value, what)
+                ->type_name("POINTS")
+                ->check(CLI::Range(0.1, 1000.0))
+                ->capture_default_str();
+        };
+        points("--symbol-size", plot.symbolSize, "Size of symbols");
+        points("--line-width", plot.lineWidth, "Width of lines");
+        AddPlotReferences(command);
+    }
+
+    void AddPlotReferences(CLI::App& command) {
+        const auto lines = [&](const char* name, std::vector<std::string>& values,
+                               const char* what) {
+            command.add_option(name, values, what)->delimiter(',')->type_name("VALUES");
+        };
+        lines("--line-x", plot.lineX, "Upright dashed lines across the chart, at values or dates");
+        lines("--line-y", plot.lineY, "Level ones");
+        const auto bands = [&](const char* name, std::vector<std::string>& values,
+                               const char* what) {
+            command.add_option(name, values, what)
+                ->delimiter(',')
+                ->expected(2)
+                ->type_name("FROM,TO");
+        };
+        bands("--band-x", plot.bandX, "A band across the chart behind the data");
+        bands("--band-y", plot.bandY, "A level one");
     }
 
     void AddPlotTable(CLI::App& command) {
@@ -166,12 +213,13 @@ struct Program {
             ".png, .bmp, .pdf, .svg or .chart; -: a PNG on standard output; without it a window is "
             "shown");
         text("--save-view", plot.chartFile, "PATH", "The chart file as well");
-        text("--title", plot.title, "TEXT", "");
-        text("--subtitle", plot.subtitle, "TEXT", "");
-        text("--footer", plot.footer, "TEXT", "");
-        text("--x-title", plot.xTitle, "TEXT", "");
-        text("--y-title", plot.yTitle, "TEXT", "");
-        text("--z-title", plot.zTitle, "TEXT", "");
+        command.add_flag("--show", plot.show, "A window as well");
+        text("--title", plot.title, "TEXT", "Over the chart");
+        text("--subtitle", plot.subtitle, "TEXT", "Below the title, smaller");
+        text("--footer", plot.footer, "TEXT", "Below the chart");
+        text("--x-title", plot.xTitle, "TEXT", "Of an axis; its column's name without");
+        text("--y-title", plot.yTitle, "TEXT", "Likewise");
+        text("--z-title", plot.zTitle, "TEXT", "Likewise");
         text("--log", plot.log, "AXES", "Logarithmic axes, as in y or xy");
         command
             .add_option_function<std::string>(
@@ -201,6 +249,13 @@ struct Program {
             ->check(CLI::IsMember({"right", "top", "bottom", "inside", "none"}))
             ->capture_default_str();
         command
+            .add_option("--depth", plot.depth,
+                        "Depth of flat kinds as a share of their width, seen from the side and "
+                        "above; 0: flat")
+            ->type_name("N")
+            ->check(CLI::Range(0.0, 4.0))
+            ->capture_default_str();
+        command
             .add_option("--rotate", rotate,
                         "Azimuth and elevation in degrees; flat kinds show their depth")
             ->delimiter(',')
@@ -224,6 +279,9 @@ struct Program {
             ->type_name("PATH")
             ->required();
         AddPictureOptions(*command);
+        command->add_option("--theme", render.theme, "Another look; as the file says without it")
+            ->check(CLI::IsMember({"light", "dark", "print"}))
+            ->type_name("light|dark|print");
         command->add_option("--format", render.format, "What is written into a folder")
             ->check(CLI::IsMember({"png", "bmp", "pdf", "svg"}))
             ->type_name("png|bmp|pdf|svg")

@@ -39,6 +39,12 @@ Table ReadTable(const PlotOptions& options) {
     return ReadCSV(std::cin, csv);
 }
 
+/// A number or a date, read as the table reads its cells.
+double ReadValue(const std::string& text) {
+    const Table one = ReadCSVText("v\n" + text + "\n", {.header = Header::Yes});
+    return one.Kind("v") == DataKind::Dates ? one.Dates("v")[0] : one["v"][0];
+}
+
 /// column=value, or with != < <= > >= a comparison of numbers.
 Table Filter(const Table& table, const std::string& condition) {
     const std::size_t at = condition.find_first_of("=<>!");
@@ -49,9 +55,7 @@ Table Filter(const Table& table, const std::string& condition) {
     const std::string sign = condition.substr(at, length), value = condition.substr(at + length);
     if (sign == "=" || sign == "==") return table.Where(column, value);
     if (sign == "!") throw std::runtime_error("--where is column!=value, not " + condition);
-    // Read as the table reads its cells: a number or a date.
-    const Table one = ReadCSVText("v\n" + value + "\n", {.header = Header::Yes});
-    const double limit = one.Kind("v") == DataKind::Dates ? one.Dates("v")[0] : one["v"][0];
+    const double limit = ReadValue(value);
     return table.Where(column, [&](double cell) {
         return sign == "<"    ? cell < limit
                : sign == "<=" ? cell <= limit
@@ -123,6 +127,19 @@ void SetAxes(Figure& figure, const PlotOptions& options) {
     if (options.rotate) figure.Rotate(options.rotate->first, options.rotate->second);
 }
 
+/// Lines and bands across the chart, behind its data.
+void AddReferences(Figure& figure, const PlotOptions& options) {
+    for (std::size_t i = 0; i + 1 < options.bandX.size(); i += 2)
+        figure.BandAtX(ReadValue(options.bandX[i]), ReadValue(options.bandX[i + 1]));
+    for (std::size_t i = 0; i + 1 < options.bandY.size(); i += 2)
+        figure.BandAtY(ReadValue(options.bandY[i]), ReadValue(options.bandY[i + 1]));
+    const LineOptions line{.width = 1.0, .dash = Dash::Dashed};
+    for (const std::string& x : options.lineX)
+        figure.LineAtX(ReadValue(x), line);
+    for (const std::string& y : options.lineY)
+        figure.LineAtY(ReadValue(y), line);
+}
+
 /// The PNG on standard output, whole or not at all.
 void WriteToOutput(Figure& figure) {
     const std::filesystem::path file =
@@ -138,7 +155,7 @@ void WriteToOutput(Figure& figure) {
 int Show(Figure& figure) {
     if (!varnel::HasDisplay()) {
         std::cerr << "varnel: There is no display to show the chart on. A picture can be made "
-                     "with -o picture.png.\n";
+                     "with -o picture.png; a window needs DISPLAY to be set.\n";
         return kFailed;
     }
     figure.Show();
@@ -169,17 +186,18 @@ int Plot(const PlotKind& kind, const PlotOptions& given) {
                    .dpi = options.dpi,
                    .samples = options.samples,
                    .theme = ThemeOf(options.theme),
-                   .legend = LegendOf(options.legend)});
+                   .legend = LegendOf(options.legend),
+                   .depth = options.depth});
     SetAxes(figure, options);
     kind.draw(figure, table, options);
+    AddReferences(figure, options);
     if (!options.chartFile.empty()) figure.Save(options.chartFile);
     if (options.output == "-")
         WriteToOutput(figure);
     else if (!options.output.empty())
         figure.Save(options.output);
-    else if (options.chartFile.empty())
-        return Show(figure);
-    return kDone;
+    const bool isKept = !options.output.empty() || !options.chartFile.empty();
+    return options.show || !isKept ? Show(figure) : kDone;
 }
 
 }  // namespace tool

@@ -28,10 +28,18 @@ struct PlotOptions {
     std::string from;
     std::vector<std::string> ohlc;
     std::vector<std::string> errors;
+    std::vector<std::string> box;  ///< least, lower, median, upper, most and perhaps mean
+    std::string text;
+    std::string dx, dy, dz;
     std::vector<std::string> names;
     bool stack = false, filled = false, wire = false, bars = false;
     int bins = 0;
     std::string map = "viridis";
+    std::string marker = "auto";
+    double symbolSize = 6.0, lineWidth = 1.5;  ///< in points
+    std::vector<double> levels;
+    // Across the chart, at values or dates.
+    std::vector<std::string> lineX, lineY, bandX, bandY;
     // The table.
     std::string delimiter, decimal, header = "detect", comment, dateFormat;
     int skip = 0;
@@ -42,13 +50,14 @@ struct PlotOptions {
     std::string title, subtitle, footer, xTitle, yTitle, zTitle;
     std::string log;  ///< some of "xyz"
     PictureSize size{1200, 800};
-    double dpi = 0;
+    double dpi = 0, depth = 0;
     int samples = 4;
     std::optional<std::pair<double, double>> rotate;
     std::string theme = "light";
     std::string legend = "right";
     std::string output;     ///< "-": a PNG on standard output; empty: a window
     std::string chartFile;  ///< the view, saved as well
+    bool show = false;      ///< in a window, too
 };
 
 struct PlotKind {
@@ -58,6 +67,9 @@ struct PlotKind {
     void (*draw)(varnel::plot::Figure& figure, const varnel::plot::Table& table,
                  const PlotOptions& options);
 };
+
+/// What --marker takes.
+const std::vector<std::string>& MarkerNames();
 
 /// All kinds.
 const std::vector<PlotKind>& PlotKinds();

@@ -1,4 +1,7 @@
 #include "tools/varnel/plot_command.h"
+
+#include <algorithm>
+
 #include "varnel/foundation/error.h"
 #include "varnel/plot.h"
 
@@ -56,11 +59,21 @@ Values ColorsOf(const Table& table, const PlotOptions& options) {
     return options.colorBy.empty() ? Values() : table[options.colorBy];
 }
 
+Marker MarkerOf(const std::string& name) {
+    const auto at = std::ranges::find(MarkerNames(), name);
+    return static_cast<Marker>(at - MarkerNames().begin());
+}
+
 void DrawLine(Figure& figure, const Table& table, const PlotOptions& options) {
     const Values x = XOf(table, options);
     const std::vector<Values> series = YOf(table, options);
     for (const Values& y : series)
-        figure.Line(x, y, {.name = series.size() > 1 ? y.Name() : "", .by = ByOf(table, options)});
+        figure.Line(x, y,
+                    {.name = series.size() > 1 ? y.Name() : "",
+                     .width = options.lineWidth,
+                     .by = ByOf(table, options),
+                     .marker = options.marker == "auto" ? Marker::None : MarkerOf(options.marker),
+                     .marker_size = options.symbolSize});
 }
 
 void DrawScatter(Figure& figure, const Table& table, const PlotOptions& options) {
@@ -69,12 +82,18 @@ void DrawScatter(Figure& figure, const Table& table, const PlotOptions& options)
     const Values by = ByOf(table, options);
     if (!options.z.empty()) {
         figure.Scatter3D(x, series[0], table[options.z],
-                         {.by = by, .color_by = ColorsOf(table, options), .map = options.map});
+                         {.size = options.symbolSize,
+                          .marker = MarkerOf(options.marker),
+                          .by = by,
+                          .color_by = ColorsOf(table, options),
+                          .map = options.map});
         return;
     }
     for (const Values& y : series)
         figure.Scatter(x, y,
                        {.name = series.size() > 1 ? y.Name() : "",
+                        .size = options.symbolSize,
+                        .marker = MarkerOf(options.marker),
                         .by = by,
                         .color_by = ColorsOf(table, options),
                         .map = options.map});
@@ -84,14 +103,18 @@ void DrawBars(Figure& figure, const Table& table, const PlotOptions& options) {
     const Values x = AsNames(table, options);
     if (!options.z.empty()) {
         if (options.y.empty()) Missing("-y, the second column of places");
-        figure.Bars3D(x, table.Column(options.y[0]), table[options.z]);
+        figure.Bars3D(x, table.Column(options.y[0]), table[options.z],
+                      {.color_by = ColorsOf(table, options), .map = options.map});
         return;
     }
     const std::vector<Values> series = YOf(table, options);
     if (series.size() > 1)
         figure.Bars(x, series, {.names = options.names, .stacked = options.stack});
     else
-        figure.Bars(x, series[0], {.from = options.from.empty() ? Values() : table[options.from]});
+        figure.Bars(x, series[0],
+                    {.from = options.from.empty() ? Values() : table[options.from],
+                     .color_by = ColorsOf(table, options),
+                     .map = options.map});
 }
 
 void DrawHistogram(Figure& figure, const Table& table, const PlotOptions& options) {
@@ -120,7 +143,56 @@ void DrawCandles(Figure& figure, const Table& table, const PlotOptions& options)
                    table[four[3]], {.ohlc = options.bars});
 }
 
+void DrawPlanes(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = AsNames(table, options), colors = ColorsOf(table, options);
+    if (options.z.empty())
+        figure.Planes(x, YOf(table, options)[0], {.color_by = colors, .map = options.map});
+    else
+        figure.Planes3D(x, Named(table, options.y.empty() ? "" : options.y[0], "-y, a column"),
+                        table[options.z], {.color_by = colors, .map = options.map});
+}
+
+void DrawText(Figure& figure, const Table& table, const PlotOptions& options) {
+    const Values x = XOf(table, options), y = YOf(table, options)[0];
+    if (options.text.empty()) Missing("--text, the column of texts");
+    if (options.z.empty())
+        figure.Text(x, y, table.Text(options.text));
+    else
+        figure.Text3D(x, y, table[options.z], table.Text(options.text));
+}
+
+/// A component of arrows; 0 without a column.
+Values Component(const Table& table, const std::string& column) {
+    if (column.empty()) return std::vector<double>(table.NumRows(), 0.0);
+    return table[column];
+}
+
+void DrawArrows(Figure& figure, const Table& table, const PlotOptions& options) {
+    if (options.dx.empty() && options.dy.empty() && options.dz.empty())
+        Missing("--dx or --dy, how far arrows reach");
+    const Values x = XOf(table, options), y = YOf(table, options)[0];
+    const Values dx = Component(table, options.dx), dy = Component(table, options.dy);
+    const LineOptions line{.width = options.lineWidth};
+    if (options.z.empty())
+        figure.Arrows(x, y, dx, dy, line);
+    else
+        figure.Arrows3D(x, y, table[options.z], dx, dy, Component(table, options.dz), line);
+}
+
 void DrawBoxes(Figure& figure, const Table& table, const PlotOptions& options) {
+    if (!options.box.empty()) {
+        const std::vector<std::string>& box = options.box;
+        if (box.size() != 5 && box.size() != 6)
+            Missing("five or six columns for --box: least,lower,median,upper,most,mean");
+        figure.Boxes(AsNames(table, options),
+                     Quartiles{.least = table[box[0]],
+                               .lower = table[box[1]],
+                               .median = table[box[2]],
+                               .upper = table[box[3]],
+                               .most = table[box[4]],
+                               .mean = box.size() > 5 ? table[box[5]] : Values()});
+        return;
+    }
     const std::vector<Values> series = YOf(table, options);
     figure.Boxes(Values::Names(table.Text(options.x.empty() ? options.by : options.x)), series[0]);
 }
@@ -140,7 +212,8 @@ void DrawErrorBars(Figure& figure, const Table& table, const PlotOptions& option
 
 void DrawLine3D(Figure& figure, const Table& table, const PlotOptions& options) {
     figure.Line3D(XOf(table, options), YOf(table, options)[0],
-                  Named(table, options.z, "-z, a column of numbers"), {.by = ByOf(table, options)});
+                  Named(table, options.z, "-z, a column of numbers"),
+                  {.width = options.lineWidth, .by = ByOf(table, options)});
 }
 
 void DrawSurface(Figure& figure, const Table& table, const PlotOptions& options) {
@@ -152,7 +225,8 @@ void DrawSurface(Figure& figure, const Table& table, const PlotOptions& options)
 }
 
 void DrawContours(Figure& figure, const Table& table, const PlotOptions& options) {
-    figure.Contours(table, {.map = options.map, .filled = options.filled});
+    figure.Contours(table,
+                    {.map = options.map, .levels = options.levels, .filled = options.filled});
 }
 
 void DrawHeatMap(Figure& figure, const Table& table, const PlotOptions& options) {
@@ -160,6 +234,14 @@ void DrawHeatMap(Figure& figure, const Table& table, const PlotOptions& options)
 }
 
 }  // namespace
+
+const std::vector<std::string>& MarkerNames() {
+    // In the order of Marker.
+    static const std::vector<std::string> names = {
+        "auto", "none", "circle", "square",  "triangle",  "diamond", "cross",
+        "plus", "star", "cube",   "pyramid", "hourglass", "arrow"};
+    return names;
+}
 
 const std::vector<PlotKind>& PlotKinds() {
     static const std::vector<PlotKind> kinds = {
@@ -182,13 +264,25 @@ const std::vector<PlotKind>& PlotKinds() {
         {"candles", "Open, high, low and close of each day",
          "candles examples/data/vix_ohlc.csv -x date --ohlc open,high,low,close -o vix.png",
          DrawCandles},
-        {"boxes", "Extremes, quartiles, median and mean of all rows with the same x",
+        {"boxes", "Quartiles, whiskers and outliers of all rows with the same x, or as --box says",
          "boxes examples/data/seattle_weather.csv -x date:month -y temp_max_c -o months.png",
          DrawBoxes},
         {"errorbars", "Symbols with bars from y - below to y + above",
          "errorbars examples/data/seattle_weather.csv -x date:month -y temp_max_c --group mean "
          "--errors wind_m_s -o errors.png",
          DrawErrorBars},
+        {"planes", "Level slabs at the heights of a column; with -z in space over two columns",
+         "planes examples/data/seattle_weather.csv -x date:month -y temp_max_c --group mean "
+         "-o means.png",
+         DrawPlanes},
+        {"text", "The texts of a column at points; with -z in space",
+         "text examples/data/earthquakes_week.csv -x longitude_deg -y latitude_deg "
+         "--text magnitude --where \"magnitude>=5\" -o quakes.png",
+         DrawText},
+        {"arrows", "Arrows from points by --dx and --dy; with -z and --dz in space",
+         "arrows examples/data/seattle_weather.csv -x date -y temp_min_c --dy wind_m_s --limit 30 "
+         "-o wind.png",
+         DrawArrows},
         {"ribbons", "Series as ribbons one behind the other",
          "ribbons examples/data/iowa_electricity.csv -x year -y 2,3,4 "
          "--names fossil,nuclear,renewable -o ribbons.png",

@@ -10,7 +10,11 @@
 
 #include "tools/varnel/commands.h"
 #include "tools/varnel/limited_process.h"
+#include "varnel/chart/apply_theme.h"
+#include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
+#include "varnel/chart/header.h"
+#include "varnel/foundation/version.h"
 #include "varnel/platform/window.h"
 #include "varnel/viewer/chart_files.h"
 
@@ -110,6 +114,14 @@ class Progress {
     std::string m_Title;
 };
 
+/// The view's own title, or that of its first chart that has one.
+std::string TitleOf(const CChartView3D& view) {
+    std::string title = view.GetHeader()->GetTitle1();
+    for (int i = 0; title.empty() && i < view.GetNumCharts(); ++i)
+        title = view.GetChart(i)->GetHeader()->GetTitle1();
+    return title;
+}
+
 void WritePicture(CChartView3D& view, const std::string& picture) {
     const std::string extension = LowerCaseExtension(picture);
     if (extension == ".pdf")
@@ -119,7 +131,7 @@ void WritePicture(CChartView3D& view, const std::string& picture) {
     else if (extension == ".bmp")
         view.SaveToFile(picture);
     else
-        view.SaveToPNG(picture);
+        view.SaveToPNG(picture, {TitleOf(view), "Varnel " VARNEL_VERSION, view.GetDPI()});
 }
 
 int DrawOne(const Job& job, const RenderOptions& options, const Progress& progress) {
@@ -134,6 +146,11 @@ int DrawOne(const Job& job, const RenderOptions& options, const Progress& progre
         const Loaded loaded = LoadChartFile(view, job.file);
         if (!loaded.sentence.empty()) Tell(loaded.sentence);
         if (!loaded.usable) return kFailed;
+        Theme theme;
+        if (!options.theme.empty() && Theme::Find(options.theme, theme)) {
+            ApplyTheme(view, theme);
+            view.SetAntialiasing(options.samples);
+        }
         WritePicture(view, job.picture);
         if (view.GetStopped() != 0) return kInterrupted;
         // A picture of a part of the chart is a picture, but no success.

@@ -297,6 +297,7 @@ Objects AddBoxes(auto& c, const std::vector<double>& xs, const std::vector<doubl
     boxes->BoxAndWhiskerChart25D(xs, six, kBarPlace, options.width * step, kBarDepth,
                                  SYMBOL_DIAMOND, c.SymbolSize(5), c.Pixels(1), colors, line,
                                  kCentred, kCentred, INDAXIS_X, options.mean);
+    boxes->SetOutlineWidth(c.Pixels(1));
     c.AddEntry(boxes, options.name);
     if (outliers.empty()) return {boxes};
     CChartObj3D* const apart = c.NewObject();

@@ -98,6 +98,7 @@ Objects Chart::Arrows(const Values& x, const Values& y, const Values& dx, const 
     const std::vector<double> xs = c.Take(kX, x, "Arrows", "x");
     const std::vector<double> ys =
         c.Take(kValue, y, "Arrows", "y", static_cast<long long>(xs.size()));
+    if (c.axes[kX].kind == DataKind::Dates) c.room = c.room.value_or(0.0);
     RequireCount(dx, xs.size(), "Arrows", "dx");
     RequireCount(dy, xs.size(), "Arrows", "dy");
     const std::vector<double> layer(xs.size(), c.NextLayer()), none(xs.size());

@@ -90,6 +90,7 @@ Objects Chart::Scatter(const Values& x, const Values& y, const ScatterOptions& o
     c.Begin(Layout::Flat, "Scatter");
     const std::vector<double> xs = c.Take(0, x, "Scatter", "x");
     const std::vector<double> ys = c.Take(2, y, "Scatter", "y", static_cast<long long>(xs.size()));
+    if (c.axes[0].kind == DataKind::Dates) c.room = c.room.value_or(0.0);
     const double layer = c.NextLayer();
     std::vector<point3Dtype> points;
     for (std::size_t i = 0; i < xs.size(); ++i)
