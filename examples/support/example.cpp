@@ -247,6 +247,7 @@ CTextObj3D* AddNote(CChart3D& chart, const std::string& text, double x, double y
 
 int main(int argc, char** argv) {
     varnel::CErr3D::SetErrorReportMode(0);
+    varnel::SetDiagnostics(1);
     try {
         example::Picture picture(example::ReadOptions(argc, argv));
         example::Draw(picture);

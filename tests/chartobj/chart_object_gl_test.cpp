@@ -214,6 +214,17 @@ TEST_F(ChartObjects, MarkersStandWholeAtPointsOfTheBoxAndBeforeTheirLine) {
     EXPECT_NEAR(first.top - first.bottom, 16 * 0.89, 0.1);
 }
 
+TEST_F(ChartObjects, NotesHaveTheirTextAndBandsTheirColour) {
+    ASSERT_NE(GL().RegisterFont("Arial", 0.2, 400, 0, 128), 0);
+    CChartObj3D object = Object();
+    object.Note3D("note", kPoints[0], kPoints[1], 1, 2, kRed);
+    EXPECT_GT(CountPolygons(Drawn(object)), 0);
+    GL().SetColorMode(COLOR_MODE_LIT);
+    object.ReferenceBand3D(2, 2, 8, 1, kRed);
+    for (const auto& primitive : Drawn(object))
+        EXPECT_EQ(primitive.vertices[0].r, 1.0F) << "as it is, not lit";
+}
+
 TEST_F(ChartObjects, LinesWithJoinsAreAreas) {
     constexpr point3Dtype points[] = {{2, 5, 2, 0}, {8, 5, 2, 0}, {8, 5, 8, 0}};
     CChartObj3D line = Object();
@@ -285,6 +296,15 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     EXPECT_EQ(lines.size(), whole.size() + 1);  // in two parts
     EXPECT_NEAR(lines[0].vertices[0].z, 0.5, 0.01);
     ExpectStateTakenBack();
+
+    // A closed line ends where it starts.
+    constexpr double peak[] = {1, 1, 1, 1, 9, 1, 1, 1, 1};
+    CPolysurface hill(3, 3, 0, 0, 10, 10, peak, 1);
+    object.ContourPolysurface3D(&hill, level, kSegments, 1, 0, 0);
+    object.SetContourStyle({});
+    const auto ring = Drawn(object);
+    EXPECT_EQ(ring.front().vertices[0].x, ring.back().vertices[1].x);
+    EXPECT_EQ(ring.front().vertices[0].y, ring.back().vertices[1].y);
 
     // Where the surface has the level when it is drawn by logarithms.
     m_Transform->SetScale({1, 1, 1, 0}, {100, 100, 100, 0});

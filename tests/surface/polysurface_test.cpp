@@ -420,6 +420,11 @@ TEST(PolysurfaceRecord, TablesThatDoNotFitGiveAnEmptySurface) {
             EXPECT_EQ(Loaded(bad).GetPSNumPoints(), 0) << place << ", " << value;
         }
     }
+    // A polygon behind those in use says nothing, in particular not how large the largest is.
+    auto unused = good;
+    const std::int32_t many = 1000000;
+    std::memcpy(unused.data() + kPolygons + 5 * 104 + 96, &many, 4);
+    EXPECT_EQ(Loaded(unused).GetPSLargestPolygon(), 3);
     // What lies behind an unfitting table can still be read.
     auto bad = good;
     const std::int32_t far = 77;

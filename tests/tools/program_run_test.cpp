@@ -211,7 +211,7 @@ TEST_F(ProgramTest, DoctorAndManPage) {
 
 TEST_F(ProgramTest, InfoListsWhatIsThere) {
     const std::string said = Run("info " + m_File);
-    for (const char* part : {"view: 2 charts", "title: Left", "title: Right", "bars, 4 points",
+    for (const char* part : {"view: 2 charts", "title: Left", "title: Right", "bar, 4 points",
                              "from (0, 0, 0) to (5, 1, 10), turned by (-20, 0, 25)"})
         EXPECT_NE(said.find(part), std::string::npos) << part << "\nin\n" << said;
 }
@@ -278,7 +278,7 @@ TEST_F(ProgramTest, PlotReadsPreparesAndTells) {
         EXPECT_EQ(status, c.status) << c.arguments << said;
         EXPECT_NE(said.find(c.said), std::string::npos) << said;
     }
-    EXPECT_NE(Run("info " + m_Folder.File("t.chart")).find("bars, 2 points"), std::string::npos);
+    EXPECT_NE(Run("info " + m_Folder.File("t.chart")).find("bar, 2 points"), std::string::npos);
     const std::string png =
         test::RunCommand("printf \"a,b\\n1,2\\n3,4\\n\" | " + std::string(VARNEL_PROGRAM) +
                          " plot line - -x a -o - --size 60x40");

@@ -10,55 +10,6 @@ using namespace varnel;
 
 namespace {
 
-const char* TypeName(int type) {
-    switch (type) {
-        case RIBBONCHART25D:
-            return "ribbon";
-        case BARCHART25D:
-            return "bars";
-        case BARCHART3D:
-            return "bars in space";
-        case AREAFILLCHART25D:
-            return "filled area";
-        case AREARANGECHART25D:
-            return "area range";
-        case LINECHART25D:
-            return "line";
-        case SCATTERCHART3D:
-            return "scattered symbols";
-        case LINECHART3D:
-            return "line in space";
-        case PROJECTIONLINECHART3D:
-            return "projection lines";
-        case GROUPBARCHART25D:
-            return "groups of bars";
-        case GROUPRIBBONCHART25D:
-            return "groups of ribbons";
-        case GROUPAREAFILLCHART25D:
-            return "groups of filled areas";
-        case OHLCCHART25D:
-            return "open, high, low, close";
-        case PLANECHART3D:
-            return "planes in space";
-        case SCATTERTEXT3D:
-            return "scattered texts";
-        case BOXANDWHISKERCHART25D:
-            return "boxes and whiskers";
-        case FLOATINGBARCHART25D:
-            return "floating bars";
-        case PLANECHART25D:
-            return "planes";
-        case POLYSURFACECHART2D:
-            return "flat surface";
-        case POLYSURFACECHART3D:
-            return "surface";
-        case CONTOURPOLYSURFACE3D:
-            return "contours of a surface";
-        default:
-            return "nothing";
-    }
-}
-
 void PrintPoint(const char* name, const point3Dtype& p) {
     std::cout << name << " (" << p.x << ", " << p.y << ", " << p.z << ")";
 }
@@ -87,7 +38,7 @@ void PrintChart(const CChart3D& chart, int number) {
     }
     for (int i = 0; i < chart.GetNumChartObjs(); ++i) {
         const CChartObj3D* data = chart.GetChartObj(i);
-        std::cout << "  data " << i + 1 << ": " << TypeName(data->GetChartType()) << ", "
+        std::cout << "  data " << i + 1 << ": " << data->GetChartTypeName() << ", "
                   << data->GetNumDataPnts() << " points\n";
     }
     std::cout << "  " << chart.GetNumAxes() << " axes, " << chart.GetNumChartTextObjs()

@@ -3,6 +3,7 @@
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/detail/axis_walk.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -10,7 +11,7 @@
 namespace varnel {
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+using detail::kBlack;
 
 bool LiesAtMaximum(int plane) {
     return plane >= 3;

@@ -10,6 +10,7 @@
 #include "varnel/axes/detail/label_text.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -17,7 +18,7 @@
 namespace varnel {
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+using detail::kBlack;
 
 /// Labels of a logarithmic x or y axis stand lower than the axis by this much of a working range.
 constexpr double kLogLabelDrop = 0.02;

@@ -5,6 +5,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/legend/legend.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -23,7 +24,7 @@ bool IsSame(const RGBDType& a, const RGBDType& b) {
 
 /// Whether a text has the colour that classes or themes give texts, not one of its own.
 bool HasDefaultColor(const RGBDType& color) {
-    return IsSame(color, {0.0, 0.0, 0.0, 1.0}) || IsSame(color, Theme::Light().text) ||
+    return IsSame(color, detail::kBlack) || IsSame(color, Theme::Light().text) ||
            IsSame(color, Theme::Dark().text) || IsSame(color, Theme::Print().text);
 }
 

@@ -158,8 +158,7 @@ double FillingDepth(const FrameOptions& options, const ChartExtent& extent) {
     return std::clamp(options.depth * planes, options.depth, std::max(options.depth, kDeepest));
 }
 
-// --- What is seen of the frame
-// --------------------------------------------------------------------
+// --- What is seen of the frame -------------------------------------------------------------------
 
 constexpr int kFlat = 0;  // colour mode: not lit
 constexpr double kMajorTic = 0.018;

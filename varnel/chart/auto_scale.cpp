@@ -13,6 +13,7 @@
 #include "varnel/chart/detail/label_format.h"
 #include "varnel/chart/detail/scale_numbers.h"
 #include "varnel/foundation/detail/counts.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/dib_section.h"
 #include "varnel/surface/polysurface.h"
@@ -21,7 +22,8 @@
 namespace varnel {
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+using detail::kBlack;
+
 constexpr double kNoData = std::numeric_limits<double>::quiet_NaN();
 
 constexpr double kMajorTicLength = 0.04;

@@ -117,7 +117,6 @@ void CChartView3D::MakeCompatibleDC(CDC* dc) {
     // A copy of the handle: the device then lives as long as the view, whatever the window does.
     m_WindowDC = *dc;
     m_pDC = &m_WindowDC;
-    m_hWindowDC = m_WindowDC.GetSafeHdc();
     m_MemDC.CreateCompatibleDC(m_pDC);
 }
 

@@ -334,7 +334,6 @@ class VARNEL_API CChartView3D {
     CDC* m_pDC = nullptr;
     CDC m_WindowDC;  ///< keeps the window's device alive as long as the view uses it
     CDC m_MemDC;
-    HDC m_hWindowDC = nullptr;
     HBITMAP m_hOldBitmap;
     bool m_BitmapActive = false;
     CWnd* m_pWnd = nullptr;

@@ -65,6 +65,15 @@ class Pourer {
         values.base = values.base ? std::min(*values.base, base) : base;
     }
     void InPlane(AxisData ind);
+    /// As bars of the object's width, placed by a justification code.
+    void BarsInPlane(int justify) {
+        InPlane(AxisData::kBars);
+        const double width = m_Object.GetIndWidth();
+        AlongInd(width, WidthOffset(width, justify));
+    }
+    void Filled(int type);
+    void Bars(int type);
+    void GroupedBars();
     void InSpace(AxisData horizontal);
     void AlongInd(double width, double offset);
     void CheckWhole(int axis, std::span<const double> places);
@@ -241,61 +250,66 @@ void Pourer::Marks() {
     }
 }
 
+/// Lines, ribbons and areas of one series.
+void Pourer::Filled(int type) {
+    InPlane(AxisData::kFilled);
+    AlongInd(0.0, 0.0);
+    for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
+        Add(kZ, m_Object.GetDepData(i));
+        if (type == AREARANGECHART25D)
+            Add(kZ, m_Object.GetDepData(i) - m_Object.GetDepData2(i, 0.0));
+    }
+    if (type == AREAFILLCHART25D) Base(m_Object.GetBaseValue());
+}
+
+void Pourer::Bars(int type) {
+    BarsInPlane(m_Object.GetIndJustify());
+    for (int i = 0; i < m_Object.GetNumDataPnts(); ++i) {
+        Add(kZ, m_Object.GetDepData(i));
+        if (type == FLOATINGBARCHART25D) Add(kZ, m_Object.GetDepData(i) - m_Object.GetBarHeight(i));
+    }
+    if (type == BARCHART25D) Base(m_Object.GetBaseValue());
+}
+
+void Pourer::GroupedBars() {
+    BarsInPlane(m_Object.GetIndJustify());
+    if (m_Object.GetGroupType() == GROUPS_STACKED) {
+        Totals();
+        Base(0.0);
+    } else {
+        Values(m_Object.GetNumGroups());
+        Base(m_Object.GetBaseValue());
+    }
+}
+
 void Pourer::Pour() {
-    const double width = m_Object.GetIndWidth();
-    const int n = m_Object.GetNumDataPnts();
-    switch (m_Object.GetChartType()) {
+    const int type = m_Object.GetChartType();
+    switch (type) {
         case LINECHART25D:
         case RIBBONCHART25D:
         case AREAFILLCHART25D:
-        case AREARANGECHART25D: {
-            InPlane(AxisData::kFilled);
-            AlongInd(0.0, 0.0);
-            for (int i = 0; i < n; ++i) {
-                Add(kZ, m_Object.GetDepData(i));
-                if (m_Object.GetChartType() == AREARANGECHART25D)
-                    Add(kZ, m_Object.GetDepData(i) - m_Object.GetDepData2(i, 0.0));
-            }
-            if (m_Object.GetChartType() == AREAFILLCHART25D) Base(m_Object.GetBaseValue());
+        case AREARANGECHART25D:
+            Filled(type);
             break;
-        }
         case BARCHART25D:
         case FLOATINGBARCHART25D:
-        case PLANECHART25D: {
-            InPlane(AxisData::kBars);
-            AlongInd(width, WidthOffset(width, m_Object.GetIndJustify()));
-            for (int i = 0; i < n; ++i) {
-                Add(kZ, m_Object.GetDepData(i));
-                if (m_Object.GetChartType() == FLOATINGBARCHART25D)
-                    Add(kZ, m_Object.GetDepData(i) - m_Object.GetBarHeight(i));
-            }
-            if (m_Object.GetChartType() == BARCHART25D) Base(m_Object.GetBaseValue());
+        case PLANECHART25D:
+            Bars(type);
             break;
-        }
-        case GROUPBARCHART25D: {
-            InPlane(AxisData::kBars);
-            AlongInd(width, WidthOffset(width, m_Object.GetIndJustify()));
-            if (m_Object.GetGroupType() == GROUPS_STACKED) {
-                Totals();
-                Base(0.0);
-            } else {
-                Values(m_Object.GetNumGroups());
-                Base(m_Object.GetBaseValue());
-            }
+        case GROUPBARCHART25D:
+            GroupedBars();
             break;
-        }
         case GROUPRIBBONCHART25D:
         case GROUPAREAFILLCHART25D:
             InPlane(AxisData::kFilled);
             AlongInd(0.0, 0.0);
             Totals();
-            if (m_Object.GetChartType() == GROUPAREAFILLCHART25D) Base(m_Object.GetBaseValue());
+            if (type == GROUPAREAFILLCHART25D) Base(m_Object.GetBaseValue());
             break;
         case OHLCCHART25D:
         case BOXANDWHISKERCHART25D:
-            InPlane(AxisData::kBars);
-            AlongInd(width, WidthOffset(width, m_Object.GetDepJustify()));
-            Values(m_Object.GetChartType() == OHLCCHART25D ? 4 : 5);
+            BarsInPlane(m_Object.GetDepJustify());
+            Values(type == OHLCCHART25D ? 4 : 5);
             break;
         case BARCHART3D:
         case PLANECHART3D:

@@ -5,12 +5,14 @@
 #include "varnel/chartobj/detail/areas_geometry.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/seams.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+using detail::kBlack;
+
 constexpr int kAllFaces[6] = {1, 1, 1, 1, 1, 1};
 
 // Draws the solids of one or more bands, each by itself or joined to its neighbours.

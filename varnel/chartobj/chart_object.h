@@ -514,6 +514,8 @@ class VARNEL_API CChartObj3D {
     /// A ChartType3D; any other draws nothing.
     void SetChartType(int type) { m_Saved.m_ChartType = type; }
     int GetChartType() const { return m_Saved.m_ChartType; }
+    /// What the type is called, as in "bar"; "nothing" for a code that is none.
+    const char* GetChartTypeName() const;
     void EnableChartObj(int on) { m_Saved.m_Enable = on; }
     int GetChartObjEnable() const { return m_Saved.m_Enable; }
     /// Six flags; their meaning is told at OHLCChart25D and BoxAndWhiskerChart25D. Null does

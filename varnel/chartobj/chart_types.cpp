@@ -44,3 +44,12 @@ const ChartType* ChartTypes::Find(int type) {
 }
 
 }  // namespace varnel::detail
+
+namespace varnel {
+
+const char* CChartObj3D::GetChartTypeName() const {
+    const detail::ChartType* const type = detail::ChartTypes::Find(m_Saved.m_ChartType);
+    return type != nullptr ? type->name : "nothing";
+}
+
+}  // namespace varnel

@@ -4,12 +4,11 @@
 #include <algorithm>
 
 #include "varnel/axes/text_object.h"
-#include "varnel/chart/chart.h"
-#include "varnel/chart/chart_view.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/legend/detail/legend_scale.h"
+#include "varnel/legend/detail/legend_view.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
@@ -20,14 +19,6 @@ constexpr int kMostColors = 256;
 
 detail::Origin At(const char* operation) {
     return {ERR3DCLASS_LEGEND3D, operation};
-}
-
-/// The chart of a view that owns an object; null when none does.
-const CChart3D* ChartOf(const CChartView3D* view, const CChartObj3D* object) {
-    for (int i = 0; view != nullptr && i < view->GetNumCharts(); ++i)
-        for (int k = 0; k < view->GetChart(i)->GetNumChartObjs(); ++k)
-            if (view->GetChart(i)->GetChartObj(k) == object) return view->GetChart(i);
-    return nullptr;
 }
 
 /// An array behind its count. An array that the file does not have is left out, which the file
@@ -53,10 +44,6 @@ CLegend3D::CLegend3D() {
     InitLegendDefaults();
 }
 
-CLegend3D::CLegend3D(CChartView3D* view) : CLegend3D() {
-    InitLegend3D(view);
-}
-
 CLegend3D::~CLegend3D() {
     m_Signature = 0;
 }
@@ -71,17 +58,14 @@ void CLegend3D::InitLegendDefaults() {
     detail::Count(nSelfID);
 }
 
-void CLegend3D::InitLegend3D(CChartView3D* view) {
-    detail::Require(view, ERR3D_CHARTVIEW_PARAMETER, At("InitLegend3D"));
-    COpenGL* const gl = view->GetOpenGLPntr();
-    detail::Require(gl, ERR3D_OPENGL_PARAMETER, At("InitLegend3D"));
-    auto transform = detail::NewObject<CTransform3D>(At("InitLegend3D"), gl);
+void CLegend3D::Bind(COpenGL& gl, std::unique_ptr<detail::LegendView> view) {
+    auto transform = detail::NewObject<CTransform3D>(At("InitLegend3D"), &gl);
     auto text = detail::NewObject<CTextObj3D>(At("InitLegend3D"));
-    text->InitTextObj(gl, gl->GetFont(), transform.get());
+    text->InitTextObj(&gl, gl.GetFont(), transform.get());
     m_pText = std::move(text);
     m_pTransform = std::move(transform);
-    m_pChartView = view;
-    m_pOpenGL = gl;
+    m_pView = std::move(view);
+    m_pOpenGL = &gl;
 }
 
 void CLegend3D::SetLegendPosition(const GLViewRType& position) {
@@ -106,7 +90,7 @@ CLegendObj3D* CLegend3D::AddChartObj(const CChartObj3D* object, const CString& t
     detail::Require(object, ERR3D_PARAMETER, At("AddChartObj"));
     CLegendObj3D* const entry = NewLegendObj();
     entry->InitLegendObj(object);
-    entry->SetLight(ChartOf(m_pChartView, object));
+    if (m_pView != nullptr) m_pView->LendLight(object, *entry);
     entry->SetString(text);
     return entry;
 }
@@ -153,15 +137,6 @@ void CLegend3D::AddContourLines(const std::vector<double>& levels,
         entry->SetLineSample(0, 1.0, colors[i]);
         entry->SetString(texts.labels[i].text);
     }
-}
-
-void CLegend3D::SetColorBar(const CChart3D* chart) {
-    detail::Require(chart, ERR3D_PARAMETER, At("SetColorBar"));
-    std::vector<RGBDType> colors(CChart3D::kTextureColors);
-    double min = 0.0;
-    double max = 0.0;
-    chart->GetTextureColorArray(colors.data(), &min, &max);
-    SetColorBar(colors.data(), chart->GetNumTextureColors(), min, max);
 }
 
 void CLegend3D::SetColorBar(const RGBDType* colors, int n, double min, double max) {

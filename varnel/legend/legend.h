@@ -31,6 +31,7 @@ class CTransform3D;
 namespace detail {
 class AddedFields;
 class LegendPainter;
+class LegendView;
 struct LegendContent;
 struct LegendLayout;
 struct LegendLimits;
@@ -229,6 +230,7 @@ class VARNEL_API CLegend3D {
     void Record(Archive& record);
 
  private:
+    void Bind(COpenGL& gl, std::unique_ptr<detail::LegendView> view);
     void AddContourLines(const std::vector<double>& levels, const std::vector<RGBDType>& colors,
                          int format, int decimals);
     detail::LegendScale MakeScale(double ticSpace) const;
@@ -280,7 +282,7 @@ class VARNEL_API CLegend3D {
     };
 
     COpenGL* m_pOpenGL = nullptr;
-    CChartView3D* m_pChartView = nullptr;
+    std::unique_ptr<detail::LegendView> m_pView;
     Saved m_Saved;
     Added m_Added;
     GLViewportType m_PlotArea;

@@ -2,11 +2,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "varnel/chart/chart_view.h"
 #include "varnel/foundation/detail/pixel_count.h"
 #include "varnel/legend/detail/legend_layout.h"
 #include "varnel/legend/detail/legend_painter.h"
 #include "varnel/legend/detail/legend_scale.h"
+#include "varnel/legend/detail/legend_view.h"
 #include "varnel/legend/legend.h"
 #include "varnel/transform/transform.h"
 
@@ -252,7 +252,7 @@ void CLegend3D::DrawLegend() {
     if (m_Saved.m_LegendEnable == 0 || m_pOpenGL == nullptr) return;
     int width = 0;
     int height = 0;
-    m_pChartView->GetViewSize(&width, &height);
+    m_pView->GetSize(width, height);
     const std::vector<const CLegendObj3D*> entries = EnabledEntries();
     detail::LegendScale scale = MakeScale(m_Saved.m_ScaleTicSpace);
     const bool isEmpty = entries.empty() && scale.bands.empty() && m_Saved.m_Title.empty();

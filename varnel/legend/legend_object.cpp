@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_types.h"
 #include "varnel/chartobj/detail/symbol_pen.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
@@ -14,7 +14,6 @@
 namespace varnel {
 namespace {
 
-constexpr int kDiffuse = 4609;
 /// Height of a rectangle in ems; about that of capitals.
 constexpr double kRectangleHeight = 0.8;
 
@@ -22,17 +21,14 @@ bool IsSymbol(int code) {
     return code >= SYMBOL_CUBE && code <= SYMBOL_ARROW;
 }
 
-bool HasGroups(int chartType) {
-    switch (chartType) {
-        case GROUPBARCHART25D:
-        case GROUPRIBBONCHART25D:
-        case GROUPAREAFILLCHART25D:
-        case OHLCCHART25D:
-        case BOXANDWHISKERCHART25D:
-            return true;
-        default:
-            return false;
-    }
+detail::ChartSample SampleOf(const CChartObj3D& object) {
+    const detail::ChartType* const type = detail::ChartTypes::Find(object.GetChartType());
+    return type != nullptr ? type->sample : detail::ChartSample::Fill;
+}
+
+/// Whether markers stand at the points of a type.
+bool HasMarkers(int type) {
+    return type == LINECHART25D || type == LINECHART3D || type == SCATTERCHART3D;
 }
 
 }  // namespace
@@ -84,18 +80,11 @@ void CLegendObj3D::SetLineLook(int joins, int styleFactor) {
 }
 
 void CLegendObj3D::TakeMarker(const CChartObj3D& object) {
-    if (object.GetMarker() == MARKER_NONE) return;
+    if (object.GetMarker() == MARKER_NONE || !HasMarkers(object.GetChartType())) return;
     if (object.GetChartType() == SCATTERCHART3D)
         SetSymbolSample(SYMBOL_NONE, object.GetFillColor(), object.GetOutlineColor());
     SetMarker(object.GetMarker(), object.GetMarkerSize(), object.GetFillColor(),
               object.GetOutlineColor(), object.GetMarkerOutlineWidth());
-}
-
-void CLegendObj3D::SetLight(const CChart3D* chart) {
-    if (chart == nullptr) return;
-    m_Saved.m_LightPosition = chart->GetLightPosition();
-    m_Saved.m_DiffuseLight = chart->GetLightComponent(kDiffuse);
-    m_Saved.m_AmbientLight = chart->GetLightComponent(LIGHT_MODEL_AMBIENT);
 }
 
 void CLegendObj3D::TakeLine(const CChartObj3D& object, const RGBDType& color) {
@@ -141,54 +130,46 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
     m_Saved.m_OutlineWidth = object->GetOutlineWidth();
     if (object->GetTransform() != nullptr)
         m_Saved.m_Rotation = object->GetTransform()->GetRotation();
-    switch (object->GetChartType()) {
-        case LINECHART25D:
-        case PROJECTIONLINECHART3D:
+    switch (SampleOf(*object)) {
+        case detail::ChartSample::OutlineLine:
             TakeLine(*object, object->GetOutlineColor());
-            if (object->GetChartType() == LINECHART25D) TakeMarker(*object);
             break;
-        case LINECHART3D:
+        case detail::ChartSample::Line:
             TakeLine(*object, object->GetFillColor());
-            TakeMarker(*object);
             break;
-        case SCATTERCHART3D:
+        case detail::ChartSample::Symbol:
             TakeSymbol(*object, object->GetSymbol(), object->GetFillColor());
-            TakeMarker(*object);
             break;
-        case OHLCCHART25D:
+        case detail::ChartSample::Prices:
             TakeLine(*object, object->GetLineColor());
             break;
-        case CONTOURPOLYSURFACE3D:
+        case detail::ChartSample::Contour:
             SetLineSample(0, 1.0, object->GetContourColor(0));
             break;
-        case BOXANDWHISKERCHART25D:
+        case detail::ChartSample::Box:
             TakeBoxPart(*object, 1);
             break;
-        case SCATTERTEXT3D:
-            TakeFill(*object, object->GetFillColor());
-            m_Saved.m_OutlineMode = 0;
+        case detail::ChartSample::GroupFill:
+            TakeFill(*object, object->GroupColor(0));
             break;
-        default:
-            TakeFill(*object, HasGroups(object->GetChartType()) ? object->GroupColor(0)
-                                                                : object->GetFillColor());
+        case detail::ChartSample::PlainFill:
+            m_Saved.m_OutlineMode = 0;
+            [[fallthrough]];
+        case detail::ChartSample::Fill:
+            TakeFill(*object, object->GetFillColor());
             break;
     }
+    TakeMarker(*object);
 }
 
 void CLegendObj3D::InitLegendObj(const CChartObj3D* object, int group) {
     InitLegendObj(object);
-    if (!HasGroups(object->GetChartType()) || group < 0 || group >= object->GetNumGroups()) return;
-    switch (object->GetChartType()) {
-        case OHLCCHART25D:
-            TakePriceGroup(*object, group);
-            break;
-        case BOXANDWHISKERCHART25D:
-            TakeBoxPart(*object, group);
-            break;
-        default:
-            TakeFill(*object, object->GroupColor(static_cast<std::size_t>(group)));
-            break;
-    }
+    if (group < 0 || group >= object->GetNumGroups()) return;
+    const detail::ChartSample sample = SampleOf(*object);
+    if (sample == detail::ChartSample::Prices) TakePriceGroup(*object, group);
+    if (sample == detail::ChartSample::Box) TakeBoxPart(*object, group);
+    if (sample == detail::ChartSample::GroupFill)
+        TakeFill(*object, object->GroupColor(static_cast<std::size_t>(group)));
 }
 
 void CLegendObj3D::DrawSample(detail::LegendPainter& painter,

@@ -5,17 +5,11 @@
 #include <vector>
 
 #include "varnel/chartobj/detail/symbol_pen.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/pixel_count.h"
 
 namespace varnel::detail {
 namespace {
-
-constexpr int kDepth = 256;
-constexpr int kColorAndDepth = 16640;
-constexpr int kAmbient = 4608;
-constexpr int kDiffuse = 4609;
-constexpr int kPosition = 4611;
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
 
 /// Behind the letters, which lie at 0.
 constexpr double kSampleDepth = 0.5;
@@ -101,12 +95,12 @@ void LegendPainter::UseBox() {
 }
 
 void LegendPainter::ClearDepth() {
-    m_GL.Clear(kDepth);
+    m_GL.Clear(CLEAR_DEPTH);
 }
 
 void LegendPainter::ClearBox(const RGBDType& color) {
     m_GL.SetClearColor(color.r, color.g, color.b, 0.0);
-    m_GL.Clear(kColorAndDepth);
+    m_GL.Clear(CLEAR_COLOR_AND_DEPTH);
 }
 
 void LegendPainter::FillRect(const LegendRect& rect, const RGBDType& color) {
@@ -169,11 +163,11 @@ void LegendPainter::Marker(const LegendRect& rect, int kind, double size, double
 void LegendPainter::LoadLight(const SymbolSample& sample) {
     m_GL.LoadIdentity();
     m_GL.SetLightPosition(sample.lightPosition);
-    m_GL.LoadLight(kPosition);
+    m_GL.LoadLight(LIGHT_POSITION);
     m_GL.SetLightComponent(LIGHT_MODEL_AMBIENT, sample.ambient);
-    m_GL.SetLightComponent(kDiffuse, sample.diffuse);
-    m_GL.LoadLight(kAmbient);
-    m_GL.LoadLight(kDiffuse);
+    m_GL.SetLightComponent(LIGHT_DIFFUSE, sample.diffuse);
+    m_GL.LoadLight(LIGHT_AMBIENT);
+    m_GL.LoadLight(LIGHT_DIFFUSE);
 }
 
 void LegendPainter::Symbol(const LegendRect& rect, const SymbolSample& sample) {

@@ -103,7 +103,7 @@ std::optional<Framebuffer> Framebuffer::Make(int width, int height, int samples,
     made.m_Scale = scale;
     made.m_Wanted = samples;
     if (made.Allocate(samples)) {
-        made.Bind();
+        made.BindCleared();
         return made;
     }
     made.Delete();

@@ -181,7 +181,6 @@ std::unique_ptr<GLContext> GLContext::Create(const CDC& target, std::string& why
     // A context that never had a surface starts with an empty viewport.
     glViewport(0, 0, width, height);
     glScissor(0, 0, width, height);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     return context;
 }
 

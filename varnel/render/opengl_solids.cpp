@@ -2,6 +2,7 @@
 #include <array>
 #include <iterator>
 
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/render/aux_shapes.h"
 #include "varnel/render/detail/hexahedron.h"
 #include "varnel/render/detail/renderer.h"
@@ -12,7 +13,8 @@ namespace varnel {
 
 namespace {
 
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
+using detail::kBlack;
+
 constexpr int kAllFaces[6] = {1, 1, 1, 1, 1, 1};
 
 using Layer = std::array<point3Dtype, 4>;

@@ -1,6 +1,7 @@
 #include "varnel/solids/aux_object.h"
 
 #include "varnel/foundation/detail/diagnose.h"
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -8,7 +9,8 @@
 namespace varnel {
 
 namespace {
-constexpr RGBDType kBlack = {0.0, 0.0, 0.0, 1.0};
+
+using detail::kBlack;
 constexpr int kFirstShape = 1;  // sphere
 constexpr int kLastShape = 10;  // cone
 }  // namespace

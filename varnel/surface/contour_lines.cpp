@@ -1,10 +1,10 @@
 #include "varnel/surface/contour_lines.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <unordered_map>
 
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/polygon_reader.h"
@@ -166,9 +166,8 @@ class LineJoiner {
         m_Level = level;
         m_Nodes.clear();
         m_Links.clear();
-        // At most two nodes a segment: a third of the slots stays free.
-        m_Slots.assign(std::bit_ceil(3 * segments.size() + 2), kNone);
-        m_Shift = 64 - std::countr_zero(m_Slots.size());
+        m_NodeOf.clear();
+        m_NodeOf.reserve(segments.size() + 1);
         for (const Segment& segment : segments) {
             const auto link = static_cast<std::uint32_t>(m_Links.size());
             const std::uint32_t from = Attach(segment.from, link);
@@ -190,7 +189,6 @@ class LineJoiner {
 
     /// Where a line crosses an edge, and the segments that meet there.
     struct Node {
-        Edge edge;
         std::uint32_t links[2];
         point3Dtype point;
     };
@@ -201,21 +199,21 @@ class LineJoiner {
 
     /// The node of an edge, with one more segment at it.
     std::uint32_t Attach(const Edge& edge, std::uint32_t link) {
-        // Multiplicative hashing: the upper bits of the product depend on all bits of the edge.
         const auto key =
             static_cast<std::uint64_t>(edge.low) << 32 | static_cast<std::uint32_t>(edge.high);
-        auto place = static_cast<std::size_t>(key * 0x9E3779B97F4A7C15U >> m_Shift);
-        for (; m_Slots[place] != kNone; place = (place + 1) & (m_Slots.size() - 1)) {
-            Node& node = m_Nodes[m_Slots[place]];
-            if (node.edge.low != edge.low || node.edge.high != edge.high) continue;
+        const auto next = static_cast<std::uint32_t>(m_Nodes.size());
+        const auto [known, isNew] = m_NodeOf.try_emplace(key, next);
+        if (!isNew) {
+            Node& node = m_Nodes[known->second];
+            if (node.links[1] == kNone) {
+                node.links[1] = link;
+                return known->second;
+            }
             // Where more than two polygons share an edge, lines meet two by two.
-            if (node.links[1] != kNone) break;
-            node.links[1] = link;
-            return m_Slots[place];
+            known->second = next;
         }
-        m_Slots[place] = static_cast<std::uint32_t>(m_Nodes.size());
-        m_Nodes.push_back({edge, {link, kNone}, Cross(edge)});
-        return m_Slots[place];
+        m_Nodes.push_back({{link, kNone}, Cross(edge)});
+        return next;
     }
 
     point3Dtype Cross(const Edge& edge) const {
@@ -270,8 +268,13 @@ class LineJoiner {
     int m_Level = 0;
     std::vector<Node> m_Nodes;
     std::vector<Link> m_Links;
-    std::vector<std::uint32_t> m_Slots;  ///< nodes by edge
-    int m_Shift = 0;
+    /// Multiplicative hashing: the upper bits of the product depend on all bits of the edge.
+    struct EdgeHash {
+        std::size_t operator()(std::uint64_t edge) const {
+            return static_cast<std::size_t>(edge * 0x9E3779B97F4A7C15U >> 20);
+        }
+    };
+    std::unordered_map<std::uint64_t, std::uint32_t, EdgeHash> m_NodeOf;  ///< the newest by edge
 };
 
 ContourLines Trace(const CPolysurface& surface, const double* levels, int numLevels) {

@@ -5,6 +5,7 @@
 #include <limits>
 #include <mutex>
 
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/delaunay.h"
 #include "varnel/surface/detail/polygon_reader.h"
@@ -13,14 +14,15 @@ namespace varnel {
 
 namespace {
 
+using detail::kBlack;
+using detail::kWhite;
+
 constexpr int kSparePoints = 4;
 constexpr long long kMostInt = std::numeric_limits<std::int32_t>::max();
 constexpr detail::Origin kOpen{ERR3DCLASS_POLYSURFACE, "OpenPolysurface"};
 constexpr detail::Origin kNeighbours{ERR3DCLASS_POLYSURFACE, "AllocAdjacentPolygonList"};
 
 constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
-constexpr RGBDType kWhite{1.0, 1.0, 1.0, 1.0};
 
 bool IsSame(const RGBDType& a, const RGBDType& b) {
     return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;

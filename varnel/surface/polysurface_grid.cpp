@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/polysurface.h"
 
@@ -10,10 +11,11 @@ namespace varnel {
 
 namespace {
 
+using detail::kBlack;
+
 constexpr detail::Origin kConvert{ERR3DCLASS_POLYSURFACE, "ConvertRG2PS"};
 
 constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
 
 /// Raises unless there are as many values as a grid of that size has points.
 void RequireGrid(std::size_t count, int rows, int cols, const char* operation) {

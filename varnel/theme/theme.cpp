@@ -1,16 +1,17 @@
 #include "varnel/theme/theme.h"
+#include "varnel/foundation/detail/named_colors.h"
 
 #include <algorithm>
 
 namespace varnel {
 namespace {
 
+using detail::kBlack;
+using detail::kWhite;
+
 RGBDType Mix(const RGBDType& a, const RGBDType& b, double share) {
     return {a.r + share * (b.r - a.r), a.g + share * (b.g - a.g), a.b + share * (b.b - a.b), a.a};
 }
-
-constexpr RGBDType kWhite{1.0, 1.0, 1.0, 1.0};
-constexpr RGBDType kBlack{0.0, 0.0, 0.0, 1.0};
 
 /// How far towards white (positive) or black the palette is when it comes again.
 constexpr double kVariations[] = {0.0, 0.45, -0.35, 0.65, -0.55};

@@ -15,8 +15,8 @@ class Framebuffer {
  public:
     /// A framebuffer for a bitmap of width x height pixels with `samples` samples (0: one, not
     /// multisampled) and `scale` x `scale` framebuffer pixels for each of the bitmap's. Nothing
-    /// when the driver has none that is complete. Leaves the new framebuffer bound, or what was
-    /// bound.
+    /// when the driver has none that is complete. Leaves the new framebuffer bound and cleared, or
+    /// what was bound.
     static std::optional<Framebuffer> Make(int width, int height, int samples, int scale);
 
     /// Whether Make would give the same.
