@@ -44,6 +44,17 @@ void PrintOption(const CLI::Option& option) {
     std::cout << ".\n";
 }
 
+/// What stands behind a command's name: the kind, the files.
+std::string Operands(const CLI::App& command) {
+    if (!command.get_subcommands([](const CLI::App*) { return true; }).empty()) return " KIND FILE";
+    std::string operands;
+    for (const CLI::Option* option : command.get_options())
+        if (option->get_positional())
+            operands +=
+                " " + option->get_name(true) + (option->get_items_expected_max() > 1 ? " ..." : "");
+    return operands;
+}
+
 void PrintCommand(const CLI::App& command, const std::string& prefix) {
     const std::string name = prefix + " " + command.get_name();
     std::cout << ".SS " << Escape(name) << '\n' << Escape(command.get_description()) << ".\n";
@@ -69,7 +80,8 @@ int PrintManPage(const CLI::App& program) {
     const auto commands = program.get_subcommands(
         [](const CLI::App* command) { return !command->get_group().empty(); });
     for (const CLI::App* command : commands)
-        std::cout << "\\fBvarnel " << command->get_name() << "\\fR [options] ...\n.br\n";
+        std::cout << "\\fBvarnel " << command->get_name() << "\\fR" << Escape(Operands(*command))
+                  << " [options]\n.br\n";
     std::cout << ".SH COMMANDS\n";
     for (const CLI::App* command : commands)
         PrintCommand(*command, "varnel");

@@ -4,6 +4,7 @@
 
 #include "varnel/chart/chart_view.h"
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/render/codes.h"
 #include "varnel/surface/color_map.h"
 #include "varnel/transform/transform.h"
 
@@ -94,6 +95,13 @@ RGBDType Chart::Impl::NextColor(const std::optional<RGBDType>& given) {
 
 int Chart::Impl::Pixels(double points) const {
     return std::max(1, static_cast<int>(std::lround(points * pixelsPerPoint)));
+}
+
+void Chart::Impl::SetDash(CChartObj3D& line, Dash dash, double width) const {
+    line.SetLineStyle(dash == Dash::Solid    ? LINE_SOLID
+                      : dash == Dash::Dashed ? LINE_DASHES
+                                             : LINE_DOTS);
+    line.SetLineStyleFactor(Pixels(width));
 }
 
 double Chart::Impl::SymbolSize(double points) const {

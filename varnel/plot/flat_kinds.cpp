@@ -21,10 +21,6 @@ int Count(const std::vector<double>& values) {
     return static_cast<int>(values.size());
 }
 
-int Style(Dash dash) {
-    return dash == Dash::Solid ? 0 : dash == Dash::Dashed ? 2 : 3;
-}
-
 std::string SeriesName(const std::vector<std::string>& names, std::size_t i, const Values& values) {
     return i < names.size() ? names[i] : values.Name();
 }
@@ -44,7 +40,8 @@ Objects Chart::Line(const Values& x, const Values& y, const LineOptions& options
         const int marker = detail::FlatMarker(options.marker, c.series);
         const RGBDType color = c.NextColor(options.color);
         line->LineChart25D(px.data(), detail::Pick(ys, part.rows).data(), c.NextLayer(), Count(px),
-                           Style(options.dash), c.Pixels(options.width), color, 0);
+                           LINE_SOLID, c.Pixels(options.width), color, 0);
+        c.SetDash(*line, options.dash, options.width);
         line->SetFillColor(color);
         line->SetMarker(marker, c.scale * options.marker_size);
         c.AddEntry(line, part.name.empty() ? options.name : part.name);
@@ -291,7 +288,7 @@ namespace {
 Objects AddBoxes(auto& c, const std::vector<double>& xs, const std::vector<double>& six,
                  const std::vector<point3Dtype>& outliers, const BoxesOptions& options) {
     const double step = detail::SmallestStep(xs);
-    const RGBDType fill = c.NextColor(options.color), line = c.theme.outline;
+    const RGBDType fill = c.NextColor(options.color), line = c.theme.text;
     const RGBDType colors[] = {line, fill, line, fill, line, {1, 1, 1, 1}};
     CChartObj3D* boxes = c.NewObject();
     boxes->BoxAndWhiskerChart25D(xs, six, kBarPlace, options.width * step, kBarDepth,
@@ -373,7 +370,7 @@ Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, 
         points.push_back({xs[i], layer, ys[i], 0});
     CChartObj3D* bars = c.NewObject();
     bars->ErrorBars3D(points, below.Numbers(), above.Numbers(), kValue, c.SymbolSize(6), 0,
-                      c.Pixels(options.width), options.color.value_or(c.theme.outline));
+                      c.Pixels(options.width), options.color.value_or(c.theme.axis));
     return {bars};
 }
 

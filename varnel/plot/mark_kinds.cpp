@@ -2,6 +2,7 @@
 #include "varnel/axes/axes.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/render/codes.h"
 
 namespace varnel::plot {
 
@@ -18,10 +19,6 @@ std::vector<point3Dtype> Joined(const std::vector<double>& x, const std::vector<
     for (std::size_t i = 0; i < x.size(); ++i)
         points.push_back({x[i], y[i], z[i], 0});
     return points;
-}
-
-int Style(Dash dash) {
-    return dash == Dash::Solid ? 0 : dash == Dash::Dashed ? 2 : 3;
 }
 
 Objects AddTexts(auto& c, const std::vector<point3Dtype>& points,
@@ -53,8 +50,9 @@ void RequireCount(const Values& values, std::size_t count, const char* call, con
 Objects AddLine(auto& c, int axis, double at, const LineOptions& options, const char* call) {
     c.Begin(Layout::Flat, call);
     CChartObj3D* const line = c.NewObject();
-    line->ReferenceLine3D(axis, at, PLANE_MIN_Y, Style(options.dash), c.Pixels(options.width),
-                          options.color.value_or(c.theme.outline));
+    line->ReferenceLine3D(axis, at, PLANE_MIN_Y, LINE_SOLID, c.Pixels(options.width),
+                          options.color.value_or(c.theme.axis));
+    c.SetDash(*line, options.dash, options.width);
     c.AddEntry(line, options.name);
     return {line};
 }
@@ -64,6 +62,7 @@ Objects AddBand(auto& c, int axis, double from, double to, const BandOptions& op
     c.Begin(Layout::Flat, call);
     CChartObj3D* const band = c.NewObject();
     band->ReferenceBand3D(axis, from, to, PLANE_MIN_Y, options.color.value_or(c.theme.grid));
+    c.AddEntry(band, options.name);
     return {band};
 }
 

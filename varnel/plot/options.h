@@ -149,6 +149,7 @@ struct Quartiles {
 };
 
 struct BandOptions {
+    std::string name{};
     std::optional<RGBDType> color{};
 };
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "varnel/plot/detail/chart_impl.h"
+#include "varnel/render/codes.h"
 #include "varnel/surface/color_map.h"
 #include "varnel/surface/filled_contours.h"
 #include "varnel/surface/polysurface.h"
@@ -158,9 +159,11 @@ Objects Chart::Line3D(const Values& x, const Values& y, const Values& z,
         for (const std::size_t i : part.rows)
             mine.push_back(points[i]);
         CChartObj3D* line = c.NewObject();
-        const int style = options.dash == Dash::Solid ? 0 : options.dash == Dash::Dashed ? 2 : 3;
-        line->LineChart3D(mine.data(), static_cast<int>(mine.size()), style,
+        const int marker = detail::FlatMarker(options.marker, c.series);
+        line->LineChart3D(mine.data(), static_cast<int>(mine.size()), LINE_SOLID,
                           c.Pixels(options.width), c.NextColor(options.color));
+        c.SetDash(*line, options.dash, options.width);
+        line->SetMarker(marker, c.scale * options.marker_size);
         c.AddEntry(line, part.name.empty() ? options.name : part.name);
         objects.push_back(line);
     }

@@ -87,6 +87,8 @@ struct Chart::Impl {
                        const char* call);
     /// Bars `width` wide; `all` are their places along x.
     void AddEdges(CChartObj3D* bars, const std::vector<double>& all, double width);
+    /// Dashes four times, dots as long as a line is wide.
+    void SetDash(CChartObj3D& line, Dash dash, double width) const;
     /// The relative size of symbols that are `points` large.
     double SymbolSize(double points) const;
     /// Where along the depth of a flat chart the next object stands.
