@@ -7,6 +7,7 @@
 
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/values.h"
 
 namespace varnel::test {
 namespace {
@@ -84,55 +85,43 @@ TEST(AxisRecords, FollowTheRules) {
 TEST(AxisRecords, FieldsHaveTheirPlaces) {
     CAxis3D axis;
     ExpectLoadsAndSaves(axis, RecordBytes().Distinct(kAxisRecord));
-    EXPECT_EQ(
-        (std::vector<double>{
-            static_cast<double>(CAxis3D::nSelfID), static_cast<double>(axis.GetTransformID()),
-            static_cast<double>(axis.GetAxisType()), static_cast<double>(axis.GetAxisTicDir()),
-            static_cast<double>(axis.GetAxisStyle()),
-            static_cast<double>(axis.GetAxisNthTicMajor()),
-            static_cast<double>(axis.GetColorMode())}),
-        Numbers(1, 7));
-    EXPECT_EQ(
-        (std::vector<double>{
-            axis.GetAxisColor().r, axis.GetAxisTicColor().a, axis.GetAxisThickness(),
-            axis.GetAxisMin(), axis.GetAxisMax(), axis.GetAxisStart(), axis.GetAxisStop(),
-            axis.GetAxisMinorTicLength(), axis.GetAxisMajorTicLength(), axis.GetAxisWallThickness(),
-            axis.GetAxisTicSpace(), axis.GetAxisCenterPoint(), axis.GetAxisIntercept1(),
-            axis.GetAxisIntercept2(), static_cast<double>(axis.IsAxisSet())}),
-        (std::vector<double>{8, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28}));
+    EXPECT_EQ(Row(CAxis3D::nSelfID, axis.GetTransformID(), axis.GetAxisType(), axis.GetAxisTicDir(),
+                  axis.GetAxisStyle(), axis.GetAxisNthTicMajor(), axis.GetColorMode(),
+                  axis.GetAxisColor().r),
+              Numbers(1, 8));
+    EXPECT_EQ(Row(axis.GetAxisTicColor().a, axis.GetAxisThickness(), axis.GetAxisMin(),
+                  axis.GetAxisMax(), axis.GetAxisStart(), axis.GetAxisStop(),
+                  axis.GetAxisMinorTicLength(), axis.GetAxisMajorTicLength(),
+                  axis.GetAxisWallThickness(), axis.GetAxisTicSpace(), axis.GetAxisCenterPoint(),
+                  axis.GetAxisIntercept1(), axis.GetAxisIntercept2(), axis.IsAxisSet()),
+              Numbers(15, 14));
 
     CAxisLabels3D l;
     l.SetEngString(" kmgt");
     ExpectLoadsAndSaves(l, LabelsBytes({"a"}));
-    const int ints[] = {
-        l.GetTransformID(),        l.GetAxisLabelsPlane(),    l.GetAxisLabelsDir(),
-        l.GetAxisLabelsRotation(), l.GetAxisLabelsDecimals(), l.GetAxisLabelsFormat(),
-        l.GetAxisLabelsEnds(),     l.GetAxisLabelsXJust(),    l.GetAxisLabelsYJust(),
-        l.GetAxisLabelsFlipX(),    l.GetAxisLabelsFlipY(),    l.GetAxisTitleFlipX(),
-        l.GetAxisTitleFlipY(),     l.GetAxisTitlePlane(),     l.GetAxisTitleDir(),
-        l.GetAxisTitleRotation(),  l.GetAxisTitleXJust(),     l.GetAxisTitleYJust()};
-    const int places[] = {2, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20};
-    EXPECT_TRUE(std::equal(std::begin(ints), std::end(ints), std::begin(places)));
-    EXPECT_EQ((std::vector<double>{l.GetAxisLabelsTicOffset(), l.GetAxisLabelsSize(),
-                                   l.GetAxisTitleSize(), l.GetAxisLabelsColor().r,
-                                   l.GetAxisTitleColor().r}),
-              (std::vector<double>{22, 23, 24, 76, 80}));
-    EXPECT_EQ(l.GetTextureEnable(), 74);
-    EXPECT_EQ(l.GetAxisLabelsStringEnable(), 75);
+    EXPECT_EQ(Row(l.GetAxisLabelsPlane(), l.GetAxisLabelsDir(), l.GetAxisLabelsRotation(),
+                  l.GetAxisLabelsDecimals(), l.GetAxisLabelsFormat(), l.GetAxisLabelsEnds(),
+                  l.GetAxisLabelsXJust(), l.GetAxisLabelsYJust(), l.GetAxisLabelsFlipX(),
+                  l.GetAxisLabelsFlipY(), l.GetAxisTitleFlipX(), l.GetAxisTitleFlipY(),
+                  l.GetAxisTitlePlane(), l.GetAxisTitleDir(), l.GetAxisTitleRotation(),
+                  l.GetAxisTitleXJust(), l.GetAxisTitleYJust()),
+              Numbers(4, 17));
+    EXPECT_EQ(Row(l.GetTransformID(), l.GetAxisLabelsTicOffset(), l.GetAxisLabelsSize(),
+                  l.GetAxisTitleSize(), l.GetTextureEnable(), l.GetAxisLabelsStringEnable(),
+                  l.GetAxisLabelsColor().r, l.GetAxisTitleColor().r),
+              Row(2, 22, 23, 24, 74, 75, 76, 80));
     EXPECT_EQ(l.GetAxisLabelsStrings()[0], "a");
     EXPECT_EQ(l.GetEngString(), " kmgt") << "not in the record";
 
     CTextObj3D t;
     ExpectLoadsAndSaves(t, RecordBytes().Distinct(kTextRecord));
     EXPECT_EQ(t.GetString(), "3");
-    const int text[] = {t.GetTransformID(), t.GetXJustify(),  t.GetYJustify(), t.GetTextPlane(),
-                        t.GetFlipX(),       t.GetFlipY(),     t.GetRotation(), t.GetTextureEnable(),
-                        t.GetClipping(),    t.GetTextEnable()};
-    const int textPlaces[] = {2, 12, 13, 18, 19, 20, 21, 22, 23, 24};
-    EXPECT_TRUE(std::equal(std::begin(text), std::end(text), std::begin(textPlaces)));
-    EXPECT_EQ((std::vector<double>{t.GetLocation().x, t.GetNormLocation().x, t.GetColor().r,
-                                   t.GetCharSize()}),
-              (std::vector<double>{4, 8, 14, 25}));
+    EXPECT_EQ(Row(t.GetTransformID(), t.GetXJustify(), t.GetYJustify(), t.GetTextPlane(),
+                  t.GetFlipX(), t.GetFlipY(), t.GetRotation(), t.GetTextureEnable(),
+                  t.GetClipping(), t.GetTextEnable()),
+              Row(2, 12, 13, 18, 19, 20, 21, 22, 23, 24));
+    EXPECT_EQ(Row(t.GetLocation().x, t.GetNormLocation().x, t.GetColor().r, t.GetCharSize()),
+              Row(4, 8, 14, 25));
 }
 
 TEST(AxisRecords, DefaultsAreThoseOfAFreshObject) {
@@ -278,26 +267,24 @@ TEST(Axes, PassEveryAttributeOn) {
     axes.SetAxisMin(2, 18);
     axes.SetAxisTics(2, 1, 2, 3, 4, 5, 6);
     axes.SetAxisIntercept(2, 7, 8);
-    EXPECT_EQ((std::vector<double>{axes.GetAxisRange(2), axes.GetAxisStart(2), axes.GetAxisStop(2),
-                                   axes.GetAxisMin(2), axis.GetAxisMin(), axis.GetAxisCenterPoint(),
-                                   axis.GetAxisTicSpace(), axis.GetAxisMinorTicLength(),
-                                   axis.GetAxisMajorTicLength(), axis.GetAxisIntercept1(),
-                                   axis.GetAxisIntercept2()}),
-              (std::vector<double>{12, 18, 20, 18, 18, 1, 2, 4, 5, 7, 8}));
+    EXPECT_EQ(Row(axes.GetAxisRange(2), axes.GetAxisStart(2), axes.GetAxisStop(2),
+                  axes.GetAxisMin(2), axis.GetAxisMin(), axis.GetAxisCenterPoint(),
+                  axis.GetAxisTicSpace(), axis.GetAxisMinorTicLength(),
+                  axis.GetAxisMajorTicLength(), axis.GetAxisIntercept1(), axis.GetAxisIntercept2()),
+              Row(12, 18, 20, 18, 18, 1, 2, 4, 5, 7, 8));
     axes.SetAxisAttrib(2, {0.1, 0, 0, 1}, {0.2, 0, 0, 1}, 9, 10);
-    EXPECT_EQ((std::vector<double>{1.0 * axes.GetAxisNthTicMajor(2), 1.0 * axes.GetAxisTicDir(2),
-                                   axes.GetAxisColor(2).r, axes.GetAxisTicColor(2).r,
-                                   axes.GetAxisThickness(2), 1.0 * axes.GetAxisStyle(2)}),
-              (std::vector<double>{3, 6, 0.1, 0.2, 9, 10}));
+    EXPECT_EQ(Row(axes.GetAxisNthTicMajor(2), axes.GetAxisTicDir(2), axes.GetAxisColor(2).r,
+                  axes.GetAxisTicColor(2).r, axes.GetAxisThickness(2), axes.GetAxisStyle(2)),
+              Row(3, 6, 0.1, 0.2, 9, 10));
     axes.SetAxisColor(2, {0.3, 0, 0, 1});
     axes.SetAxisTicColor(2, {0.4, 0, 0, 1});
 
     const CString strings[] = {"a", "b"};
     axes.SetAxisLabels(2, 1, 2, 3, 4, 5, {0.5, 0, 0, 1}, strings, 2);
-    EXPECT_EQ((std::vector<int>{axes.GetAxisLabelsPlane(2), axes.GetAxisLabelsRotation(2),
-                                axes.GetAxisLabelsDir(2), axes.GetAxisLabelsDecimals(2),
-                                axes.GetAxisLabelsEnds(2), axes.GetNumAxisLabelsStrings(2)}),
-              (std::vector<int>{1, 2, 3, 4, 5, 2}));
+    EXPECT_EQ(Row(axes.GetAxisLabelsPlane(2), axes.GetAxisLabelsRotation(2),
+                  axes.GetAxisLabelsDir(2), axes.GetAxisLabelsDecimals(2),
+                  axes.GetAxisLabelsEnds(2), axes.GetNumAxisLabelsStrings(2)),
+              Row(1, 2, 3, 4, 5, 2));
     EXPECT_EQ(axes.GetAxisLabelsColor(2).r, 0.5);
     EXPECT_EQ(axes.GetAxisLabelsStringEnable(2), 1);
     axes.SetAxisLabelsStrings(2, strings + 1, 1);
@@ -309,11 +296,10 @@ TEST(Axes, PassEveryAttributeOn) {
     axes.SetAxisLabelsColor(2, {0.6, 0, 0, 1});
     axes.SetAxisTitleColor(2, {0.7, 0, 0, 1});
     axes.SetAxisColorMode(2, 2);
-    EXPECT_EQ((std::vector<double>{axis.GetAxisColor().r, axis.GetAxisTicColor().r,
-                                   labels.GetAxisLabelsColor().r, axes.GetAxisTitleColor(2).r,
-                                   1.0 * axis.GetColorMode(), 1.0 * axes.GetAxisColorMode(2),
-                                   1.0 * axes.GetAxisColorMode(1)}),
-              (std::vector<double>{0.3, 0.4, 0.6, 0.7, 2, 2, 1}));
+    EXPECT_EQ(Row(axis.GetAxisColor().r, axis.GetAxisTicColor().r, labels.GetAxisLabelsColor().r,
+                  axes.GetAxisTitleColor(2).r, axis.GetColorMode(), axes.GetAxisColorMode(2),
+                  axes.GetAxisColorMode(1)),
+              Row(0.3, 0.4, 0.6, 0.7, 2, 2, 1));
     axes.SetAxisTitleString(2, "title");
     CString title;
     axes.GetAxisTitleString(2, title);
@@ -325,11 +311,10 @@ TEST(Axes, PlanesKeepTheirOwnAttributes) {
     axes.SetPlaneGrid(4, 2, 0, SetRGBD(1, 0, 0, 1), 3, 7, 1);
     axes.SetPlaneGridAttrib(4, SetRGBD(0, 1, 0, 1), 5, 9);
     EXPECT_EQ(axes.GetPlaneGridStyle(4), 7) << "the style is not taken";
-    EXPECT_EQ((std::vector<double>{1.0 * axes.GetGridEnable(4), axes.GetPlaneGridThickness(4),
-                                   axes.GetPlaneGridColor(4).g, 1.0 * axes.GetPlaneGridNthTic1(4),
-                                   1.0 * axes.GetPlaneGridNthTic2(4),
-                                   1.0 * axes.GetPlaneGridWallFlag(4)}),
-              (std::vector<double>{1, 5, 1, 2, 0, 1}));
+    EXPECT_EQ(
+        Row(axes.GetGridEnable(4), axes.GetPlaneGridThickness(4), axes.GetPlaneGridColor(4).g,
+            axes.GetPlaneGridNthTic1(4), axes.GetPlaneGridNthTic2(4), axes.GetPlaneGridWallFlag(4)),
+        Row(1, 5, 1, 2, 0, 1));
     axes.SetWallThickness(1, 0.3);
     for (int axis = 0; axis < 3; ++axis)
         EXPECT_EQ(axes.GetAxis(axis)->GetAxisWallThickness(), 0.05);
@@ -343,9 +328,9 @@ TEST(Axes, PlanesKeepTheirOwnAttributes) {
     axes.SetWallOffset(5, 0.3);
     axes.SetOutlineWidth(5, 4);
     axes.SetPlaneColorMode(5, 2);
-    EXPECT_EQ((std::vector<double>{axes.GetWallColor(5).r, axes.GetOutlineColor(5).r,
-                                   axes.GetWallOffset(5), axes.GetOutlineWidth(5)}),
-              (std::vector<double>{0.1, 0.2, 0.3, 4}));
+    EXPECT_EQ(Row(axes.GetWallColor(5).r, axes.GetOutlineColor(5).r, axes.GetWallOffset(5),
+                  axes.GetOutlineWidth(5)),
+              Row(0.1, 0.2, 0.3, 4));
     EXPECT_EQ(axes.GetWallEnable(5), 1);
     EXPECT_EQ(axes.GetPlaneColorMode(5), 2);
     EXPECT_EQ(axes.GetWallEnable(4), 0);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "tests/support/drawing_test.h"
+#include "tests/support/values.h"
 #include "varnel/render/font.h"
 #include "varnel/transform/transform.h"
 
@@ -73,9 +74,7 @@ TEST_F(TextDrawing, AspectTurnsWithTheText) {
     m_Transform.SetFontAspect(a);
     point3Dtype scale;
     m_Text.CalcComplexAspectRatio(scale);
-    EXPECT_NEAR(scale.x, a * kFontSize, 1e-12);
-    EXPECT_NEAR(scale.y, kFontSize, 1e-12);
-    EXPECT_NEAR(scale.z, a * kFontSize, 1e-12);
+    ExpectNear(Row(scale.x, scale.y, scale.z), Row(a * kFontSize, kFontSize, a * kFontSize), 1e-12);
     m_Text.SetRotation(90);
     m_Text.CalcComplexAspectRatio(scale);
     const double c = std::cos(90 * 0.01745);
@@ -184,11 +183,8 @@ TEST_F(TextDrawing, DrawsFlatInItsColorAndLeavesTheContextAsItWas) {
     m_Text.SetString("Q");
     const Drawn drawn = DrawText();
     ASSERT_FALSE(drawn.IsEmpty());
-    drawn.ForEachVertex([](const DrawnVertex& v) {
-        EXPECT_NEAR(v.r, 0.25, 0.002);
-        EXPECT_NEAR(v.g, 0.5, 0.002);
-        EXPECT_NEAR(v.b, 0.75, 0.002);
-    });
+    drawn.ForEachVertex(
+        [](const DrawnVertex& v) { ExpectNear(Row(v.r, v.g, v.b), Row(0.25, 0.5, 0.75), 0.002); });
     EXPECT_EQ(GL().GetColorMode(), 1);
     GL().GetModelView(after);
     double sent[16];

@@ -1,15 +1,12 @@
 #include "varnel/render/opengl.h"
 
-#include <array>
 #include <cmath>
 #include <limits>
-#include <random>
 
 #include "tests/support/gl_fixture.h"
 #include "tests/support/values.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/render/aux_shapes.h"
-#include "varnel/render/detail/mesh.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/font.h"
 
@@ -152,11 +149,9 @@ TEST_F(OpenGL, WidthsOfZeroAndLessKeepTheLastWidth) {
             n += Pixel(50, y).rgbRed == 0 ? 1 : 0;
         return n;
     };
-    EXPECT_EQ(thickness(5), 5);
-    EXPECT_EQ(thickness(0), 5);
-    EXPECT_EQ(thickness(-3), 5);
-    EXPECT_EQ(thickness(std::numeric_limits<double>::quiet_NaN()), 5);
-    EXPECT_EQ(thickness(2), 2);
+    const double widths[][2] = {{5, 5}, {0, 5}, {-3, 5}, {kNaN, 5}, {2, 2}};
+    for (const auto& [given, drawn] : widths)
+        EXPECT_EQ(thickness(given), drawn);
 }
 
 TEST_F(OpenGL, NonFiniteVerticesAreNeverDrawn) {
@@ -235,10 +230,8 @@ TEST_F(OpenGL, SymbolsHaveTheirExtents) {
         GL().LoadIdentity();
         GL().Rotate3D(-90, 0);  // z up on the screen, which shows -1..1 in 100 pixels
         const auto e = ExtentOf(Feedback([&] { (GL().*symbol.draw)(1, 1, 1, kRed, kBlack); }));
-        EXPECT_NEAR(e.left, 25, 0.01);
-        EXPECT_NEAR(e.right, 75, 0.01);
-        EXPECT_NEAR(e.bottom, 50 + 50 * symbol.bottom, 0.01);
-        EXPECT_NEAR(e.top, 50 + 50 * symbol.top, 0.01);
+        ExpectNear(Row(e.left, e.right, e.bottom, e.top),
+                   Row(25, 75, 50 + 50 * symbol.bottom, 50 + 50 * symbol.top), 0.01);
     }
 }
 
@@ -340,21 +333,6 @@ TEST_F(OpenGL, DataFarFromTheOriginKeepsItsShape) {
     EXPECT_NEAR(e.right, 50.0 + 50.0 / range, 1e-4);
 }
 
-TEST_F(OpenGL, WireShapesLeaveLightingOff) {
-    GL().SetColorMode(1);
-    GL().SetLineStyle3D(0, 1, kBlack);
-    Draw([&] { GL().DrawAuxObject(3, 0, {1, 1, 1, 0}); });
-    EXPECT_GT(Inked(), 0);
-    EXPECT_EQ(GL().GetColorMode(), 0);
-    GL().SetColorMode(1);
-    Draw([&] { GL().DrawAuxObject(1, 1, {0.5, 0, 0, 0}); });
-    EXPECT_NEAR(Inked(), 3.14159 * 25 * 25, 80);
-    EXPECT_EQ(GL().GetColorMode(), 1);
-    Draw([&] { GL().DrawAuxObject(11, 1, {1, 1, 1, 0}); });
-    EXPECT_EQ(Inked(), 0);
-    GL().SetColorMode(0);
-}
-
 TEST_F(OpenGL, ClosedContextsDrawNothing) {
     GL().Close();
     GL().LineAbs3D({0, 0, 0, 0}, {1, 1, 1, 0});
@@ -388,11 +366,10 @@ TEST_F(OpenGL, EightBitTargetsHaveAPalette) {
 }
 
 TEST_F(OpenGL, OneFontAtATime) {
-    EXPECT_EQ(GL().GetFont()->GetListBase(), 1000);
-    EXPECT_EQ(GL().NewFont3D(), 1);
-    EXPECT_EQ(GL().GetFont()->GetListBase(), 1256);
-    EXPECT_EQ(GL().NewFont3D(), 1);
-    EXPECT_EQ(GL().GetFont()->GetListBase(), 1256);
+    for (const int base : {1000, 1256, 1256}) {
+        EXPECT_EQ(GL().GetFont()->GetListBase(), base);
+        EXPECT_EQ(GL().NewFont3D(), 1);
+    }
     EXPECT_EQ(GL().GetCurrentFont(), 0);
     GL().SetCurrentFont(5);
     EXPECT_EQ(GL().GetFont(), nullptr);
@@ -546,87 +523,6 @@ TEST_F(OpenGL, AnotherSinkGetsTheWholeScene) {
     EXPECT_EQ(sink.dashes, 0x0101);
     EXPECT_EQ(sink.text, "total in green");
     EXPECT_EQ(sink.picture, 2 * 1.125);
-}
-
-/// A rough sheet over -1..1 of quadrilaterals about as large as pixels.
-struct Sheet : detail::MeshSource {
-    static constexpr int kSide = 40;
-    std::vector<point3Dtype> points;
-    std::vector<std::array<int, 4>> quads;
-
-    explicit Sheet(std::mt19937& random) {
-        std::uniform_real_distribution<double> height(-0.2, 0.2);
-        for (int i = 0; i < kSide * kSide; ++i)
-            points.push_back({2.0 * (i % kSide) / kSide - 1, 2.0 * (i / kSide) / kSide - 1,
-                              height(random), height(random)});
-        for (int i = 0; i + kSide + 1 < kSide * kSide; ++i)
-            if ((i + 1) % kSide != 0) quads.push_back({i, i + 1, i + kSide + 1, i + kSide});
-        points[kSide * 3 + 5].z = std::numeric_limits<double>::quiet_NaN();
-    }
-    int NumPoints() const override { return static_cast<int>(points.size()); }
-    int NumPolygons() const override { return static_cast<int>(quads.size()); }
-    const point3Dtype* Points(int first, int, point3Dtype*) const override {
-        return &points[static_cast<std::size_t>(first)];
-    }
-    const int* Polygon(int k, int& n) const override {
-        n = 4;
-        return quads[static_cast<std::size_t>(k)].data();
-    }
-    void Colors(int k, RGBDType& fill, RGBDType& frame) const override {
-        fill = SetRGBD(0.2 + 0.0004 * k, 0.9 - 0.0004 * k, 0.5, 1);
-        frame = kBlack;
-    }
-};
-
-TEST_F(OpenGL, WhatIsLeftOutAndSharedChangesNoPixel) {
-    std::mt19937 random(7);
-    std::uniform_real_distribution<double> angle(0, 360);
-    std::uniform_real_distribution<double> size(0.1, 1.3);
-    for (int view = 0; view < 200; ++view) {
-        SCOPED_TRACE(view);
-        const Sheet sheet(random);
-        GL().SetSamples(view % 3 == 0 ? 4 : 0);
-        EXPECT_EQ(GL().GetSamples(), view % 3 == 0 ? 4 : 0);
-        GL().SetColorMode(view % 2);
-        GL().SetFrameFilled(view % 4 / 2);
-        GL().SetLineWidth3D(view % 7 == 0 ? 2.0 : 1.0);
-        GL().LoadIdentity();
-        const double scale = size(random);
-        GL().Scale3D(scale, scale, scale);
-        for (const int axis : {0, 1, 2})
-            GL().Rotate3D(angle(random), axis);
-        const auto line = [&] {
-            GL().StartLineAbs3D(sheet.points[0]);
-            for (const point3Dtype& p : sheet.points)
-                GL().AppendLineAbs3D({p.x / 10, p.z / 10, p.y, 0});
-            GL().EndLineAbs3D(sheet.points[1]);
-        };
-        GL().SetCulling(0);
-        Draw([&] {
-            const CollectScope collecting(GL());
-            for (int k = 0; k < sheet.NumPolygons(); ++k) {
-                point3Dtype quad[5];
-                for (std::size_t i = 0; i < 5; ++i)
-                    quad[i] = sheet.points[static_cast<std::size_t>(
-                        sheet.quads[static_cast<std::size_t>(k)][i % 4])];
-                RGBDType fill, frame;
-                sheet.Colors(k, fill, frame);
-                GL().SetFillStyle3D(fill, fill, frame);
-                GL().PolyFillAbs3D(quad, 5);
-            }
-            line();
-        });
-        const auto all = Image();
-        GL().SetCulling(1);
-        Draw([&] {
-            const CollectScope collecting(GL());
-            GL().DrawMesh(sheet, MESH_FILLED);
-            line();
-        });
-        ASSERT_EQ(Image(), all);
-    }
-    GL().SetFrameFilled(0);
-    GL().SetColorMode(0);
 }
 
 TEST_F(OpenGL, ForeignPointersAndMissingDevices) {

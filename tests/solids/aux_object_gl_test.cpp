@@ -2,6 +2,7 @@
 
 #include "tests/support/drawing_test.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/values.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -17,12 +18,9 @@ TEST(AuxObject, RecordLeavesTheOutlineOut) {
                         object.GetSolidType(0), object.GetColorMode()};
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(ints[i], i + 1);
-    EXPECT_EQ(object.GetScale(), 9);
-    EXPECT_EQ(object.GetLocation().y, 11);
-    EXPECT_EQ(object.GetRotation().z, 20);
-    EXPECT_EQ(object.GetColor().b, 24);
-    EXPECT_EQ(object.GetLineWidth(), 26);
-    EXPECT_EQ(object.GetOutlineMode(), 1);
+    EXPECT_EQ(test::Row(object.GetScale(), object.GetLocation().y, object.GetRotation().z,
+                        object.GetColor().b, object.GetLineWidth(), object.GetOutlineMode()),
+              test::Row(9, 11, 20, 24, 26, 1));
 }
 
 class AuxObjects : public test::DrawingTest {
@@ -52,9 +50,8 @@ TEST_F(AuxObjects, StandsWhereItWasPut) {
     bar.SetScale(0.1);
     bar.SetRotation({0.0, 90.0, 0.0, 0.0});
     const test::Box turned(DrawObject(bar));
-    EXPECT_NEAR(turned.right, 0.4, kTolerance);
-    EXPECT_NEAR(turned.top, 0.1, kTolerance);
-    EXPECT_NEAR(turned.back, 0.2, kTolerance);
+    test::ExpectNear(test::Row(turned.right, turned.top, turned.back), test::Row(0.4, 0.1, 0.2),
+                     kTolerance);
 }
 
 TEST_F(AuxObjects, OutlinesAreBlackAndForEdgedShapesOnly) {

@@ -1,7 +1,10 @@
-// Colours and numbers that many tests use.
+// Colours and numbers that many tests use, and comparing numbers.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <limits>
+#include <vector>
 
 #include "varnel/foundation/colors.h"
 
@@ -14,5 +17,18 @@ inline constexpr RGBDType kBlack{0, 0, 0, 1};
 
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 inline constexpr double kInf = std::numeric_limits<double>::infinity();
+
+/// Numbers of any kind side by side, for comparing several at once.
+template <class... T>
+std::vector<double> Row(const T&... values) {
+    return {static_cast<double>(values)...};
+}
+
+inline void ExpectNear(const std::vector<double>& is, const std::vector<double>& should,
+                       double tolerance) {
+    ASSERT_EQ(is.size(), should.size());
+    for (std::size_t i = 0; i < is.size(); ++i)
+        EXPECT_NEAR(is[i], should[i], tolerance) << "number " << i;
+}
 
 }  // namespace varnel::test

@@ -8,6 +8,7 @@
 
 #include "tests/support/gl_fixture.h"
 #include "tests/support/record_bytes.h"
+#include "tests/support/values.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/files.h"
@@ -48,9 +49,7 @@ TEST_F(Transform, PointsGoThroughBoxRotationOffsetAndTurn) {
                     ((p[2] - 100) / 300 * 2 - 1) * 0.6};
         point3Dtype box;
         t.NormalizePoint({p[0], p[1], p[2], 8}, box);
-        EXPECT_NEAR(box.x, v[0], 1e-12);
-        EXPECT_NEAR(box.y, v[1], 1e-12);
-        EXPECT_NEAR(box.z, v[2], 1e-12);
+        test::ExpectNear(test::Row(box.x, box.y, box.z), test::Row(v[0], v[1], v[2]), 1e-12);
         EXPECT_EQ(box.w, 8);
         v = Turned(Turned(Turned(v, 2, 25), 1, 7), 0, -20);
         v = {v[0] + 0.1, v[1] - 0.2, v[2] + 0.05};
@@ -91,9 +90,7 @@ TEST_F(Transform, LogarithmicAxes) {
     // Back from the box it is interpolated between the raw limits: no inverse on a log axis.
     t.UnNormalizePoint({0, 0, 0, 0}, out);
     EXPECT_EQ(out.y, std::pow(10.0, 50.5));
-    EXPECT_EQ(out.z, 0.5);
-    EXPECT_EQ(t.CVTWS(3, 100), 2);
-    EXPECT_EQ(t.CVTWS(5, 100), 100);
+    EXPECT_EQ(test::Row(out.z, t.CVTWS(3, 100), t.CVTWS(5, 100)), test::Row(0.5, 2, 100));
     EXPECT_NEAR(t.CVFWS(4, 2), 100, 1e-12);
     EXPECT_EQ(t.LogLimits(2, -4), -4);
     EXPECT_EQ(t.LogLimits(0, -4), 1);
@@ -109,11 +106,10 @@ TEST_F(Transform, LimitsRangesAndIdentifiers) {
     EXPECT_EQ(drawn.GetScaleMin().z, -1);
     plain.SetScale({10, 0, 3, 0}, {0, 10, 3, 0});
     plain.ChartTransform();  // without a context: the limits alone
-    EXPECT_EQ(plain.IsScaleInverted(0), 1);
-    EXPECT_EQ(plain.IsScaleInverted(4), 0);
-    EXPECT_EQ(plain.IsScaleInverted(-1), 0);
-    EXPECT_EQ(plain.GetAxisWorkingRange(0), -10);
-    EXPECT_EQ(plain.GetAxisRange(7), 0);
+    EXPECT_EQ(
+        test::Row(plain.IsScaleInverted(0), plain.IsScaleInverted(4), plain.IsScaleInverted(-1),
+                  plain.GetAxisWorkingRange(0), plain.GetAxisRange(7)),
+        test::Row(1, 0, 0, -10, 0));
     plain.SetAxisScaleMode(6, 1);
     plain.SetAxisScaleMode(-1, 1);
     EXPECT_EQ(plain.GetAxisScaleMode(6), 0);
