@@ -16,6 +16,8 @@ constexpr double kDepthSlack = 2e-6;
 constexpr double kTouch = 0.02;
 /// A line that lies in a face is not hidden by the face's own slope this far away, in pixels.
 constexpr double kLineSlack = 0.05;
+/// Corners this close, in pixels, are one.
+constexpr double kNoLength = 1e-6;
 /// Runs of lines that are shorter, in pixels, are neither gaps nor lines.
 constexpr double kShortestRun = 0.05;
 
@@ -106,6 +108,13 @@ Hiding::Facet Hiding::MakeFacet(std::span<const Vec3> corners) {
         a, [this](const Vec3& p) { return p.x - m_Width; }, b);
     ClipBelow(
         b, [this](const Vec3& p) { return p.y - m_Height; }, a);
+    // An edge without length has no sides.
+    const auto same = [](const Vec3& p, const Vec3& q) {
+        return std::hypot(p.x - q.x, p.y - q.y) < kNoLength;
+    };
+    a.erase(std::unique(a.begin(), a.end(), same), a.end());
+    while (a.size() > 1 && same(a.front(), a.back()))
+        a.pop_back();
     if (a.size() < 3) return facet;
     // The normal of the whole outline: the depth's slope is its ratio to the area seen.
     Vec3 normal{0.0, 0.0, 0.0};
