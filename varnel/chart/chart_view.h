@@ -228,6 +228,16 @@ class VARNEL_API CChartView3D {
     void SaveToPDF(const CString& fileName, double width = 0.0, double height = 0.0);
     void SaveToSVG(const CString& fileName, double width = 0.0, double height = 0.0);
 
+    /// From how many polygons on an object is a picture of 300 dots per inch in them, of that
+    /// object alone and cut to what shows of it, which a diagnostic tells: its polygons would take
+    /// minutes and megabytes. Default 50,000; 0: none is.
+    void SetVectorPictureLimit(int polygons) { m_Settings.vectorPictureLimit = polygons; }
+    int GetVectorPictureLimit() const { return m_Settings.vectorPictureLimit; }
+    /// 1: letters are areas in them, which look the same in every viewer and cannot be selected or
+    /// searched for. 0, the default: text in fonts.
+    void SetVectorTextPaths(int on) { m_Settings.vectorTextPaths = on; }
+    int GetVectorTextPaths() const { return m_Settings.vectorTextPaths; }
+
     /// Prints the view onto the current page of a printer's device context and has the window drawn
     /// again. Nothing is drawn to the screen meanwhile. The second argument is a host framework's
     /// own record; it is not read. Raises "Print DC Error".
@@ -283,6 +293,8 @@ class VARNEL_API CChartView3D {
         int printResolution = 0;
         int samples = 0;
         int frameOffset = 1;
+        int vectorPictureLimit = 50'000;
+        int vectorTextPaths = 0;
     };
 
     struct Staged;
@@ -325,7 +337,7 @@ class VARNEL_API CChartView3D {
     void SelectPalette(CDC* dc) const;
     friend class PdfDocument;
     bool PrintVectors(CDC* dc);
-    std::unique_ptr<detail::PageSink> DrawPage(const char* operation);
+    std::unique_ptr<detail::PageSink> DrawPage(const char* operation, double width);
     void DrawOnPdf(detail::PdfWriter& writer, double width, double height, const char* operation);
     bool PrintAtPrinterResolution(CDC* dc);
     template <class... Args>

@@ -1,10 +1,12 @@
 // CChartView3D: pages of vectors instead of pixels.
+#include <algorithm>
 #include <cmath>
 #include <string>
 
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
 #include "varnel/chart/pdf_document.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/platform/detail/pdf_document.h"
@@ -20,6 +22,8 @@ namespace {
 constexpr double kMillimetresPerInch = 25.4;
 constexpr double kPixelsPerInch = 96.0;
 constexpr double kPointsPerMillimetre = 72.0 / kMillimetresPerInch;
+/// Dots per inch of the pictures that large objects become.
+constexpr double kPictureDPI = 300.0;
 /// What a PDF page can measure at most: 200 inches.
 constexpr double kLongestPage = 5080.0;
 
@@ -55,21 +59,30 @@ std::unique_ptr<File> OpenPage(const CString& fileName, const char* operation) {
 
 }  // namespace
 
-std::unique_ptr<detail::PageSink> CChartView3D::DrawPage(const char* operation) {
-    RequireContext(operation);
-    SetViewSizePrinter();
-    auto page = std::make_unique<detail::PageSink>(m_ViewWidth, m_ViewHeight);
+/// `width` is the page's, in millimetres.
+std::unique_ptr<detail::PageSink> CChartView3D::DrawPage(const char* operation, double width) {
+    detail::PageOptions options;
+    options.pictureLimit = m_Settings.vectorPictureLimit;
+    options.dotsPerPixel = kPictureDPI * width / kMillimetresPerInch / m_ViewWidth;
+    options.textAsPaths = m_Settings.vectorTextPaths != 0;
+    auto page = std::make_unique<detail::PageSink>(m_ViewWidth, m_ViewHeight, options);
     const SinkScope scope(*m_pOpenGL, *page);
     DrawView();
+    for (const std::size_t count : page->LargeObjects())
+        detail::Diagnose(operation, "an object of ", count,
+                         " polygons is a picture in the file; see SetVectorPictureLimit");
     return page;
 }
 
 void CChartView3D::DrawOnPdf(detail::PdfWriter& writer, double width, double height,
                              const char* operation) {
-    const auto page = DrawPage(operation);
-    const double pageWidth = PageSide(width, m_ViewWidth, operation) * kPointsPerMillimetre;
-    const double pageHeight = PageSide(height, m_ViewHeight, operation) * kPointsPerMillimetre;
-    page->Compose(writer.BeginPage(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight));
+    RequireContext(operation);
+    SetViewSizePrinter();
+    const double pageWidth = PageSide(width, m_ViewWidth, operation);
+    const double pageHeight = PageSide(height, m_ViewHeight, operation);
+    DrawPage(operation, pageWidth)
+        ->Compose(writer.BeginPage(pageWidth * kPointsPerMillimetre,
+                                   pageHeight * kPointsPerMillimetre, m_ViewWidth, m_ViewHeight));
 }
 
 /// False, and nothing is printed, where the device has pixels alone.
@@ -78,9 +91,15 @@ bool CChartView3D::PrintVectors(CDC* dc) {
     RECT area;
     m_pDIBSection->CalculatePrintRect(dc, area, static_cast<WORD>(m_Settings.printScaleMode),
                                       m_Settings.normPrintRect);
-    return dc->DrawVectors(area, m_BitmapWidth, m_BitmapHeight, [this](detail::PageCanvas& canvas) {
-        DrawPage("DrawViewPrinter")->Compose(canvas);
-    }) != 0;
+    const double width = kMillimetresPerInch *
+                         (static_cast<double>(area.right) - static_cast<double>(area.left)) /
+                         std::max(1, dc->GetDeviceCaps(LOGPIXELSX));
+    RequireContext("DrawViewPrinter");
+    SetViewSizePrinter();
+    const auto draw = [this, width](detail::PageCanvas& canvas) {
+        DrawPage("DrawViewPrinter", width)->Compose(canvas);
+    };
+    return dc->DrawVectors(area, m_BitmapWidth, m_BitmapHeight, draw) != 0;
 }
 
 void CChartView3D::SaveToPDF(const CString& fileName, double width, double height) {
@@ -96,11 +115,13 @@ void CChartView3D::SaveToPDF(const CString& fileName, double width, double heigh
 
 void CChartView3D::SaveToSVG(const CString& fileName, double width, double height) {
     constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToSVG"};
-    const auto page = DrawPage(here.operation);
-    detail::SvgCanvas canvas(PageSide(width, m_ViewWidth, here.operation),
-                             PageSide(height, m_ViewHeight, here.operation), m_ViewWidth,
-                             m_ViewHeight, m_pHeader->GetTitle1());
-    page->Compose(canvas);
+    RequireContext(here.operation);
+    SetViewSizePrinter();
+    const double pageWidth = PageSide(width, m_ViewWidth, here.operation);
+    const double pageHeight = PageSide(height, m_ViewHeight, here.operation);
+    detail::SvgCanvas canvas(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight,
+                             m_pHeader->GetTitle1());
+    DrawPage(here.operation, pageWidth)->Compose(canvas);
     const std::string svg = canvas.Finish();
     const auto file = OpenPage(fileName, here.operation);
     detail::WithFile(file.get(), here, [&svg](File& f) {

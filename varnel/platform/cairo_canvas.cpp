@@ -19,10 +19,11 @@ struct Deleter {
 template <class T>
 using Owned = std::unique_ptr<T, Deleter>;
 
-/// Draws on a page whose unit is a pixel of the view, y up.
+/// Draws on a page whose unit is a pixel of the view, y down: a page that is upside down would have
+/// each stroke turn it.
 class CairoCanvas final : public PageCanvas {
  public:
-    explicit CairoCanvas(cairo_t* page) : m_Page(page) {}
+    CairoCanvas(cairo_t* page, double height) : m_Page(page), m_Height(height) {}
 
     void Fill(const Area& area, const RGBDType& color, bool seal) override {
         if (area.empty()) return;
@@ -69,9 +70,7 @@ class CairoCanvas final : public PageCanvas {
     void Text(const PageText& text) override {
         constexpr int kBold = 600;
         cairo_save(m_Page);
-        const std::array<double, 6>& m = text.placement;
-        const cairo_matrix_t place = {m[0], m[1], m[2], m[3], m[4], m[5]};
-        cairo_transform(m_Page, &place);
+        Enter(text.placement);
         // A font's own y runs down.
         const cairo_matrix_t font = {1.0, 0.0, 0.0, -1.0, 0.0, 0.0};
         cairo_select_font_face(
@@ -105,9 +104,7 @@ class CairoCanvas final : public PageCanvas {
             }
         cairo_surface_mark_dirty(image.get());
         cairo_save(m_Page);
-        const std::array<double, 6>& m = picture.placement;
-        const cairo_matrix_t place = {m[0], m[1], m[2], m[3], m[4], m[5]};
-        cairo_transform(m_Page, &place);
+        Enter(picture.placement);
         cairo_translate(m_Page, 0.0, 1.0);
         cairo_scale(m_Page, 1.0 / picture.width, -1.0 / picture.height);
         cairo_set_source_surface(m_Page, image.get(), 0.0, 0.0);
@@ -127,7 +124,13 @@ class CairoCanvas final : public PageCanvas {
 
  private:
     static double X(const GridPoint& p) { return p.x / kGridPerPixel; }
-    static double Y(const GridPoint& p) { return p.y / kGridPerPixel; }
+    double Y(const GridPoint& p) const { return m_Height - p.y / kGridPerPixel; }
+
+    /// Into a space of its own whose y runs up.
+    void Enter(const std::array<double, 6>& m) {
+        const cairo_matrix_t place = {m[0], -m[1], m[2], -m[3], m[4], m_Height - m[5]};
+        cairo_transform(m_Page, &place);
+    }
 
     /// The characters at their places, with the text behind them for whoever selects it.
     void ShowGlyphs(const PageText& text) {
@@ -167,12 +170,13 @@ class CairoCanvas final : public PageCanvas {
     }
 
     cairo_t* m_Page;
+    double m_Height;
 };
 
 }  // namespace
 
-std::unique_ptr<PageCanvas> MakeCairoCanvas(cairo_t* page) {
-    return std::make_unique<CairoCanvas>(page);
+std::unique_ptr<PageCanvas> MakeCairoCanvas(cairo_t* page, double height) {
+    return std::make_unique<CairoCanvas>(page, height);
 }
 
 }  // namespace varnel::detail

@@ -52,9 +52,8 @@ PageCanvas& PdfWriter::BeginPage(double pageWidth, double pageHeight, double wid
         cairo_pdf_surface_set_size(impl.surface.get(), pageWidth, pageHeight);
     impl.page.reset(cairo_create(impl.surface.get()));
     if (cairo_status(impl.page.get()) == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
-    cairo_translate(impl.page.get(), 0.0, pageHeight);
-    cairo_scale(impl.page.get(), pageWidth / width, -pageHeight / height);
-    impl.canvas = MakeCairoCanvas(impl.page.get());
+    cairo_scale(impl.page.get(), pageWidth / width, pageHeight / height);
+    impl.canvas = MakeCairoCanvas(impl.page.get(), height);
     return *impl.canvas;
 }
 

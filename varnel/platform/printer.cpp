@@ -249,10 +249,10 @@ bool Printer::Device::DrawVectors(const RECT& target, double width, double heigh
     cairo_save(page);
     cairo_rectangle(page, 0, 0, m_Width, m_Height);
     cairo_clip(page);
-    cairo_translate(page, target.left, target.bottom);
+    cairo_translate(page, target.left, target.top);
     cairo_scale(page, (static_cast<double>(target.right) - target.left) / width,
-                -(static_cast<double>(target.bottom) - target.top) / height);
-    draw(*detail::MakeCairoCanvas(page));
+                (static_cast<double>(target.bottom) - target.top) / height);
+    draw(*detail::MakeCairoCanvas(page, height));
     cairo_restore(page);
     m_PageUsed = true;
     return IsWell();

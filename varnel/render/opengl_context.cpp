@@ -290,12 +290,15 @@ void COpenGL::SyncState() {
 }
 
 void COpenGL::BeginCollect() {
-    if (m_Renderer->collecting++ == 0) m_Renderer->host.emplace();
+    if (m_Renderer->collecting++ > 0) return;
+    m_Renderer->host.emplace();
+    m_Renderer->sink->BeginObject();
 }
 
 void COpenGL::EndCollect() {
     if (--m_Renderer->collecting > 0) return;
     SyncState();
+    m_Renderer->sink->EndObject();
     m_Renderer->host.reset();
 }
 

@@ -1,6 +1,9 @@
 #include "varnel/vector/detail/areas.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "varnel/vector/detail/clipper_paths.h"
 
@@ -34,20 +37,70 @@ Area FromPaths(const ClipperLib::Paths& paths) {
     return area;
 }
 
+namespace {
+
+/// The bits of a number with gaps between them.
+std::uint64_t Spread(std::uint64_t v) {
+    v &= 0xffffffffU;
+    v = (v | v << 16U) & 0x0000ffff0000ffffU;
+    v = (v | v << 8U) & 0x00ff00ff00ff00ffU;
+    v = (v | v << 4U) & 0x0f0f0f0f0f0f0f0fU;
+    v = (v | v << 2U) & 0x3333333333333333U;
+    return (v | v << 1U) & 0x5555555555555555U;
+}
+
+/// A place on a curve that fills the page and keeps neighbours together (Morton's).
+std::uint64_t CurvePlace(const ClipperLib::Paths& paths) {
+    constexpr std::int64_t kOffset = std::int64_t{1} << 31U;  // places may be negative
+    if (paths.empty() || paths[0].empty()) return 0;
+    return Spread(static_cast<std::uint64_t>(paths[0][0].X + kOffset)) |
+           Spread(static_cast<std::uint64_t>(paths[0][0].Y + kOffset)) << 1U;
+}
+
+}  // namespace
+
+ClipperLib::Paths Unite(std::vector<ClipperLib::Paths> groups, std::size_t most) {
+    constexpr std::size_t kTogether = 12;
+    if (groups.size() > most) {
+        std::vector<std::pair<std::uint64_t, std::size_t>> order;
+        for (std::size_t i = 0; i < groups.size(); ++i)
+            order.emplace_back(CurvePlace(groups[i]), i);
+        std::sort(order.begin(), order.end());
+        std::vector<ClipperLib::Paths> sorted;
+        for (const auto& [place, i] : order)
+            sorted.push_back(std::move(groups[i]));
+        groups = std::move(sorted);
+    }
+    while (groups.size() > most) {
+        std::vector<ClipperLib::Paths> fewer;
+        for (std::size_t i = 0; i < groups.size(); i += kTogether) {
+            ClipperLib::Clipper clipper;
+            for (std::size_t k = i; k < std::min(i + kTogether, groups.size()); ++k)
+                clipper.AddPaths(groups[k], ClipperLib::ptSubject, true);
+            clipper.Execute(ClipperLib::ctUnion, fewer.emplace_back(), ClipperLib::pftNonZero,
+                            ClipperLib::pftNonZero);
+        }
+        groups = std::move(fewer);
+    }
+    ClipperLib::Paths all;
+    for (ClipperLib::Paths& group : groups)
+        all.insert(all.end(), std::make_move_iterator(group.begin()),
+                   std::make_move_iterator(group.end()));
+    return all;
+}
+
 Area Union(const std::vector<Area>& areas) {
     if (areas.size() == 1) return areas.front();
-    ClipperLib::Clipper clipper;
-    ClipperLib::Path path;
-    for (const Area& area : areas)
+    std::vector<ClipperLib::Paths> groups;
+    for (const Area& area : areas) {
+        ClipperLib::Paths& group = groups.emplace_back();
         for (const Ring& ring : area) {
-            path.clear();
+            ClipperLib::Path& path = group.emplace_back();
             for (const GridPoint& p : ring)
                 path.emplace_back(p.x, p.y);
-            clipper.AddPath(path, ClipperLib::ptSubject, true);
         }
-    ClipperLib::Paths united;
-    clipper.Execute(ClipperLib::ctUnion, united, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
-    return FromPaths(united);
+    }
+    return FromPaths(Unite(std::move(groups), 1));
 }
 
 }  // namespace varnel::detail

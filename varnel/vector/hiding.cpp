@@ -18,6 +18,10 @@ constexpr double kTouch = 0.02;
 constexpr double kLineSlack = 0.05;
 /// Corners this close, in pixels, are one.
 constexpr double kNoLength = 1e-6;
+/// So many areas are taken from one at once; more are put together before.
+constexpr std::size_t kMostHiders = 24;
+/// The edge of a line that is covered by less, in pixels, may lie before what covers it.
+constexpr double kHardlyOver = 0.25;
 /// Runs of lines that are shorter, in pixels, are neither gaps nor lines.
 constexpr double kShortestRun = 0.05;
 
@@ -194,7 +198,7 @@ void Hiding::VisitNear(const Bounds& bounds, Visit&& visit) {
 
 /// The facet's area without what lies before it. `order` tells which facets win at equal depth.
 Area Hiding::Difference(const Facet& facet, std::size_t order) {
-    ClipperLib::Paths hiders;
+    std::vector<ClipperLib::Paths> hiders;
     bool hidden = false;
     const std::span<const Vec3> own = Corners(facet);
     VisitNear(facet.bounds, [&](std::size_t index, const Facet& other) {
@@ -209,14 +213,14 @@ Area Hiding::Difference(const Facet& facet, std::size_t order) {
         ClipBelow(Corners(other), behind, m_Clipped);
         if (m_Clipped.size() < 3 || EdgeSeparates(own, m_Clipped)) return;
         hidden = Contains(m_Clipped, own);
-        hiders.push_back(ToPath(m_Clipped));
+        hiders.push_back({ToPath(m_Clipped)});
     });
     if (hidden) return {};
     ClipperLib::Paths shown{ToPath(own)};
     if (!hiders.empty()) {
         ClipperLib::Clipper clipper;
         clipper.AddPaths(shown, ClipperLib::ptSubject, true);
-        clipper.AddPaths(hiders, ClipperLib::ptClip, true);
+        clipper.AddPaths(Unite(std::move(hiders), kMostHiders), ClipperLib::ptClip, true);
         clipper.Execute(ClipperLib::ctDifference, shown, ClipperLib::pftNonZero,
                         ClipperLib::pftNonZero);
     }
@@ -246,13 +250,14 @@ Area Hiding::VisibleOf(std::span<const Vec3> corners) {
     return area;
 }
 
-void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
-    parts.clear();
-    m_Hidden.clear();
+/// Calls visit(index, part) for each polygon that hides a part of a line, and the part. A polygon
+/// hides what is behind it by more than its own slope makes up within `slack` pixels.
+template <class Visit>
+void Hiding::VisitHiders(const Vec3& a, const Vec3& b, double slack, Visit&& visit) {
     const double length = std::hypot(b.x - a.x, b.y - a.y);
     const Bounds bounds{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
                         std::max(a.y, b.y)};
-    VisitNear(bounds, [&](std::size_t, const Facet& facet) {
+    VisitNear(bounds, [&](std::size_t index, const Facet& facet) {
         double from = 0.0;
         double to = 1.0;
         // Cuts to where a function that is va at the start and vb at the end is below 0.
@@ -265,9 +270,9 @@ void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>
             else
                 from = std::max(from, t);
         };
-        const double slack = kDepthSlack + kLineSlack * std::hypot(facet.slopeX, facet.slopeY);
+        const double depthSlack = kDepthSlack + slack * std::hypot(facet.slopeX, facet.slopeY);
         const auto behind = [&](const Vec3& p) {
-            return facet.slopeX * p.x + facet.slopeY * p.y + facet.depth - p.z + slack;
+            return facet.slopeX * p.x + facet.slopeY * p.y + facet.depth - p.z + depthSlack;
         };
         cut(behind(a), behind(b));
         const std::span<const Vec3> corners = Corners(facet);
@@ -277,10 +282,18 @@ void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>
             cut(-Side(p, q, a), -Side(p, q, b));
         }
         if ((to - from) * length > kShortestRun || (length == 0.0 && from < to))
-            m_Hidden.push_back({from, to});
+            visit(index, SegmentPart{from, to});
     });
+}
+
+void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
+    parts.clear();
+    m_Hidden.clear();
+    VisitHiders(a, b, kLineSlack,
+                [this](std::size_t, const SegmentPart& part) { m_Hidden.push_back(part); });
     std::sort(m_Hidden.begin(), m_Hidden.end(),
               [](const SegmentPart& s, const SegmentPart& t) { return s.from < t.from; });
+    const double length = std::hypot(b.x - a.x, b.y - a.y);
     const double shortest = length > 0.0 ? kShortestRun / length : 0.0;
     double at = 0.0;
     for (const SegmentPart& run : m_Hidden) {
@@ -288,6 +301,21 @@ void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>
         at = std::max(at, run.to);
     }
     if (1.0 - at > shortest || at == 0.0) parts.push_back({at, 1.0});
+}
+
+void Hiding::Overlappers(const Vec3& a, const Vec3& b, double width,
+                         std::vector<std::size_t>& facets) {
+    facets.clear();
+    const double length = std::hypot(b.x - a.x, b.y - a.y);
+    const double aside = width / 2.0 - kHardlyOver;
+    if (!(length > 0.0) || !(aside > 0.0)) return;
+    for (const double side : {aside / length, -aside / length}) {
+        const Vec3 shift{-(b.y - a.y) * side, (b.x - a.x) * side, 0.0};
+        VisitHiders({a.x + shift.x, a.y + shift.y, a.z}, {b.x + shift.x, b.y + shift.y, b.z},
+                    aside + 2.0 * kHardlyOver, [&](std::size_t index, const SegmentPart& part) {
+                        if ((part.to - part.from) * length > kHardlyOver) facets.push_back(index);
+                    });
+    }
 }
 
 }  // namespace varnel::detail

@@ -7,26 +7,15 @@
 #include "varnel/vector/detail/areas.h"
 #include "varnel/vector/detail/line_chains.h"
 #include "varnel/vector/detail/page_sink.h"
+#include "varnel/vector/detail/shades.h"
 
 namespace varnel::detail {
 namespace {
 
 /// Texts of which less than this share is hidden are drawn whole.
 constexpr double kHardlyHidden = 0.005;
-/// Slices into which a depth of 1 is cut; the box of a picture is 2 deep.
-constexpr double kSlicesPerUnit = 32.0;
-
-Vec3 Along(const Vec3& a, const Vec3& b, double t) {
-    return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
-}
-
-/// A colour as its 24 bits, by which what looks the same is put together.
-std::uint32_t ColorKey(const RGBDType& c) {
-    const auto level = [](double v) {
-        return static_cast<std::uint32_t>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0));
-    };
-    return level(c.a) << 24U | level(c.r) << 16U | level(c.g) << 8U | level(c.b);
-}
+/// Colours that run through no more steps are told by pieces of one colour.
+constexpr double kFewSteps = 3.0;
 
 double SizeOf(const Area& area) {
     double sum = 0.0;
@@ -49,67 +38,123 @@ double SizeOf(const std::array<Vec3, 4>& p) {
     return std::fabs(sum) / 2.0;
 }
 
-/// Lengths of marks and gaps of a stipple pattern, a mark first (of length 0 where it starts with a
-/// gap).
-std::vector<double> Dashes(unsigned short pattern, double bit) {
-    std::vector<double> lengths;
-    bool mark = true;
-    double length = 0.0;
-    for (unsigned i = 0; i < 16; ++i) {
-        const bool set = (pattern >> i & 1U) != 0;
-        if (set != mark) {
-            lengths.push_back(length);
-            length = 0.0;
-            mark = set;
-        }
-        length += bit;
-    }
-    lengths.push_back(length);
-    if (lengths.size() % 2 != 0) lengths.push_back(0.0);
-    return lengths;
-}
-
 }  // namespace
 
-void PageSink::Compose(PageCanvas& canvas) const {
-    Hiding hiding(m_Width, m_Height);
-    for (const Fill& fill : m_Fills)
-        hiding.AddFacet({m_Places.data() + fill.first, fill.count});
-    hiding.Resolve();
-    const std::vector<Slice> slices = Slices(hiding);
-    for (const Slice& slice : slices) {
-        ComposeFills(canvas, hiding, slice.fills);
-        ComposeSmooth(canvas, hiding, slice.fills);
-        ComposePictures(canvas, hiding, slice.fills);
-        ComposeVeils(canvas, hiding, slice.veils);
-        ComposeLines(canvas, hiding, slice.segments);
-    }
-    for (const Strip& strip : m_Strips)
-        ComposeStrip(canvas, hiding, strip);
-    ComposeTexts(canvas, hiding);
+bool PageSink::IsLarge(std::uint32_t object) const {
+    return m_Options.pictureLimit > 0 && object > 0 &&
+           m_PolygonCounts[object] >= static_cast<std::size_t>(m_Options.pictureLimit);
 }
 
-/// What shows, in slices of depth from the back. Nothing overlaps but the widths of lines: a line
-/// stands by its nearest end and a polygon by its farthest corner, so that a line covers the
-/// polygons it lies on and is covered by those before it.
-std::vector<PageSink::Slice> PageSink::Slices(const Hiding& hiding) const {
-    std::map<long, Slice, std::greater<>> slices;
-    const auto slice = [](double depth) { return std::lround(depth * kSlicesPerUnit); };
-    for (std::uint32_t i = 0; i < m_Fills.size(); ++i) {
-        if (hiding.Visible(i).empty()) continue;
-        double farthest = m_Places[m_Fills[i].first].z;
-        for (std::uint32_t k = 1; k < m_Fills[i].count; ++k)
-            farthest = std::max(farthest, m_Places[m_Fills[i].first + k].z);
-        slices[slice(farthest)].fills.push_back(i);
+std::vector<std::size_t> PageSink::LargeObjects() const {
+    std::vector<std::size_t> counts;
+    for (std::uint32_t object = 1; object < m_PolygonCounts.size(); ++object)
+        if (IsLarge(object)) counts.push_back(m_PolygonCounts[object]);
+    return counts;
+}
+
+/// The picture of an object, without what all others hide of it.
+ObjectPicture PageSink::DrawLarge(std::uint32_t object) const {
+    ObjectPicture picture(m_Width, m_Height, m_Options.dotsPerPixel);
+    for (const Fill& fill : m_Fills) {
+        const std::span<const Vec3> corners(m_Places.data() + fill.first, fill.count);
+        if (fill.object != object)
+            picture.AddHider(corners);
+        else if (fill.smooth >= 0 && fill.count == 3)
+            picture.AddTriangle(corners, m_Smooth[static_cast<std::size_t>(fill.smooth)].colors);
+        else
+            picture.AddPolygon(corners, fill.color);
     }
-    for (std::uint32_t i = 0; i < m_Segments.size(); ++i)
-        slices[slice(std::min(m_Segments[i].a.z, m_Segments[i].b.z))].segments.push_back(i);
+    for (const Segment& s : m_Segments)
+        if (s.object == object) picture.AddLine(s.a, s.b, s.width, s.color);
+    picture.Draw();
+    return picture;
+}
+
+double PageSink::Visibility::HiddenShare(const Text& text) const {
+    constexpr int kAlong = 16;
+    constexpr int kUp = 4;
+    int hidden = 0;
+    for (int i = 0; i < kAlong * kUp; ++i) {
+        const double u = (i % kAlong + 0.5) / kAlong;
+        const double v = (static_cast<double>(i / kAlong) + 0.5) / kUp;
+        const auto& [a, right, across, up] = text.outline;
+        const Vec3 place{a.x + u * (right.x - a.x) + v * (up.x - a.x),
+                         a.y + u * (right.y - a.y) + v * (up.y - a.y),
+                         a.z + u * (right.z - a.z) + v * (up.z - a.z)};
+        if (std::any_of(pictures.begin(), pictures.end(),
+                        [&place](const ObjectPicture& p) { return p.Hides(place); }))
+            ++hidden;
+    }
+    return static_cast<double>(hidden) / (kAlong * kUp);
+}
+
+void PageSink::Compose(PageCanvas& canvas) const {
+    Visibility visibility{Hiding(m_Width, m_Height), {}};
+    Hiding& hiding = visibility.hiding;
+    for (std::uint32_t object = 1; object < m_PolygonCounts.size(); ++object)
+        if (IsLarge(object)) visibility.pictures.push_back(DrawLarge(object));
+    const auto hidesAll = [](const ObjectPicture& p, std::span<const Vec3> corners) {
+        return p.HidesAll(corners);
+    };
+    for (const Fill& fill : m_Fills) {
+        const std::span<const Vec3> corners(m_Places.data() + fill.first, fill.count);
+        const bool left = IsLarge(fill.object) ||
+                          std::any_of(visibility.pictures.begin(), visibility.pictures.end(),
+                                      [&](const ObjectPicture& p) { return hidesAll(p, corners); });
+        hiding.AddFacet(left ? std::span<const Vec3>() : corners);
+    }
+    hiding.Resolve();
+    std::vector<OrderedLine> lines = VisibleLines(visibility);
+    const std::vector<Layer> layers = FindLayers(hiding, lines);
+    // Pictures of large objects cover what is behind them, and are cut where something is before
+    // them: they come between the polygons and the lines, which are cut by both.
+    const bool large = !visibility.pictures.empty();
+    for (const Layer& layer : layers) {
+        ComposeFills(canvas, hiding, layer.fills);
+        ComposeSmooth(canvas, hiding, layer.fills);
+        ComposePictures(canvas, hiding, layer.fills);
+        if (large) continue;
+        ComposeVeils(canvas, hiding, layer.veils);
+        ComposeLines(canvas, lines, layer.lines);
+    }
+    // And so do texts: of one that is cut, the larger part counts.
+    const auto composeTexts = [&](double from, double to) {
+        for (const Text& text : m_Texts) {
+            const double share = large ? visibility.HiddenShare(text) : 0.0;
+            if (share >= from && share < to) ComposeText(canvas, hiding, text);
+        }
+    };
+    if (large) {
+        composeTexts(0.5, 1.0);
+        for (const ObjectPicture& picture : visibility.pictures)
+            if (picture.Picture().width > 0) canvas.Picture(picture.Picture());
+        for (const Layer& layer : layers) {
+            ComposeVeils(canvas, hiding, layer.veils);
+            ComposeLines(canvas, lines, layer.lines);
+        }
+    }
+    for (const Strip& strip : m_Strips)
+        ComposeStrip(canvas, visibility, strip);
+    composeTexts(0.0, 0.5);
+}
+
+std::vector<PageSink::Layer> PageSink::FindLayers(Hiding& hiding,
+                                                  std::vector<OrderedLine>& lines) const {
+    const std::vector<long> starts = LayerStarts(hiding, lines);
+    const auto layerOf = [&starts](long slice) {
+        return std::upper_bound(starts.begin(), starts.end(), slice) - starts.begin();
+    };
+    std::vector<Layer> layers(starts.size() + 1);
+    for (std::uint32_t i = 0; i < m_Fills.size(); ++i)
+        if (!hiding.Visible(i).empty())
+            layers[static_cast<std::size_t>(layerOf(SliceOf(m_Fills[i])))].fills.push_back(i);
     for (std::uint32_t i = 0; i < m_Veils.size(); ++i)
-        slices[slice(MeanDepth(m_Veils[i]))].veils.push_back(i);
-    std::vector<Slice> ordered;
-    for (auto& [depth, content] : slices)
-        ordered.push_back(std::move(content));
-    return ordered;
+        layers[static_cast<std::size_t>(layerOf(SliceOf(m_Veils[i])))].veils.push_back(i);
+    for (OrderedLine& line : lines)
+        line.layer = static_cast<int>(layerOf(SliceOf(line)));
+    for (const std::uint32_t i : OrderLines(lines))
+        layers[static_cast<std::size_t>(lines[i].layer)].lines.push_back(i);
+    return layers;
 }
 
 double PageSink::MeanDepth(const Fill& fill) const {
@@ -151,24 +196,33 @@ void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
         canvas.Fill(Union(byColor[key]), color, true);
 }
 
-/// Triangles that show whole go together; others are cut to what shows.
+/// All go together: of those that show in part, the triangles that their parts consist of. Only
+/// parts in several pieces are cut out by themselves.
 void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
                              const std::vector<std::uint32_t>& fills) const {
-    std::vector<SmoothTriangle> whole;
+    std::vector<SmoothTriangle> shown;
     for (const std::uint32_t i : fills) {
         if (m_Fills[i].smooth < 0) continue;
         const SmoothTriangle& triangle = m_Smooth[static_cast<std::size_t>(m_Fills[i].smooth)];
         const Area& visible = hiding.Visible(i);
         const Area all = {{triangle.corners.begin(), triangle.corners.end()}};
         if (SizeOf(visible) >= (1.0 - kHardlyHidden) * SizeOf(all)) {
-            whole.push_back(triangle);
-            continue;
+            shown.push_back(triangle);
+        } else if (visible.size() > 1 || !CutTriangles(triangle, visible.front(), shown)) {
+            canvas.BeginClip(visible);
+            canvas.FillSmooth({triangle});
+            canvas.EndClip();
         }
-        canvas.BeginClip(visible);
-        canvas.FillSmooth({triangle});
-        canvas.EndClip();
     }
-    canvas.FillSmooth(whole);
+    // What hardly has a gradient is in few pieces.
+    ShadePieces pieces;
+    std::erase_if(shown, [&pieces](const SmoothTriangle& triangle) {
+        const auto gradient = FindGradient(triangle);
+        return gradient && CutShades(triangle, *gradient, kFewSteps, pieces);
+    });
+    for (const auto& [key, shade] : pieces.shades)
+        canvas.Fill(Union(shade.areas), shade.color, true);
+    canvas.FillSmooth(shown);
 }
 
 void PageSink::ComposePictures(PageCanvas& canvas, const Hiding& hiding,
@@ -183,88 +237,13 @@ void PageSink::ComposePictures(PageCanvas& canvas, const Hiding& hiding,
     }
 }
 
-void PageSink::ComposeLines(PageCanvas& canvas, Hiding& hiding,
-                            const std::vector<std::uint32_t>& segments) const {
-    // From the back, and of lines at one depth in the order of drawing, since of lines at one place
-    // the nearest is seen, and then the last one. What looks the same and follows each other is one
-    // path.
-    std::vector<std::uint32_t> order = segments;
-    const auto depth = [this](std::uint32_t i) {
-        return std::lround((m_Segments[i].a.z + m_Segments[i].b.z) * 0.5e4);
-    };
-    std::stable_sort(order.begin(), order.end(),
-                     [&depth](std::uint32_t s, std::uint32_t t) { return depth(s) > depth(t); });
-    LineChains chains;
-    const Segment* style = nullptr;
-    const auto finish = [&] {
-        if (!chains.IsEmpty())
-            canvas.Stroke(chains.Take(true), {style->color, static_cast<double>(style->width), {}});
-    };
-    std::vector<SegmentPart> parts;
-    for (const std::uint32_t i : order) {
-        const Segment& segment = m_Segments[i];
-        hiding.VisibleParts(segment.a, segment.b, parts);
-        if (parts.empty()) continue;
-        if (style != nullptr &&
-            (ColorKey(style->color) != ColorKey(segment.color) || style->width != segment.width))
-            finish();
-        style = &segment;
-        for (const SegmentPart& part : parts)
-            chains.Add(ToGrid(Along(segment.a, segment.b, part.from)),
-                       ToGrid(Along(segment.a, segment.b, part.to)));
-    }
-    finish();
-}
-
-void PageSink::ComposeStrip(PageCanvas& canvas, Hiding& hiding, const Strip& strip) const {
-    const std::vector<double> dashes = Dashes(strip.pattern, strip.repeat);
-    double period = 0.0;
-    for (const double length : dashes)
-        period += length;
-    LineChains whole;
-    LineChains marks;
-    bool hidden = false;
-    double start = 0.0;
-    std::vector<SegmentPart> parts;
-    for (std::size_t i = 0; i + 1 < strip.places.size(); ++i) {
-        const Vec3& a = strip.places[i];
-        const Vec3& b = strip.places[i + 1];
-        const double length = std::hypot(b.x - a.x, b.y - a.y);
-        if (!(length > 0.0)) continue;
-        hiding.VisibleParts(a, b, parts);
-        hidden = hidden || parts.size() != 1 || parts[0].from > 0.0 || parts[0].to < 1.0;
-        whole.Add(ToGrid(a), ToGrid(b));
-        // Each mark by itself, cut to the parts that show, for lines that show in parts only.
-        double at = start - std::fmod(start, period);
-        for (std::size_t k = 0; at < start + length; k = (k + 1) % dashes.size()) {
-            const double from = std::max(at, start);
-            const double to = std::min(at + dashes[k], start + length);
-            at += dashes[k];
-            if (k % 2 != 0 || from >= to) continue;
-            for (const SegmentPart& part : parts) {
-                const double s = std::max((from - start) / length, part.from);
-                const double t = std::min((to - start) / length, part.to);
-                if (s < t) marks.Add(ToGrid(Along(a, b, s)), ToGrid(Along(a, b, t)));
-            }
-        }
-        start += length;
-    }
-    const PageStroke solid{strip.color, static_cast<double>(strip.width), {}};
-    if (hidden)
-        canvas.Stroke(marks.Take(false), solid);
-    else
-        canvas.Stroke(whole.Take(false), {solid.color, solid.width, dashes});
-}
-
-void PageSink::ComposeTexts(PageCanvas& canvas, Hiding& hiding) const {
-    for (const Text& text : m_Texts) {
-        const Area visible = hiding.VisibleOf(text.outline);
-        if (visible.empty()) continue;
-        const bool cut = SizeOf(visible) < (1.0 - kHardlyHidden) * SizeOf(text.outline);
-        if (cut) canvas.BeginClip(visible);
-        canvas.Text(text.text);
-        if (cut) canvas.EndClip();
-    }
+void PageSink::ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const {
+    const Area visible = hiding.VisibleOf(text.outline);
+    if (visible.empty()) return;
+    const bool cut = SizeOf(visible) < (1.0 - kHardlyHidden) * SizeOf(text.outline);
+    if (cut) canvas.BeginClip(visible);
+    canvas.Text(text.text);
+    if (cut) canvas.EndClip();
 }
 
 }  // namespace varnel::detail

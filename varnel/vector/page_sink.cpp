@@ -6,6 +6,7 @@
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/render/font.h"
+#include "varnel/vector/detail/shades.h"
 
 namespace varnel::detail {
 namespace {
@@ -17,8 +18,10 @@ constexpr double kDeepest = 24.0;
 constexpr double kCrooked = 1e-5;
 /// Polygons of a smooth surface that are smaller than this, in pixels, have one colour.
 constexpr double kSmallest = 10.0;
-/// Colours by value that differ less, in 255ths, are one.
-constexpr int kLevels = 2;
+/// Lit polygons that are smaller than this, in pixels, have one colour with their neighbours.
+constexpr double kSmall = 16.0;
+/// Triangles whose corners differ by less, in 255ths, have one colour, two off at most.
+constexpr int kLevels = kShadeStep - 1;
 /// A triangle with more bands of colours by value than this is a blur, and has one colour.
 constexpr double kMostBands = 4096.0;
 
@@ -87,6 +90,11 @@ Vec3 PageSink::Place(const SceneState& state, const Vec3& device) const {
             m_Layer + std::clamp(device.z, -kDeepest, kDeepest)};
 }
 
+void PageSink::BeginObject() {
+    m_Object = static_cast<std::uint32_t>(m_PolygonCounts.size());
+    m_PolygonCounts.push_back(0);
+}
+
 void PageSink::Clear(const SceneState& state, bool color, bool depth) {
     if (depth || color) m_Layer -= kLayerDepth;
     if (!color) return;
@@ -113,70 +121,84 @@ void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
         .push_back({static_cast<std::uint32_t>(m_Places.size()),
                     static_cast<std::uint32_t>(m_Polygon.size()),
                     {color.r, color.g, color.b, veil ? color.a : 1.0},
-                    -1});
+                    -1,
+                    m_Object});
     for (const Vec3& p : m_Polygon)
         m_Places.push_back(Place(state, p));
 }
 
-/// A triangle coloured by value, in bands of one colour.
-void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
-                           std::uint32_t b, std::uint32_t c, const RGBDType& color) {
-    const std::array<std::uint32_t, 3> corners = {a, b, c};
-    std::array<double, 3> value{};
-    std::array<Vec3, 3> place{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        value[i] = batch.TextureAt(corners[i]) * state.textureSize;
-        place[i] = batch.Corner(corners[i]);
+/// Groups the colours by value into bands that look the same, the same ones for all triangles, so
+/// that what is cut along them fits together.
+void PageSink::FindBands(const SceneState& state) {
+    const auto size = static_cast<std::size_t>(state.textureSize);
+    const auto same = [](const RGBBType& s, const RGBBType& t) {
+        return s.r == t.r && s.g == t.g && s.b == t.b && s.a == t.a;
+    };
+    if (m_Bands.size() == size &&
+        std::equal(m_BandColors.begin(), m_BandColors.end(), state.texture.begin(), same))
+        return;
+    m_BandColors.assign(state.texture.begin(), state.texture.begin() + state.textureSize);
+    m_Bands.resize(size);
+    const auto near = [](int x, int y) { return std::abs(x - y) < kShadeStep; };
+    for (std::size_t from = 0, to = 0; from < size; from = to) {
+        const RGBBType& first = m_BandColors[from];
+        for (to = from + 1; to < size; ++to) {
+            const RGBBType& next = m_BandColors[to];
+            if (!near(first.r, next.r) || !near(first.g, next.g) || !near(first.b, next.b) ||
+                first.a != next.a)
+                break;
+        }
+        for (std::size_t i = from; i < to; ++i)
+            m_Bands[i] = {static_cast<double>(from), static_cast<double>(to)};
     }
-    const auto [low, high] = std::minmax({value[0], value[1], value[2]});
-    const auto colorAt = [&](double v) {
-        return TexturedColor(state, (v + 0.5) / state.textureSize, color, batch.State().shaded);
-    };
-    const auto near = [](const RGBDType& s, const RGBDType& t) {
-        const auto close = [](double x, double y) {
-            return std::fabs(x - y) * 255.0 <= kLevels + 0.5;
-        };
-        return close(s.r, t.r) && close(s.g, t.g) && close(s.b, t.b);
-    };
-    const double first = std::floor(low);
-    const double last = std::floor(high);
-    if (!(last - first <= kMostBands)) {
-        m_Polygon.assign(place.begin(), place.end());
+}
+
+/// A triangle coloured by value, in bands of one colour.
+void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
+                           const std::array<std::uint32_t, 3>& vertices, const RGBDType& color) {
+    ValuedRing triangle;
+    double low = 1e300;
+    double high = -1e300;
+    for (const std::uint32_t vertex : vertices) {
+        const double value = batch.TextureAt(vertex) * state.textureSize;
+        triangle.corners[triangle.count++] = {batch.Corner(vertex), value};
+        low = std::min(low, value);
+        high = std::max(high, value);
+    }
+    // Steps between values beyond the largest are lost in their digits.
+    constexpr double kLargest = 1e9;
+    if (!(high - low <= kMostBands) || std::fabs(low) > kLargest) {
+        m_Polygon.clear();
+        for (std::size_t i = 0; i < triangle.count; ++i)
+            m_Polygon.push_back(triangle.corners[i].place);
         AddFill(state, color);
         return;
     }
-    for (double from = first; from <= last;) {
-        // A band takes the next colours in while they look the same.
-        double to = from + 1.0;
-        while (to <= last && near(colorAt(from), colorAt(to)))
-            to += 1.0;
-        m_Polygon.assign(place.begin(), place.end());
-        if (first != last) {
-            // The value as a linear function of the triangle: by the places' own weights.
-            std::vector<std::pair<Vec3, double>> ring = {
-                {place[0], value[0]}, {place[1], value[1]}, {place[2], value[2]}};
-            const auto cut = [&ring](double sign, double at) {
-                std::vector<std::pair<Vec3, double>> out;
-                for (std::size_t i = 0; i < ring.size(); ++i) {
-                    const auto& [p, v] = ring[i];
-                    const auto& [q, w] = ring[(i + 1) % ring.size()];
-                    const double sv = sign * (v - at);
-                    const double sw = sign * (w - at);
-                    if (sv >= 0.0) out.push_back(ring[i]);
-                    if ((sv >= 0.0) != (sw >= 0.0))
-                        out.push_back({Along(p, q, sv / (sv - sw)), at});
-                }
-                ring = std::move(out);
-            };
-            if (from > first) cut(1.0, from);
-            if (to <= last) cut(-1.0, to);
-            m_Polygon.clear();
-            for (const auto& [p, v] : ring)
-                m_Polygon.push_back(p);
-        }
-        if (m_Polygon.size() >= 3) AddFill(state, colorAt(from));
-        from = to;
+    for (double from = low; from <= high;) {
+        // Colours repeat beyond the table.
+        const double cycle = std::floor(from / state.textureSize) * state.textureSize;
+        const auto& [start, end] =
+            m_Bands[std::min(static_cast<std::size_t>(from - cycle), m_Bands.size() - 1)];
+        ValuedRing piece = triangle;
+        if (cycle + start > low) piece.Cut(1.0, cycle + start);
+        if (cycle + end <= high) piece.Cut(-1.0, cycle + end);
+        m_Polygon.clear();
+        for (std::size_t i = 0; i < piece.count; ++i)
+            m_Polygon.push_back(piece.corners[i].place);
+        const double middle = (cycle + (start + end) / 2.0) / state.textureSize;
+        const RGBDType seen = TexturedColor(state, middle, color, batch.State().shaded);
+        if (m_Polygon.size() >= 3) AddFill(state, batch.State().shaded ? Snapped(seen) : seen);
+        from = cycle + end;
     }
+}
+
+/// Whether the polygon at hand is one of many, such as a surface has.
+bool PageSink::IsSmall(const SceneState& state) const {
+    const auto [left, right] =
+        std::ranges::minmax(m_Polygon, {}, [](const Vec3& p) { return p.x; });
+    const auto [low, high] = std::ranges::minmax(m_Polygon, {}, [](const Vec3& p) { return p.y; });
+    return (right.x - left.x) * state.viewport.width < 2.0 * kSmall &&
+           (high.y - low.y) * state.viewport.height < 2.0 * kSmall;
 }
 
 /// A large polygon whose corners have colours of their own, in triangles; false for others.
@@ -204,16 +226,20 @@ bool PageSink::AddSmooth(const SceneState& state, const PrimitiveBatch& batch,
 
 void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                          const PolygonRecord& record) {
-    const RGBDType color = record.lit ? batch.MeanColor(record) : record.color;
+    ++m_PolygonCounts[m_Object];
+    RGBDType color = record.lit ? batch.MeanColor(record) : record.color;
     if (batch.State().textured && state.textureSize > 0) {
+        FindBands(state);
         for (std::uint32_t i = 2; i < record.count; ++i)
-            AddTextured(state, batch, record.first, record.first + i - 1, record.first + i, color);
+            AddTextured(state, batch, {record.first, record.first + i - 1, record.first + i},
+                        color);
         return;
     }
     if (AddSmooth(state, batch, record)) return;
     m_Polygon.clear();
     for (std::uint32_t i = 0; i < record.count; ++i)
         m_Polygon.push_back(batch.Corner(record.first + i));
+    if (record.lit && IsSmall(state)) color = Snapped(color);
     if (IsFlatAndConvex(m_Polygon)) {
         AddFill(state, color);
         return;
@@ -264,7 +290,7 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
             if (!ClipSegment(state, a, b)) continue;
             RGBDType color = ColorOf(from.color);
             if (state.transparent) color.a = from.color.bytes[3] / 255.0;
-            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width});
+            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width, m_Object});
         }
 }
 
@@ -377,7 +403,8 @@ void PageSink::AddShaded(const SceneState& state, const ShadedVertex* corners) {
         std::max({spread(a.r, b.r, c.r), spread(a.g, b.g, c.g), spread(a.b, b.b, c.b)}) <= kLevels;
     m_Polygon = {corners[0].place, corners[1].place, corners[2].place};
     const std::size_t fill = m_Fills.size();
-    AddFill(state, {(a.r + b.r + c.r) / 3, (a.g + b.g + c.g) / 3, (a.b + b.b + c.b) / 3, 1.0});
+    AddFill(state,
+            Snapped({(a.r + b.r + c.r) / 3, (a.g + b.g + c.g) / 3, (a.b + b.b + c.b) / 3, 1.0}));
     if (flat || m_Fills.size() == fill) return;
     m_Fills.back().smooth = static_cast<int>(m_Smooth.size());
     SmoothTriangle& smooth = m_Smooth.emplace_back();
@@ -388,6 +415,7 @@ void PageSink::AddShaded(const SceneState& state, const ShadedVertex* corners) {
 }
 
 void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
+    m_PolygonCounts[m_Object] += shape.triangles.size() / 3;
     for (std::size_t i = 0; i + 2 < shape.triangles.size(); i += 3)
         AddShaded(state, shape.triangles.data() + i);
     for (std::size_t i = 0; i + 1 < shape.lines.size(); i += 2) {
@@ -395,7 +423,8 @@ void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
         Vec3 b = shape.lines[i + 1].place;
         if (!ClipSegment(state, a, b)) continue;
         const RGBDType& c = shape.lines[i].color;
-        m_Segments.push_back({Place(state, a), Place(state, b), {c.r, c.g, c.b, 1.0}, shape.width});
+        m_Segments.push_back(
+            {Place(state, a), Place(state, b), {c.r, c.g, c.b, 1.0}, shape.width, m_Object});
     }
 }
 

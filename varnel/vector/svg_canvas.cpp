@@ -7,15 +7,15 @@
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/platform/detail/png_file.h"
+#include "varnel/vector/detail/areas.h"
 
 namespace varnel::detail {
 namespace {
 
 /// Width, in pixels, of the stroke that closes the crack between two fills.
 constexpr double kSeal = 0.35;
-/// Colours of one piece of a smooth triangle differ by at most this many of 255 levels.
-constexpr int kLevels = 2;
-constexpr int kDeepest = 3;
+/// A gradient is shorter to tell than so many steps of colour.
+constexpr double kMostSteps = 8.0;
 
 std::string Decimal(double value, int digits = 3) {
     char buffer[64];
@@ -83,24 +83,25 @@ std::string Base64(const std::vector<BYTE>& bytes) {
     return out;
 }
 
-GridPoint Middle(const GridPoint& a, const GridPoint& b) {
-    return {(a.x + b.x) / 2, (a.y + b.y) / 2};
-}
-
-RGBDType Middle(const RGBDType& a, const RGBDType& b) {
-    return {(a.r + b.r) / 2, (a.g + b.g) / 2, (a.b + b.b) / 2, (a.a + b.a) / 2};
+/// The units of the file: a fifth of a dot at 600 dots per inch, so that rounding moves nothing by
+/// more than a tenth.
+double UnitsPerPixel(double pageWidth, double width) {
+    constexpr double kPerMillimetre = 5.0 * 600.0 / 25.4;
+    return std::clamp(std::ceil(pageWidth * kPerMillimetre / width), 1.0, kGridPerPixel);
 }
 
 }  // namespace
 
 SvgCanvas::SvgCanvas(double pageWidth, double pageHeight, double width, double height,
                      const CString& title)
-    : m_Height(height * kGridPerPixel) {
+    : m_UnitsPerPixel(UnitsPerPixel(pageWidth, width)),
+      m_Height(height),
+      m_Seal(" stroke-width=\"" + Decimal(kSeal * m_UnitsPerPixel, 0) + '"') {
     m_Out =
         "<svg xmlns=\"http://www.w3.org/2000/svg\" xmlns:xlink=\"http://www.w3.org/1999/xlink\" "
         "width=\"" +
         Decimal(pageWidth) + "mm\" height=\"" + Decimal(pageHeight) + "mm\" viewBox=\"0 0 " +
-        Decimal(width * kGridPerPixel) + ' ' + Decimal(m_Height) + "\">\n";
+        Decimal(width * m_UnitsPerPixel) + ' ' + Decimal(height * m_UnitsPerPixel) + "\">\n";
     if (!title.empty()) m_Out += "<title>" + Escaped(title) + "</title>\n";
 }
 
@@ -109,10 +110,8 @@ void SvgCanvas::Enter(Group group) {
     if (m_Group != Group::None) m_Out += "</g>\n";
     if (group == Group::Plain) m_Out += "<g fill=\"none\" stroke-linejoin=\"round\">\n";
     if (group == Group::Sealed)
-        m_Out +=
-            "<g fill=\"currentColor\" stroke=\"currentColor\" stroke-linejoin=\"round\" "
-            "stroke-width=\"" +
-            Decimal(kSeal * kGridPerPixel) + "\">\n";
+        m_Out += "<g fill=\"currentColor\" stroke=\"currentColor\" stroke-linejoin=\"round\"" +
+                 m_Seal + ">\n";
     m_Group = group;
 }
 
@@ -123,19 +122,34 @@ void SvgCanvas::Number(long long value, bool first) {
     m_Out.append(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
+std::array<long long, 2> SvgCanvas::ToUnits(const GridPoint& p) const {
+    const double unit = m_UnitsPerPixel / kGridPerPixel;
+    return {std::llround(p.x * unit), std::llround((m_Height * kGridPerPixel - p.y) * unit)};
+}
+
+/// All places but the first are told as steps.
 void SvgCanvas::Path(const std::vector<Ring>& rings, bool closed) {
-    const auto height = static_cast<long long>(m_Height);
+    std::array<long long, 2> at{};  // where the pen is
     for (const Ring& ring : rings) {
         if (ring.size() < 2) continue;
-        m_Out += 'M';
-        Number(ring[0].x, true);
-        Number(height - ring[0].y, false);
+        std::array<long long, 2> start = ToUnits(ring[0]);
+        m_Out += &ring == &rings.front() ? 'M' : 'm';
+        Number(start[0] - at[0], true);
+        Number(start[1] - at[1], false);
+        at = start;
+        bool first = true;
         for (std::size_t i = 1; i < ring.size(); ++i) {
-            if (i == 1) m_Out += 'l';
-            Number(ring[i].x - ring[i - 1].x, i == 1);
-            Number(ring[i - 1].y - ring[i].y, false);
+            const std::array<long long, 2> next = ToUnits(ring[i]);
+            if (next == at) continue;
+            if (first) m_Out += 'l';
+            Number(next[0] - at[0], first);
+            Number(next[1] - at[1], false);
+            first = false;
+            at = next;
         }
-        if (closed) m_Out += 'z';
+        if (!closed) continue;
+        m_Out += 'z';
+        at = start;
     }
 }
 
@@ -150,85 +164,34 @@ void SvgCanvas::Fill(const Area& area, const RGBDType& color, bool seal) {
     m_Out += "\"/>\n";
 }
 
-/// A triangle along which all components run together, as those of one lit colour do, is a linear
-/// gradient; false for others.
-bool SvgCanvas::FillGradient(const SmoothTriangle& t) {
-    const auto value = [&t](std::size_t corner, std::size_t component) {
-        const RGBDType& c = t.colors[corner];
-        return component == 0 ? c.r : component == 1 ? c.g : c.b;
-    };
-    const auto range = [&value](std::size_t k) {
-        return std::max({value(0, k), value(1, k), value(2, k)}) -
-               std::min({value(0, k), value(1, k), value(2, k)});
-    };
-    std::size_t leading = 0;
-    for (std::size_t k = 1; k < 3; ++k)
-        if (range(k) > range(leading)) leading = k;
-    std::array<std::size_t, 3> order = {0, 1, 2};
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t i, std::size_t j) { return value(i, leading) < value(j, leading); });
-    const auto [low, middle, high] = order;
-    const double share = (value(middle, leading) - value(low, leading)) / range(leading);
-    for (std::size_t k = 0; k < 3; ++k) {
-        const double even = value(low, k) + share * (value(high, k) - value(low, k));
-        if (std::fabs(even - value(middle, k)) * 255.0 > kLevels) return false;
-    }
-    // The colour's place along the line from low to end is where the foot of a place on it is.
-    const double ax = t.corners[middle].x - t.corners[low].x;
-    const double ay = t.corners[middle].y - t.corners[low].y;
-    const double bx = t.corners[high].x - t.corners[low].x;
-    const double by = t.corners[high].y - t.corners[low].y;
-    const double area = ax * by - bx * ay;
-    if (std::fabs(area) < 1.0) return false;
-    const double gx = (share * by - ay) / area;
-    const double gy = (ax - share * bx) / area;
-    const double square = gx * gx + gy * gy;
+void SvgCanvas::FillGradient(const SmoothTriangle& t, const StraightGradient& gradient) {
     Enter(Group::Plain);
     const std::string id = "g" + std::to_string(++m_Gradients);
-    const double x = t.corners[low].x;
-    const double y = m_Height - t.corners[low].y;
+    const auto [x, y] = ToUnits(gradient.from);
+    const double unit = m_UnitsPerPixel / kGridPerPixel;
     m_Out += "<linearGradient id=\"" + id + "\" gradientUnits=\"userSpaceOnUse\" x1=\"" +
-             Decimal(x, 0) + "\" y1=\"" + Decimal(y, 0) + "\" x2=\"" + Decimal(x + gx / square, 0) +
-             "\" y2=\"" + Decimal(y - gy / square, 0) + "\"><stop stop-color=\"" +
-             Color(t.colors[low]) + "\"/><stop offset=\"1\" stop-color=\"" + Color(t.colors[high]) +
-             "\"/></linearGradient><path fill=\"url(#" + id + ")\" stroke=\"url(#" + id +
-             ")\" stroke-width=\"" + Decimal(kSeal * kGridPerPixel) + "\" d=\"";
+             std::to_string(x) + "\" y1=\"" + std::to_string(y) + "\" x2=\"" +
+             Decimal(gradient.to[0] * unit, 0) + "\" y2=\"" +
+             Decimal(m_Height * m_UnitsPerPixel - gradient.to[1] * unit, 0) +
+             "\"><stop stop-color=\"" + Color(gradient.low) +
+             "\"/><stop offset=\"1\" stop-color=\"" + Color(gradient.high) +
+             "\"/></linearGradient><path fill=\"url(#" + id + ")\" stroke=\"url(#" + id + ")\"" +
+             m_Seal + " d=\"";
     Path({{t.corners.begin(), t.corners.end()}}, true);
     m_Out += "\"/>\n";
-    return true;
-}
-
-void SvgCanvas::Subdivide(const SmoothTriangle& t, int depth) {
-    const auto far = [&](std::size_t a, std::size_t b) {
-        const RGBDType& c = t.colors[a];
-        const RGBDType& d = t.colors[b];
-        return std::max({std::fabs(c.r - d.r), std::fabs(c.g - d.g), std::fabs(c.b - d.b)});
-    };
-    const bool even = std::max({far(0, 1), far(1, 2), far(2, 0)}) * 255.0 <= kLevels;
-    if (!even && FillGradient(t)) return;
-    if (even || depth >= kDeepest) {
-        const RGBDType& a = t.colors[0];
-        const RGBDType& b = t.colors[1];
-        const RGBDType& c = t.colors[2];
-        Fill({{t.corners.begin(), t.corners.end()}},
-             {(a.r + b.r + c.r) / 3, (a.g + b.g + c.g) / 3, (a.b + b.b + c.b) / 3, a.a}, true);
-        return;
-    }
-    const std::array<GridPoint, 3> p = {Middle(t.corners[0], t.corners[1]),
-                                        Middle(t.corners[1], t.corners[2]),
-                                        Middle(t.corners[2], t.corners[0])};
-    const std::array<RGBDType, 3> c = {Middle(t.colors[0], t.colors[1]),
-                                       Middle(t.colors[1], t.colors[2]),
-                                       Middle(t.colors[2], t.colors[0])};
-    Subdivide({{t.corners[0], p[0], p[2]}, {t.colors[0], c[0], c[2]}}, depth + 1);
-    Subdivide({{p[0], t.corners[1], p[1]}, {c[0], t.colors[1], c[1]}}, depth + 1);
-    Subdivide({{p[2], p[1], t.corners[2]}, {c[2], c[1], t.colors[2]}}, depth + 1);
-    Subdivide({{p[0], p[1], p[2]}, {c[0], c[1], c[2]}}, depth + 1);
 }
 
 void SvgCanvas::FillSmooth(const std::vector<SmoothTriangle>& triangles) {
-    for (const SmoothTriangle& triangle : triangles)
-        Subdivide(triangle, 0);
+    ShadePieces pieces;
+    for (const SmoothTriangle& triangle : triangles) {
+        const std::optional<StraightGradient> gradient = FindGradient(triangle);
+        if (!gradient)
+            pieces.Subdivide(triangle);
+        else if (!CutShades(triangle, *gradient, kMostSteps, pieces))
+            FillGradient(triangle, *gradient);
+    }
+    for (const auto& [key, shade] : pieces.shades)
+        Fill(Union(shade.areas), shade.color, true);
 }
 
 void SvgCanvas::Stroke(const std::vector<Ring>& lines, const PageStroke& stroke) {
@@ -236,11 +199,11 @@ void SvgCanvas::Stroke(const std::vector<Ring>& lines, const PageStroke& stroke)
     Enter(Group::Plain);
     m_Out += "<path stroke=\"" + Color(stroke.color) + '"' +
              Opacity("stroke-opacity", stroke.color) + " stroke-width=\"" +
-             Decimal(stroke.width * kGridPerPixel, 1) + '"';
+             Decimal(stroke.width * m_UnitsPerPixel, 1) + '"';
     if (!stroke.dashes.empty()) {
         m_Out += " stroke-dasharray=\"";
         for (std::size_t i = 0; i < stroke.dashes.size(); ++i)
-            m_Out += (i > 0 ? " " : "") + Decimal(stroke.dashes[i] * kGridPerPixel, 1);
+            m_Out += (i > 0 ? " " : "") + Decimal(stroke.dashes[i] * m_UnitsPerPixel, 1);
         m_Out += '"';
     }
     m_Out += " d=\"";
@@ -253,11 +216,11 @@ void SvgCanvas::Text(const PageText& text) {
     // Viewers round small font sizes: an em is 100 units of the text's own space.
     constexpr double kEm = 100.0;
     const std::array<double, 6>& m = text.placement;
-    const double s = kGridPerPixel / kEm;
+    const double s = m_UnitsPerPixel / kEm;
     m_Out += "<text transform=\"matrix(";
-    for (const double v : {m[0] * s, -m[1] * s, -m[2] * s, m[3] * s, m[4] * kGridPerPixel})
+    for (const double v : {m[0] * s, -m[1] * s, -m[2] * s, m[3] * s, m[4] * m_UnitsPerPixel})
         m_Out += Decimal(v, 4) + ' ';
-    m_Out += Decimal(m_Height - m[5] * kGridPerPixel, 4) + ")\" font-family=\"" +
+    m_Out += Decimal((m_Height - m[5]) * m_UnitsPerPixel, 4) + ")\" font-family=\"" +
              Escaped(text.family) + ", Liberation Sans, Arial, Helvetica, sans-serif\"" +
              " font-size=\"100\" fill=\"" + Color(text.color) + '"' +
              Opacity("fill-opacity", text.color);
@@ -292,9 +255,9 @@ void SvgCanvas::Picture(const PagePicture& picture) {
     m_Out += "<image width=\"1\" height=\"1\" preserveAspectRatio=\"none\" transform=\"matrix(";
     // The image's own y runs down from its upper edge.
     for (const double v : {m[0], -m[1], -m[2], m[3], m[4] + m[2]})
-        m_Out += Decimal(v * kGridPerPixel, 4) + ' ';
+        m_Out += Decimal(v * m_UnitsPerPixel, 4) + ' ';
     // Both of the last two are of the image's upper left corner.
-    m_Out += Decimal(m_Height - (m[5] + m[3]) * kGridPerPixel, 4) +
+    m_Out += Decimal((m_Height - m[5] - m[3]) * m_UnitsPerPixel, 4) +
              ")\" xlink:href=\"data:image/png;base64,";
     m_Out += Base64(EncodePNG(picture.width, picture.height, picture.pixels)) + "\"/>\n";
 }

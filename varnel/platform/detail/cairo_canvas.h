@@ -9,7 +9,8 @@ struct _cairo;
 
 namespace varnel::detail {
 
-/// Draws on a page whose unit is a pixel of the view, y up. The page is not owned.
-std::unique_ptr<PageCanvas> MakeCairoCanvas(_cairo* page);
+/// Draws a picture `height` pixels high on a page whose unit is a pixel, y down. The page is not
+/// owned.
+std::unique_ptr<PageCanvas> MakeCairoCanvas(_cairo* page, double height);
 
 }  // namespace varnel::detail

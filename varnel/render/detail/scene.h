@@ -147,6 +147,11 @@ class SceneSink {
     /// Whether batches are to carry the records of polygons and the elements of segments.
     virtual bool WantsRecords() const { return true; }
 
+    /// What comes until EndObject is one object: a chart object, axes, a legend. Objects do not hold
+    /// each other; not all that is drawn belongs to one.
+    virtual void BeginObject() {}
+    virtual void EndObject() {}
+
     /// The viewport becomes the background colour, or nothing stands in front any more, or both.
     virtual void Clear(const SceneState& state, bool color, bool depth) = 0;
     /// Fills, and then the lines on them.

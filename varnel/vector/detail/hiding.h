@@ -51,6 +51,10 @@ class Hiding {
     /// The parts of a line from a to b that show, from a on. A line wins at equal depth.
     void VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts);
 
+    /// The polygons that stand before a line, of a width in pixels, whose middle shows, and cover a
+    /// part of its sides.
+    void Overlappers(const Vec3& a, const Vec3& b, double width, std::vector<std::size_t>& facets);
+
  private:
     struct Bounds {
         double left, bottom, right, top;
@@ -72,6 +76,8 @@ class Hiding {
     Area Difference(const Facet& facet, std::size_t order);
     template <class Visit>
     void VisitNear(const Bounds& bounds, Visit&& visit);
+    template <class Visit>
+    void VisitHiders(const Vec3& a, const Vec3& b, double slack, Visit&& visit);
     void Index(std::uint32_t facet);
 
     double m_Width, m_Height;

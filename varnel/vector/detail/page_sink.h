@@ -11,14 +11,27 @@
 
 #include "varnel/render/detail/scene.h"
 #include "varnel/vector/detail/hiding.h"
+#include "varnel/vector/detail/line_order.h"
+#include "varnel/vector/detail/object_picture.h"
+#include "varnel/vector/detail/smooth_pieces.h"
 
 namespace varnel::detail {
+
+struct PageOptions {
+    /// An object of so many polygons or more becomes a picture; 0: none does.
+    int pictureLimit = 50'000;
+    double dotsPerPixel = 300.0 / 96.0;  ///< of such a picture
+    bool textAsPaths = false;            ///< areas instead of letters of a font
+};
 
 class PageSink final : public SceneSink {
  public:
     /// For an image of this size in pixels.
-    PageSink(double width, double height) : m_Width(width), m_Height(height) {}
+    PageSink(double width, double height, const PageOptions& options)
+        : m_Width(width), m_Height(height), m_Options(options) {}
 
+    void BeginObject() override;
+    void EndObject() override { m_Object = 0; }
     void Clear(const SceneState& state, bool color, bool depth) override;
     void DrawBatch(const SceneState& state, const PrimitiveBatch& batch) override;
     void DrawStrip(const SceneState& state, const LineStrip& strip) override;
@@ -26,7 +39,8 @@ class PageSink final : public SceneSink {
     void DrawImage(const SceneState& state, const ImageQuad& image) override;
     void DrawShape(const SceneState& state, const ShadedShape& shape) override;
 
-    std::size_t PolygonCount() const { return m_Fills.size(); }
+    /// How many polygons each of the objects has that become pictures.
+    std::vector<std::size_t> LargeObjects() const;
 
     /// Puts what shows onto a canvas: areas, pictures, lines, texts.
     void Compose(PageCanvas& canvas) const;
@@ -38,11 +52,16 @@ class PageSink final : public SceneSink {
         std::uint32_t first, count;  ///< in m_Places
         RGBDType color;
         int smooth = -1;  ///< in m_Smooth, for one whose corners differ in colour
+        std::uint32_t object = 0;
+    };
+    struct Band {
+        double from, to;  ///< entries of the table of colours by value
     };
     struct Segment {
         Vec3 a, b;
         RGBDType color;
         float width;
+        std::uint32_t object;
     };
     struct Strip {
         std::vector<Vec3> places;
@@ -60,11 +79,22 @@ class PageSink final : public SceneSink {
         std::size_t fill;  ///< the polygon that it covers
     };
 
-    /// Fills and segments of about one depth, in the order of drawing.
-    struct Slice {
+    /// What shows of lines and texts.
+    struct Visibility {
+        Hiding hiding;
+        std::vector<ObjectPicture> pictures;  ///< of large objects
+
+        /// The parts of a line that show, from a on.
+        void Parts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts);
+        /// The share of a text, by samples, that large objects hide: 0..1.
+        double HiddenShare(const Text& text) const;
+    };
+
+    /// What is drawn together: polygons, then what can be seen through, then lines.
+    struct Layer {
         std::vector<std::uint32_t> fills;
-        std::vector<std::uint32_t> segments;
         std::vector<std::uint32_t> veils;
+        std::vector<std::uint32_t> lines;  ///< in the order of drawing
     };
 
     Vec3 Place(const SceneState& state, const Vec3& device) const;
@@ -76,10 +106,19 @@ class PageSink final : public SceneSink {
                    const PolygonRecord& record);
     void AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                    const PolygonRecord& record);
-    void AddTextured(const SceneState& state, const PrimitiveBatch& batch, std::uint32_t a,
-                     std::uint32_t b, std::uint32_t c, const RGBDType& color);
+    bool IsSmall(const SceneState& state) const;
+    void FindBands(const SceneState& state);
+    void AddTextured(const SceneState& state, const PrimitiveBatch& batch,
+                     const std::array<std::uint32_t, 3>& vertices, const RGBDType& color);
 
-    std::vector<Slice> Slices(const Hiding& hiding) const;
+    /// Depth in steps that grow towards the viewer.
+    long SliceOf(const Fill& fill) const;
+    static long SliceOf(const OrderedLine& line);
+    bool IsLarge(std::uint32_t object) const;
+    ObjectPicture DrawLarge(std::uint32_t object) const;
+    std::vector<OrderedLine> VisibleLines(Visibility& visibility) const;
+    std::vector<Layer> FindLayers(Hiding& hiding, std::vector<OrderedLine>& lines) const;
+    std::vector<long> LayerStarts(Hiding& hiding, const std::vector<OrderedLine>& lines) const;
     bool IsPicture(std::uint32_t fill) const;
     void ComposeFills(PageCanvas& canvas, const Hiding& hiding,
                       const std::vector<std::uint32_t>& fills) const;
@@ -89,13 +128,16 @@ class PageSink final : public SceneSink {
     double MeanDepth(const Fill& fill) const;
     void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                          const std::vector<std::uint32_t>& fills) const;
-    void ComposeLines(PageCanvas& canvas, Hiding& hiding,
-                      const std::vector<std::uint32_t>& segments) const;
-    void ComposeStrip(PageCanvas& canvas, Hiding& hiding, const Strip& strip) const;
-    void ComposeTexts(PageCanvas& canvas, Hiding& hiding) const;
+    static void ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
+                             const std::vector<std::uint32_t>& order);
+    void ComposeStrip(PageCanvas& canvas, Visibility& visibility, const Strip& strip) const;
+    void ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const;
 
     double m_Width, m_Height;
-    double m_Layer = 0.0;  ///< depth of the front of the layer at hand
+    PageOptions m_Options;
+    std::uint32_t m_Object = 0;                   ///< the one at hand, 0: none
+    std::vector<std::size_t> m_PolygonCounts{0};  ///< by object
+    double m_Layer = 0.0;                         ///< depth of the front of the layer at hand
     std::vector<Vec3> m_Places;
     std::vector<Fill> m_Fills;
     std::vector<SmoothTriangle> m_Smooth;
@@ -104,7 +146,9 @@ class PageSink final : public SceneSink {
     std::vector<Strip> m_Strips;
     std::vector<Text> m_Texts;
     std::vector<Picture> m_Pictures;
-    Polygon m_Polygon, m_Spare;  ///< the one at hand, in device coordinates
+    std::vector<RGBBType> m_BandColors;  ///< the table of colours by value
+    std::vector<Band> m_Bands;           ///< of each of its entries
+    Polygon m_Polygon, m_Spare;          ///< the one at hand, in device coordinates
 };
 
 }  // namespace varnel::detail

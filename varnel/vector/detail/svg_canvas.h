@@ -4,6 +4,7 @@
 #include <string>
 
 #include "varnel/platform/detail/page_canvas.h"
+#include "varnel/vector/detail/smooth_pieces.h"
 
 namespace varnel::detail {
 
@@ -30,10 +31,13 @@ class SvgCanvas : public PageCanvas {
     void Enter(Group group);
     void Path(const std::vector<Ring>& rings, bool closed);
     void Number(long long value, bool first);
-    bool FillGradient(const SmoothTriangle& triangle);
-    void Subdivide(const SmoothTriangle& triangle, int depth);
+    void FillGradient(const SmoothTriangle& triangle, const StraightGradient& gradient);
 
-    double m_Height;
+    std::array<long long, 2> ToUnits(const GridPoint& p) const;
+
+    double m_UnitsPerPixel;
+    double m_Height;     ///< pixels
+    std::string m_Seal;  ///< the width of the strokes that close cracks
     std::string m_Out;
     Group m_Group = Group::None;
     int m_Clips = 0;

@@ -1,0 +1,165 @@
+// PageSink: the lines that show, and the layers of the page, which lines make necessary.
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "varnel/vector/detail/line_chains.h"
+#include "varnel/vector/detail/page_sink.h"
+#include "varnel/vector/detail/shades.h"
+
+namespace varnel::detail {
+namespace {
+
+/// Slices into which a depth of 1 is cut; the box of a picture is 2 deep.
+constexpr double kSlicesPerUnit = 32.0;
+
+Vec3 Along(const Vec3& a, const Vec3& b, double t) {
+    return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
+}
+
+/// Lengths of marks and gaps of a stipple pattern, a mark first (of length 0 where it starts with a
+/// gap).
+std::vector<double> Dashes(unsigned short pattern, double bit) {
+    std::vector<double> lengths;
+    bool mark = true;
+    double length = 0.0;
+    for (unsigned i = 0; i < 16; ++i) {
+        const bool set = (pattern >> i & 1U) != 0;
+        if (set != mark) {
+            lengths.push_back(length);
+            length = 0.0;
+            mark = set;
+        }
+        length += bit;
+    }
+    lengths.push_back(length);
+    if (lengths.size() % 2 != 0) lengths.push_back(0.0);
+    return lengths;
+}
+
+long SliceAt(double depth) {
+    return -std::lround(depth * kSlicesPerUnit);
+}
+
+}  // namespace
+
+/// A polygon stands by its farthest corner, so that a line covers the polygons it lies on.
+long PageSink::SliceOf(const Fill& fill) const {
+    double farthest = m_Places[fill.first].z;
+    for (std::uint32_t k = 1; k < fill.count; ++k)
+        farthest = std::max(farthest, m_Places[fill.first + k].z);
+    return SliceAt(farthest);
+}
+
+/// And a line by its nearest end.
+long PageSink::SliceOf(const OrderedLine& line) {
+    return SliceAt(std::min(line.a.z, line.b.z));
+}
+
+void PageSink::Visibility::Parts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
+    hiding.VisibleParts(a, b, parts);
+    for (const ObjectPicture& picture : pictures)
+        picture.CutHidden(a, b, parts);
+}
+
+std::vector<OrderedLine> PageSink::VisibleLines(Visibility& visibility) const {
+    std::vector<OrderedLine> lines;
+    std::vector<SegmentPart> parts;
+    for (const Segment& s : m_Segments) {
+        if (IsLarge(s.object)) continue;
+        visibility.Parts(s.a, s.b, parts);
+        const std::uint64_t style =
+            std::uint64_t{ColorKey(s.color)} << 32U |
+            static_cast<std::uint32_t>(std::lround(s.width * kGridPerPixel));
+        for (const SegmentPart& part : parts)
+            lines.push_back({Along(s.a, s.b, part.from), Along(s.a, s.b, part.to),
+                             static_cast<double>(s.width), style, 0});
+    }
+    return lines;
+}
+
+/// The slices of depth with which a layer begins, from the back. What shows of the polygons does
+/// not overlap; but lines have a width. A line whose side is covered by a polygon before it must be
+/// drawn before that one, and what can be seen through comes between the lines behind and before
+/// it.
+std::vector<long> PageSink::LayerStarts(Hiding& hiding,
+                                        const std::vector<OrderedLine>& lines) const {
+    std::vector<std::pair<long, long>>
+        coverers;  // slices of a polygon and of a line that it covers
+    std::vector<std::size_t> facets;
+    for (const OrderedLine& line : lines) {
+        hiding.Overlappers(line.a, line.b, line.width, facets);
+        for (const std::size_t facet : facets)
+            if (SliceOf(m_Fills[facet]) > SliceOf(line))
+                coverers.emplace_back(SliceOf(m_Fills[facet]), SliceOf(line));
+    }
+    std::set<long> starts;
+    if (!lines.empty())
+        for (const Fill& veil : m_Veils)
+            starts.insert(SliceOf(veil));
+    // As few as do: each begins as late as the first pair that needs it allows.
+    std::sort(coverers.begin(), coverers.end());
+    for (const auto& [polygon, line] : coverers) {
+        const auto next = starts.upper_bound(line);
+        if (next == starts.end() || *next > polygon) starts.insert(polygon);
+    }
+    return {starts.begin(), starts.end()};
+}
+
+void PageSink::ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
+                            const std::vector<std::uint32_t>& order) {
+    LineChains chains;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const OrderedLine& line = lines[order[i]];
+        chains.Add(ToGrid(line.a), ToGrid(line.b));
+        if (i + 1 < order.size() && lines[order[i + 1]].style == line.style) continue;
+        const auto level = [&line](unsigned shift) {
+            return static_cast<double>(line.style >> shift & 255U) / 255.0;
+        };
+        canvas.Stroke(chains.Take(true),
+                      {{level(48), level(40), level(32), level(56)}, line.width, {}});
+    }
+}
+
+void PageSink::ComposeStrip(PageCanvas& canvas, Visibility& visibility, const Strip& strip) const {
+    const std::vector<double> dashes = Dashes(strip.pattern, strip.repeat);
+    double period = 0.0;
+    for (const double length : dashes)
+        period += length;
+    LineChains whole;
+    LineChains marks;
+    bool hidden = false;
+    double start = 0.0;
+    std::vector<SegmentPart> parts;
+    for (std::size_t i = 0; i + 1 < strip.places.size(); ++i) {
+        const Vec3& a = strip.places[i];
+        const Vec3& b = strip.places[i + 1];
+        const double length = std::hypot(b.x - a.x, b.y - a.y);
+        if (!(length > 0.0)) continue;
+        visibility.Parts(a, b, parts);
+        hidden = hidden || parts.size() != 1 || parts[0].from > 0.0 || parts[0].to < 1.0;
+        whole.Add(ToGrid(a), ToGrid(b));
+        // Each mark by itself, cut to the parts that show, for lines that show in parts only.
+        double at = start - std::fmod(start, period);
+        for (std::size_t k = 0; at < start + length; k = (k + 1) % dashes.size()) {
+            const double from = std::max(at, start);
+            const double to = std::min(at + dashes[k], start + length);
+            at += dashes[k];
+            if (k % 2 != 0 || from >= to) continue;
+            for (const SegmentPart& part : parts) {
+                const double s = std::max((from - start) / length, part.from);
+                const double t = std::min((to - start) / length, part.to);
+                if (s < t) marks.Add(ToGrid(Along(a, b, s)), ToGrid(Along(a, b, t)));
+            }
+        }
+        start += length;
+    }
+    const PageStroke solid{strip.color, static_cast<double>(strip.width), {}};
+    if (hidden)
+        canvas.Stroke(marks.Take(false), solid);
+    else
+        canvas.Stroke(whole.Take(false), {solid.color, solid.width, dashes});
+}
+
+}  // namespace varnel::detail
