@@ -1,9 +1,14 @@
 #include "varnel/platform/detail/cairo_canvas.h"
 
+#include <cairo-ft.h>
 #include <cairo.h>
+#include <fontconfig/fontconfig.h>
 
 #include <cmath>
 #include <cstring>
+#include <new>
+
+#include "varnel/foundation/detail/characters.h"
 
 namespace varnel::detail {
 namespace {
@@ -15,6 +20,8 @@ struct Deleter {
     void operator()(cairo_surface_t* p) const { cairo_surface_destroy(p); }
     void operator()(cairo_pattern_t* p) const { cairo_pattern_destroy(p); }
     void operator()(cairo_font_options_t* p) const { cairo_font_options_destroy(p); }
+    void operator()(cairo_font_face_t* p) const { cairo_font_face_destroy(p); }
+    void operator()(FcPattern* p) const { FcPatternDestroy(p); }
 };
 template <class T>
 using Owned = std::unique_ptr<T, Deleter>;
@@ -68,22 +75,16 @@ class CairoCanvas final : public PageCanvas {
     }
 
     void Text(const PageText& text) override {
-        constexpr int kBold = 600;
         cairo_save(m_Page);
         Enter(text.placement);
-        // A font's own y runs down.
-        const cairo_matrix_t font = {1.0, 0.0, 0.0, -1.0, 0.0, 0.0};
-        cairo_select_font_face(
-            m_Page, text.family.c_str(),
-            text.italic ? CAIRO_FONT_SLANT_ITALIC : CAIRO_FONT_SLANT_NORMAL,
-            text.weight >= kBold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
-        cairo_set_font_matrix(m_Page, &font);
         const Owned<cairo_font_options_t> options(cairo_font_options_create());
         cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
         cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
         cairo_set_font_options(m_Page, options.get());
         cairo_set_source_rgba(m_Page, text.color.r, text.color.g, text.color.b, text.color.a);
-        ShowGlyphs(text);
+        for (std::size_t i = 0; i < text.runs.size(); ++i)
+            ShowRun(text, text.runs[i],
+                    i + 1 < text.runs.size() ? text.runs[i + 1].first : text.places.size());
         cairo_restore(m_Page);
     }
 
@@ -132,22 +133,39 @@ class CairoCanvas final : public PageCanvas {
         cairo_transform(m_Page, &place);
     }
 
-    /// The characters at their places, with the text behind them for whoever selects it.
-    void ShowGlyphs(const PageText& text) {
+    /// Characters of one face up to `last` at their places, with the text behind them for whoever
+    /// selects it.
+    void ShowRun(const PageText& text, const PageText::Run& run, std::size_t last) {
+        const Owned<FcPattern> pattern(FcPatternCreate());
+        if (!pattern) throw std::bad_alloc();
+        FcPatternAddString(pattern.get(), FC_FILE,
+                           reinterpret_cast<const FcChar8*>(run.source.file.c_str()));
+        FcPatternAddInteger(pattern.get(), FC_INDEX, run.source.index);
+        const Owned<cairo_font_face_t> face(cairo_ft_font_face_create_for_pattern(pattern.get()));
+        cairo_set_font_face(m_Page, face.get());
+        // A font's own y runs down.
+        const cairo_matrix_t font = {1.0, 0.0, run.source.sheared ? -0.2 : 0.0, -1.0, 0.0, 0.0};
+        cairo_set_font_matrix(m_Page, &font);
+        CString characters;
+        std::size_t count = 0;
+        ForEachCharacter(text.text, [&](char32_t character) {
+            if (count >= run.first && count < last) AppendUtf8(characters, character);
+            ++count;
+        });
         cairo_glyph_t* glyphs = nullptr;
         cairo_text_cluster_t* clusters = nullptr;
         int glyphCount = 0;
         int clusterCount = 0;
         cairo_text_cluster_flags_t flags{};
-        const int size = static_cast<int>(text.text.size());
+        const int size = static_cast<int>(characters.size());
         if (cairo_scaled_font_text_to_glyphs(
-                cairo_get_scaled_font(m_Page), 0.0, 0.0, text.text.c_str(), size, &glyphs,
+                cairo_get_scaled_font(m_Page), 0.0, 0.0, characters.c_str(), size, &glyphs,
                 &glyphCount, &clusters, &clusterCount, &flags) != CAIRO_STATUS_SUCCESS)
             return;
-        if (static_cast<std::size_t>(glyphCount) == text.places.size())
+        if (static_cast<std::size_t>(glyphCount) == last - run.first)
             for (int i = 0; i < glyphCount; ++i)
-                glyphs[i].x = text.places[static_cast<std::size_t>(i)];
-        cairo_show_text_glyphs(m_Page, text.text.c_str(), size, glyphs, glyphCount, clusters,
+                glyphs[i].x = text.places[run.first + static_cast<std::size_t>(i)];
+        cairo_show_text_glyphs(m_Page, characters.c_str(), size, glyphs, glyphCount, clusters,
                                clusterCount, flags);
         cairo_glyph_free(glyphs);
         cairo_text_cluster_free(clusters);

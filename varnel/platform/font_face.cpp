@@ -190,6 +190,7 @@ struct FontFace::Handles {
     // FreeType's library object is not shared: it may be used by one thread at a time.
     Owned<FT_Library> library;
     Owned<FT_Face> face;
+    FontFile file;
     bool symbols = false;
     bool shear = false;
 };
@@ -203,6 +204,7 @@ std::unique_ptr<FontFace> FontFace::Open(const FontFile& file, bool italic) {
     FT_Library library = nullptr;
     if (FT_Init_FreeType(&library) != 0) return nullptr;
     handles->library.reset(library);
+    handles->file = file;
     FT_Face face = nullptr;
     if (FT_New_Face(library, file.name.c_str(), file.index, &face) != 0) return nullptr;
     handles->face.reset(face);
@@ -212,6 +214,10 @@ std::unique_ptr<FontFace> FontFace::Open(const FontFile& file, bool italic) {
                        FT_Select_Charmap(face, FT_ENCODING_MS_SYMBOL) == 0;
     handles->shear = italic && (face->style_flags & FT_STYLE_FLAG_ITALIC) == 0;
     return std::unique_ptr<FontFace>(new FontFace(std::move(handles)));
+}
+
+GlyphSource FontFace::Source() const {
+    return {m_Handles->file.name, m_Handles->file.index, m_Handles->shear};
 }
 
 double FontFace::UnitsPerEm() const {

@@ -220,6 +220,17 @@ class GlyphFace::Builder {
         return sign.metrics;
     }
 
+    GlyphSource Source(char32_t character) {
+        const std::lock_guard lock(m_Mutex);
+        const Sign& sign = Find(character);
+        return sign.face != nullptr ? sign.face->Source() : GlyphSource();
+    }
+
+    std::pair<double, double> UnderlineEdges() const {
+        const Contour bar = m_Main->Underline(1.0);
+        return {bar[0].y / m_Main->UnitsPerEm(), bar[2].y / m_Main->UnitsPerEm()};
+    }
+
     const GlyphOutline& Outline(char32_t character) {
         const std::lock_guard lock(m_Mutex);
         Sign& sign = Find(character);
@@ -327,6 +338,14 @@ GLYPHMETRICSFLOAT GlyphFace::Metrics(char32_t character) {
 
 const GlyphOutline& GlyphFace::Outline(char32_t character) {
     return m_Builder->Outline(character);
+}
+
+GlyphSource GlyphFace::Source(char32_t character) {
+    return m_Builder->Source(character);
+}
+
+std::pair<double, double> GlyphFace::UnderlineEdges() const {
+    return m_Builder->UnderlineEdges();
 }
 
 std::shared_ptr<GlyphFace> GlyphFace::Find(const LOGFONT& font, double deviation,

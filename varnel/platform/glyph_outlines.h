@@ -11,6 +11,8 @@
 #include <compare>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "varnel/foundation/export.h"
@@ -58,6 +60,15 @@ struct GlyphOutline {
     std::vector<std::vector<POINTFLOAT>> contours;
 };
 
+/// Where the letter of a character comes from.
+struct GlyphSource {
+    std::string file;  ///< of the face; empty: nothing is drawn
+    int index = 0;     ///< the face's number in the file
+    bool sheared = false;
+
+    bool operator==(const GlyphSource&) const = default;
+};
+
 /// The letters of one description. All threads share one object; it may be used by several at once.
 class VARNEL_API GlyphFace {
  public:
@@ -83,6 +94,10 @@ class VARNEL_API GlyphFace {
 
     /// The letter, which lives as long as this object.
     const GlyphOutline& Outline(char32_t character);
+
+    GlyphSource Source(char32_t character);
+    /// The lower and the upper edge of the bar under underlined characters, in ems.
+    std::pair<double, double> UnderlineEdges() const;
 
  private:
     class Builder;

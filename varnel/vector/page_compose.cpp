@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 
+#include "varnel/foundation/detail/characters.h"
 #include "varnel/vector/detail/areas.h"
 #include "varnel/vector/detail/line_chains.h"
 #include "varnel/vector/detail/page_sink.h"
@@ -242,8 +243,42 @@ void PageSink::ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text)
     if (visible.empty()) return;
     const bool cut = SizeOf(visible) < (1.0 - kHardlyHidden) * SizeOf(text.outline);
     if (cut) canvas.BeginClip(visible);
-    canvas.Text(text.text);
+    if (m_Options.textAsPaths) {
+        canvas.Fill(LetterAreas(text), text.text.color, false);
+    } else {
+        canvas.Text(text.text);
+        if (text.underlined) canvas.Fill({Bar(text)}, text.text.color, false);
+    }
     if (cut) canvas.EndClip();
+}
+
+GridPoint PageSink::OnPage(const Text& text, double x, double y) {
+    const std::array<double, 6>& m = text.text.placement;
+    return ToGrid({m[0] * x + m[2] * y + m[4], m[1] * x + m[3] * y + m[5], 0.0});
+}
+
+/// The bar under a text.
+Ring PageSink::Bar(const Text& text) {
+    const auto [low, high] = text.face->UnderlineEdges();
+    return {OnPage(text, 0.0, low), OnPage(text, text.width, low), OnPage(text, text.width, high),
+            OnPage(text, 0.0, high)};
+}
+
+/// The letters, with their underlines.
+Area PageSink::LetterAreas(const Text& text) {
+    std::vector<Area> letters;
+    std::size_t character = 0;
+    ForEachCharacter(text.text.text, [&](char32_t c) {
+        const double x = text.text.places[character++];
+        Area& letter = letters.emplace_back();
+        for (const auto& contour : text.face->Outline(c).contours) {
+            Ring& ring = letter.emplace_back();
+            for (const POINTFLOAT& p : contour)
+                ring.push_back(
+                    OnPage(text, x + static_cast<double>(p.x), static_cast<double>(p.y)));
+        }
+    });
+    return Union(letters);
 }
 
 }  // namespace varnel::detail

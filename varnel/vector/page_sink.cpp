@@ -326,7 +326,6 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     if (run.font.GetFace() == nullptr) return;
     Text out;
     const LOGFONT& font = run.font.GetLogFont();
-    out.text.text = CString(run.text);
     out.text.family = font.lfFaceName;
     out.text.weight = font.lfWeight;
     out.text.italic = font.lfItalic != 0;
@@ -342,11 +341,22 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     const Vec3 up = place(0, 1);
     out.text.placement = {right.x - origin.x, right.y - origin.y, up.x - origin.x,
                           up.y - origin.y,    origin.x,           origin.y};
+    out.face = run.font.GetFace();
+    const auto isControl = [](char32_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); };
     double width = 0.0;
     ForEachCharacter(run.text, [&](char32_t character) {
-        out.text.places.push_back(width);
-        width += static_cast<double>(run.font.GetFace()->Metrics(character).gmfCellIncX);
+        const double advance = static_cast<double>(out.face->Metrics(character).gmfCellIncX);
+        GlyphSource source = out.face->Source(character);
+        width += advance;
+        // What only steers has no letter, and what controls is a space.
+        if (source.file.empty()) return;
+        AppendUtf8(out.text.text, isControl(character) ? U' ' : character);
+        if (out.text.runs.empty() || out.text.runs.back().source != source)
+            out.text.runs.push_back({out.text.places.size(), std::move(source)});
+        out.text.places.push_back(width - advance);
     });
+    out.width = width;
+    out.underlined = font.lfUnderline != 0;
     constexpr double kDescent = -0.25;
     constexpr double kAscent = 0.95;
     out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),

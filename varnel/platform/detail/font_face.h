@@ -57,6 +57,7 @@ class FontFace {
     FontFace(const FontFace&) = delete;
     FontFace& operator=(const FontFace&) = delete;
 
+    GlyphSource Source() const;
     double UnitsPerEm() const;
     /// Whether the face has a sign of its own for the character.
     bool Has(char32_t character) const;

@@ -11,6 +11,7 @@
 
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/types.h"
+#include "varnel/platform/glyph_outlines.h"
 
 namespace varnel::detail {
 
@@ -49,6 +50,12 @@ struct PageText {
     /// Where each character begins on the baseline, in ems: as in the picture, whatever face and
     /// kerning a viewer has.
     std::vector<double> places;
+    /// The faces that the picture's letters come from, each up to the character before the next.
+    struct Run {
+        std::size_t first = 0;  ///< character
+        GlyphSource source;
+    };
+    std::vector<Run> runs;
 };
 
 /// A bitmap, rows from the top, 4 bytes a pixel: red, green, blue, alpha.

@@ -147,8 +147,8 @@ class SceneSink {
     /// Whether batches are to carry the records of polygons and the elements of segments.
     virtual bool WantsRecords() const { return true; }
 
-    /// What comes until EndObject is one object: a chart object, axes, a legend. Objects do not hold
-    /// each other; not all that is drawn belongs to one.
+    /// What comes until EndObject is one object: a chart object, axes, a legend. Objects do not
+    /// hold each other; not all that is drawn belongs to one.
     virtual void BeginObject() {}
     virtual void EndObject() {}
 

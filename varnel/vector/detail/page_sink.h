@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "varnel/render/detail/scene.h"
@@ -73,6 +74,9 @@ class PageSink final : public SceneSink {
     struct Text {
         PageText text;
         std::array<Vec3, 4> outline;
+        std::shared_ptr<GlyphFace> face;
+        double width = 0.0;  ///< ems
+        bool underlined = false;
     };
     struct Picture {
         PagePicture picture;
@@ -132,6 +136,9 @@ class PageSink final : public SceneSink {
                              const std::vector<std::uint32_t>& order);
     void ComposeStrip(PageCanvas& canvas, Visibility& visibility, const Strip& strip) const;
     void ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const;
+    static GridPoint OnPage(const Text& text, double x, double y);
+    static Ring Bar(const Text& text);
+    static Area LetterAreas(const Text& text);
 
     double m_Width, m_Height;
     PageOptions m_Options;
