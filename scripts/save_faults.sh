@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Saves while processes are killed, disks are full and files are read-only, and checks that there is
 # always the old file or the new one, whole, with nothing beside it: save_faults.sh PROGRAM
-# As root, with the right to mount, it tries more (other owners, a small disk, a read-only one).
+# As root, with the right to mount, it tries more: other owners, a small disk, a read-only one and,
+# where there are the tools of btrfs, one with a quota.
 set -euo pipefail
 program=$1
 folder=$(mktemp -d)
@@ -12,19 +13,27 @@ clean() {
 }
 trap clean EXIT
 
-mount_disk() { # mount_disk FOLDER OPTIONS
+try() { "$@" 2>/dev/null; }
+mount_disk() { # mount_disk FOLDER MOUNT'S OPTIONS AND SOURCE
     mkdir "$1"
-    mount -t tmpfs -o "$2" none "$1" 2>/dev/null && disks+=("$1")
+    try mount "${@:2}" "$1" && disks=("$1" "${disks[@]}")
 }
-if mount_disk "$folder/small" size=1m; then
-    mkdir "$folder/small/disk"
-    if mount_disk "$folder/fixed" size=1m; then
-        echo old >"$folder/fixed/old.chart"
-        mount -o remount,ro "$folder/fixed"
-    fi
+small='' quota='' fixed=''
+if mount_disk "$folder/small" -t tmpfs -o size=1m none; then
+    small=$folder/small/disk
+    mkdir "$small"
+fi
+if command -v mkfs.btrfs >/dev/null && truncate -s 128M "$folder/image" &&
+    try mkfs.btrfs -q "$folder/image" && mount_disk "$folder/quota" -o loop "$folder/image"; then
+    quota=$folder/quota/disk
+    btrfs quota enable "$folder/quota"
+    btrfs subvolume create "$quota" >/dev/null
+    btrfs qgroup limit 1M "$quota"
+fi
+if mount_disk "$folder/fixed" -t tmpfs -o size=1m none; then
+    fixed=$folder/fixed
+    echo old >"$fixed/old.chart"
+    mount -o remount,ro "$fixed"
 fi
 mkdir "$folder/work"
-arguments=("$folder/work")
-[ ${#disks[@]} -lt 1 ] || arguments+=("$folder/small/disk")
-[ ${#disks[@]} -lt 2 ] || arguments+=("$folder/fixed")
-"$program" "${arguments[@]}"
+"$program" "$folder/work" "$small" "$quota" "$fixed"

@@ -1,10 +1,11 @@
 // Saves views while processes are killed and disks are full, and looks at what is left: the old
 // file or the new one, whole, and nothing beside it.
 //
-//     varnel_save_faults FOLDER [SMALL_DISK [READ_ONLY_DISK]]
+//     varnel_save_faults FOLDER [SMALL_DISK QUOTA_DISK READ_ONLY_DISK]
 //
-// FOLDER is an empty folder; SMALL_DISK is one on a disk of about 1 MB, and READ_ONLY_DISK one that
-// holds a file old.chart. Prints one line a kind: kind, number tried, number that went wrong.
+// FOLDER is an empty folder; SMALL_DISK is one on a disk of about 1 MB, QUOTA_DISK one with a quota
+// of 1 MB, and READ_ONLY_DISK one that holds a file old.chart; "" where there is none. Prints one
+// line a kind: kind, number tried, number that went wrong.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -74,9 +75,7 @@ class Report {
         std::printf("%-44s %6d %6d\n", kind.c_str(), tried, wrong);
         m_Wrong += wrong;
     }
-    void Skip(const std::string& kind, const char* why) {
-        std::printf("%-44s skipped: %s\n", kind.c_str(), why);
-    }
+    void Skip(const std::string& kind) { std::printf("%-44s not possible here\n", kind.c_str()); }
     int Wrong() const { return m_Wrong; }
 
  private:
@@ -140,7 +139,7 @@ void Kills(Report& report, const fs::path& folder, Sample& small, Sample& large)
     WriteAll(own / "a", small.bytes);
     report.Line("kill: ordinary folder", kKills, KillWriters(own / "a", false, small, large, 1));
     if (::geteuid() != 0) {
-        report.Skip("kill: other owner, folder not writable", "needs root");
+        report.Skip("kill: other owner, folder not writable");
         return;
     }
     ::chmod(own.c_str(), 0777);
@@ -185,7 +184,9 @@ void Limits(Report& report, const fs::path& folder, Sample& small, Sample& large
 }
 
 /// Files that are a little and much too large for what is left of a small disk.
-void FullDisk(Report& report, const fs::path& disk, const fs::path& scratch, Sample& small) {
+void FullDisk(Report& report, const std::string& kind, const fs::path& disk,
+              const fs::path& scratch, Sample& small) {
+    if (disk.empty()) return report.Skip(kind);
     const fs::path path = disk / "a";
     for (const SaveMode mode : {SaveMode::Replace, SaveMode::Direct}) {
         int tried = 0;
@@ -195,24 +196,28 @@ void FullDisk(Report& report, const fs::path& disk, const fs::path& scratch, Sam
             WriteAll(path, small.bytes);
             wrong += FailsWhole(path, small.bytes, large, false, [mode] { SetSaveMode(mode); });
         }
-        report.Line(mode == SaveMode::Replace ? "disk full" : "disk full, direct", tried, wrong);
+        report.Line(mode == SaveMode::Replace ? kind : kind + ", direct", tried, wrong);
     }
 }
 
-void ReadOnly(Report& report, const fs::path& folder, Sample& small, Sample& large) {
+void ReadOnly(Report& report, const fs::path& folder, const fs::path& disk, Sample& small,
+              Sample& large) {
     const fs::path path = folder / "readonly" / "a";
     fs::create_directory(path.parent_path());
     WriteAll(path, small.bytes);
     ::chmod(path.c_str(), 0444);
     ::chmod(path.parent_path().c_str(), 0777);
     report.Line("file read-only", 1, FailsWhole(path, small.bytes, large, ::geteuid() == 0));
+    if (disk.empty()) return report.Skip("disk read-only");
+    const fs::path old = disk / "old.chart";
+    report.Line("disk read-only", 1, FailsWhole(old, ReadAll(old), large, false));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::cerr << "usage: varnel_save_faults FOLDER [SMALL_DISK [READ_ONLY_DISK]]\n";
+    if (argc != 2 && argc != 5) {
+        std::cerr << "usage: varnel_save_faults FOLDER [SMALL_DISK QUOTA_DISK READ_ONLY_DISK]\n";
         return 2;
     }
     CErr3D::SetErrorReportMode(0);
@@ -225,16 +230,9 @@ int main(int argc, char** argv) {
     std::printf("%-44s %6s %6s\n", "kind", "tried", "wrong");
     Kills(report, folder, small, large);
     Limits(report, folder, small, large);
-    ReadOnly(report, folder, small, large);
-    if (argc > 2)
-        FullDisk(report, argv[2], scratch, small);
-    else
-        report.Skip("disk full", "no small disk can be mounted here");
-    if (argc > 3) {
-        const fs::path old = fs::path(argv[3]) / "old.chart";
-        report.Line("disk read-only", 1, FailsWhole(old, ReadAll(old), large, false));
-    } else {
-        report.Skip("disk read-only", "none can be mounted here");
-    }
+    const auto disk = [&](int i) { return argc > i ? fs::path(argv[i]) : fs::path(); };
+    FullDisk(report, "disk full", disk(2), scratch, small);
+    FullDisk(report, "quota", disk(3), scratch, small);
+    ReadOnly(report, folder, disk(4), small, large);
     return report.Wrong() == 0 ? 0 : 1;
 }

@@ -251,13 +251,16 @@ TEST(Records, AFileOfUnknownLengthThatEndedHasNothing) {
         using MemoryFile::MemoryFile;
         std::uint64_t Remaining() const override { return std::numeric_limits<uint64_t>::max(); }
     };
-    Stream stream({1, 0, 0, 0, 2, 0});
+    Stream stream({1, 0, 0, 0, 2, 0, 0, 0});
     detail::RecordReader record(stream);
-    std::int32_t count = 0;
-    record(count);
-    EXPECT_TRUE(record.Has(count, 1000));
-    record(count);
-    EXPECT_FALSE(record.Has(count, 1));
+    std::int32_t number = 0;
+    record(number);
+    EXPECT_TRUE(record.Has(1, 4));
+    EXPECT_FALSE(record.Has(1, 5));
+    EXPECT_FALSE(record.Has(1LL << 31, 32)) << "nothing is made for what does not come";
+    record(number);
+    EXPECT_EQ(number, 2);
+    EXPECT_FALSE(record.Has(1, 1));
 }
 
 TEST(ObjectList, OwnsAndSteps) {

@@ -26,6 +26,7 @@ class FieldLog : public MemoryFile {
     };
 
     void Write(const void* bytes, std::size_t size) override {
+        if (size == 0) return;
         m_Fields.push_back({GetBytes().size(), size});
         MemoryFile::Write(bytes, size);
     }

@@ -1,6 +1,8 @@
 // Loads a hostile chart file into a view and draws one small frame, in one context with one set of
 // fonts for all runs. Errors of the library are none; what the fuzzer looks for are crashes,
 // reports of the sanitizers, and files that take long.
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -8,6 +10,7 @@
 
 #include "tests/fuzz/memory_path.h"
 #include "tests/fuzz/record_mutator.h"
+#include "varnel/foundation/detail/record.h"
 #include "varnel/varnel.h"
 
 namespace {
@@ -15,6 +18,37 @@ namespace {
 using namespace varnel;
 
 constexpr int kSide = 48;
+
+/// Writes the extension block that ends a chart file, value by value. Nobody looks at its checksum
+/// in this build.
+void RecordBlock(const std::vector<BYTE>& bytes, test::FieldLog& log) {
+    constexpr std::size_t kHead = 16;
+    constexpr std::array<BYTE, 4> kMagic = {0xD6, 'V', 'R', 'N'};
+    const auto at = std::search(bytes.begin(), bytes.end(), kMagic.begin(), kMagic.end());
+    if (bytes.end() - at < static_cast<std::ptrdiff_t>(kHead)) return;
+    log.Write(&*at, kHead);
+    MemoryFile block({at + kHead, bytes.end()});
+    detail::RecordReader read(block);
+    detail::RecordWriter write(log);
+    const auto copy = [&](std::int32_t size) {
+        std::vector<BYTE> value(static_cast<std::size_t>(std::max(size, 0)));
+        block.Read(value.data(), value.size());
+        log.Write(value.data(), value.size());
+    };
+    while (block.Remaining() > sizeof(std::int32_t)) {
+        CString path, name;
+        std::int32_t count = 0, kind = 0, size = 0;
+        read(path, count);
+        write(path, count);
+        for (std::int32_t i = 0; i < count && block.Remaining() > sizeof count; ++i) {
+            read(name, kind, size);
+            if (!read.Has(size, 1)) return;
+            write(name, kind, size);
+            copy(size);
+        }
+    }
+    copy(sizeof(std::int32_t));
+}
 
 /// A view on a window of its own, made once.
 struct FuzzedView {
@@ -51,6 +85,7 @@ struct FuzzedView {
         for (int i = 0; i < legends; ++i)
             view.GetLegend(i)->Save(&log);
         view.GetHeader()->Save(&log);
+        RecordBlock({bytes, bytes + size}, log);
     }
 };
 
@@ -70,7 +105,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    if (!Drawn().Load(bytes, size)) return -1;
+    if (!Drawn().Load(bytes, size)) return 0;
     try {
         // A new face would be built each time, which takes longer than everything else.
         Drawn().view.SetFont("Arial", 400, 128);

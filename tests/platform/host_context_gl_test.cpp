@@ -183,6 +183,11 @@ TEST(HostContextGuardOfOperations, TheHostsContextComesBackAfterEachOfThem) {
         {"SetColorMode", [&] { gl.SetColorMode(1); }},
         {"RegisterFont", [&] { gl.RegisterFont("Arial", 0.1, 400, 0, 0, 128); }},
         {"ReadBack", [&] { gl.ReadBack(); }},
+        {"SetCulling", [&] { gl.SetCulling(1); }},
+        {"SaveToSVG", [&] { view.SaveToSVG("/dev/null"); }},
+        {"SaveToPNG", [&] { view.SaveToPNG("/dev/null"); }},
+        {"CopyToClipboard", [&] { view.CopyToClipboard(); }},
+        {"NewFont3D", [&] { gl.NewFont3D(); }},
         {"DeleteChartViewObjects", [&] { view.DeleteChartViewObjects(); }},
     };
     for (const auto& [name, operation] : operations) {

@@ -129,6 +129,10 @@ TEST(AutoScale, RandomRangesWasteLittleAndHoldTheirData) {
     EXPECT_LT(waste / 10000, 0.06);
     for (const double extreme : {kMost, 1e305, 1e-305})
         ExpectSound(-extreme, extreme / 3, kPlain);
+    for (const double least : {5e-324, 1e-300, 1e300})
+        ExpectSound(least, kMost, kLog);
+    for (const double length : {std::nan(""), HUGE_VAL})
+        ExpectSound(-3, 8, {.length = length});
 }
 
 TEST(AutoScale, GivenLimitsAreKept) {

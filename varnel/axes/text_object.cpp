@@ -5,6 +5,7 @@
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/justify.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
@@ -75,6 +76,7 @@ void CTextObj3D::OutText() {
 }
 
 void CTextObj3D::OutTextNorm() {
+    detail::ProgressStep();
     const CFont3D* const font = CurrentFont();
     if (m_Saved.m_bTextEnable == 0 || font == nullptr || m_pTransform == nullptr) return;
     if (font->GetFontScaleFactor() == 0.0 || font->GetFace() == nullptr) return;

@@ -174,8 +174,10 @@ class VARNEL_API CChartView3D {
     int GetLineUnits() const { return m_Added.lineUnits; }
 
     /// Is told at least every 50 ms how far drawing, loading, saving and printing are (see
-    /// foundation/progress.h), and can stop them: then the view, its picture and the file are as
-    /// they were, and no error is raised. An empty handler, the default: nobody is told.
+    /// foundation/progress.h), and can stop them: then the view, the file and, while it is drawn,
+    /// the picture are as they were, and no error is raised. Calls of the driver and of other
+    /// libraries that take longer cannot be broken off. An empty handler, the default: nobody is
+    /// told.
     void SetProgressHandler(ProgressHandler handler) { m_ProgressHandler = std::move(handler); }
     /// 1 when the handler stopped the last such operation, else 0.
     int GetStopped() const { return m_Stopped; }

@@ -32,7 +32,7 @@ constexpr std::array<SaneRange, 5> kFirstFields = {{
     {0, 1024},     // the length of the font's name
 }};
 
-/// How many fields are read or written between two looks at the clock.
+/// How many fields are read between two looks at the clock.
 constexpr int kFieldsAtOnce = 1024;
 
 /// A chart file that is read under the view's watch, and whose first bytes were looked at: they
@@ -83,7 +83,7 @@ class WatchedOutput : public File {
     explicit WatchedOutput(File& file) : m_File(file) {}
 
     void Write(const void* bytes, std::size_t size) override {
-        if (++m_Writes % kFieldsAtOnce == 0) detail::Progress(0.0, 1.0);
+        detail::ProgressStep();
         m_File.Write(bytes, size);
     }
     std::uint64_t Remaining() const override { return 0; }
@@ -94,7 +94,6 @@ class WatchedOutput : public File {
 
  private:
     File& m_File;
-    int m_Writes = 0;
 };
 
 /// Whether a file that begins like this can be a chart file; one that ends there is cut off.
@@ -140,8 +139,11 @@ void CChartView3D::Save(const CString& fileName) {
     if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "Save", why);
     detail::WithFile(file.get(), {ERR3DCLASS_CHARTVIEW3D, "Save"}, [this](File& f) {
         // A file that is stopped is not committed: the old one stays.
-        WatchedOutput output(f);
-        if (Watched("saving", [&] { WriteAll(output); })) f.Commit();
+        Watched("saving", [&] {
+            WatchedOutput output(f);
+            WriteAll(output);
+            f.Commit();
+        });
     });
 }
 

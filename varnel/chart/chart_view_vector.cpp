@@ -4,6 +4,7 @@
 #include <string>
 
 #include "varnel/chart/chart_view.h"
+#include "varnel/chart/detail/watched.h"
 #include "varnel/chart/header.h"
 #include "varnel/chart/pdf_document.h"
 #include "varnel/foundation/detail/diagnose.h"
@@ -104,29 +105,33 @@ bool CChartView3D::PrintVectors(CDC* dc) {
 
 void CChartView3D::SaveToPDF(const CString& fileName, double width, double height) {
     constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToPDF"};
-    const auto file = OpenPage(fileName, here.operation);
-    detail::WithFile(file.get(), here, [&](File& f) {
-        detail::PdfWriter writer(f);
-        DrawOnPdf(writer, width, height, here.operation);
-        writer.Finish();
-        f.Commit();
+    Watched("saving", [&] {
+        const auto file = OpenPage(fileName, here.operation);
+        detail::WithFile(file.get(), here, [&](File& f) {
+            detail::PdfWriter writer(f);
+            DrawOnPdf(writer, width, height, here.operation);
+            writer.Finish();
+            f.Commit();
+        });
     });
 }
 
 void CChartView3D::SaveToSVG(const CString& fileName, double width, double height) {
     constexpr detail::Origin here{ERR3DCLASS_CHARTVIEW3D, "SaveToSVG"};
-    RequireContext(here.operation);
-    SetViewSizePrinter();
-    const double pageWidth = PageSide(width, m_ViewWidth, here.operation);
-    const double pageHeight = PageSide(height, m_ViewHeight, here.operation);
-    detail::SvgCanvas canvas(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight,
-                             m_pHeader->GetTitle1());
-    DrawPage(here.operation, pageWidth)->Compose(canvas);
-    const std::string svg = canvas.Finish();
-    const auto file = OpenPage(fileName, here.operation);
-    detail::WithFile(file.get(), here, [&svg](File& f) {
-        f.Write(svg.data(), svg.size());
-        f.Commit();
+    Watched("saving", [&] {
+        RequireContext(here.operation);
+        SetViewSizePrinter();
+        const double pageWidth = PageSide(width, m_ViewWidth, here.operation);
+        const double pageHeight = PageSide(height, m_ViewHeight, here.operation);
+        detail::SvgCanvas canvas(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight,
+                                 m_pHeader->GetTitle1());
+        DrawPage(here.operation, pageWidth)->Compose(canvas);
+        const std::string svg = canvas.Finish();
+        const auto file = OpenPage(fileName, here.operation);
+        detail::WithFile(file.get(), here, [&svg](File& f) {
+            f.Write(svg.data(), svg.size());
+            f.Commit();
+        });
     });
 }
 
@@ -141,7 +146,10 @@ void PdfDocument::AddPage(CChartView3D& view, double width, double height) {
     if (m_Writer == nullptr)
         detail::Raise(ERR3D_FILE_OPEN_OUTPUT, ERR3DCLASS_CHARTVIEW3D, "AddPage",
                       "the document is closed");
-    view.DrawOnPdf(*m_Writer, width, height, "AddPage");
+    if (view.Watched("saving", [&] { view.DrawOnPdf(*m_Writer, width, height, "AddPage"); }))
+        return;
+    m_Writer.reset();  // half a page is none
+    m_File.reset();
 }
 
 void PdfDocument::Close() {

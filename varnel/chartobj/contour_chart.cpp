@@ -1,6 +1,7 @@
 // Contour charts: pieces of polygons as CContour3D draws them, or whole lines with labels.
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <optional>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/extent.h"
 #include "varnel/chartobj/detail/screen.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 #include "varnel/surface/contour.h"
@@ -35,6 +37,47 @@ ContourLines TraceWorking(const CPolysurface& surface, const CTransform3D& t,
                     ? t.CVTWS(2, level)
                     : -std::numeric_limits<double>::infinity();
     return TraceContourLines(working, levels);
+}
+
+/// How many of the levels, in their order, are drawn: a thousand levels across a thousand polygons
+/// are a million pieces of lines.
+std::size_t LevelsThatFit(const CPolysurface& surface, std::span<const double> levels) {
+    const auto numPolygons = static_cast<std::size_t>(surface.GetPSNumPolygons());
+    const std::size_t most = 1'000'000 + 64 * numPolygons;
+    if (levels.size() * numPolygons <= most) return levels.size();
+    std::vector<double> sorted(levels.begin(), levels.end());
+    std::erase_if(sorted, [](double level) { return std::isnan(level); });
+    std::sort(sorted.begin(), sorted.end());
+    // By the place of a level: how many polygons begin there to be crossed, less those that end.
+    std::vector<std::ptrdiff_t> crossed(sorted.size() + 1, 0);
+    const auto place = [&sorted](double z) {
+        return static_cast<std::size_t>(std::lower_bound(sorted.begin(), sorted.end(), z) -
+                                        sorted.begin());
+    };
+    for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
+        int n = 0;
+        const int* const polygon = surface.FindPSPolygon(i, n);
+        if (n == 0) continue;
+        const auto z = [&](int k) { return surface.GetPSPoints()[polygon[k]].z; };
+        double low = z(0);
+        double high = low;
+        for (int k = 1; k < n; ++k) {
+            low = std::min(low, z(k));
+            high = std::max(high, z(k));
+        }
+        ++crossed[place(low)];
+        --crossed[std::min(place(high) + 1, sorted.size())];
+    }
+    std::partial_sum(crossed.begin(), crossed.end(), crossed.begin());
+    std::size_t pieces = 0;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        pieces += static_cast<std::size_t>(crossed[place(levels[i])]);
+        if (pieces <= most) continue;
+        detail::Diagnose("DrawContourPolysurface3D", "the contours of ", levels.size(),
+                         " levels have more than ", most, " pieces: ", i, " levels are drawn");
+        return i;
+    }
+    return levels.size();
 }
 
 point3Dtype Between(const point3Dtype& p, const point3Dtype& q, double part) {
@@ -197,8 +240,10 @@ void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, std::span<const do
 void CChartObj3D::DrawContourPolysurface3D() {
     const auto levels = m_Saved.m_pIndData.First(m_Saved.m_NumContours);
     const auto colors = m_Saved.m_pSegmentColors.First(m_Saved.m_NumContours);
-    const std::size_t numLevels = std::min(levels.size(), colors.size());
-    if (m_Saved.m_pPolysurface == nullptr || numLevels == 0) return;
+    if (m_Saved.m_pPolysurface == nullptr) return;
+    const std::size_t numLevels = LevelsThatFit(
+        *m_Saved.m_pPolysurface, levels.first(std::min(levels.size(), colors.size())));
+    if (numLevels == 0) return;
     if (m_Added.m_Contours != 0) return DrawContourLines(levels.first(numLevels), colors);
     // Making the object draws everything.
     const auto contour = detail::NewObject<CContour3D>(

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <vector>
 
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/types.h"
@@ -42,7 +43,7 @@ class VARNEL_API File {
     virtual void Write(const void* bytes, std::size_t size) = 0;
 
     /// Bytes between here and the end; nothing may be allocated for more than that. A stream whose
-    /// length is unknown answers UINT64_MAX.
+    /// length is unknown answers UINT64_MAX: then 256 MB at most are taken from it.
     virtual std::uint64_t Remaining() const = 0;
 
     /// Makes what was written final, throws FileException when that fails. A written file that is
@@ -55,8 +56,9 @@ class VARNEL_API File {
     /// Whether a read asked for more than the file had, or MarkDry was told.
     bool RanDry() const { return m_RanDry; }
 
-    /// Whether a read has met the end of the file.
-    bool AtEnd() const { return m_AtEnd; }
+    /// Whether `count` times `size` bytes are still to come; those of a stream whose length is
+    /// unknown are read ahead for that.
+    bool Has(std::uint64_t count, std::size_t size);
 
     /// Records that bytes were missing which a reader, knowing Remaining(), did not ask for.
     void MarkDry() { m_RanDry = true; }
@@ -66,7 +68,10 @@ class VARNEL_API File {
 
  private:
     bool m_RanDry = false;
-    bool m_AtEnd = false;
+    bool m_AtEnd = false;  ///< of the medium
+    std::vector<BYTE> m_Ahead;
+    std::size_t m_Taken = 0;   ///< of m_Ahead
+    std::uint64_t m_Read = 0;  ///< bytes handed out
 };
 
 using HANDLE = File*;

@@ -13,6 +13,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kBetween = std::chrono::milliseconds(20);
 
 thread_local Watch* t_Watch = nullptr;
+thread_local unsigned t_Steps = 0;
 
 }  // namespace
 
@@ -24,19 +25,21 @@ Watch::Watch(const ProgressHandler& handler, CString what)
     m_From = m_Outer->m_From;
     m_To = m_Outer->m_To;
     m_Told = m_Outer->m_Told;
+    m_StopAsked = m_Outer->m_StopAsked;
     m_Last = m_Outer->m_Last;
 }
 
 Watch::~Watch() {
     if (m_Outer != nullptr) {
         m_Outer->m_Told = m_Told;
+        m_Outer->m_StopAsked = m_StopAsked;
         m_Outer->m_Last = m_Last;
     }
     t_Watch = m_Outer;
 }
 
 void Watch::Tell(double fraction) {
-    if (Clock::now() - m_Last < kBetween) return;
+    if (m_StopAsked || Clock::now() - m_Last < kBetween) return;
     m_Told = std::max(m_Told, m_From + std::clamp(fraction, 0.0, 1.0) * (m_To - m_From));
     // What the host does in its handler, such as drawing another view, is not watched.
     t_Watch = nullptr;
@@ -44,7 +47,7 @@ void Watch::Tell(double fraction) {
         t_Watch = w;
         w->m_Last = Clock::now();
     });
-    if (!(*m_Handler)(m_Told, m_What)) throw Stopped();
+    m_StopAsked = !(*m_Handler)(m_Told, m_What);
 }
 
 ProgressPart::ProgressPart(double from, double to) : m_Watch(t_Watch) {
@@ -62,7 +65,16 @@ ProgressPart::~ProgressPart() {
 }
 
 void Progress(double done, double all) {
+    ProgressOnly(done, all);
+    if (t_Watch != nullptr && t_Watch->m_StopAsked) throw Stopped();
+}
+
+void ProgressOnly(double done, double all) {
     if (t_Watch != nullptr) t_Watch->Tell(all > 0.0 ? done / all : 0.0);
+}
+
+void ProgressStep() {
+    if (t_Watch != nullptr && ++t_Steps % 256 == 0) Progress(0.0, 1.0);
 }
 
 }  // namespace varnel::detail

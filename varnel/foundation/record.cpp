@@ -12,9 +12,7 @@ void RecordWriter::Field(const CString& s) {
 }
 
 bool RecordReader::Has(long long count, std::size_t size) {
-    // A file of unknown length always claims to have more, until a read comes back short.
-    const bool has = !m_File.AtEnd() && count >= 0 &&
-                     static_cast<std::uint64_t>(count) <= m_File.Remaining() / size;
+    const bool has = count >= 0 && m_File.Has(static_cast<std::uint64_t>(count), size);
     if (!has) m_File.MarkDry();
     return has;
 }

@@ -3,16 +3,20 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
 #include <system_error>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/file.h"
 
 namespace varnel::detail {
 namespace {
+
+/// Bytes that are written or read between two looks at the clock.
+constexpr std::size_t kAtOnce = std::size_t{4} << 20;
 
 /// Turns the signals of a broken pipe and of a file that grows too large, which would end the
 /// process, into failing writes.
@@ -67,7 +71,9 @@ Descriptor Open(const std::string& name, int flags, mode_t mode) {
 std::size_t ReadAll(int fd, const CString& name, void* bytes, std::size_t size) {
     std::size_t got = 0;
     while (got < size) {
-        const ssize_t n = ::read(fd, static_cast<BYTE*>(bytes) + got, size - got);
+        ProgressOnly(0.0, 1.0);
+        const ssize_t n =
+            ::read(fd, static_cast<BYTE*>(bytes) + got, std::min(size - got, kAtOnce));
         if (n == 0) break;
         if (n > 0)
             got += static_cast<std::size_t>(n);
@@ -79,16 +85,15 @@ std::size_t ReadAll(int fd, const CString& name, void* bytes, std::size_t size) 
 
 void WriteAll(int fd, const CString& name, const BYTE* bytes, std::size_t size) {
     int error = 0;
-    {
+    while (size > 0 && error == 0) {
+        ProgressOnly(0.0, 1.0);
         const WriteSignalsHeld held;
-        while (size > 0 && error == 0) {
-            const ssize_t n = ::write(fd, bytes, size);
-            if (n > 0) {
-                bytes += n;
-                size -= static_cast<std::size_t>(n);
-            } else if (n == 0 || errno != EINTR) {
-                error = n == 0 ? EIO : errno;
-            }
+        const ssize_t n = ::write(fd, bytes, std::min(size, kAtOnce));
+        if (n > 0) {
+            bytes += n;
+            size -= static_cast<std::size_t>(n);
+        } else if (n == 0 || errno != EINTR) {
+            error = n == 0 ? EIO : errno;
         }
     }
     if (error != 0) throw FileException(Reason(name, error));

@@ -8,8 +8,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <type_traits>
 #include <vector>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/platform/detail/pixel_rows.h"
 
 namespace varnel::detail {
@@ -53,6 +56,23 @@ class ReadState {
     GLint m_Read = 0;
     GLboolean m_Scissor = GL_FALSE;
 };
+
+/// Waits until all is drawn, which can take long, and can be stopped: nothing has been read yet.
+void FinishDrawing() {
+    const std::unique_ptr<std::remove_pointer_t<GLsync>, void (*)(GLsync)> drawn(
+        glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0), [](GLsync sync) { glDeleteSync(sync); });
+    if (drawn == nullptr) return;  // a driver without fences waits when it is read
+    constexpr GLuint64 kMilliseconds = 1'000'000;
+    while (glClientWaitSync(drawn.get(), GL_SYNC_FLUSH_COMMANDS_BIT, 10 * kMilliseconds) ==
+           GL_TIMEOUT_EXPIRED)
+        Progress(0.0, 1.0);
+}
+
+/// How many rows of so many pixels are read between two looks at the clock.
+int RowsAtOnce(int width) {
+    constexpr int kPixels = 1 << 20;
+    return std::max(1, kPixels / width);
+}
 
 /// Turns pixels as OpenGL gives them, bytes red, green, blue, alpha, into those of 32-bit bitmaps.
 /// Taking the pixels in the framebuffer's own order and turning them here is twice as fast as
@@ -173,6 +193,7 @@ void Framebuffer::BindCleared() const {
 
 void Framebuffer::Read(int width, int height, int rowLength, BYTE* pixels) const {
     const ReadState state;
+    FinishDrawing();
     GLuint source = m_Drawn.framebuffer;
     if (m_Samples > 0) {
         glDisable(GL_SCISSOR_TEST);
@@ -181,10 +202,17 @@ void Framebuffer::Read(int width, int height, int rowLength, BYTE* pixels) const
         glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT,
                           GL_NEAREST);
         source = m_Resolved.framebuffer;
+        FinishDrawing();
     }
     glBindFramebuffer(GL_READ_FRAMEBUFFER, source);
     glPixelStorei(GL_PACK_ROW_LENGTH, rowLength);
-    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
+    const auto stride = static_cast<std::size_t>(rowLength) * 4;
+    const int rows = RowsAtOnce(width);
+    for (int y = 0; y < height; y += rows) {
+        ProgressOnly(y, height);
+        glReadPixels(0, y, width, std::min(rows, height - y), GL_RGBA, GL_UNSIGNED_BYTE,
+                     pixels + static_cast<std::size_t>(y) * stride);
+    }
 }
 
 void Framebuffer::ReadBack(Bitmap& bitmap, int width, int height) const {
@@ -194,18 +222,22 @@ void Framebuffer::ReadBack(Bitmap& bitmap, int width, int height) const {
     const auto count = static_cast<std::size_t>(width);
     if (m_Scale == 1 && bitmap.BitsPerPixel() == 32) {
         Read(width, height, m_Width, bitmap.Bits());
-        for (int y = 0; y < height; ++y)
+        for (int y = 0; y < height; ++y) {
+            if (y % 64 == 0) ProgressOnly(y, height);
             ToBitmapOrder(bitmap.Bits() + static_cast<std::size_t>(y) * bitmap.Stride(), count);
+        }
         return;
     }
     const auto scale = static_cast<std::size_t>(m_Scale);
     const std::size_t stride = count * scale * 4;
     std::vector<BYTE> pixels(stride * scale * static_cast<std::size_t>(height));
-    Read(width * m_Scale, height * m_Scale, 0, pixels.data());
-    ToBitmapOrder(pixels.data(), pixels.size() / 4);
+    Read(width * m_Scale, height * m_Scale, width * m_Scale, pixels.data());
     std::vector<BYTE> averaged(scale > 1 ? count * 4 : 0);
     for (int y = 0; y < height; ++y) {
-        const BYTE* row = pixels.data() + static_cast<std::size_t>(y) * scale * stride;
+        if (y % 16 == 0) ProgressOnly(y, height);
+        BYTE* const rows = pixels.data() + static_cast<std::size_t>(y) * scale * stride;
+        ToBitmapOrder(rows, stride * scale / 4);
+        const BYTE* row = rows;
         if (scale > 1) {
             AverageRow(row, stride, count, scale, averaged.data());
             row = averaged.data();

@@ -9,6 +9,7 @@
 #include <new>
 #include <vector>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/platform/detail/pixel_rows.h"
 #include "varnel/platform/files.h"
 
@@ -84,6 +85,7 @@ bool Encode(png_structp png, png_infop info, const Bitmap& bitmap, BYTE* row,
     png_set_bgr(png);
     png_set_filler(png, 0, PNG_FILLER_AFTER);
     for (int y = 0; y < bitmap.Height(); ++y) {
+        if (y % 16 == 0) detail::Progress(y, bitmap.Height());
         detail::UnpackRow(bitmap, 0, y, static_cast<std::size_t>(bitmap.Width()), row);
         png_write_row(png, row);
     }

@@ -16,6 +16,7 @@
 #include <string_view>
 #include <utility>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/platform/detail/descriptor.h"
 #include "varnel/platform/files.h"
 
@@ -39,7 +40,18 @@ std::atomic<int> saveSync{1};
 
 /// Waits until a file's bytes are on the disk. What cannot be synchronised (a pipe) is no failure.
 void SyncData(int fd, const CString& name) {
-    if (GetSaveSync() == 0 || ::fdatasync(fd) == 0) return;
+    if (GetSaveSync() == 0) return;
+    // Piece by piece, so that a slow disk is told of; what is left for the last call is little.
+    constexpr off_t kPiece = off_t{2} << 20;
+    struct stat status {};
+    const off_t size = ::fstat(fd, &status) == 0 ? status.st_size : 0;
+    for (off_t at = 0; at < size; at += kPiece) {
+        detail::ProgressOnly(static_cast<double>(at), static_cast<double>(size));
+        constexpr unsigned kWait =
+            SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+        if (::sync_file_range(fd, at, kPiece, kWait) != 0) break;
+    }
+    if (::fdatasync(fd) == 0) return;
     if (errno != EINVAL && errno != EROFS && errno != ENOTSUP) Fail(name);
 }
 
@@ -204,6 +216,7 @@ void Replacement::Commit() {
 void Replacement::Rename() {
     if (m_KeepsMode && ::fchmod(m_Fd.Get(), m_Mode) != 0) Fail(m_Target);
     SyncData(m_Fd.Get(), m_Target);
+    detail::Progress(1.0, 1.0);
     // Some file systems report a full disk only when a file is closed. The lock outlives this.
     const int copy = ::fcntl(m_Fd.Get(), F_DUPFD_CLOEXEC, 0);
     if (copy >= 0 && ::close(copy) != 0 && errno != EINTR) Fail(m_Target);
@@ -264,6 +277,7 @@ void DirectOutput::Write(const void* bytes, std::size_t size) {
 void DirectOutput::Commit() {
     if (!m_Failure.empty()) throw FileException(m_Failure);
     if (!m_Fd) return;
+    detail::Progress(0.0, 1.0);  // what has begun is done to its end
     try {
         if (m_Regular)
             OverwriteOrPutBack();

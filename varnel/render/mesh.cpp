@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/render/detail/mesh_normals.h"
 
 namespace varnel::detail {
@@ -12,6 +13,21 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr float kUnknown = 2.0F;  // no cosine
+/// How many polygons are drawn between two looks at the clock.
+constexpr int kAtOnce = 1024;
+
+/// What is being drawn is afterwards what it was before.
+class ElementScope {
+ public:
+    explicit ElementScope(Element& element) : m_Element(element), m_Before(element) {}
+    ~ElementScope() { m_Element = m_Before; }
+    ElementScope(const ElementScope&) = delete;
+    ElementScope& operator=(const ElementScope&) = delete;
+
+ private:
+    Element& m_Element;
+    Element m_Before;
+};
 
 }  // namespace
 
@@ -42,7 +58,9 @@ void MeshPainter::PlacePoints(const MatrixStack& matrix, const MeshSource& mesh)
     m_Kept = nullptr;
     std::vector<point3Dtype> scratch(static_cast<std::size_t>(std::min(n, kBlock)));
     Place* out = m_Places.data();
+    const ProgressPart part(0.0, 0.1);
     for (int first = 0; first < n; first += kBlock) {
+        Progress(first, n);
         const int count = std::min(kBlock, n - first);
         const point3Dtype* points = mesh.Points(first, count, scratch.data());
         if (first == 0) m_Kept = points;
@@ -131,7 +149,7 @@ void MeshPainter::AddFrame(Renderer& renderer, LineRun& run, const int* numbers,
 
 void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLook& look) {
     const bool lines = look.framed || !look.filled;
-    const Element before = renderer.element;
+    const ElementScope element(renderer.element);
     PlacePoints(renderer.matrix, mesh);
     m_AllSegments = !renderer.LeavesOutSegments(renderer.lineWidth);
     if (lines) m_Edges.Reset(mesh.NumPolygons());
@@ -139,7 +157,9 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
     SurfaceStyle style = look.style;
     RGBDType fill;
     RGBDType frame;
+    const ProgressPart part(0.1, 1.0);
     for (int k = 0; k < mesh.NumPolygons(); ++k) {
+        if (k % kAtOnce == 0) Progress(k, mesh.NumPolygons());
         int n = 0;
         const int* numbers = mesh.Polygon(k, n);
         if (n < 2 || !Gather(renderer.coverage, numbers, n)) continue;
@@ -158,7 +178,6 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
         if (look.framed && !look.ownColors) style.color = frame;  // the colour drawn with last
         if (renderer.batch.IsLarge()) renderer.Flush();
     }
-    renderer.element = before;
 }
 
 }  // namespace varnel::detail

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "varnel/foundation/detail/progress.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -32,6 +34,7 @@ Vec3 AreaOf(const std::vector<Vec3>& places, const int* numbers, int n) {
 template <class Visit>
 void ForEachPolygon(const MeshSource& mesh, Visit&& visit) {
     for (int k = 0; k < mesh.NumPolygons(); ++k) {
+        ProgressStep();
         int n = 0;
         const int* const numbers = mesh.Polygon(k, n);
         visit(k, numbers, n);
@@ -46,6 +49,7 @@ MeshNormals::MeshNormals(const MeshSource& mesh, const Vec3& scale, double creas
     m_Areas = {};
     // A normal is scaled the other way than the places.
     const auto toMesh = [&scale](Direction& d) {
+        ProgressStep();
         d = ToDirection(Normalized({d.x * scale.x, d.y * scale.y, d.z * scale.z}));
     };
     std::for_each(m_Points.begin(), m_Points.end(), toMesh);
@@ -58,6 +62,7 @@ void MeshNormals::AddAreas(const MeshSource& mesh, const Vec3& scale) {
     std::vector<Vec3> places(static_cast<std::size_t>(mesh.NumPoints()));
     int number = 0;
     for (Vec3& place : places) {
+        ProgressStep();
         point3Dtype scratch;
         const point3Dtype& p = *mesh.Points(number++, 1, &scratch);
         place = {p.x * scale.x, p.y * scale.y, p.z * scale.z};
@@ -73,8 +78,10 @@ void MeshNormals::AddAreas(const MeshSource& mesh, const Vec3& scale) {
         }
     });
     m_Points.reserve(sums.size());
-    for (const Vec3& sum : sums)
+    for (const Vec3& sum : sums) {
+        ProgressStep();
         m_Points.push_back(ToDirection(Normalized(sum)));
+    }
 }
 
 /// Where all polygons are within half the crease angle of the mean, they are within the whole of

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/notice.h"
 #include "varnel/platform/dib_section.h"
@@ -86,6 +87,7 @@ void COpenGL::InitContext() {
 void COpenGL::Close() {
     if (m_Renderer->gl.context != nullptr) {
         // Fonts hold display lists, which end with the context.
+        const GLContext::HostContextGuard host;
         Ready();
         m_FontList.RemoveAll();
         GLContext::MakeNonCurrent();
@@ -133,6 +135,7 @@ bool COpenGL::Ready() {
 }
 
 void COpenGL::SetSink(detail::SceneSink* sink) {
+    const GLContext::HostContextGuard host;
     m_Renderer->Flush();
     m_Renderer->sink = sink != nullptr ? sink : &m_Renderer->gl;
     m_Renderer->batch.KeepRecords(m_Renderer->sink->WantsRecords());
@@ -246,6 +249,7 @@ int COpenGL::GetSamples() const {
 }
 
 void COpenGL::SetCulling(BOOL on) {
+    const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->SetCulling(on != 0);
 }
 
@@ -307,6 +311,7 @@ void COpenGL::FinishPrimitive() {
         SyncState();
     else if (m_Renderer->batch.IsLarge())
         m_Renderer->Flush();
+    detail::ProgressStep();
 }
 
 bool COpenGL::Follows() const {

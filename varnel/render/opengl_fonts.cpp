@@ -3,6 +3,7 @@
 
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 
@@ -12,6 +13,7 @@ int COpenGL::NewFont3D() {
     // Fonts of one context never share display lists with the font before them.
     constexpr int kFirstList = 1000;
     constexpr int kListsPerFont = 256;
+    const GLContext::HostContextGuard host;
     Ready();
     m_FontList.RemoveAll();
     const int listBase = m_FontCount * kListsPerFont + kFirstList;

@@ -10,6 +10,8 @@ namespace {
 /// Longest edge of a piece, in pixels, and how often a polygon is halved at most.
 constexpr double kLongest = 40.0;
 constexpr int kDeepest = 14;
+/// Corners; a picture that has more of them is not cut any finer.
+constexpr std::size_t kMostCorners = 3'000'000;
 /// Lines come after the polygons that they lie on.
 constexpr double kLinesNearer = 0.002;
 
@@ -76,8 +78,8 @@ void TransparentBatch::AddPieces(const std::array<FillVertex, 3>& corners, std::
         if (edge > length) longest = i;
         length = std::max(length, edge);
     }
-    if (length <= kLongest || depth == kDeepest) {
-        const std::size_t first = m_Vertices.size();
+    const std::size_t first = m_Vertices.size();
+    if (length <= kLongest || depth == kDeepest || first > kMostCorners) {
         m_Vertices.insert(m_Vertices.end(), corners.begin(), corners.end());
         return AddItem(first, look, 0.0);
     }

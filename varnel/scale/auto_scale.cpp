@@ -28,6 +28,8 @@ constexpr double kTiny = 1e-290;
 /// In heights of a label: a character's width, and the distance of labels above each other.
 constexpr double kCharacterWidth = 0.56;
 constexpr double kLineDistance = 1.6;
+/// Heights of a label that no axis is longer than.
+constexpr double kLongest = 1e6;
 
 /// What one height of a step costs against one of its rivals: the more digits, the more.
 struct Mantissa {
@@ -177,6 +179,11 @@ double OneTwoFive(double v, bool up) {
     return up || best == 0.0 ? v : best;
 }
 
+/// A value of a logarithmic axis, or the one before where it has left the range of numbers.
+double Positive(double v, double before) {
+    return v > 0.0 && std::isfinite(v) ? v : before;
+}
+
 /// A limit beyond v: the whole decade where that adds little to the range, else 1, 2 or 5 times
 /// one.
 double LogLimit(double v, bool up, double decades) {
@@ -184,7 +191,7 @@ double LogLimit(double v, bool up, double decades) {
     const double log = std::log10(v);
     const double whole = up ? std::ceil(log) : std::floor(log);
     if (std::abs(whole - log) > kDecadeCost * decades) return OneTwoFive(v, up);
-    const double at = PowerOfTen(static_cast<int>(whole));
+    const double at = Positive(PowerOfTen(static_cast<int>(whole)), v);
     return up ? std::max(at, v) : std::min(at, v);
 }
 
@@ -216,7 +223,7 @@ void AddLogTics(AxisScale& scale, const ScaleOptions& options) {
     constexpr double kEveryDecade = 10.0;
     constexpr int kMostWithNine = 8;
     const Extent limits{scale.min, scale.max};
-    const double decades = std::log10(limits.hi / limits.lo);
+    const double decades = std::log10(limits.hi) - std::log10(limits.lo);
     // Powers of ten are short, so that more of them than of other numbers fit.
     const double heights = options.across ? 3.0 : kLineDistance;
     const int room = std::max(2, static_cast<int>(options.length / heights) + 1);
@@ -268,7 +275,7 @@ bool IsOneValue(const Extent& data) {
 /// A single value gets room on both sides.
 void WidenValue(Extent& data, const ScaleOptions& options) {
     if (options.logarithmic) {
-        data = {data.lo / 2.0, data.hi * 2.0};
+        data = {Positive(data.lo / 2.0, data.lo), Positive(data.hi * 2.0, data.hi)};
         return;
     }
     const double size = std::max(std::abs(data.lo), std::abs(data.hi));
@@ -291,7 +298,7 @@ void AddMargin(Extent& data, const ScaleOptions& options) {
     if (!(options.margin > 0.0) || options.tight) return;
     if (options.logarithmic) {
         const double factor = std::pow(data.hi / data.lo, options.margin);
-        data = {data.lo / factor, data.hi * factor};
+        data = {Positive(data.lo / factor, data.lo), Positive(data.hi * factor, data.hi)};
         return;
     }
     const double room = options.margin * data.Size();
@@ -348,7 +355,12 @@ DataRange RangeOf(std::span<const double> values, bool logarithmic) {
     return range;
 }
 
-AxisScale AutoScale(double min, double max, const ScaleOptions& options) {
+AxisScale AutoScale(double min, double max, const ScaleOptions& asked) {
+    ScaleOptions options = asked;
+    if (!(options.length > 0.0)) options.length = 0.0;  // also what is not a number
+    options.length = std::min(options.length, kLongest);
+    if (!(options.margin > 0.0) || !std::isfinite(options.margin)) options.margin = 0.0;
+    if (options.base && !std::isfinite(*options.base)) options.base.reset();
     Extent data{std::min(min, max), std::max(min, max)};
     if (!std::isfinite(min) || !std::isfinite(max) || (options.logarithmic && data.lo <= 0.0))
         data = options.logarithmic ? Extent{1.0, 10.0} : Extent{0.0, 1.0};

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 #include "varnel/surface/detail/contour_search.h"
@@ -33,6 +34,7 @@ void CContour3D::InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysu
 
     detail::ContourSearch search(*m_pPolysurface);
     for (int i = 0; i < m_NumContours; ++i) {
+        detail::Progress(i, m_NumContours);
         ++m_ContourCount;
         search.StartLevel(m_pContourLevels[i]);
         while (search.NextChain())

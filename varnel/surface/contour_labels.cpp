@@ -102,8 +102,10 @@ class Placer {
         const Arc arc(line.points);
         const double length = arc.GetLength();
         if (line.labelWidth <= 0.0 || length < 2 * line.labelWidth) return;
-        const int parts = std::max(1, static_cast<int>(length / m_Rules.spacing));
-        for (int k = 0; k < parts; ++k)
+        constexpr std::size_t kMost = 1000;  // nobody can read more
+        const double fit = std::min(length / m_Rules.spacing, static_cast<double>(kMost));
+        const int parts = std::max(1, static_cast<int>(fit));
+        for (int k = 0; k < parts && m_Labels.size() < kMost; ++k)
             LabelPart(line, number, arc, length * k / parts, length * (k + 1) / parts);
     }
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <unordered_map>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/surface/polysurface.h"
@@ -40,6 +41,7 @@ class SegmentFinder {
         const int numPolygons = surface.GetPSNumPolygons();
         detail::PolygonReader reader(surface);
         for (int i = 0; i < numPolygons; ++i) {
+            if (i % 1024 == 0) detail::Progress(0.5 * i, numPolygons);
             int n = 0;
             const int* const polygon = reader.Read(i, n);
             if (n >= 3) CrossPolygon(polygon, n);
@@ -64,6 +66,7 @@ class SegmentFinder {
         m_Bands.resize(count);
         int band = 0;
         for (std::size_t i = 0; i < count; ++i) {
+            detail::ProgressStep();
             const point3Dtype& p = points[i];
             // The difference of a number with itself is 0, unless it is not finite.
             if ((p.x - p.x) + (p.y - p.y) + (p.z - p.z) != 0.0) {
@@ -169,6 +172,7 @@ class LineJoiner {
         m_NodeOf.clear();
         m_NodeOf.reserve(segments.size() + 1);
         for (const Segment& segment : segments) {
+            detail::ProgressStep();
             const auto link = static_cast<std::uint32_t>(m_Links.size());
             const std::uint32_t from = Attach(segment.from, link);
             const std::uint32_t to = Attach(segment.to, link);
@@ -229,6 +233,7 @@ class LineJoiner {
 
     /// Writes the line through a segment, starting at its node `side`.
     void Follow(const Link& start, int side) {
+        detail::ProgressStep();
         ContourLine line;
         line.first = m_Out.points.size();
         line.level = m_Level;
@@ -236,6 +241,7 @@ class LineJoiner {
         auto link = static_cast<std::uint32_t>(&start - m_Links.data());
         AddPoint(line, node);
         while (link != kNone && !m_Links[link].done) {
+            detail::ProgressStep();
             Link& current = m_Links[link];
             current.done = true;
             node = current.nodes[0] == node ? current.nodes[1] : current.nodes[0];
@@ -292,8 +298,11 @@ ContourLines Trace(const CPolysurface& surface, const double* levels, int numLev
     const SegmentFinder finder(surface, sorted);
     out.points.reserve(finder.CountSegments());
     LineJoiner joiner(surface, out);
-    for (std::size_t k = 0; k < order.size(); ++k)
+    const detail::ProgressPart part(0.5, 1.0);
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        detail::Progress(static_cast<double>(k), static_cast<double>(order.size()));
         joiner.Join(finder.GetSegments(k), sorted[k], order[k]);
+    }
     return out;
 }
 

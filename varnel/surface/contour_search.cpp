@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/polygon_reader.h"
 
@@ -58,16 +59,18 @@ bool InterpolatePolyContour3D(const point3Dtype* pts, int n, double level, point
 ContourSearch::ContourSearch(const CPolysurface& surface)
     : m_Surface(surface),
       m_NumPolygons(surface.GetPSNumPolygons()),
-      m_Done(NewArray<char>(m_NumPolygons, kOrigin)),
+      m_Done(NewArray<int>(m_NumPolygons, kOrigin)),
       m_List(NewArray<int>(m_NumPolygons, kOrigin)),
       m_Lowest(NewArray<double>(m_NumPolygons, kOrigin)),
       m_Highest(NewArray<double>(m_NumPolygons, kOrigin)) {
     AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [&] {
         m_Polygon.resize(static_cast<std::size_t>(surface.GetPSLargestPolygon()) + 1);
+        m_Blocks.resize(static_cast<std::size_t>(m_NumPolygons / kBlock) + 1);
     });
     const point3Dtype* const points = surface.GetPSPoints();
     PolygonReader reader(surface);
     for (int i = 0; i < m_NumPolygons; ++i) {
+        ProgressStep();
         int n = 0;
         const int* const polygon = reader.Read(i, n);
         double lowest = kInfinity;
@@ -85,6 +88,9 @@ ContourSearch::ContourSearch(const CPolysurface& surface)
         }
         m_Lowest[i] = lowest;
         m_Highest[i] = highest;
+        Range& block = m_Blocks[static_cast<std::size_t>(i / kBlock)];
+        block.lowest = std::min(block.lowest, lowest);
+        block.highest = std::max(block.highest, highest);
     }
 }
 
@@ -92,10 +98,11 @@ void ContourSearch::StartLevel(double level) {
     m_Level = level;
     m_Start = 0;
     m_Count = 0;
-    std::fill_n(m_Done.get(), m_NumPolygons, '\0');
+    ++m_Number;
 }
 
 bool ContourSearch::NextChain() {
+    ProgressStep();
     int first = 0;
     m_Count = GetContourPolyList(m_Start, first);
     m_Start = first + (m_Count > 0 ? 1 : 0);
@@ -128,11 +135,15 @@ int ContourSearch::Neighbour(int polygon, int edge) const {
 int ContourSearch::GetContourPolyList(int start, int& first) {
     Crossing crossing;
     first = start;
-    while (first < m_NumPolygons && (m_Done[first] != 0 || !IsCrossed(first, crossing)))
-        ++first;
-    if (first == m_NumPolygons) return 0;
+    while (first < m_NumPolygons) {
+        const Range& block = m_Blocks[static_cast<std::size_t>(first / kBlock)];
+        const bool passes = !(block.lowest <= m_Level && m_Level <= block.highest);
+        if (!passes && !IsDone(first) && IsCrossed(first, crossing)) break;
+        first = passes ? (first / kBlock + 1) * kBlock : first + 1;
+    }
+    if (first >= m_NumPolygons) return 0;
 
-    m_Done[first] = 1;
+    m_Done[first] = m_Number;
     const Crossing firstCrossing = crossing;
     int current = first;
     int count = 0;
@@ -142,7 +153,7 @@ int ContourSearch::GetContourPolyList(int start, int& first) {
         int next = Neighbour(current, crossing.e2);
         if (next == -1 && count == 1) next = Neighbour(current, crossing.e1);
         if (next >= m_NumPolygons) break;
-        if (next != -1 && m_Done[next] != 0) next = Neighbour(current, crossing.e1);
+        if (next != -1 && IsDone(next)) next = Neighbour(current, crossing.e1);
         if (next >= m_NumPolygons) break;
         if (next == -1) {
             if (turned) break;
@@ -153,8 +164,8 @@ int ContourSearch::GetContourPolyList(int start, int& first) {
             current = first;
             continue;
         }
-        if (m_Done[next] != 0 || !IsCrossed(next, crossing)) break;
-        m_Done[next] = 1;
+        if (IsDone(next) || !IsCrossed(next, crossing)) break;
+        m_Done[next] = m_Number;
         current = next;
     }
     return count;

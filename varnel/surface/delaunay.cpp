@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 
 namespace varnel::detail {
@@ -84,6 +85,7 @@ void Delaunay::deltri() {
     const point3Dtype& first = m_pPoints[m_DelPointOrder[0]];
     Box bounds{first.x, first.x, first.y, first.y};
     for (int i = 0; i < m_NumSites; ++i) {
+        ProgressStep();
         const point3Dtype& p = m_pPoints[m_DelPointOrder[i]];
         bounds.xmin = std::min(bounds.xmin, p.x);
         bounds.xmax = std::max(bounds.xmax, p.x);
@@ -103,7 +105,9 @@ int Delaunay::delaunwork() {
     m_Triangles[1] = {{m_NumSites, m_NumSites + 1, m_NumSites + 2}, {0, 0, 0}, -1};
     int numTri = 1;
     int numInserted = 0;
+    const ProgressPart part(0.3, 1.0);
     for (int p = 0; p < m_NumSites; ++p) {
+        if (p % 1024 == 0) Progress(p, m_NumSites);
         const Site& site = m_Sites[p];
         const int t = triloc(site, numTri);
         const bool repeated = std::any_of(
@@ -194,6 +198,7 @@ void Delaunay::RestoreDelaunay(int p) {
 void Delaunay::NumberTriangles(int numTri) {
     m_DelNumTriangles = 0;
     for (int t = 1; t <= numTri; ++t) {
+        ProgressStep();
         Triangle& row = m_Triangles[t];
         const bool outer =
             std::max({row.vertices[0], row.vertices[1], row.vertices[2]}) >= m_NumSites;

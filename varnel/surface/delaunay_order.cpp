@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/delaunay.h"
 
@@ -74,6 +75,7 @@ void Delaunay::bsort(const Box& bounds, const SiteScale& scale) {
         return Site{scale(m_pPoints[point].x), scale(m_pPoints[point].y)};
     };
     for (int k = 0; k < n; ++k) {
+        ProgressStep();
         const Site s = site(m_DelPointOrder[k]);
         const int i = static_cast<int>((s.y - bounds.ymin) / unit * facty);
         const int j = static_cast<int>((s.x - bounds.xmin) / unit * factx);
@@ -86,11 +88,13 @@ void Delaunay::bsort(const Box& bounds, const SiteScale& scale) {
     for (int bin = 1; bin <= rows * columns + 1; ++bin)
         starts[bin + 1] += starts[bin];
     for (int k = 0; k < n; ++k) {
+        ProgressStep();
         const int place = starts[scratch[k].key]++;
         m_DelPointOrder[place] = scratch[k].item;
         m_Sites[place] = site(scratch[k].item);
     }
     for (int bin = 1; bin <= rows * columns; ++bin) {
+        if (bin % 64 == 0) Progress(0.3 * bin, rows * columns);
         const bool mirrored = (bin - 1) / columns % 2 != 0;
         SortCell(starts[bin - 1], starts[bin], mirrored, scratch.get());
     }

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/transform/transform.h"
@@ -31,8 +32,10 @@ class BandPoints {
                 level = transform->CVTWS(2, level);
         }
         m_Bands.reserve(count);
-        for (const point3Dtype& p : m_Points)
+        for (const point3Dtype& p : m_Points) {
+            detail::ProgressStep();
             m_Bands.push_back(BandOf(p));
+        }
     }
 
     /// The number of levels that are not above a point, -1 for one that is no data.
@@ -71,6 +74,7 @@ class BandPoints {
         const int own = surface.GetPSNumPoints();
         bands.SetPolysurfacePoints(surface.GetPSPoints(), 0, own);
         for (int i = own; i < GetCount(); ++i) {
+            detail::ProgressStep();
             point3Dtype p = At(i);
             if (transform != nullptr) {
                 transform->CPFWS(p, At(i));
@@ -234,6 +238,7 @@ CPolysurface Fill(const CPolysurface& surface, std::span<const double> levels,
     BandCutter cutter(points);
     detail::PolygonReader reader(surface);
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
+        if (i % 256 == 0) detail::Progress(0.5 * i, surface.GetPSNumPolygons());
         int n = 0;
         const int* const polygon = reader.Read(i, n);
         const int count = surface.GetPSNumPoints();
@@ -251,6 +256,7 @@ CPolysurface Fill(const CPolysurface& surface, std::span<const double> levels,
     CPolysurface bands(points.GetCount(), static_cast<int>(cutter.GetPieces().size()), largest);
     points.CopyTo(bands, surface, transform, levels);
     for (const BandCutter::Piece& piece : cutter.GetPieces()) {
+        detail::ProgressStep();
         if (piece.band < lowest || piece.band > highest) continue;
         const RGBDType& color = colors[static_cast<std::size_t>(piece.band - lowest)];
         bands.AddPolysurfacePolygon(bands.GetPSNumPolygons(), cutter.GetIndices(piece), piece.count,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/vector/detail/clipper_paths.h"
 
 namespace varnel::detail {
@@ -175,7 +176,7 @@ void Hiding::Index(std::uint32_t facet) {
 template <class Visit>
 void Hiding::VisitNear(const Bounds& bounds, Visit&& visit) {
     m_Stamps.resize(m_Facets.size(), 0);
-    ++m_Stamp;
+    if (++m_Stamp % 16 == 0) Progress(0.0, 1.0);
     const auto cell = [](double at, int count) {
         return std::clamp(static_cast<int>(at / kCell), 0, count - 1);
     };
@@ -235,7 +236,10 @@ void Hiding::Resolve() {
     std::stable_sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
         return m_Facets[a].nearest < m_Facets[b].nearest;
     });
+    const ProgressPart part(0.0, 0.8);
+    double done = 0.0;
     for (const std::uint32_t index : order) {
+        Progress(done++, static_cast<double>(order.size()));
         Area visible = Difference(m_Facets[index], index);
         m_Facets[index].hidden = visible.empty();
         m_Facets[index].visible = std::move(visible);

@@ -18,9 +18,11 @@ inline void SetCounter(int& counter, int value) {
     std::atomic_ref<int>(counter).store(value, std::memory_order_relaxed);
 }
 
-/// Counts on and returns the new value.
+/// Counts on and returns the new value; the largest int, which a file can set, is followed by the
+/// smallest.
 inline int Count(int& counter) {
-    return std::atomic_ref<int>(counter).fetch_add(1, std::memory_order_relaxed) + 1;
+    const int before = std::atomic_ref<int>(counter).fetch_add(1, std::memory_order_relaxed);
+    return static_cast<int>(static_cast<unsigned>(before) + 1U);
 }
 
 /// A counter as a field of a record.

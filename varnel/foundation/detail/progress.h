@@ -8,10 +8,11 @@
 //         ...
 //     }
 //
-// A call costs a look at a clock, and nearly nothing when nobody watches. When the host wants to
+// ProgressStep counts by itself, for what is called again and again without a number at hand. A
+// call costs a look at a clock, and nearly nothing when nobody watches. When the host wants to
 // stop, Progress throws Stopped, which passes through the loops as any error does: what they have
-// changed must be whole or thrown away. The operation that opened the Watch catches it. Do not call
-// Progress in what destructors do.
+// changed must be whole or thrown away. The operation that opened the Watch catches it. What must
+// not be left half done calls ProgressOnly, and so does what destructors do.
 #pragma once
 
 #include <chrono>
@@ -50,6 +51,7 @@ class VARNEL_API Watch {
  private:
     friend class ProgressPart;
     friend VARNEL_API void Progress(double done, double all);
+    friend VARNEL_API void ProgressOnly(double done, double all);
 
     void Tell(double fraction);
 
@@ -59,6 +61,7 @@ class VARNEL_API Watch {
     double m_From = 0.0;  ///< the part of the whole that is being worked on
     double m_To = 1.0;
     double m_Told = 0.0;
+    bool m_StopAsked = false;  ///< the host wants to stop and is asked no more
     std::chrono::steady_clock::time_point m_Last;
 };
 
@@ -78,5 +81,11 @@ class VARNEL_API ProgressPart {
 
 /// Tells that `done` of `all` are done; at most every 20 ms it gets to the host. Throws Stopped.
 VARNEL_API void Progress(double done, double all);
+
+/// The same for what must be done to its end: the next Progress throws in its place.
+VARNEL_API void ProgressOnly(double done, double all);
+
+/// Every 256th call tells that the work goes on. Throws Stopped.
+VARNEL_API void ProgressStep();
 
 }  // namespace varnel::detail

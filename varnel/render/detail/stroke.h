@@ -160,8 +160,9 @@ void Stroker::Walk(std::span<const StrokePoint> points, Emit&& emit) const {
         const double dy = p.y - last->y;
         const double length = std::hypot(dx, dy);
         const bool isLast = i + 1 == points.size();
-        if (!(length > 0.0) || (length < kSame && !isLast &&
-                                std::fabs(p.z - last->z) < kSameDepth && p.color == last->color))
+        if (!(length > 0.0) || !std::isfinite(length) ||
+            (length < kSame && !isLast && std::fabs(p.z - last->z) < kSameDepth &&
+             p.color == last->color))
             continue;
         const Direction d{dx / length, dy / length};
         double from = 0.0;

@@ -2,6 +2,7 @@
 // neighbour table of a surface, without drawing.
 #pragma once
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -40,11 +41,18 @@ class ContourSearch {
     bool GetSegment(int polygon, double level, point3Dtype& p1, point3Dtype& p2);
 
  private:
+    static constexpr int kBlock = 64;
+
+    struct Range {
+        double lowest = std::numeric_limits<double>::infinity();
+        double highest = -std::numeric_limits<double>::infinity();
+    };
     struct Crossing {
         int e1 = 0;
         int e2 = 0;
     };
 
+    bool IsDone(int polygon) const { return m_Done[polygon] == m_Number; }
     int GetContourPolyList(int start, int& first);
     bool IsCrossed(int polygon, Crossing& crossing);
     int Neighbour(int polygon, int edge) const;
@@ -54,11 +62,13 @@ class ContourSearch {
     double m_Level = 0.0;
     int m_Start = 0;
     int m_Count = 0;
-    std::unique_ptr<char[]> m_Done;
+    int m_Number = 0;               ///< of the level, from 1
+    std::unique_ptr<int[]> m_Done;  ///< the level that each polygon was last found for
     std::unique_ptr<int[]> m_List;
     /// The smallest and largest z of each polygon: what a level passes by is seen at once.
     std::unique_ptr<double[]> m_Lowest;
     std::unique_ptr<double[]> m_Highest;
+    std::vector<Range> m_Blocks;  ///< the same of each kBlock polygons
     std::vector<point3Dtype> m_Polygon;
 };
 
