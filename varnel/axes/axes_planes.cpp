@@ -154,6 +154,7 @@ void CAxes3D::DrawLogPlaneGrid(int plane, int dir) {
 }
 
 void CAxes3D::DrawGridLine(const GridDirection& grid, double value) {
+    if (!m_pOpenGL->TakeAxisLine()) return;
     point3Dtype from;
     point3Dtype to;
     if (grid.alongFirst) {

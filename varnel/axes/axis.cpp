@@ -216,6 +216,7 @@ void CAxis3D::DrawLogAxisTics() {
 }
 
 void CAxis3D::DrawTic(double value, bool major) {
+    if (!m_pOpenGL->TakeAxisLine()) return;
     point3Dtype from;
     GetAxisPoint(from, value);
     from = m_pTransform->CPTWS(from);

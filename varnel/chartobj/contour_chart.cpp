@@ -16,6 +16,7 @@
 #include "varnel/surface/contour.h"
 #include "varnel/surface/contour_lines.h"
 #include "varnel/surface/detail/contour_labels.h"
+#include "varnel/surface/detail/polygon_reader.h"
 #include "varnel/surface/polysurface.h"
 
 namespace varnel {
@@ -54,9 +55,10 @@ std::size_t LevelsThatFit(const CPolysurface& surface, std::span<const double> l
         return static_cast<std::size_t>(std::lower_bound(sorted.begin(), sorted.end(), z) -
                                         sorted.begin());
     };
+    detail::PolygonReader reader(surface);
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
         int n = 0;
-        const int* const polygon = surface.FindPSPolygon(i, n);
+        const int* const polygon = reader.Read(i, n);
         if (n == 0) continue;
         const auto z = [&](int k) { return surface.GetPSPoints()[polygon[k]].z; };
         double low = z(0);

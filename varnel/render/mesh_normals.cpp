@@ -59,14 +59,15 @@ MeshNormals::MeshNormals(const MeshSource& mesh, const Vec3& scale, double creas
 
 /// The area vectors of all polygons, and at the points the directions of their sums.
 void MeshNormals::AddAreas(const MeshSource& mesh, const Vec3& scale) {
-    std::vector<Vec3> places(static_cast<std::size_t>(mesh.NumPoints()));
-    int number = 0;
-    for (Vec3& place : places) {
+    std::vector<Vec3> places;
+    places.reserve(static_cast<std::size_t>(mesh.NumPoints()));
+    for (int i = 0; i < mesh.NumPoints(); ++i) {
         ProgressStep();
         point3Dtype scratch;
-        const point3Dtype& p = *mesh.Points(number++, 1, &scratch);
-        place = {p.x * scale.x, p.y * scale.y, p.z * scale.z};
+        const point3Dtype& p = *mesh.Points(i, 1, &scratch);
+        places.push_back({p.x * scale.x, p.y * scale.y, p.z * scale.z});
     }
+    Progress(0.0, 1.0);
     std::vector<Vec3> sums(places.size(), Vec3{0.0, 0.0, 0.0});
     m_Areas.reserve(static_cast<std::size_t>(mesh.NumPolygons()));
     ForEachPolygon(mesh, [&](int, const int* numbers, int n) {

@@ -261,6 +261,8 @@ class VARNEL_API COpenGL {
     /// step between labels costs no minutes. False, and a diagnostic, when they are used up; with
     /// the picture's end (ExchangeBuffers, ReadBack) all are there again.
     bool TakeLabelCharacters(std::size_t count);
+    /// The same for a tic or a grid line, of which a picture has at most 400,000.
+    bool TakeAxisLine();
 
     // --- Style -------------------------------------------------------------------------------
 
@@ -463,6 +465,7 @@ class VARNEL_API COpenGL {
     int m_CurrentFont = 0;
     int m_FontCount = 0;
     std::size_t m_LabelCharacters = 0;
+    std::size_t m_AxisLines = 0;
     CDC* m_pDC;
     CDC* m_pClientDC;
     CDIBSection* m_pDIBSection;

@@ -110,21 +110,21 @@ void COpenGL::MakeNonCurrent() {
 }
 
 void COpenGL::ExchangeBuffers() {
-    m_LabelCharacters = 0;
+    m_LabelCharacters = m_AxisLines = 0;
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) glFlush();
 }
 
 void COpenGL::ReadBack() {
-    m_LabelCharacters = 0;
+    m_LabelCharacters = m_AxisLines = 0;
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.context->ReadBack();
 }
 
 void COpenGL::ReadBackDrawn() {
-    m_LabelCharacters = 0;
+    m_LabelCharacters = m_AxisLines = 0;
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.ReadBackDrawn();

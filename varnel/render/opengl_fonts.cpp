@@ -58,4 +58,15 @@ bool COpenGL::TakeLabelCharacters(std::size_t count) {
     return false;
 }
 
+bool COpenGL::TakeAxisLine() {
+    constexpr std::size_t kMost = 400'000;
+    if (m_AxisLines < kMost) {
+        ++m_AxisLines;
+        return true;
+    }
+    detail::Diagnose("DrawAxes", "the axes of a picture have more than ", kMost,
+                     " tics and grid lines: the rest is not drawn");
+    return false;
+}
+
 }  // namespace varnel

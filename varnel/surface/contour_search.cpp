@@ -59,11 +59,13 @@ bool InterpolatePolyContour3D(const point3Dtype* pts, int n, double level, point
 ContourSearch::ContourSearch(const CPolysurface& surface)
     : m_Surface(surface),
       m_NumPolygons(surface.GetPSNumPolygons()),
-      m_Done(NewArray<int>(m_NumPolygons, kOrigin)),
-      m_List(NewArray<int>(m_NumPolygons, kOrigin)),
-      m_Lowest(NewArray<double>(m_NumPolygons, kOrigin)),
-      m_Highest(NewArray<double>(m_NumPolygons, kOrigin)) {
+      m_Done(NewArray<int>(m_NumPolygons, kOrigin)) {
     AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [&] {
+        // Filled below, a bit at a time.
+        const auto count = static_cast<std::size_t>(m_NumPolygons);
+        m_List = std::make_unique_for_overwrite<int[]>(count);
+        m_Lowest = std::make_unique_for_overwrite<double[]>(count);
+        m_Highest = std::make_unique_for_overwrite<double[]>(count);
         m_Polygon.resize(static_cast<std::size_t>(surface.GetPSLargestPolygon()) + 1);
         m_Blocks.resize(static_cast<std::size_t>(m_NumPolygons / kBlock) + 1);
     });

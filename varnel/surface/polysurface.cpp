@@ -6,6 +6,7 @@
 #include <mutex>
 
 #include "varnel/foundation/detail/named_colors.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/delaunay.h"
 #include "varnel/surface/detail/polygon_reader.h"
@@ -384,6 +385,7 @@ void CPolysurface::StoreCells() const {
     std::int32_t* const index = indices.Write();
     detail::PolygonReader reader(*this);
     for (int i = 0; i < cells.Count(); ++i) {
+        detail::ProgressStep();
         int n = 0;
         const int* const numbers = reader.Read(i, n);
         polygon[i] = {n, i * n};
@@ -417,8 +419,10 @@ void CPolysurface::StoreNeighbours() const {
     if (!AreNeighboursImplied()) return;
     auto table = NewTable<std::int32_t>(3LL * m_Saved.m_MaxPolygons, kNeighbours);
     std::int32_t* const three = table.Write();
-    for (int i = 0; i < m_Saved.m_MaxPolygons; ++i)
+    for (int i = 0; i < m_Saved.m_MaxPolygons; ++i) {
+        detail::ProgressStep();
         m_Saved.m_NeighbourCells.Neighbours(i, three + 3LL * i);
+    }
     m_pAdjacentPolyList = std::move(table);
     m_NeighboursImplied.store(false, std::memory_order_release);
 }
@@ -465,6 +469,7 @@ void CPolysurface::DelaunaySurface(BOOL adjacency) {
     ResetPolysurfacePolygons();
     std::int32_t* const table = adjacency != 0 ? Write(m_pAdjacentPolyList) : nullptr;
     triangulation.ForEachTriangle([&](int t, const int* vertices, const int* neighbours) {
+        if (t % 1024 == 0) detail::ProgressOnly(t, static_cast<double>(triangles));
         AddPolysurfacePolygon(t, vertices, 3, kBlue, kWhite);
         if (table != nullptr) std::copy_n(neighbours, 3, table + 3LL * t);
     });

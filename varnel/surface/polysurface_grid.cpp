@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "varnel/foundation/detail/named_colors.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/polysurface.h"
 
@@ -112,6 +113,7 @@ void CPolysurface::CreateEvenGrid(int rows, int cols, double x0, double y0, doub
     int k = 0;
     double y = y0;
     for (int r = 0; r < rows; ++r, y += stepy) {
+        detail::ProgressOnly(r, rows);
         double x = x0;
         for (int c = 0; c < cols; ++c, ++k, x += stepx) {
             const double z = value(k, x, y);
