@@ -131,8 +131,11 @@ TEST(AutoScale, RandomRangesWasteLittleAndHoldTheirData) {
         ExpectSound(-extreme, extreme / 3, kPlain);
     for (const double least : {5e-324, 1e-300, 1e300})
         ExpectSound(least, kMost, kLog);
-    for (const double length : {std::nan(""), HUGE_VAL})
-        ExpectSound(-3, 8, {.length = length});
+    ScaleOptions odd;
+    for (const double length : {std::nan(""), HUGE_VAL}) {
+        odd.length = length;
+        ExpectSound(-3, 8, odd);
+    }
 }
 
 TEST(AutoScale, GivenLimitsAreKept) {

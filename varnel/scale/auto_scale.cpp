@@ -165,6 +165,11 @@ AxisScale BestLinear(const Extent& data, const ScaleOptions& options) {
 
 // --- Logarithmic -------------------------------------------------------------------------------
 
+/// A value of a logarithmic axis, or the one before where it has left the range of numbers.
+double Positive(double v, double before) {
+    return v > 0.0 && std::isfinite(v) ? v : before;
+}
+
 /// The next 1, 2 or 5 times a power of ten at or below v, or at or above it.
 double OneTwoFive(double v, bool up) {
     const int decade = static_cast<int>(std::floor(std::log10(v)));
@@ -172,16 +177,11 @@ double OneTwoFive(double v, bool up) {
     for (int exponent = decade - 1; exponent <= decade + 1; ++exponent) {
         for (const double mantissa : {1.0, 2.0, 5.0}) {
             const double at = DecimalStep{mantissa, exponent}.Size();
-            if (up && at >= v) return at;
+            if (up && at >= v) return Positive(at, v);
             if (!up && at <= v) best = at;
         }
     }
     return up || best == 0.0 ? v : best;
-}
-
-/// A value of a logarithmic axis, or the one before where it has left the range of numbers.
-double Positive(double v, double before) {
-    return v > 0.0 && std::isfinite(v) ? v : before;
 }
 
 /// A limit beyond v: the whole decade where that adds little to the range, else 1, 2 or 5 times
@@ -357,8 +357,8 @@ DataRange RangeOf(std::span<const double> values, bool logarithmic) {
 
 AxisScale AutoScale(double min, double max, const ScaleOptions& asked) {
     ScaleOptions options = asked;
-    if (!(options.length > 0.0)) options.length = 0.0;  // also what is not a number
-    options.length = std::min(options.length, kLongest);
+    if (std::isnan(options.length)) options.length = ScaleOptions().length;
+    options.length = std::clamp(options.length, 0.0, kLongest);
     if (!(options.margin > 0.0) || !std::isfinite(options.margin)) options.margin = 0.0;
     if (options.base && !std::isfinite(*options.base)) options.base.reset();
     Extent data{std::min(min, max), std::max(min, max)};
