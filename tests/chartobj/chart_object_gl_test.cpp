@@ -157,6 +157,38 @@ TEST_F(ChartObjects, LinesTakeTheSegmentColoursOfTheirInnerPoints) {
     EXPECT_GT(Pixel(78, 50).rgbBlue, 200);
 }
 
+TEST_F(ChartObjects, BarsCandlesAndRibbonsHaveTheirColours) {
+    LookAlongY();
+    constexpr double prices[] = {3, 7, 9, 9, 1, 1, 6, 4};
+    constexpr RGBDType colors[] = {kBlack, kGreen, kBlue, kBlack, kRed};
+    constexpr int flags[] = {1, 0, 0, 0, 0, 1};
+    const auto colorAt = [&](CChartObj3D& object, int x, int z) {
+        object.SetColorMode(0);
+        object.SetOutlineMode(0);
+        Draw([&] { object.DrawChartObj(); });
+        const RGBQUAD p = Pixel(x, z);
+        return p.rgbRed << 16 | p.rgbGreen << 8 | p.rgbBlue;
+    };
+    CChartObj3D candles = Object();
+    candles.OHLCChart25D(kPlaces, prices, 5, 2, 0, 0, 1, 3, colors, kBlack, 1, 1, 0, flags);
+    candles.SetComboChartFlags(flags);
+    EXPECT_EQ(colorAt(candles, 20, 45), 0x00FF00) << "rose from 3 to 6";
+    EXPECT_EQ(colorAt(candles, 40, 55), 0x0000FF) << "fell from 7 to 4";
+    EXPECT_EQ(colorAt(candles, 20, 80), 0xFF0000) << "the line above the body";
+    CChartObj3D bars = Object();
+    bars.BarChart25D(kPlaces, kPlaces, 0, 5, 2, 1, 1, kRed, kBlack, 1, 1, 0);
+    bars.InitSegmentColorsStorage(kSegments);
+    EXPECT_EQ(colorAt(bars, 40, 10), 0x00FF00);
+    constexpr double values[] = {1, 1, 2, 2, 3, 3};
+    CChartObj3D ribbons = Object();
+    ribbons.GroupRibbonChart25D(kPlaces, values, 5, 2, 3, 1, colors, kBlack, 0, 0);
+    ribbons.SetFillGap(0.5);
+    m_Transform->SetRotate({-90, 0, 0, 0});
+    EXPECT_EQ(colorAt(ribbons, 30, 45), 0x0000FF) << "the third on the others";
+    // The gap of the ribbons is their own default, not this object's.
+    EXPECT_NEAR(ExtentOf(Drawn(ribbons)).right, 40 - 0.16, 0.01);
+}
+
 TEST_F(ChartObjects, SymbolsHaveOneSizeAndAreJoinedToTheirProjection) {
     LookAlongY();
     constexpr point3Dtype point[] = {{5, 5, 5, 0}};

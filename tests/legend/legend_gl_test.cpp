@@ -153,16 +153,18 @@ TEST(Legend, SymbolsAreLitAsInTheChart) {
     }
 }
 
-TEST(Legend, LinesHaveTheirStyleAndWidth) {
+TEST(Legend, LinesHaveTheirStyleAndRectanglesTheirColour) {
     View v(400, 300);
     CLegend3D* const legend = v.view.NewLegend3D();
     legend->NewLegendObj()->SetLineSample(3, 3, {1, 0, 0, 1});  // every other pixel
     legend->NewLegendObj()->SetLineSample(0, 1, {0, 0, 1, 1});
+    legend->NewLegendObj()->SetRectangleSample({0, 1, 0, 1}, kBlack);
     v.Draw();
     const Count colors = v.Colors(legend->GetLegendViewport(), true);
     // 34 pixels, in which a pattern of 16 shows twice.
     EXPECT_EQ(colors.at(0xFF0000), 34 / 2 * 3);
     EXPECT_EQ(colors.at(0x0000FF), 34);
+    EXPECT_EQ(colors.at(0x00FF00), 32 * 6) << "0.8 ems of 9.9 high, in a frame of a pixel";
 }
 
 TEST(Legend, LeavesThePictureOutsideItsBoxAlone) {

@@ -48,6 +48,24 @@ TEST_F(AuxShapes, SolidsAreClosedAndFaceOutward) {
     EXPECT_NEAR(Volume([&] { auxSolidSphere(r); }), 0.96 * sphere, 0.02 * sphere);
 }
 
+TEST_F(AuxShapes, WiresAreAsLargeAsTheirSolids) {
+    const std::pair<std::function<void()>, std::function<void()>> shapes[] = {
+        {[] { auxWireCube(0.8); }, [] { auxSolidCube(0.8); }},
+        {[] { auxWireBox(0.8, 0.5, 1.2); }, [] { auxSolidBox(0.8, 0.5, 1.2); }},
+        {[] { auxWireTorus(0.2, 0.6); }, [] { auxSolidTorus(0.2, 0.6); }},
+        {[] { auxWireSphere(0.5); }, [] { auxSolidSphere(0.5); }},
+        {[] { auxWireCylinder(0.3, 0.8); }, [] { auxSolidCylinder(0.3, 0.8); }},
+        {[] { auxWireCone(0.3, 0.8); }, [] { auxSolidCone(0.3, 0.8); }},
+    };
+    GL().Rotate3D(40, 0);
+    for (const auto& [wire, solid] : shapes) {
+        const Drawn lines = Catch(wire);
+        EXPECT_TRUE(lines.triangles.empty());
+        const Box is(lines), should(Catch(solid));
+        ExpectBox(is, should.left, should.right, should.bottom, should.top, 0.06);
+    }
+}
+
 TEST_F(AuxShapes, NormalsFollowTheSurface) {
     // Light along +x alone: a vertex is as bright as its normal points there.
     GL().SetLightComponent(GL_AMBIENT, SetRGBD(0, 0, 0, 1));
