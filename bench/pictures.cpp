@@ -3,14 +3,20 @@
 // can be compared.
 //
 // filled | outlined N [FRAMES]   a surface of N x N points, 1024 x 768
+// changed N [FRAMES]             the same, filled, all heights new in each frame
 // line | bars | cubes N [FRAMES] a line of N points, N bars, N cubes
 // start FILE                     ten bars with axes to a PNG of 640 x 480
 // reuse | renew COUNT            that COUNT times with 4 samples, in one view or a new one each
+// contours N [TIMES]             twenty contour lines of a rough surface of N x N points
+// triangles N [TIMES]            N points triangulated
+#include <unistd.h>
+
 #include <cstdlib>
 #include <memory>
 #include <string_view>
 
 #include "bench/measure.h"
+#include "varnel/surface/contour_lines.h"
 #include "varnel/varnel.h"
 
 namespace {
@@ -43,27 +49,82 @@ class Scene {
     double m_Angle = 0.0;
 };
 
-/// `fill` sets up the object from arrays that are there already. Memory is what the process has
-/// more than with those arrays and a view that has drawn nothing much.
+/// What a process has that has drawn one datum of a kind, bytes.
+double LeastMemory(const char* kind) {
+    char self[4096] = {};
+    if (readlink("/proc/self/exe", self, sizeof self - 1) < 0) return 0.0;
+    const std::string command = std::string(self) + ' ' + kind + " 1 0";
+    std::FILE* const output = popen(command.c_str(), "r");
+    double megabytes = 0.0;
+    char line[256];
+    while (output != nullptr && std::fgets(line, sizeof line, output) != nullptr)
+        std::sscanf(line, "resident_mb %lf", &megabytes);
+    if (output != nullptr) pclose(output);
+    return megabytes * 1e6;
+}
+
+/// `fill` sets up the object from arrays that are there already, `hostBytes` long. Memory is what
+/// the process has beyond them and beyond one that draws next to nothing.
 template <class Fill>
-void Draw(double numData, int frames, Fill fill) {
-    const double memory = measure::ResidentBytes();
+void Draw(const char* kind, double numData, double hostBytes, int frames, Fill fill) {
     const double start = measure::CpuMs();
     Scene scene;
     fill(scene.Object());
     measure::Frames(start, frames, [&] { scene.DrawNext(); });
-    measure::Print("bytes_per_datum", (measure::ResidentBytes() - memory) / numData);
-    measure::Print("resident_mb", measure::ResidentBytes() / 1e6);
+    const double memory = measure::ResidentBytes();
+    measure::Print("resident_mb", memory / 1e6);
+    if (numData >= 1e6)
+        measure::Print("bytes_per_datum", (memory - hostBytes - LeastMemory(kind)) / numData);
 }
 
 void DrawSurface(int n, int frames, bool outlined) {
-    std::vector<double> z = measure::Waves(n);
+    std::vector<double> z = measure::Waves(std::max(n, 2));
+    n = std::max(n, 2);
     std::unique_ptr<CPolysurface> surface;
-    Draw(static_cast<double>(n) * n, frames, [&](CChartObj3D& object) {
+    const double count = static_cast<double>(n) * n;
+    Draw(outlined ? "outlined" : "filled", count, 8 * count, frames, [&](CChartObj3D& object) {
         surface = std::make_unique<CPolysurface>(n, n, -1, -1, 1, 1, z.data(), 0);
         object.PolysurfaceChart3D(surface.get());
         object.SetOutlineMode(outlined ? 1 : 0);
     });
+}
+
+void DrawChanged(int n, int frames) {
+    std::vector<double> z = measure::Waves(n);
+    Scene scene;
+    measure::Frames(measure::CpuMs(), frames, [&] {
+        for (double& height : z)
+            height = -0.97 * height;
+        CPolysurface surface(n, n, -1, -1, 1, 1, z.data(), 0);
+        scene.Object().PolysurfaceChart3D(&surface);
+        scene.Object().SetOutlineMode(0);
+        scene.DrawNext();
+    });
+}
+
+void Contours(int n, int times) {
+    const std::vector<double> z = measure::Rough(n);
+    const CPolysurface surface(n, n, -1, -1, 1, 1, z.data(), 0);
+    double levels[measure::kLevels];
+    for (int k = 0; k < measure::kLevels; ++k)
+        levels[k] = measure::Level(k);
+    std::size_t lines = 0;
+    measure::Repeat(
+        times, [&] { lines = TraceContourLines(surface, levels, measure::kLevels).lines.size(); });
+    measure::Print("lines", static_cast<double>(lines));
+}
+
+void Triangles(int n, int times) {
+    std::vector<point3Dtype> points(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i)
+        measure::ScatteredPoint(i, &points[static_cast<std::size_t>(i)].x);
+    int triangles = 0;
+    measure::Repeat(times, [&] {
+        CPolysurface surface(points.data(), 0, n);
+        surface.DelaunaySurface(0);
+        triangles = surface.GetPSNumPolygons();
+    });
+    measure::Print("triangles", triangles);
 }
 
 void DrawLine(int n, int frames) {
@@ -73,19 +134,20 @@ void DrawLine(int n, int frames) {
         measure::CurvePoint(i, n, p);
         points[static_cast<std::size_t>(i)] = {p[0], p[1], p[2], 0};
     }
-    Draw(n, frames,
+    Draw("line", n, 32.0 * n, frames,
          [&](CChartObj3D& object) { object.LineChart3D(points.data(), n, 0, 1, kBlack); });
 }
 
 /// n symbols or bars in a square.
 void DrawSolids(int n, int frames, bool bars) {
-    const int side = std::max(2, static_cast<int>(std::sqrt(n)));
-    std::vector<point3Dtype> points;
-    for (int i = 0; i < n; ++i)
-        points.push_back({2.0 * (i % side) / side - 1, 2.0 * (i / side) / side - 1,
-                          0.35 + measure::Wave(i / side, i % side, side), 0});
-    const std::vector<double> feet(points.size(), -1.0);
-    Draw(n, frames, [&](CChartObj3D& object) {
+    std::vector<point3Dtype> points(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) {
+        const measure::Place p = measure::PlaceOf(i, n);
+        points[static_cast<std::size_t>(i)] = {p.x, p.y, p.z, 0};
+    }
+    const int side = measure::PlaceOf(0, n).side;
+    const std::vector<double> feet(bars ? points.size() : 0, -1.0);
+    Draw(bars ? "bars" : "cubes", n, (bars ? 40.0 : 32.0) * n, frames, [&](CChartObj3D& object) {
         if (bars)
             object.BarChart3D(points.data(), feet.data(), n, 1.4 / side, 1.4 / side, kBlue, kBlack);
         else
@@ -125,6 +187,12 @@ void Reuse(int count, const char* file) {
         TenBars(view, file);
         view.DeleteChartViewObjects();
     });
+    measure::Print("resident_mb", measure::ResidentBytes() / 1e6);
+}
+
+void Renew(int count, const char* file) {
+    measure::Many(count, [&] { OneView(file, 4); });
+    measure::Print("resident_mb", measure::ResidentBytes() / 1e6);
 }
 
 int Run(std::string_view kind, const char* argument, int frames) {
@@ -135,9 +203,15 @@ int Run(std::string_view kind, const char* argument, int frames) {
     else if (kind == "reuse")
         Reuse(n, file.c_str());
     else if (kind == "renew")
-        measure::Many(n, [&] { OneView(file.c_str(), 4); });
+        Renew(n, file.c_str());
     else if (kind == "filled" || kind == "outlined")
         DrawSurface(n, frames, kind == "outlined");
+    else if (kind == "changed")
+        DrawChanged(n, frames);
+    else if (kind == "contours")
+        Contours(n, frames);
+    else if (kind == "triangles")
+        Triangles(n, frames);
     else if (kind == "line")
         DrawLine(n, frames);
     else if (kind == "bars" || kind == "cubes")

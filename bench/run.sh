@@ -1,18 +1,19 @@
 #!/bin/sh
 # Whole pictures beside other libraries, all in the same rounds: a table on stdout, every value in
-# build/bench.json.
+# build/bench.json, the ratios as a picture in build/bench.png.
 #
 #   bench/run.sh [ROUNDS]                 this version, built -O3, and the peers that are installed;
 #                                         the version in BENCH_OTHER, too, when that is set
 #   bench/run.sh compare OTHER [ROUNDS]   this version and the one in the source folder OTHER
 #
 # BENCH_CASES selects rows: kinds, or KIND:SIZE ("filled:1000 start"). Peers, all optional: VTK
-# (libvtk9-dev), MathGL (libmgl-dev; MGL_FLAGS when it is not where compilers look), matplotlib
-# (for the Python in PYTHON), gnuplot.
+# (libvtk9-dev), MathGL (libmgl-dev; MGL_FLAGS when it is not where compilers look), CGAL
+# (libcgal-dev), bare EGL and OpenGL, matplotlib and contourpy (python3-matplotlib,
+# python3-contourpy, for the Python in PYTHON), gnuplot. Three rounds take half an hour.
 set -e
 root=$(cd "$(dirname "$0")/.." && pwd)
 out=$root/build/bench
-python=${PYTHON:-python3}
+python=${PYTHON:-/usr/bin/python3}
 mkdir -p "$out"
 
 # build FOLDER NAME: the library in FOLDER, in its build/release, and a program that draws with it
@@ -40,8 +41,8 @@ vtk_flags() {
   include=$(ls -d /usr/include/vtk-* 2>/dev/null | tail -1)
   version=${include##*vtk-}
   echo "-rdynamic -isystem $include -lEGL -ldl"
-  for part in CommonCore CommonDataModel CommonExecutionModel CommonMath CommonTransforms \
-    RenderingCore RenderingOpenGL2; do
+  for part in CommonCore CommonDataModel CommonExecutionModel CommonMath CommonMisc \
+    CommonTransforms FiltersCore FiltersSources IOImage RenderingCore RenderingOpenGL2; do
     echo "-lvtk$part-$version"
   done
   echo "-lvtksys-$version"
@@ -64,15 +65,22 @@ if [ "$1" != compare ]; then
   peer vtk $(vtk_flags)
   # shellcheck disable=SC2086
   peer mathgl ${MGL_FLAGS:--lmgl}
-  if "$python" -c 'import matplotlib' 2>/dev/null; then
-    printf '#!/bin/sh\nexec "%s" "%s" "$@"\n' "$python" \
-      "$root/bench/peers/matplotlib_pictures.py" >"$out/matplotlib"
-    chmod +x "$out/matplotlib"
-    set_programs="$set_programs matplotlib=$out/matplotlib"
-  fi
+  peer cgal -lgmp -lmpfr
+  peer gl -lEGL -lOpenGL -lpng
+  for module in matplotlib contourpy; do
+    if "$python" -c "import $module" 2>/dev/null; then
+      printf '#!/bin/sh\nexec "%s" "%s" "$@"\n' "$python" \
+        "$root/bench/peers/${module}_pictures.py" >"$out/$module"
+      chmod +x "$out/$module"
+      set_programs="$set_programs $module=$out/$module"
+    fi
+  done
   if command -v gnuplot >/dev/null; then
     set_programs="$set_programs gnuplot=$root/bench/peers/gnuplot_pictures.sh"
   fi
 fi
 # shellcheck disable=SC2086
-exec "$python" "$root/bench/compare.py" "$rounds" "$root/build/bench.json" $set_programs
+"$python" "$root/bench/compare.py" "$rounds" "$root/build/bench.json" "$out/ratios.csv" $set_programs
+c++ -std=c++20 -O2 -I"$root" "$root/bench/rows.cpp" -o "$out/rows" \
+  -L"$root/build/release/lib" -lvarnel -Wl,-rpath,"$root/build/release/lib"
+"$out/rows" "$out/ratios.csv" "$root/build/bench.png" >&2

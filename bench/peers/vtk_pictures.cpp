@@ -1,5 +1,7 @@
-// VTK beside pictures.cpp: filled | outlined | line N [FRAMES], on an EGL buffer without a display,
-// with what its makers recommend for speed (static mapper, float points, no multisampling).
+// VTK beside pictures.cpp: filled | outlined | changed | line | bars | cubes N [FRAMES] and
+// start FILE, on an EGL buffer without a display, with what its makers recommend for speed (static
+// mapper, float points, glyphs for cubes, no multisampling); contours N [TIMES] by flying edges,
+// which leave the segments loose.
 #define GL_GLEXT_PROTOTYPES
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
@@ -8,15 +10,23 @@
 #include <vtkAutoInit.h>
 #include <vtkCamera.h>
 #include <vtkCellArray.h>
+#include <vtkCubeSource.h>
+#include <vtkDoubleArray.h>
+#include <vtkFlyingEdges2D.h>
 #include <vtkGenericOpenGLRenderWindow.h>
+#include <vtkGlyph3DMapper.h>
 #include <vtkIdTypeArray.h>
+#include <vtkImageData.h>
 #include <vtkNew.h>
+#include <vtkPNGWriter.h>
+#include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
 #include <vtkRenderer.h>
 #include <vtkUnsignedCharArray.h>
+#include <vtkWindowToImageFilter.h>
 
 #include <cstdlib>
 #include <string_view>
@@ -36,6 +46,7 @@ namespace {
 
 constexpr int kWidth = 1024;
 constexpr int kHeight = 768;
+constexpr int kMostBars = 100000;  // beyond, they take 7 GB
 
 bool MakeContext() {
     const auto getDisplay = reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(
@@ -62,9 +73,7 @@ bool MakeContext() {
     return eglMakeCurrent(display, surface, surface, context);
 }
 
-vtkNew<vtkPolyData> MakeSurface(int n, const std::vector<double>& z) {
-    vtkNew<vtkPoints> points;
-    points->SetNumberOfPoints(static_cast<vtkIdType>(n) * n);
+void PlacePoints(vtkPoints* points, int n, const std::vector<double>& z) {
     auto* out = static_cast<float*>(points->GetVoidPointer(0));
     for (int r = 0; r < n; ++r)
         for (int c = 0; c < n; ++c) {
@@ -72,6 +81,12 @@ vtkNew<vtkPolyData> MakeSurface(int n, const std::vector<double>& z) {
             *out++ = -1 + 2.0F * static_cast<float>(r) / static_cast<float>(n - 1);
             *out++ = static_cast<float>(z[static_cast<std::size_t>(r * n + c)]);
         }
+}
+
+vtkNew<vtkPolyData> MakeSurface(int n, const std::vector<double>& z) {
+    vtkNew<vtkPoints> points;
+    points->SetNumberOfPoints(static_cast<vtkIdType>(n) * n);
+    PlacePoints(points, n, z);
     const vtkIdType quads = static_cast<vtkIdType>(n - 1) * (n - 1);
     vtkNew<vtkIdTypeArray> offsets, corners;
     offsets->SetNumberOfValues(quads + 1);
@@ -108,7 +123,86 @@ vtkNew<vtkPolyData> MakeLine(int n) {
     return data;
 }
 
-void Draw(double start, vtkPolyData* data, std::string_view kind, int frames) {
+/// n boxes from the plane z = -1, or from 0, up to their heights.
+vtkNew<vtkPolyData> MakeBars(int n, double foot, double width) {
+    constexpr int kFaces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
+                                  {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
+    vtkNew<vtkPoints> points;
+    points->SetNumberOfPoints(8L * n);
+    auto* out = static_cast<float*>(points->GetVoidPointer(0));
+    for (int i = 0; i < n; ++i) {
+        const measure::Place p = measure::PlaceOf(i, n);
+        for (int corner = 0; corner < 8; ++corner) {
+            *out++ = static_cast<float>(p.x + ((corner & 1) != 0 ? width / p.side : 0.0));
+            *out++ = static_cast<float>(p.y + ((corner & 2) != 0 ? width / p.side : 0.0));
+            *out++ = static_cast<float>((corner & 4) != 0 ? p.z : foot);
+        }
+    }
+    vtkNew<vtkIdTypeArray> offsets, corners;
+    offsets->SetNumberOfValues(6L * n + 1);
+    corners->SetNumberOfValues(24L * n);
+    for (vtkIdType i = 0; i <= 6L * n; ++i)
+        offsets->SetValue(i, 4 * i);
+    vtkIdType* to = corners->GetPointer(0);
+    for (vtkIdType i = 0; i < n; ++i)
+        for (const auto& face : kFaces)
+            for (const int corner : face)
+                *to++ = 8 * i + corner;
+    vtkNew<vtkCellArray> cells;
+    cells->SetData(offsets, corners);
+    vtkNew<vtkPolyData> data;
+    data->SetPoints(points);
+    data->SetPolys(cells);
+    return data;
+}
+
+vtkNew<vtkPolyData> MakePlaces(int n) {
+    vtkNew<vtkPoints> points;
+    points->SetNumberOfPoints(n);
+    for (int i = 0; i < n; ++i) {
+        const measure::Place p = measure::PlaceOf(i, n);
+        points->SetPoint(i, p.x, p.y, p.z);
+    }
+    vtkNew<vtkPolyData> data;
+    data->SetPoints(points);
+    return data;
+}
+
+void Contours(int n, int times) {
+    std::vector<double> z = measure::Rough(n);
+    vtkNew<vtkDoubleArray> heights;
+    heights->SetArray(z.data(), static_cast<vtkIdType>(z.size()), 1);
+    vtkNew<vtkImageData> image;
+    image->SetDimensions(n, n, 1);
+    image->GetPointData()->SetScalars(heights);
+    vtkIdType segments = 0;
+    measure::Repeat(times, [&] {
+        vtkNew<vtkFlyingEdges2D> edges;
+        edges->SetInputData(image);
+        for (int k = 0; k < measure::kLevels; ++k)
+            edges->SetValue(k, measure::Level(k));
+        edges->Update();
+        segments = edges->GetOutput()->GetNumberOfLines();
+    });
+    measure::Print("segments", static_cast<double>(segments));
+}
+
+/// Writes what a window shows.
+void Write(vtkRenderWindow* window, const char* file) {
+    vtkNew<vtkWindowToImageFilter> image;
+    image->SetInput(window);
+    image->ReadFrontBufferOff();
+    image->ShouldRerenderOff();
+    vtkNew<vtkPNGWriter> writer;
+    writer->SetInputConnection(image->GetOutputPort());
+    writer->SetCompressionLevel(1);
+    writer->SetFileName(file);
+    writer->Write();
+    std::_Exit(0);
+}
+
+void Draw(double start, vtkPolyData* data, std::string_view kind, int frames,
+          const char* file = nullptr) {
     vtkNew<vtkGenericOpenGLRenderWindow> window;
     window->SetReadyForRendering(true);
     window->SetIsCurrent(true);
@@ -116,29 +210,53 @@ void Draw(double start, vtkPolyData* data, std::string_view kind, int frames) {
     window->SetOwnContext(0);
     window->SetFrameBlitModeToNoBlit();
     window->SetMultiSamples(0);
-    window->SetSize(kWidth, kHeight);
+    file != nullptr ? window->SetSize(640, 480) : window->SetSize(kWidth, kHeight);
     vtkNew<vtkRenderer> renderer;
     renderer->SetBackground(1, 1, 1);
     window->AddRenderer(renderer);
-    vtkNew<vtkPolyDataMapper> mapper;
-    mapper->SetInputData(data);
+    vtkNew<vtkPolyDataMapper> plain;
+    plain->SetInputData(data);
+    vtkNew<vtkGlyph3DMapper> glyphs;
+    vtkNew<vtkCubeSource> cube;
+    const double size = 0.3 / std::cbrt(static_cast<double>(data->GetNumberOfPoints()));
+    cube->SetXLength(size);
+    cube->SetYLength(size);
+    cube->SetZLength(size);
+    glyphs->SetInputData(data);
+    glyphs->SetSourceConnection(cube->GetOutputPort());
+    glyphs->ScalingOff();
+    glyphs->OrientOff();
+    vtkMapper* const mapper = kind == "cubes" ? static_cast<vtkMapper*>(glyphs) : plain;
     mapper->ScalarVisibilityOff();
-    mapper->StaticOn();
+    plain->StaticOn();
     vtkNew<vtkActor> actor;
     actor->SetMapper(mapper);
     vtkProperty* const look = actor->GetProperty();
     look->SetColor(0.3, 0.5, 0.8);
     look->SetInterpolationToFlat();
     look->SetAmbient(0.2);
-    look->SetEdgeVisibility(kind == "outlined");
+    look->SetEdgeVisibility(kind == "outlined" || kind == "bars");
     look->SetEdgeColor(0, 0, 0);
     look->SetLighting(kind != "line");
     renderer->AddActor(actor);
     renderer->GetActiveCamera()->SetPosition(1.5, -2.5, 2);
     renderer->GetActiveCamera()->SetViewUp(0, 0, 1);
     renderer->ResetCamera();
+    if (file != nullptr) {
+        window->Render();
+        Write(window, file);
+    }
+    const int n = static_cast<int>(std::sqrt(static_cast<double>(data->GetNumberOfPoints())));
+    std::vector<double> z = kind == "changed" ? measure::Waves(n) : std::vector<double>();
     vtkNew<vtkUnsignedCharArray> pixels;
     measure::Frames(start, frames, [&] {
+        if (kind == "changed") {
+            for (double& height : z)
+                height = -0.97 * height;
+            PlacePoints(data->GetPoints(), n, z);
+            data->GetPoints()->Modified();
+            data->Modified();
+        }
         renderer->GetActiveCamera()->Azimuth(7);
         window->Render();
         window->GetPixelData(0, 0, kWidth - 1, kHeight - 1, 0, pixels.Get(), 0);
@@ -157,10 +275,24 @@ int main(int argc, char** argv) {
     if (argc < 3) return 1;
     const std::string_view kind = argv[1];
     const int n = std::atoi(argv[2]);
-    const bool line = kind == "line";
-    if (!line && kind != "filled" && kind != "outlined") return 1;
-    const std::vector<double> z = line ? std::vector<double>() : measure::Waves(n);
+    const int frames = argc > 3 ? std::atoi(argv[3]) : 5;
+    const bool surface = kind == "filled" || kind == "outlined" || kind == "changed";
+    if (kind == "contours") {
+        Contours(n, frames);
+        return 0;
+    }
+    if (!surface && kind != "line" && kind != "bars" && kind != "cubes" && kind != "start")
+        return 1;
+    if (kind == "bars" && n > kMostBars) return 1;
+    const std::vector<double> z = surface ? measure::Waves(n) : std::vector<double>();
     const double start = measure::CpuMs();
     if (!MakeContext()) return 2;
-    Draw(start, line ? MakeLine(n) : MakeSurface(n, z), kind, argc > 3 ? std::atoi(argv[3]) : 5);
+    if (kind == "start")
+        Draw(start, MakeBars(10, 0.0, 1.4), "bars", 0, argv[2]);
+    else if (surface)
+        Draw(start, MakeSurface(n, z), kind, frames);
+    else if (kind == "line")
+        Draw(start, MakeLine(n), kind, frames);
+    else
+        Draw(start, kind == "bars" ? MakeBars(n, -1.0, 1.4) : MakePlaces(n), kind, frames);
 }
