@@ -167,9 +167,7 @@ void TenBars(CChartView3D& view, const char* file) {
     chart->AutoAxes(transform);
     chart->NewChartObj(transform)->BarChart25D(x, y, 0.0, 0.0, 10, 0.8, 0.8, kBlue, kBlack, 1, 1,
                                                0);
-    view.SetViewSizePrinter();
-    view.DrawView();
-    view.SaveToPNG(file);
+    view.SaveToPNG(file);  // draws it
 }
 
 void OneView(const char* file, int samples) {

@@ -1,5 +1,5 @@
-// The rows of run.sh as a picture: rows CSV PICTURE. A bar below 1 says that Varnel needs less than
-// the other.
+// The rows of run.sh as a picture: rows CSV PICTURE. A mark below 1 says that Varnel needs less
+// than the other.
 #include <varnel/plot.h>
 
 #include <cstdio>
@@ -13,14 +13,10 @@ int main(int argc, char** argv) {
         const Table table = ReadCSV(argv[1]);
         Figure figure(
             {.title = "Varnel beside others", .size = {2000, 1000}, .legend = Legend::Top});
-        std::vector<Values> peers;
-        std::vector<std::string> names;
-        for (const std::string& name : table.Names())
-            if (name != "row") {
-                peers.push_back(table[name]);
-                names.push_back(name);
-            }
-        figure.Bars(table["row"], peers, {.names = names, .base = 1.0});
+        for (const std::string& peer : table.Names())
+            if (peer != "row")
+                figure.Scatter(table.Text("row"), table[peer], {.name = peer, .size = 9});
+        figure.LineAtY(1.0, {.name = "the same", .color = varnel::RGBDType{0.5, 0.5, 0.5, 1}});
         figure.y({.title = "ours : theirs", .log = true});
         figure.Save(argv[2]);
     } catch (const std::exception& error) {
