@@ -7,9 +7,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -124,28 +127,43 @@ int SolidDifference(const Pixels& a, const Pixels& b) {
     return solid;
 }
 
-/// The PDF and SVG files, drawn by programs that are not ours, beside the picture.
+std::string Output(const std::string& command) {
+    std::string text;
+    FILE* const pipe = popen(command.c_str(), "r");
+    for (int c = 0; pipe != nullptr && (c = std::fgetc(pipe)) != EOF;)
+        if (std::isspace(c) == 0) text += static_cast<char>(c);
+    if (pipe != nullptr) pclose(pipe);
+    return text;
+}
+
+/// The PDF and SVG files, drawn and read by programs that are not ours, beside the picture.
 TEST_P(Example, VectorFilesShowThePicture) {
     const auto run = [](const std::string& command) {
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
     };
     run("'" + (kPrograms / ("example_" + m_Name)).string() + "' '" + kData.string() + "' '" +
-        m_Drawn.string() + "' 640x480 4 vectors");
+        m_Drawn.string() + "' 480x360 4 vectors");
     for (const std::string& picture : PicturesIn(m_Drawn)) {
         const std::string base = (m_Drawn / picture).replace_extension().string();
-        run("rsvg-convert -w 1280 -h 960 '" + base + ".svg' -o '" + base + ".svg.png'");
-        run("pdftoppm -png -r 192 -scale-to-x 1280 -scale-to-y 960 -singlefile '" + base +
-            ".pdf' '" + base + ".pdf'");
+        const std::string svg = "'" + base + ".svg'";
+        const std::string pdf = "'" + base + ".pdf'";
+        run("xmllint --noout " + svg);
+        run("rsvg-convert -w 960 -h 720 " + svg + " -o '" + base + ".svg.png'");
+        run("pdftoppm -png -scale-to-x 960 -scale-to-y 720 -singlefile " + pdf + ' ' + pdf);
         const Pixels drawn = ReadPng(m_Drawn / picture);
         for (const char* kind : {".svg", ".pdf"}) {
             SCOPED_TRACE(base + kind);
             const Pixels shown = Halved(ReadPng(base + kind + ".png"));
             ASSERT_LE(MeanDifference(drawn, shown), 0.015 * 255);
-            // The SVG viewer knows no places of letters and sets some pairs closer; dense outlines
-            // of symbols are a little heavier.
-            EXPECT_LE(SolidDifference(drawn, shown), 60);
-            EXPECT_LT(fs::file_size(base + kind), 1'100'000U);  // a surface cut into bands
+            EXPECT_LE(SolidDifference(drawn, shown), 12);
+            EXPECT_LT(fs::file_size(base + kind), 400'000U);
         }
+        // What the one holds as text is found in the other, whose fonts are all embedded.
+        const std::string found = Output("pdftotext -raw " + pdf + " -");
+        std::istringstream texts(Output("grep '<text' " + svg + " | sed 's/<[^>]*>//g;s/$/;/'"));
+        for (std::string text; std::getline(texts, text, ';');)
+            EXPECT_NE(found.find(text), found.npos) << text << " in " << pdf;
+        EXPECT_EQ(Output("pdffonts " + pdf + " | tail -n +3 | grep -cv 'yes yes yes'"), "0");
     }
 }
 

@@ -234,6 +234,15 @@ bool FontFace::Has(char32_t character) const {
     return GlyphIndex(character) != 0;
 }
 
+bool FontFace::Kerns(char32_t left, char32_t right) const {
+    const FT_Face face = m_Handles->face.get();
+    FT_Vector distance{};
+    return FT_HAS_KERNING(face) &&
+           FT_Get_Kerning(face, GlyphIndex(left), GlyphIndex(right), FT_KERNING_UNSCALED,
+                          &distance) == 0 &&
+           distance.x != 0;
+}
+
 bool FontFace::Load(char32_t character) {
     const FT_Face face = m_Handles->face.get();
     if (FT_Load_Glyph(face, GlyphIndex(character), FT_LOAD_NO_SCALE) != 0 ||

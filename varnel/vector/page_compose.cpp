@@ -172,14 +172,28 @@ void PageSink::ComposeVeils(PageCanvas& canvas, Hiding& hiding,
                              [this](std::uint32_t i) { return MeanDepth(m_Veils[i]); });
     for (const std::uint32_t i : veils) {
         const Fill& veil = m_Veils[i];
-        canvas.Fill(hiding.VisibleOf({m_Places.data() + veil.first, veil.count}), veil.color,
-                    false);
+        const Area visible = hiding.VisibleOf({m_Places.data() + veil.first, veil.count});
+        if (IsPicture(i, true))
+            PutPictures(canvas, i, true, visible);
+        else
+            canvas.Fill(visible, veil.color, false);
     }
 }
 
-bool PageSink::IsPicture(std::uint32_t fill) const {
-    return std::any_of(m_Pictures.begin(), m_Pictures.end(),
-                       [fill](const Picture& picture) { return picture.fill == fill; });
+bool PageSink::IsPicture(std::uint32_t fill, bool veil) const {
+    return std::any_of(m_Pictures.begin(), m_Pictures.end(), [&](const Picture& picture) {
+        return picture.fill == fill && picture.veil == veil;
+    });
+}
+
+/// The pictures on a polygon, cut to what shows of it.
+void PageSink::PutPictures(PageCanvas& canvas, std::uint32_t fill, bool veil,
+                           const Area& visible) const {
+    if (visible.empty()) return;
+    canvas.BeginClip(visible);
+    for (const Picture& picture : m_Pictures)
+        if (picture.fill == fill && picture.veil == veil) canvas.Picture(picture.picture);
+    canvas.EndClip();
 }
 
 void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
@@ -187,7 +201,7 @@ void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
     std::map<std::uint32_t, std::vector<Area>> byColor;
     std::vector<std::pair<std::uint32_t, RGBDType>> order;
     for (const std::uint32_t i : fills) {
-        if (IsPicture(i) || m_Fills[i].smooth >= 0) continue;
+        if (IsPicture(i, false) || m_Fills[i].smooth >= 0) continue;
         const std::uint32_t key = ColorKey(m_Fills[i].color);
         std::vector<Area>& areas = byColor[key];
         if (areas.empty()) order.emplace_back(key, m_Fills[i].color);
@@ -228,14 +242,8 @@ void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
 
 void PageSink::ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                                const std::vector<std::uint32_t>& fills) const {
-    for (const Picture& picture : m_Pictures) {
-        if (!std::binary_search(fills.begin(), fills.end(),
-                                static_cast<std::uint32_t>(picture.fill)))
-            continue;
-        canvas.BeginClip(hiding.Visible(picture.fill));
-        canvas.Picture(picture.picture);
-        canvas.EndClip();
-    }
+    for (const std::uint32_t i : fills)
+        if (IsPicture(i, false)) PutPictures(canvas, i, false, hiding.Visible(i));
 }
 
 void PageSink::ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const {

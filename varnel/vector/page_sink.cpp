@@ -365,12 +365,7 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
 }
 
 void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
-    m_Polygon.assign(image.corners.begin(), image.corners.end());
-    const std::size_t fill = m_Fills.size();
-    AddFill(state, {1.0, 1.0, 1.0, 1.0});
-    if (m_Fills.size() == fill) return;
     Picture out;
-    out.fill = fill;
     out.picture.width = image.width;
     out.picture.height = image.height;
     const auto row = static_cast<std::size_t>(image.width) * 4;
@@ -378,6 +373,17 @@ void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
         out.picture.pixels.insert(out.picture.pixels.end(),
                                   image.pixels + static_cast<std::size_t>(y) * row,
                                   image.pixels + static_cast<std::size_t>(y + 1) * row);
+    // Without transparency alpha has no effect.
+    for (std::size_t i = 3; i < out.picture.pixels.size(); i += 4) {
+        if (!state.transparent) out.picture.pixels[i] = 255;
+        out.veil = out.veil || out.picture.pixels[i] < 255;
+    }
+    constexpr double kVeiled = 0.5;
+    m_Polygon.assign(image.corners.begin(), image.corners.end());
+    const std::vector<Fill>& list = out.veil ? m_Veils : m_Fills;
+    out.fill = list.size();
+    AddFill(state, {1.0, 1.0, 1.0, out.veil ? kVeiled : 1.0});
+    if (list.size() == out.fill) return;
     const Vec3 origin = Place(state, image.corners[0]);
     const Vec3 up = Place(state, image.corners[1]);
     const Vec3 right = Place(state, image.corners[3]);

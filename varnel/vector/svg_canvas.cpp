@@ -227,26 +227,36 @@ void SvgCanvas::Text(const PageText& text) {
     if (text.weight != 400) m_Out += " font-weight=\"" + std::to_string(text.weight) + '"';
     if (text.italic) m_Out += " font-style=\"italic\"";
     m_Out += " style=\"font-kerning:none\" xml:space=\"preserve\">";
-    // Each letter has its place, so that no viewer's own spacing counts; those that know places of
-    // words alone are right at each word.
-    std::string_view rest = text.text;
-    std::size_t character = 0;
-    while (!rest.empty()) {
-        const std::size_t blank = rest.find(' ');
-        const std::string_view word =
-            rest.substr(0, blank == std::string_view::npos ? blank : blank + 1);
-        m_Out += "<tspan x=\"";
-        bool first = true;
-        ForEachCharacter(word, [&](char32_t) {
-            if (character < text.places.size())
-                m_Out += (first ? "" : " ") + Decimal(text.places[character] * kEm, 1);
-            ++character;
-            first = false;
-        });
-        m_Out += "\">" + Escaped(word) + "</tspan>";
-        rest.remove_prefix(word.size());
-    }
+    // Each letter has its place, so that no viewer's own spacing counts. There are viewers that
+    // know places of runs alone: a run ends where they would set the next letter closer.
+    std::string letters;
+    std::string places;
+    const auto finish = [&] {
+        if (!letters.empty())
+            m_Out += "<tspan x=\"" + places + "\">" + Escaped(letters) + "</tspan>";
+        letters.clear();
+        places.clear();
+    };
+    std::size_t i = 0;
+    char32_t before = U' ';
+    auto run = text.runs.begin();
+    ForEachCharacter(text.text, [&](char32_t character) {
+        while (run + 1 < text.runs.end() && (run + 1)->first <= i)
+            ++run;
+        const FontFace* face = Face(run->source);
+        if (before == U' ' || (face != nullptr && face->Kerns(before, character))) finish();
+        AppendUtf8(letters, character);
+        places += (places.empty() ? "" : " ") + Decimal(text.places[i++] * kEm, 1);
+        before = character;
+    });
+    finish();
     m_Out += "</text>\n";
+}
+
+const FontFace* SvgCanvas::Face(const GlyphSource& source) {
+    const auto [at, isNew] = m_Faces.try_emplace({source.file, source.index});
+    if (isNew) at->second = FontFace::Open({source.file, source.index}, false);
+    return at->second.get();
 }
 
 void SvgCanvas::Picture(const PagePicture& picture) {

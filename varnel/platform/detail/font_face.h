@@ -61,6 +61,8 @@ class FontFace {
     double UnitsPerEm() const;
     /// Whether the face has a sign of its own for the character.
     bool Has(char32_t character) const;
+    /// Whether the face has a distance of their own for two characters side by side.
+    bool Kerns(char32_t left, char32_t right) const;
     /// Loads a character, or the sign that stands for missing ones. False when the face has an
     /// outline for neither.
     bool Load(char32_t character);

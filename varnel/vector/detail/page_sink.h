@@ -80,7 +80,8 @@ class PageSink final : public SceneSink {
     };
     struct Picture {
         PagePicture picture;
-        std::size_t fill;  ///< the polygon that it covers
+        std::size_t fill = 0;  ///< the polygon that it covers, in m_Fills or in m_Veils
+        bool veil = false;     ///< whether it can be seen through
     };
 
     /// What shows of lines and texts.
@@ -123,7 +124,8 @@ class PageSink final : public SceneSink {
     std::vector<OrderedLine> VisibleLines(Visibility& visibility) const;
     std::vector<Layer> FindLayers(Hiding& hiding, std::vector<OrderedLine>& lines) const;
     std::vector<long> LayerStarts(Hiding& hiding, const std::vector<OrderedLine>& lines) const;
-    bool IsPicture(std::uint32_t fill) const;
+    bool IsPicture(std::uint32_t fill, bool veil) const;
+    void PutPictures(PageCanvas& canvas, std::uint32_t fill, bool veil, const Area& visible) const;
     void ComposeFills(PageCanvas& canvas, const Hiding& hiding,
                       const std::vector<std::uint32_t>& fills) const;
     void ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,

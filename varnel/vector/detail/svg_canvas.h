@@ -1,8 +1,13 @@
 // A page as an SVG picture.
 #pragma once
 
+#include <array>
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
 
+#include "varnel/platform/detail/font_face.h"
 #include "varnel/platform/detail/page_canvas.h"
 #include "varnel/vector/detail/smooth_pieces.h"
 
@@ -35,11 +40,15 @@ class SvgCanvas : public PageCanvas {
 
     std::array<long long, 2> ToUnits(const GridPoint& p) const;
 
+    /// Null for one that cannot be read.
+    const FontFace* Face(const GlyphSource& source);
+
     double m_UnitsPerPixel;
     double m_Height;     ///< pixels
     std::string m_Seal;  ///< the width of the strokes that close cracks
     std::string m_Out;
     Group m_Group = Group::None;
+    std::map<std::pair<std::string, int>, std::unique_ptr<FontFace>> m_Faces;
     int m_Clips = 0;
     int m_Gradients = 0;
 };
