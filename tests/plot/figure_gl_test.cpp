@@ -76,6 +76,7 @@ TEST(Figure, EveryKindIsSeenAndNamed) {
         {"Triangles", 0, DRAW(Surface(kX, kY, kHigher))},
         {"Function", 0, DRAW(Surface([](double x, double y) { return x * y; }, 0, 1, 0, 1))},
         {"Mesh", 0, DRAW(Surface(kX, kY, kHigher, {0, 1, 2, 1, 2, 3}))},
+        {"Values", 0, DRAW(Surface(kX, kY, kHigher, {.color_by = kY}))},
         {"Counts", 0, DRAW(Histogram(kX, kY, {.bins = 2}))},
         {"Ribbons", 0, DRAW(Ribbons(kX, {kY, kHigher}))},
         {"Text", 0, DRAW(Text({0, 1}, {0, 1}, {"MMM", "MMM"}, {.color = kPure}))},

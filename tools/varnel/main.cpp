@@ -108,7 +108,7 @@ struct Program {
         column("-z", plot.z, "The third column of what is drawn in space");
         column("--by", plot.by, "A series for each of its names");
         column("--color-by", plot.colorBy,
-               "Colours of symbols, bars and planes by value, with a colour bar");
+               "Colours of symbols, bars, planes and surfaces by value, with a colour bar");
         column("--text", plot.text, "The texts of kind text");
         column("--dx", plot.dx, "How far arrows reach along x, in units of the axis");
         column("--dy", plot.dy, "And along y");

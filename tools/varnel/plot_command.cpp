@@ -41,8 +41,10 @@ Table ReadTable(const PlotOptions& options) {
 
 /// A number or a date, read as the table reads its cells.
 double ReadValue(const std::string& text) {
-    const Table one = ReadCSVText("v\n" + text + "\n", {.header = Header::Yes});
-    return one.Kind("v") == DataKind::Dates ? one.Dates("v")[0] : one["v"][0];
+    const Values value = ReadCSVText("v\n" + text + "\n", {.header = Header::Yes}).Column("v");
+    if (value.size() != 1 || value.Kind() == DataKind::Names)
+        throw std::runtime_error("\"" + text + "\" is neither a number nor a date.");
+    return value[0];
 }
 
 /// column=value, or with != < <= > >= a comparison of numbers.
@@ -54,14 +56,14 @@ Table Filter(const Table& table, const std::string& condition) {
     const std::size_t length = condition.size() > at + 1 && condition[at + 1] == '=' ? 2 : 1;
     const std::string sign = condition.substr(at, length), value = condition.substr(at + length);
     if (sign == "=" || sign == "==") return table.Where(column, value);
+    if (sign == "!=") return table.WhereNot(column, value);
     if (sign == "!") throw std::runtime_error("--where is column!=value, not " + condition);
     const double limit = ReadValue(value);
     return table.Where(column, [&](double cell) {
         return sign == "<"    ? cell < limit
                : sign == "<=" ? cell <= limit
                : sign == ">"  ? cell > limit
-               : sign == ">=" ? cell >= limit
-                              : cell != limit;
+                              : cell >= limit;
     });
 }
 

@@ -217,7 +217,8 @@ void DrawLine3D(Figure& figure, const Table& table, const PlotOptions& options) 
 }
 
 void DrawSurface(Figure& figure, const Table& table, const PlotOptions& options) {
-    const SurfaceOptions surface{.map = options.map, .wire = options.wire};
+    const SurfaceOptions surface{
+        .map = options.map, .color_by = ColorsOf(table, options), .wire = options.wire};
     if (options.z.empty())
         figure.Surface(table, surface);
     else

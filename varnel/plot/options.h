@@ -167,6 +167,7 @@ struct SurfaceOptions {
     std::string name{};
     std::string map = "viridis";
     std::optional<RGBDType> color{};  ///< one colour, lit, in place of the map
+    Values color_by{};                ///< colours by these, one for each point, not by height
     bool wire = false;
     bool lines = false;  ///< the edges of its polygons too
     bool color_bar = true;

@@ -82,9 +82,17 @@ Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options
     object->PolysurfaceChart3D(&surface);
     object->SetOutlineMode(options.lines);
     object->SetOutlineColor(c.theme.outline);
-    if (!options.color && c.chart->ColorSurfaceByHeight(object, options.map) && options.color_bar) {
+    if (options.color) return {object};
+    const auto points = static_cast<std::size_t>(surface.GetPSNumPoints());
+    if (!options.color_by.empty() && options.color_by.size() != points)
+        Refuse(call, "color_by has ", options.color_by.size(), " values, not ", points);
+    const bool isColored =
+        options.color_by.empty()
+            ? c.chart->ColorSurfaceByHeight(object, options.map)
+            : c.chart->ColorSurfaceByValue(object, options.color_by.Numbers(), options.map);
+    if (isColored && options.color_bar) {
         c.colorBar = true;
-        c.colorBarTitle = options.name;
+        c.colorBarTitle = options.name.empty() ? options.color_by.Name() : options.name;
     }
     return {object};
 }

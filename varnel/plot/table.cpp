@@ -222,22 +222,24 @@ DataKind Table::KindOf(const Place& place) const {
                                                                 : DataKind::Numbers;
     constexpr std::size_t kSample = 1000;
     const Store& store = *m_Store;
-    bool numbers = true, dates = true, any = false;
+    constexpr std::size_t kLeastDate = 8;  // characters: a year or a number is no date among texts
+    bool numbers = true, dates = true;
     std::string buffer;
-    std::size_t seen = 0;
+    std::size_t seen = 0, sureDates = 0;
     for (std::size_t i = 0; i < NumRows() && seen < kSample; ++i) {
         const std::string_view cell = CellText(store.Cell(Row(i), place.column), buffer);
         if (store.SaysNothing(cell)) continue;
         ++seen;
-        any = true;
         double value = 0.0;
         numbers = numbers && detail::ParseNumber(cell, store.dialect.decimal, value);
-        dates = dates && store.ReadDate(cell, value);
-        if (!numbers && !dates) return DataKind::Names;
+        const bool isDate = store.ReadDate(cell, value);
+        dates = dates && isDate;
+        sureDates += isDate && cell.size() >= kLeastDate ? 1 : 0;
     }
     // Under a format that was given, 20240131 is a date.
-    if (any && dates && !store.dateFormat.empty()) return DataKind::Dates;
-    return numbers ? DataKind::Numbers : DataKind::Dates;
+    if (seen > 0 && dates && !store.dateFormat.empty()) return DataKind::Dates;
+    if (numbers) return DataKind::Numbers;
+    return dates || 2 * sureDates > seen ? DataKind::Dates : DataKind::Names;
 }
 
 DataKind Table::Kind(const std::string& column) const {

@@ -73,8 +73,8 @@ class VARNEL_API Table {
     std::vector<std::string> Text(const std::string& column) const;
     /// The column's dates, NaN where there is none.
     Values Dates(const std::string& column) const;
-    /// What the column's first 1000 values are: numbers when all of them are, else dates when all
-    /// are, else names.
+    /// What the column's first 1000 values are: numbers when all of them are, else dates when more
+    /// than half are (what is none is an error when it is read), else names.
     DataKind Kind(const std::string& column) const;
     /// Numbers, dates or names, as Kind says.
     Values Column(const std::string& column) const;
@@ -83,6 +83,8 @@ class VARNEL_API Table {
 
     /// The rows whose cell says `value`; numbers are compared as numbers.
     Table Where(const std::string& column, const std::string& value) const;
+    /// All others.
+    Table WhereNot(const std::string& column, const std::string& value) const;
     /// The rows for whose number (NaN where there is none) `keep` says so.
     Table Where(const std::string& column, const std::function<bool(double)>& keep) const;
     /// Rows in the order of a column, by its kind; rows without a value come last. Stable.
@@ -107,6 +109,7 @@ class VARNEL_API Table {
 
     explicit Table(std::shared_ptr<const Store> store) : m_Store(std::move(store)) {}
     Table WithRows(std::vector<std::size_t> rows) const;
+    Table WhereEqual(const std::string& column, const std::string& value, bool equal) const;
     std::size_t Row(std::size_t i) const;
     Place Find(const std::string& column, const char* operation) const;
     std::vector<double> ReadNumbers(const Place& place, const char* operation) const;

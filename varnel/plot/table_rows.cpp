@@ -58,6 +58,14 @@ void AppendNumber(std::string& csv, double number) {
 }  // namespace
 
 Table Table::Where(const std::string& column, const std::string& value) const {
+    return WhereEqual(column, value, true);
+}
+
+Table Table::WhereNot(const std::string& column, const std::string& value) const {
+    return WhereEqual(column, value, false);
+}
+
+Table Table::WhereEqual(const std::string& column, const std::string& value, bool equal) const {
     Find(column, "Table::Where");
     double wanted = 0.0;
     const bool isNumber = detail::ParseNumber(detail::Trim(value), '.', wanted);
@@ -65,10 +73,11 @@ Table Table::Where(const std::string& column, const std::string& value) const {
     std::vector<std::size_t> rows;
     for (std::size_t i = 0; i < texts.size(); ++i) {
         double number = 0.0;
-        if (texts[i] == value ||
+        const bool isEqual =
+            texts[i] == value ||
             (isNumber && detail::ParseNumber(texts[i], m_Store->dialect.decimal, number) &&
-             number == wanted))
-            rows.push_back(Row(i));
+             number == wanted);
+        if (isEqual == equal) rows.push_back(Row(i));
     }
     return WithRows(std::move(rows));
 }
