@@ -148,7 +148,7 @@ TEST(AxesLayout, AChoiceIsKeptNearASwitch) {
     }
 }
 
-TEST(AxesLayout, NamesShrinkBreakAndTurnBeforeTheyAreLeftOut) {
+TEST(AxesLayout, NamesShrinkTurnAndWrapBeforeTheyAreLeftOut) {
     struct Case {
         int count;
         const char* name;
@@ -158,20 +158,24 @@ TEST(AxesLayout, NamesShrinkBreakAndTurnBeforeTheyAreLeftOut) {
         bool all;
     };
     const Case cases[] = {{4, "Monday", 1.0, 0, 1, true},
-                          {9, "Monday", 0.85, 0, 1, true},
-                          {9, "in January", 0.85, 0, 2, true},
-                          {12, "September", 1.0, 90, 1, true},
+                          {9, "Monday", 0.92, 0, 1, true},
+                          {12, "September", 1.0, 45, 1, true},
+                          {28, "September", 0.92, 45, 1, true},
+                          {38, "September", 0.92, 90, 1, true},
+                          {9, "a name that is longer than a third of the frame", 0.85, 90, 2, true},
                           {80, "September", 0.7, 90, 1, false}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         AxisContent content[3];
         content[0] = Numbers("", c.count);
-        content[0].named = true;
+        content[0].named = content[0].mayTurn = true;
         std::fill(content[0].texts.begin(), content[0].texts.end(), CString(c.name));
         const AxesPlacement placed = PlaceAxes(ViewAt(0, 0), content, Measure);
         ASSERT_FALSE(placed.texts.empty());
         EXPECT_NEAR(placed.texts[0].em, 16.0 * c.size, 1e-9);
         EXPECT_EQ(placed.texts[0].rotation, c.rotation);
+        for (std::size_t i = 1; i < placed.texts.size(); ++i)
+            EXPECT_FALSE(placed.texts[i].Touches(placed.texts[i - 1], 0.0, 0.0)) << i;
         if (c.all)
             EXPECT_EQ(placed.texts.size(), static_cast<std::size_t>(c.count) * c.lines);
         else

@@ -2,8 +2,11 @@
 // another, every label different, and a box that uses the room.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -56,6 +59,28 @@ std::vector<double> Spread(double min, double max, int count) {
     return values;
 }
 
+/// The number that a label shows: "−1.5K", "5×10⁻⁹", "10⁶".
+double ReadLabel(std::string text) {
+    static const std::pair<const char*, const char*> kAscii[] = {
+        {"−", "-"},  {"×10", "e"},  {"⁻", "-"},   {"⁰", "0"},   {"¹", "1"},   {"²", "2"},
+        {"³", "3"},  {"⁴", "4"},    {"⁵", "5"},   {"⁶", "6"},   {"⁷", "7"},   {"⁸", "8"},
+        {"⁹", "9"},  {"p", "e-12"}, {"n", "e-9"}, {"µ", "e-6"}, {"m", "e-3"}, {"K", "e3"},
+        {"M", "e6"}, {"B", "e9"},   {"T", "e12"}};
+    std::erase(text, ' ');
+    // A power of ten by itself; "µ" begins like "¹".
+    const std::string next = text.substr(std::min<std::size_t>(2, text.size()), 2);
+    if (text.starts_with("10") && (next == "\xE2\x81" || next == "¹" || next == "²" || next == "³"))
+        text.replace(0, 2, "1e");
+    if (text.starts_with("×")) text.insert(0, "1");
+    for (const auto& [from, to] : kAscii)
+        for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from))
+            text.replace(at, std::strlen(from), to);
+    std::size_t read = 0;
+    const double value = std::stod(text, &read);
+    EXPECT_EQ(read, text.size()) << text;
+    return value;
+}
+
 class AutoFrames : public ViewTest {
  protected:
     /// An automatic chart with titles.
@@ -96,6 +121,34 @@ class AutoFrames : public ViewTest {
 
     static bool HasMargin(const CChartView3D& view, int width, int height);
 
+    /// The labels of an axis of numbers show tics exactly, in ascending order, with the factor or
+    /// offset that its title may tell.
+    static void CheckLabels(const Frame& frame, const std::vector<detail::AxesText>& texts,
+                            int axis) {
+        double factor = 1.0;
+        double offset = 0.0;
+        for (const detail::AxesText& text : texts) {
+            const std::size_t comma = text.text.rfind(", ");
+            if (!text.isTitle || text.axis != axis || comma == std::string::npos) continue;
+            const std::string note = text.text.substr(comma + 2);
+            if (note.starts_with("×")) factor = ReadLabel(note);
+            if (note.starts_with("+")) offset = ReadLabel(note.substr(1));
+            if (note.starts_with("−")) offset = ReadLabel(note);
+        }
+        const std::span<const double> tics = frame.axes->GetAxis(axis)->GetMajorTicValues();
+        double last = -HUGE_VAL;
+        for (const detail::AxesText& text : texts) {
+            if (text.isTitle || text.axis != axis) continue;
+            const double value = ReadLabel(text.text) * factor + offset;
+            const auto distance = [&](double tic) { return std::abs(tic - value); };
+            const double step = tics.size() > 1 ? (tics[1] - tics[0]) : std::abs(value);
+            EXPECT_LE(distance(*std::ranges::min_element(tics, {}, distance)), 1e-6 * step)
+                << text.text;
+            EXPECT_GT(value, last) << text.text;
+            last = value;
+        }
+    }
+
     /// Texts inside of what titles leave of the frame, apart from each other and different.
     static void Check(CChart3D& chart, const Frame& frame, int width, int height) {
         const BoxPlacement box = chart.FitToView();
@@ -111,11 +164,12 @@ class AutoFrames : public ViewTest {
                 << a.box.top;
             for (std::size_t k = 0; k < i; ++k) {
                 const detail::AxesText& b = extents.texts[k];
-                EXPECT_FALSE(a.box.Touches(b.box, 0.0, 0.0)) << a.text << " on " << b.text;
-                const bool same = a.axis == b.axis && !a.isTitle && !b.isTitle && a.text == b.text;
-                EXPECT_FALSE(same && frame.axes->GetAutoTics(a.axis) != 0) << a.text << " twice";
+                EXPECT_FALSE(a.box.Touches(b.box, 0.0, 0.0) && a.shape.Touches(b.shape))
+                    << a.text << " on " << b.text;
             }
         }
+        for (int axis = 0; axis < 3; ++axis)
+            if (frame.axes->GetAutoTics(axis) != 0) CheckLabels(frame, extents.texts, axis);
     }
 };
 

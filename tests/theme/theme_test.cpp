@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "varnel/render/detail/scene.h"
+
 namespace varnel {
 namespace {
 
@@ -65,9 +67,14 @@ TEST(Theme, ItsLightShowsColoursAsTheyAre) {
     const Theme theme;
     const point3Dtype& l = theme.lightPosition;
     const double towardsViewer = l.y / std::hypot(l.x, l.y, l.z);
-    const double most = theme.ambientLight.r + 0.1 + theme.diffuseLight.r;
-    EXPECT_NEAR(most, 1.0, 1e-12);
-    EXPECT_GE(most - theme.diffuseLight.r * (1 - towardsViewer), 1.0 - 2.0 / 255);
+    const float ambient = static_cast<float>(theme.ambientLight.r) + 0.1F;
+    EXPECT_GE(ambient + theme.diffuseLight.r * towardsViewer, 1.0 - 2.0 / 255);
+    // A face that looks into the light is not brighter than it is.
+    detail::SceneLight light;
+    light.sceneAmbient = {ambient, ambient, ambient, 1.0F};
+    light.diffuse = RGBDtoRGBF(theme.diffuseLight);
+    light.limited = true;
+    EXPECT_EQ(detail::LitColor(light, {1.0, 0.0}, {0.5, 0.2, 0.1, 1.0}).r, 0.5);
 }
 
 }  // namespace

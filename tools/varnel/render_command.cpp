@@ -138,7 +138,6 @@ int DrawOne(const Job& job, const RenderOptions& options, const Progress& progre
     try {
         CWnd window(options.size.width, options.size.height);
         CChartView3D view(&window, options.size.width, options.size.height);
-        view.SetAntialiasing(options.samples);
         view.SetProgressHandler([&](double fraction, const CString&) {
             progress.Show(fraction);
             return interrupted == 0;
@@ -147,10 +146,8 @@ int DrawOne(const Job& job, const RenderOptions& options, const Progress& progre
         if (!loaded.sentence.empty()) Tell(loaded.sentence);
         if (!loaded.usable) return kFailed;
         Theme theme;
-        if (!options.theme.empty() && Theme::Find(options.theme, theme)) {
-            ApplyTheme(view, theme);
-            view.SetAntialiasing(options.samples);
-        }
+        if (!options.theme.empty() && Theme::Find(options.theme, theme)) ApplyTheme(view, theme);
+        view.SetAntialiasing(options.samples);
         WritePicture(view, job.picture);
         if (view.GetStopped() != 0) return kInterrupted;
         // A picture of a part of the chart is a picture, but no success.

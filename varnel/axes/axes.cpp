@@ -126,6 +126,11 @@ void CAxes3D::DrawAxes() {
         const detail::BoxView view = ViewOfBox(viewport.width, viewport.height);
         PrepareTics(view);
         if (m_Added.followView != FOLLOW_OFF) return DrawFollowing(view);
+        DrawAxesLines();
+        DrawAxesPlanes();
+        for (int axis = 0; axis < 3; ++axis)
+            DrawFixedLabels(axis, view);
+        return;
     }
     DrawAxesLines();
     DrawAxesPlanes();
@@ -213,6 +218,7 @@ void CAxes3D::VisitAdded(detail::AddedFields& fields) {
         field("dateFormats", &Added::dateFormats);
         field("autoTics", &Added::autoTics);
         field("wholeTics", &Added::wholeTics);
+        field("ticHeights", &Added::ticHeights);
     });
     for (int axis = 0; axis < 3; ++axis) {
         fields.Object(detail::Say("axis ", axis), m_pAxis[axis].get());

@@ -123,6 +123,10 @@ class VARNEL_API CAxes3D {
     void SetAutoTics(int axis, int on, int whole = 0);
     int GetAutoTics(int axis) const { return Value(m_Added.autoTics, axis); }
 
+    /// While the frame follows the view: the lengths of major and minor tics in heights of the
+    /// labels, whatever the view, instead of those of the axes. 0, the default: those of the axes.
+    void SetTicHeights(double major, double minor);
+
     /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. Without a
     /// font in the context, as before a view's first drawing, texts take no room. The transform's
     /// chart matrix is current afterwards.
@@ -503,6 +507,9 @@ class VARNEL_API CAxes3D {
     void FillContent(int axis, double height, detail::AxisContent& content) const;
     detail::AxesPlacement PlaceFollowing(const detail::BoxView& view) const;
     void MeasureFixed(const detail::BoxView& view, detail::AxesExtents& extents);
+    bool CalcFixedLabels(int axis, const detail::BoxView& view);
+    void ClearTitle(int axis, const detail::BoxView& view, double gap);
+    void DrawFixedLabels(int axis, const detail::BoxView& view);
     void DrawFollowing(const detail::BoxView& view);
     void DrawFollowingAxis(int axis, const detail::AxesPlacement& placement);
     int PlaneInUse(int plane, bool hasOpposite, bool hasOwn) const;
@@ -535,6 +542,7 @@ class VARNEL_API CAxes3D {
         int dates[3] = {};
         int autoTics[3] = {};
         int wholeTics[3] = {};
+        double ticHeights[2] = {};         ///< major and minor
         std::vector<CString> dateFormats;  ///< by axis; missing ones are empty
     };
 

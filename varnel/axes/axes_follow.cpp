@@ -16,23 +16,16 @@
 namespace varnel {
 namespace {
 
+using detail::MatrixOf;
 using detail::PixelPoint;
+using detail::PlaneAt;
 
-constexpr double kInFront = 0.02;  // device units by which letters lie before the box
-
-/// The planes of the box by their normal axis and end.
-int PlaneAt(int normal, bool atMax) {
-    return 2 - normal + (atMax ? 3 : 0);
-}
+// Device units by which letters lie before the box, and lines of axes before its edges.
+constexpr double kInFront = 0.02;
+constexpr double kLinesInFront = 0.004;
 
 int Opposite(int plane) {
     return (plane + 3) % 6;
-}
-
-detail::Matrix4 MatrixOf(const double* m) {
-    detail::Matrix4 matrix;
-    std::copy(m, m + 16, matrix.m.begin());
-    return matrix;
 }
 
 detail::Vec3 Apply(const detail::Matrix4& m, const point3Dtype& p) {
@@ -48,34 +41,10 @@ detail::TextExtent Extent(const CFont3D& font, const CString& text) {
     return {size.width, size.height, size.descent};
 }
 
-void Include(detail::PixelBox& box, PixelPoint p) {
-    box.left = std::min(box.left, p.x);
-    box.bottom = std::min(box.bottom, p.y);
-    box.right = std::max(box.right, p.x);
-    box.top = std::max(box.top, p.y);
-}
-
-/// The pixels that a text object covers under the transform's matrix for text.
-detail::PixelBox BoxOf(const CTextObj3D& text, const CFont3D& font, const CTransform3D& transform,
-                       const detail::BoxView& view) {
-    const detail::TextExtent extent = Extent(font, text.GetString());
-    point3Dtype scale;
-    text.CalcComplexAspectRatio(scale);
-    point3Dtype justify;
-    text.calccharjust(justify, extent.width, extent.ascent);
-    detail::MatrixStack matrix;
-    matrix.Load(MatrixOf(transform.GetFontTransform()));
-    const point3Dtype at = text.GetNormLocation();
-    matrix.Translate(at.x, at.y, at.z);
-    for (const CTextObj3D::PlaneTurn& turn : text.PlaneTurns(transform.GetRotation()))
-        matrix.Multiply(detail::Rotation(turn.degrees, turn.axis));
-    matrix.Scale(scale.x, scale.y, scale.z);
-    matrix.Translate(justify.x, justify.y, justify.z);
-    detail::PixelBox box = {1e300, 1e300, -1e300, -1e300};
-    for (const double x : {0.0, extent.width})
-        for (const double y : {-extent.descent, extent.ascent})
-            Include(box, view.ToPixel(matrix.ToDevice({x, y, 0.0, 0.0})));
-    return box;
+/// Whether the planes across an axis of the box are seen as lines.
+bool IsEdgeOn(const detail::BoxView& view, int axis) {
+    const detail::Vec3& e = view.edges[axis];
+    return std::abs(e.z) < 1e-6 * std::sqrt(detail::Dot(e, e));
 }
 
 }  // namespace
@@ -228,11 +197,18 @@ void CAxes3D::SetAutoTics(int axis, int on, int whole) {
     labels->SetAxisLabelsValues({});
 }
 
+void CAxes3D::SetTicHeights(double major, double minor) {
+    m_Added.ticHeights[0] = major;
+    m_Added.ticHeights[1] = minor;
+}
+
 void CAxes3D::FillContent(int axis, double height, detail::AxisContent& content) const {
     const CAxis3D& line = *m_pAxis[axis];
     const CAxisLabels3D& labels = *m_pAxisLabels[axis];
     content.hasLine = m_Saved.m_bAxisEnable[axis] != 0;
     content.ticLength = std::max(line.GetAxisMajorTicLength(), 0.0);
+    content.ticHeight = m_Added.ticHeights[0];
+    content.mayTurn = m_pTransform->GetTrueProportions() != 0;
     const double em = EmInPixels(height);
     content.labelEm = em * labels.GetAxisLabelsSize();
     content.titleEm = em * labels.GetAxisTitleSize();
@@ -283,62 +259,16 @@ detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
     const detail::AxesPlacement placement = PlaceFollowing(view);
     extents.bounds = placement.bounds;
     for (const detail::PlacedText& text : placement.texts)
-        extents.texts.push_back({text.axis, text.isTitle, text.text, text.box});
+        extents.texts.push_back({text.axis, text.isTitle, text.text, text.box, text.shape});
     return extents;
-}
-
-void CAxes3D::MeasureFixed(const detail::BoxView& view, detail::AxesExtents& extents) {
-    // Walls, tics and lines are counted as the box, grown by the longest of them.
-    detail::AxisContent content[3];
-    for (int axis = 0; axis < 3; ++axis)
-        FillContent(axis, view.height, content[axis]);
-    extents.bounds = {1e300, 1e300, -1e300, -1e300};
-    for (int corner = 0; corner < 8; ++corner) {
-        detail::Vec3 at = view.origin;
-        for (int axis = 0; axis < 3; ++axis) {
-            const bool atMax = (corner >> axis & 1) != 0;
-            const bool own = GetWallEnable(PlaneAt(axis, atMax)) != 0;
-            const double wall = atMax ? content[axis].wallAtMax : content[axis].wallAtMin;
-            const double place = (atMax ? 1.0 : 0.0) + (own ? (atMax ? wall : -wall) : 0.0);
-            const detail::Vec3& e = view.edges[axis];
-            at = {at.x + place * e.x, at.y + place * e.y, at.z + place * e.z};
-        }
-        Include(extents.bounds, view.ToPixel(at));
-    }
-    const CFont3D* const font = m_pOpenGL->GetFont();
-    if (font == nullptr) return;
-    m_pTransform->TextTransform();
-    const auto add = [&](int axis, bool isTitle, const CTextObj3D& text) {
-        if (text.GetString().empty()) return;
-        const detail::PixelBox box = BoxOf(text, *font, *m_pTransform, view);
-        extents.texts.push_back({axis, isTitle, text.GetString(), box});
-        Include(extents.bounds, {box.left, box.bottom});
-        Include(extents.bounds, {box.right, box.top});
-    };
-    for (int axis = 0; axis < 3; ++axis) {
-        CAxisLabels3D& labels = *m_pAxisLabels[axis];
-        if (m_Saved.m_bAxisLabelsEnable[axis] == 0) continue;
-        labels.FreeLabelObjs();
-        labels.CalcAxisLabels();
-        for (const auto& label : labels.m_LabelObjs) {
-            point3Dtype at;
-            m_pTransform->NormalizePoint(label->GetLocation(), at);
-            label->SetNormLocation(at);
-            add(axis, false, *label);
-        }
-        add(axis, true, *labels.GetTitleObj());
-    }
-    m_pTransform->ChartTransform();
 }
 
 void CAxes3D::DrawFollowing(const detail::BoxView& view) {
     const detail::AxesPlacement placement = PlaceFollowing(view);
     if (m_Added.followView == FOLLOW_TURN)
         m_pLastChoice = std::make_unique<detail::AxesChoice>(placement.choice);
-    for (int axis = 0; axis < 3; ++axis)
-        if (placement.axes[axis].shown) DrawFollowingAxis(axis, placement);
-
-    // The planes that look away, in the attributes of those that are switched on.
+    // The planes that look away, in the attributes of those that are switched on. One that is seen
+    // edge-on would be no more than a line over that of an axis.
     const Saved kept = m_Saved;
     for (int normal = 0; normal < 3; ++normal) {
         const int plane = PlaneAt(normal, placement.choice.back[normal]);
@@ -348,11 +278,21 @@ void CAxes3D::DrawFollowing(const detail::BoxView& view) {
         if (wall >= 0) m_Saved.m_Wall[plane] = kept.m_Wall[wall];
         if (wall >= 0) m_Saved.m_PlaneColorMode[plane] = kept.m_PlaneColorMode[wall];
         if (grid >= 0) m_Saved.m_PlaneGrid[plane] = kept.m_PlaneGrid[grid];
-        m_Saved.m_Wall[other].m_bWallEnable = 0;
-        m_Saved.m_PlaneGrid[other].m_bGridEnable = 0;
+        for (const int hidden : {other, IsEdgeOn(view, normal) ? plane : other}) {
+            m_Saved.m_Wall[hidden].m_bWallEnable = 0;
+            m_Saved.m_PlaneGrid[hidden].m_bGridEnable = 0;
+        }
     }
     DrawAxesPlanes();
     m_Saved = kept;
+
+    // Lines of axes lie before the edges of the planes that end there.
+    detail::Matrix4 nearer = MatrixOf(m_pTransform->GetGraphTransform());
+    nearer.m[14] -= kLinesInFront;
+    m_pOpenGL->LoadMatrixTransform(nearer.m.data());
+    for (int axis = 0; axis < 3; ++axis)
+        if (placement.axes[axis].shown) DrawFollowingAxis(axis, placement);
+    m_pOpenGL->LoadMatrixTransform(m_pTransform->GetGraphTransform());
 
     m_pTransform->TextTransform();
     detail::TextPlace place;
@@ -384,6 +324,11 @@ void CAxes3D::DrawFollowingAxis(int axis, const detail::AxesPlacement& placement
     };
     placed.SetAxisIntercept(at(1), at(2));
     placed.SetAxisTicDir(placement.axes[axis].ticDirection);
+    if (m_Added.ticHeights[0] > 0.0) {
+        const double length = placement.axes[axis].ticLength;
+        placed.SetAxisMajorTicLength(length);
+        placed.SetAxisMinorTicLength(length * m_Added.ticHeights[1] / m_Added.ticHeights[0]);
+    }
     placed.DrawAxis();
 }
 

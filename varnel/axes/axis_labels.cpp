@@ -160,6 +160,10 @@ void CAxisLabels3D::GetAxisTitleString(CString& title) const {
 void CAxisLabels3D::DrawAxisLabels() {
     FreeLabelObjs();
     CalcAxisLabels();
+    DrawCalculated();
+}
+
+void CAxisLabels3D::DrawCalculated() {
     for (const auto& label : m_LabelObjs) {
         if (!m_pOpenGL->TakeLabelCharacters(label->GetString().size())) break;
         label->OutText();
@@ -273,6 +277,7 @@ void CAxisLabels3D::CalcLabel(Run& run, double value) {
     label->SetFlipY(m_Saved.m_LabelsFlipY);
     label->SetTextPlane(m_Saved.m_LabelsPlane);
     label->SetCharSize(m_Saved.m_LabelsSize);
+    label->SetHalo(m_Added.halo);
 }
 
 int CAxisLabels3D::NewLabelObj(const CString& s) {
@@ -357,6 +362,7 @@ void CAxisLabels3D::CalcAxisTitle(const CAxis3D* axis, const point3Dtype& lastLa
     m_pTitleObj->SetFlipY(m_Saved.m_TitleFlipY);
     m_pTitleObj->SetNormLocation(place);
     m_pTitleObj->SetCharSize(m_Saved.m_TitleSize);
+    m_pTitleObj->SetHalo(m_Added.halo);
     m_pTitleObj->SetColor(m_Saved.m_TitleColor);
     m_pTitleObj->SetTextPlane(m_Saved.m_TitlePlane);
     m_pTitleObj->SetRotation(m_Saved.m_TitleRotation);
@@ -492,13 +498,17 @@ void CAxisLabels3D::DrawPlaced(std::span<const detail::PlacedText> texts,
         text->SetFlipX(0);
         text->SetFlipY(0);
         text->SetCharSize(placed.em / place.em);
+        text->SetHalo(m_Added.halo);
         text->SetNormLocation(place.Normalized(placed.start));
         text->OutTextNorm();
     }
 }
 
 void CAxisLabels3D::VisitAdded(detail::AddedFields& fields) {
-    fields.Of(m_Added, [](auto field) { field("values", &Added::values); });
+    fields.Of(m_Added, [](auto field) {
+        field("values", &Added::values);
+        field("halo", &Added::halo);
+    });
     fields.Object("title", m_pTitleObj.get());
 }
 

@@ -119,6 +119,9 @@ class VARNEL_API CAxisLabels3D {
     /// Kept, but neither used nor saved: labels follow the major tics of the axis.
     void SetAxisLabelsNthTic(int n) { m_Added.m_LabelsNthTic = n; }
     int GetAxisLabelsNthTic() const { return m_Added.m_LabelsNthTic; }
+    /// The halo of labels and title (CTextObj3D::SetHalo). Default 0.
+    void SetAxisLabelsHalo(double ems) { m_Added.halo = ems; }
+    double GetAxisLabelsHalo() const { return m_Added.halo; }
     void SetTextureEnable(int on) { m_Saved.m_bTextureEnable = on; }
     int GetTextureEnable() const { return m_Saved.m_bTextureEnable; }
 
@@ -231,6 +234,7 @@ class VARNEL_API CAxisLabels3D {
     void WalkLabels(const Run& run, Visit&& visit) const;
     CString LabelAt(int index, double value) const;
     bool HasNames() const { return m_pLabelsStrings != nullptr && m_Saved.m_bStringsEnable != 0; }
+    void DrawCalculated();
     void FillContent(detail::AxisContent& content) const;
     void DrawPlaced(std::span<const detail::PlacedText> texts, const detail::TextPlace& place);
     double LoweredIntercept(double z) const;
@@ -281,6 +285,7 @@ class VARNEL_API CAxisLabels3D {
         int m_LabelsNthTic = 1;
         CString m_EngString = " KMBT";
         std::vector<double> values;  ///< data units
+        double halo = 0.0;           ///< ems
     };
 
     COpenGL* m_pOpenGL = nullptr;

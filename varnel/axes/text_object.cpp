@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/progress.h"
@@ -28,6 +29,7 @@ CTextObj3D::CTextObj3D(COpenGL* gl, CFont3D* font, CTransform3D* transform, cons
 
 void CTextObj3D::InitTextObjDefaults() {
     m_Saved = {};
+    m_Added = {};
     detail::Count(nSelfID);
 }
 
@@ -112,7 +114,7 @@ void CTextObj3D::DrawLines(const CFont3D& font, double width) const {
         m_pOpenGL->PushMatrix();
         // JustifyOffset is how far a text of that width lies before its location.
         m_pOpenGL->Translate3D(detail::JustifyOffset(own - width, m_Saved.m_XJustify), y, 0.0);
-        m_pOpenGL->DrawTextRun(font, line);
+        m_pOpenGL->DrawTextRun(font, line, m_Added.halo);
         m_pOpenGL->PopMatrix();
         y -= detail::kLineSpacing;
     });
@@ -179,8 +181,11 @@ void CTextObj3D::CalcComplexAspectRatio(point3Dtype& scale) const {
         const double c = std::abs(std::cos(theta));
         const double s = std::abs(std::sin(theta));
         const double aspect = m_pTransform->GetFontAspect();
-        scale.x = aspect * c + s;
-        scale.y = aspect * s + c;
+        // Where units are as wide as high, there is nothing to make up for, and a text at 45
+        // degrees would be too large.
+        const bool isEven = m_pTransform->GetTrueProportions() != 0 && aspect == 1.0;
+        scale.x = isEven ? 1.0 : aspect * c + s;
+        scale.y = isEven ? 1.0 : aspect * s + c;
         scale.z = scale.x;
     }
     const double size =
@@ -207,6 +212,10 @@ void CTextObj3D::Record(Archive& record) {
     record(m_Saved.m_Color, m_Saved.m_TextPlane, m_Saved.m_FlipX, m_Saved.m_FlipY,
            m_Saved.m_Rotation, m_Saved.m_bTextureEnable, m_Saved.m_Clipping);
     record(m_Saved.m_bTextEnable, m_Saved.m_CharSize);
+}
+
+void CTextObj3D::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) { field("halo", &Added::halo); });
 }
 
 void CTextObj3D::Save(HANDLE file) {

@@ -21,6 +21,10 @@ class CFont3D;
 class COpenGL;
 class CTransform3D;
 
+namespace detail {
+class AddedFields;
+}
+
 /// The plane in which a text lies; plain numbers may be given as well.
 enum TextPlane3D : int {
     TEXTPLANE_XY = 0,  ///< planes of the chart's box
@@ -106,6 +110,11 @@ class VARNEL_API CTextObj3D {
     /// Factor on the font's size when drawing; the measured sizes leave it out.
     void SetCharSize(double size) { m_Saved.m_CharSize = size; }
     double GetCharSize() const { return m_Saved.m_CharSize; }
+    /// Above 0: the background's colour surrounds the letters, that many ems wide (0.12 is a good
+    /// width), and lines in the text's plane do not strike through it. 0, the default: letters
+    /// alone.
+    void SetHalo(double ems) { m_Added.halo = ems; }
+    double GetHalo() const { return m_Added.halo; }
     /// 0: neither draws nor changes any state.
     void EnableTextObj(int on) { m_Saved.m_bTextEnable = on; }
     int GetTextEnable() const { return m_Saved.m_bTextEnable; }
@@ -153,6 +162,9 @@ class VARNEL_API CTextObj3D {
     template <class Archive>
     void Record(Archive& record);
 
+    /// Hands the attributes that the record lacks to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
+
  private:
     const CFont3D* CurrentFont() const;
     void DrawLines(const CFont3D& font, double width) const;
@@ -175,10 +187,16 @@ class VARNEL_API CTextObj3D {
         double m_CharSize = 1.0;  ///< factor on the font's size
     };
 
+    /// The attributes that records do not have.
+    struct Added {
+        double halo = 0.0;  ///< ems
+    };
+
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     int m_nTransformID = 0;  ///< saved; it goes with the transform, not with the attributes
     Saved m_Saved;
+    Added m_Added;
     int m_nSignature = kSignature;
 };
 

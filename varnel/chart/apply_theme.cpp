@@ -97,6 +97,7 @@ void ApplyTheme(CChart3D& chart, const Theme& theme) {
     chart.SetLightPosition(theme.lightPosition);
     chart.SetLightComponent(LIGHT_MODEL_AMBIENT, theme.ambientLight);
     chart.SetLightComponent(LIGHT_DIFFUSE, theme.diffuseLight);
+    chart.SetLightLimit(1);
     chart.GetHeader()->SetTextColor(theme.text);
     for (int i = 0; i < chart.GetNumAxes(); ++i)
         ThemeAxes(*chart.GetAxes(i), theme);

@@ -161,8 +161,9 @@ double FillingDepth(const FrameOptions& options, const ChartExtent& extent) {
 // --- What is seen of the frame -------------------------------------------------------------------
 
 constexpr int kFlat = 0;  // colour mode: not lit
-constexpr double kMajorTic = 0.018;
-constexpr double kMinorTic = 0.010;
+/// In heights of labels.
+constexpr double kMajorTic = 0.4;
+constexpr double kMinorTic = 0.22;
 /// Walls far enough behind what lies on the box's own planes.
 constexpr double kWallOffset = 0.001;
 
@@ -182,8 +183,6 @@ void DressPlanes(CAxes3D& axes, const FrameOptions& options) {
 
 void DressAxis(CAxes3D& axes, int axis, const AxisFrame& frame, const AxisExtent& extent) {
     axes.SetAxisColorMode(axis, kFlat);
-    axes.SetAxisMajorTicLength(axis, kMajorTic);
-    axes.SetAxisMinorTicLength(axis, kMinorTic);
     axes.SetAxisLabelsSize(axis, 1.0);
     axes.SetAxisTitleSize(axis, 1.0);
     axes.SetAxisTitleString(axis, frame.title);
@@ -225,9 +224,13 @@ void DressView(CChartView3D& view, const Theme& theme) {
     DressLegends(view, theme);
 }
 
-/// What has two sides shows both, and surfaces are round and plastic, in whatever colours.
-void LightWell(CChartObj3D& object) {
+/// What has two sides shows both, surfaces are round and plastic, in whatever colours, lines have
+/// no gaps and do not strike through texts.
+void DressObject(CChartObj3D& object) {
+    constexpr double kHalo = 0.12;  // ems
     object.SetTwoSided(1);
+    object.SetLineJoins(1);
+    object.SetTextHalo(kHalo);
     if (object.GetChartType() != POLYSURFACECHART3D) return;
     object.SetShading(1);
     object.SetTextureLighting(1);
@@ -284,15 +287,13 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
         axes.GetAxis(extent.depthAxis)->SetTicValues({});
         axes.SetAutoTics(extent.depthAxis, 0);
     }
+    axes.SetTicHeights(kMajorTic, kMinorTic);
     axes.SetFollowView(options.autoFit == AUTOFIT_TURN ? FOLLOW_TURN : FOLLOW_VIEW);
     SetTitles(*m_pHeader, options);
     SetFillDepth(FillingDepth(options, extent));
-    for (const auto& object : m_Objects.objects) {
-        if (object->GetTransform() == &t) object->SetLineJoins(1);
-    }
     ApplyTheme(*this, options.theme);
     for (const auto& object : m_Objects.objects) {
-        if (object->GetTransform() == &t) LightWell(*object);
+        if (object->GetTransform() == &t) DressObject(*object);
     }
     if (extent.surface && HasLight() == 0) SetLight();
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);

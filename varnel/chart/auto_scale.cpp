@@ -13,6 +13,7 @@
 #include "varnel/chart/detail/label_format.h"
 #include "varnel/chart/detail/scale_numbers.h"
 #include "varnel/foundation/detail/counts.h"
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/dib_section.h"
@@ -172,7 +173,69 @@ void ScaleAxis(CAxes3D& axes, const CTransform3D& t, int axis) {
     }
 }
 
+/// The nearest limit of a logarithmic axis on one side of a value above 0: a decade, or 1, 2 or 5
+/// times one.
+double LogLimit(double v, bool up, bool decade) {
+    const auto power = [](int k) { return std::pow(10.0, k); };
+    int k = static_cast<int>(std::floor(std::log10(v)));
+    if (power(k) > v) --k;  // the logarithm was rounded
+    std::vector<double> steps = {power(k), power(k + 1)};
+    if (!decade) steps.insert(steps.begin() + 1, {2.0 * power(k), 5.0 * power(k)});
+    if (up)
+        return *std::ranges::find_if(steps, [&](double s) { return s >= v || s == steps.back(); });
+    double below = steps.front();
+    for (const double s : steps)
+        if (s <= v) below = s;
+    return below;
+}
+
+/// Limits of a logarithmic axis.
+std::pair<double, double> LogLimits(const DataRange& range, int minorOnly) {
+    if (range.count == 0) return {1.0, 10.0};
+    const bool decades = minorOnly == 0 && range.max >= 10.0 * range.min;
+    const double min = LogLimit(range.min, false, decades);
+    double max = LogLimit(range.max, true, decades);
+    if (!(max > min)) max = LogLimit(1.5 * max, true, decades);
+    return {min, max};
+}
+
 }  // namespace
+
+void CChart3D::SetAutoScaleMode(int axis, int mode) {
+    if (axis >= 0 && axis < 3) m_AutoScaleMode[static_cast<std::size_t>(axis)] = mode;
+}
+
+void CChart3D::AddData(AutoRanges& ranges, int axis, const double* values, int n) const {
+    if (!IsLogarithmic(axis) || values == nullptr) return;
+    for (int i = 0; i < n; ++i)
+        if (std::isfinite(values[i])) ranges[static_cast<std::size_t>(axis)].Add(values[i], true);
+}
+
+void CChart3D::AddData25D(AutoRanges& ranges, const double* x, const double* y, int n,
+                          int orientation) const {
+    AddData(ranges, orientation == 1 ? 1 : 0, x, n);
+    AddData(ranges, 2, y, n);
+}
+
+/// Makes those axes of a new transform logarithmic that have ranges to be.
+CTransform3D* CChart3D::Scaled(CTransform3D* t, const AutoRanges& ranges, int minorOnly) const {
+    point3Dtype min = t->GetScaleMin();
+    point3Dtype max = t->GetScaleMax();
+    for (int axis = 0; axis < 3; ++axis) {
+        const DataRange& range = ranges[static_cast<std::size_t>(axis)];
+        if (!IsLogarithmic(axis) || range.count + range.leftOut == 0) continue;
+        if (range.leftOut > 0)
+            detail::Diagnose("AutoTransform", range.leftOut,
+                             " values are not positive, and no data on the logarithmic axis ",
+                             axis);
+        const auto [low, high] = LogLimits(range, minorOnly);
+        coordassign(min, axis, low);
+        coordassign(max, axis, high);
+        t->SetAxisScaleMode(axis, SCALE_LOGARITHMIC);
+    }
+    t->SetScale(min, max);
+    return t;
+}
 
 void CChart3D::RoundAxis(double& min, double& max, int minorOnly) {
     detail::RoundAxis(min, max, minorOnly);
@@ -193,7 +256,13 @@ CTransform3D* CChart3D::AutoTransform3D(const point3Dtype* pts, int n, int minor
     RoundAxis(min.x, max.x, minorOnly);
     RoundAxis(min.y, max.y, minorOnly);
     RoundAxis(min.z, max.z, minorOnly);
-    return NewTransform(min, max);
+    AutoRanges ranges;
+    for (int i = 0; i < n && pts != nullptr; ++i)
+        for (int axis = 0; axis < 3; ++axis) {
+            const double value = GetCoord3D(pts[i], axis);
+            AddData(ranges, axis, &value, 1);
+        }
+    return Scaled(NewTransform(min, max), ranges, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransformPolysurface(CPolysurface* ps, int minorOnly) {
@@ -222,20 +291,24 @@ CTransform3D* CChart3D::AutoTransform25D(const double* x, const double* y, int n
     point3Dtype min;
     point3Dtype max;
     MinMaxValues25D(x, y, n, depth, orientation, minorOnly, min, max);
-    return NewTransform(min, max);
+    AutoRanges ranges;
+    AddData25D(ranges, x, y, n, orientation);
+    return Scaled(NewTransform(min, max), ranges, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransformN25D(double** x, double** y, const int* counts, int nSets,
                                           double depth, int orientation, int minorOnly) {
     Union all;
+    AutoRanges ranges;
     if (x == nullptr || y == nullptr || counts == nullptr) nSets = 0;
     for (int i = 0; i < nSets; ++i) {
         point3Dtype min;
         point3Dtype max;
         MinMaxValues25D(x[i], y[i], counts[i], depth, orientation, minorOnly, min, max);
+        AddData25D(ranges, x[i], y[i], counts[i], orientation);
         all.Add(min, max);
     }
-    return NewTransform(all.min, all.max);
+    return Scaled(NewTransform(all.min, all.max), ranges, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransformGroup25D(const double* x, const double* y, double base, int n,
@@ -247,22 +320,25 @@ CTransform3D* CChart3D::AutoTransformGroup25D(const double* x, const double* y, 
         if (y != nullptr) SumGroups(y, n, nGroups, sums.get());
         CTransform3D* const t = AutoTransform25D(x, sums.get(), n, depth, orientation, minorOnly);
         point3Dtype min = t->GetScaleMin();
-        if (min.z > base) {
+        if (min.z > base && (base > 0.0 || t->GetAxisScaleMode(2) == 0)) {
             min.z = base;
             t->SetScaleMin(min);
         }
         return t;
     }
     Union all;
+    AutoRanges ranges;
+    if (base > 0.0) AddData(ranges, 2, &base, 1);
     for (int g = 0; g < nGroups; ++g) {
         const double* row = y == nullptr ? nullptr : y + static_cast<std::ptrdiff_t>(g) * n;
         point3Dtype min;
         point3Dtype max;
         MinMaxValues25D(x, row, n, depth, orientation, minorOnly, min, max);
+        AddData25D(ranges, x, row, n, orientation);
         all.Add(min, max);
     }
     if (all.min.z > base) all.min.z = base;
-    return NewTransform(all.min, all.max);
+    return Scaled(NewTransform(all.min, all.max), ranges, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransform3D(std::span<const point3Dtype> pts, int minorOnly) {
@@ -279,10 +355,9 @@ void CChart3D::MinMaxValues25D(std::span<const double> x, std::span<const double
 
 CTransform3D* CChart3D::AutoTransform25D(std::span<const double> x, std::span<const double> y,
                                          double depth, int orientation, int minorOnly) {
-    point3Dtype min;
-    point3Dtype max;
-    MinMaxValues25D(x, y, depth, orientation, minorOnly, min, max);
-    return NewTransform(min, max);
+    const int n = detail::SameCount(x, y, At("MinMaxValues25D"));
+    return AutoTransform25D(n != 0 ? x.data() : nullptr, n != 0 ? y.data() : nullptr, n, depth,
+                            orientation, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransformN25D(std::span<const std::span<const double>> x,
@@ -290,13 +365,15 @@ CTransform3D* CChart3D::AutoTransformN25D(std::span<const std::span<const double
                                           int orientation, int minorOnly) {
     const int sets = detail::SameCount(x, y, At("AutoTransformN25D"));
     Union all;
+    AutoRanges ranges;
     for (std::size_t i = 0; i < static_cast<std::size_t>(sets); ++i) {
         point3Dtype min;
         point3Dtype max;
         MinMaxValues25D(x[i], y[i], depth, orientation, minorOnly, min, max);
+        AddData25D(ranges, x[i].data(), y[i].data(), static_cast<int>(x[i].size()), orientation);
         all.Add(min, max);
     }
-    return NewTransform(all.min, all.max);
+    return Scaled(NewTransform(all.min, all.max), ranges, minorOnly);
 }
 
 CTransform3D* CChart3D::AutoTransformGroup25D(std::span<const double> x, std::span<const double> y,

@@ -20,6 +20,7 @@
 #include "varnel/foundation/types.h"
 #include "varnel/foundation/viewports.h"
 #include "varnel/layout/fit.h"
+#include "varnel/scale/auto_scale.h"
 
 namespace varnel {
 
@@ -163,6 +164,9 @@ class VARNEL_API CChart3D {
     /// (from 1) is. The defaults: a light over the viewer's left shoulder, no highlight.
     void SetLight(const point3Dtype& direction = {-0.45, 0.65, 0.8, 0.0}, double ambient = 0.35,
                   double diffuse = 0.75, double specular = 0.0, double shininess = 20.0);
+    /// 1: no surface gets more light than makes its own colour (COpenGL::SetLightLimit). Default 0.
+    void SetLightLimit(int on) { m_Added.lightLimit = on; }
+    int GetLightLimit() const { return m_Added.lightLimit; }
     /// The light of the calls above again.
     void ClearLight() { m_Added.viewLight = 0; }
     int HasLight() const { return m_Added.viewLight; }
@@ -217,6 +221,12 @@ class VARNEL_API CChart3D {
     /// decimals of the labels.
     static void CalcAxisTicMarks(double min, double max, double& ticOrigin, double& ticSpace,
                                  int& ticsPerMajor, int& decimals);
+    /// The scale mode (ScaleMode) of axis 0..2 in the transforms that the AutoTransform calls make
+    /// from now on. The limits of a logarithmic axis are whole decades, or 1, 2 or 5 times one
+    /// where the data lie within a decade or `minorOnly` is not 0. Values of 0 and below are no
+    /// data then, and are told as a diagnostic; without others the limits are 1..10. The depth
+    /// of 2.5D data stays linear. Default linear; not saved.
+    void SetAutoScaleMode(int axis, int mode);
     /// A new transform with the rounded limits of n points.
     CTransform3D* AutoTransform3D(const point3Dtype* pts, int n, int minorOnly);
     CTransform3D* AutoTransform3D(std::span<const point3Dtype> pts, int minorOnly);
@@ -268,8 +278,9 @@ class VARNEL_API CChart3D {
     /// FitToView at every drawing (AutoFit3D). Default AUTOFIT_OFF.
     void SetAutoFit(int mode) { m_Added.autoFit = mode; }
     int GetAutoFit() const { return m_Added.autoFit; }
-    /// 1: the size of the chart's text follows the smaller side of its viewport (TextSizesFor);
-    /// 0, the default: it is the font size that was set.
+    /// 1: the size of the chart's text follows the smaller side of its viewport (TextSizesFor), and
+    /// so do the widths of its axes, walls and grids, which are as given in a chart of 640 x 480;
+    /// 0, the default: they are as set.
     void SetAutoText(int on) { m_Added.autoText = on; }
     int GetAutoText() const { return m_Added.autoText; }
     /// Above 0: FitToView makes the box as wide and high as the viewport allows, and its third edge
@@ -360,6 +371,7 @@ class VARNEL_API CChart3D {
         int autoFit = AUTOFIT_OFF;
         int autoText = 0;
         double fillDepth = 0.0;
+        int lightLimit = 0;
         int viewLight = 0;  ///< 1: the light below
         point3Dtype lightDirection;
         double lightAmbient = 0.0;
@@ -367,6 +379,8 @@ class VARNEL_API CChart3D {
         double lightSpecular = 0.0;
         double lightShininess = 1.0;
     };
+
+    using AutoRanges = std::array<DataRange, 3>;
 
     template <class Archive>
     static void Record(Archive& record, Saved& saved);
@@ -381,11 +395,19 @@ class VARNEL_API CChart3D {
     void TellWhatDoesNotShow() const;
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
     void MakeTransformIDsUnique();
+    bool IsLogarithmic(int axis) const {
+        return m_AutoScaleMode[static_cast<std::size_t>(axis)] != 0;
+    }
+    void AddData(AutoRanges& ranges, int axis, const double* values, int n) const;
+    void AddData25D(AutoRanges& ranges, const double* x, const double* y, int n,
+                    int orientation) const;
+    CTransform3D* Scaled(CTransform3D* t, const AutoRanges& ranges, int minorOnly) const;
 
     COpenGL* m_pOpenGL = nullptr;
     CChartView3D* m_pChartView = nullptr;
     Saved m_Saved;
     Added m_Added;
+    std::array<int, 3> m_AutoScaleMode{};
     PixelRect m_Reserved;  ///< pixels at each edge
     PixelRect m_PlotArea;
     PixelRect m_BoxArea;

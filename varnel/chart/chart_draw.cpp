@@ -26,6 +26,18 @@ bool ShowsSomething(const CAxes3D& axes) {
     return shows;
 }
 
+/// Widths of lines times a factor; as given again afterwards, also when drawing is broken off.
+class WidthScope {
+ public:
+    WidthScope(COpenGL& gl, double factor) : m_GL(gl) { m_GL.SetWidthFactor(factor); }
+    ~WidthScope() { m_GL.SetWidthFactor(1.0); }
+    WidthScope(const WidthScope&) = delete;
+    WidthScope& operator=(const WidthScope&) = delete;
+
+ private:
+    COpenGL& m_GL;
+};
+
 /// A part of a chart's drawing, as fractions of the whole.
 template <class Draw>
 void Stage(double from, double to, Draw&& draw) {
@@ -107,6 +119,7 @@ void CChart3D::SetupLight() {
     m_pOpenGL->LoadLight(LIGHT_AMBIENT);
     m_pOpenGL->LoadLight(LIGHT_DIFFUSE);
     m_pOpenGL->SetLightComponent(LIGHT_AMBIENT, common);
+    m_pOpenGL->SetLightLimit(m_Added.lightLimit);
     m_pOpenGL->SetGloss(own ? m_Added.lightSpecular : 0.0, m_Added.lightShininess);
 }
 
@@ -125,6 +138,9 @@ void CChart3D::DrawHeader() {
 }
 
 void CChart3D::DrawAxes() {
+    const GLViewportType& v = m_Saved.viewport;
+    const WidthScope widths(*m_pOpenGL,
+                            m_Added.autoText != 0 ? TextSizesFor(v.width, v.height).lines : 1.0);
     DrawEach(m_Objects.axes, [](CAxes3D& axes) { axes.DrawAxes(); });
 }
 

@@ -85,6 +85,7 @@ void CChart3D::VisitAdded(detail::AddedFields& fields) {
         field("autoFit", &Added::autoFit);
         field("autoText", &Added::autoText);
         field("fillDepth", &Added::fillDepth);
+        field("lightLimit", &Added::lightLimit);
         field("viewLight", &Added::viewLight);
         field("lightDirection", &Added::lightDirection);
         field("lightAmbient", &Added::lightAmbient);

@@ -127,6 +127,7 @@ void CChartView3D::VisitAdded(detail::AddedFields& fields, const ObjectList<CCha
         field("dpi", &Added::dpi);
         field("lineUnits", &Added::lineUnits);
         field("alignCharts", &Added::alignCharts);
+        field("samples", &Added::samples);
     });
     fields.Object("header", m_pHeader.get());
     fields.List("chart", charts);
@@ -160,6 +161,10 @@ void CChartView3D::WriteAll(File& f) {
     for (const auto& legend : m_LegendList)
         legend->Save(&f);
     m_pHeader->Save(&f);
+    // A file of plain charts is the plain one, whatever they are drawn with.
+    const bool automatic = std::ranges::any_of(
+        m_ChartList, [](const auto& chart) { return chart->GetAutoText() != 0; });
+    m_Added.samples = automatic ? GetAntialiasing() : 0;
     detail::AddedFields fields;
     VisitAdded(fields, m_ChartList, m_LegendList);
     fields.WriteBlock(f);
@@ -209,6 +214,7 @@ void CChartView3D::Load(const CString& fileName) {
     m_pHeader->CopyFrom(staged.header);
     VisitAdded(staged.added, staged.charts, staged.legends);
     staged.added.TellUnknown();
+    if (m_Added.samples > 0) SetAntialiasing(m_Added.samples);
     m_ChartList.AppendAll(staged.charts);
     m_LegendList.AppendAll(staged.legends);
     m_LoadComplete = staged.complete ? 1 : 0;

@@ -596,6 +596,10 @@ class VARNEL_API CChartObj3D {
     void SetLineStyleFactor(int factor) { m_Added.m_LineStyleFactor = factor; }
     int GetLineStyleFactor() const { return m_Added.m_LineStyleFactor; }
 
+    /// The halo of the texts of SCATTERTEXT3D (CTextObj3D::SetHalo), in ems. Default 0.
+    void SetTextHalo(double ems) { m_Added.m_TextHalo = ems; }
+    double GetTextHalo() const { return m_Added.m_TextHalo; }
+
     // --- Drawing and files -------------------------------------------------------------------
 
     /// Draws the object if it is enabled; an unknown type draws nothing. Raises "OpenGL Parameter

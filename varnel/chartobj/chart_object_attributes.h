@@ -115,6 +115,7 @@ struct ChartObjectAdded {
     double m_MarkerSize = 6.0;  ///< points
     int m_LineJoins = 0;
     int m_LineStyleFactor = 1;
+    double m_TextHalo = 0.0;  ///< ems
 };
 
 }  // namespace detail

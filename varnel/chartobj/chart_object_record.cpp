@@ -245,6 +245,7 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("markerSize", &Added::m_MarkerSize);
         field("lineJoins", &Added::m_LineJoins);
         field("lineStyleFactor", &Added::m_LineStyleFactor);
+        field("textHalo", &Added::m_TextHalo);
     });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }

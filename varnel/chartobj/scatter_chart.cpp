@@ -102,6 +102,7 @@ void CChartObj3D::DrawScatterText3D() {
     text->SetCharSize(m_Saved.m_RelSize);
     text->SetXJustify(1);
     text->SetTextPlane(m_Saved.m_TextPlane);
+    text->SetHalo(m_Added.m_TextHalo);
     for (std::size_t i = 0; i < n; ++i) {
         if (!detail::IsData(points[i])) continue;
         const RGBDType& color = colors.At(i, m_Saved.m_FillColor);

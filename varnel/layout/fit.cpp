@@ -277,7 +277,7 @@ TextSizes TextSizesFor(int width, int height) {
     constexpr double kGrowth = 0.75;
     const double side = std::max(1, std::min(width, height));
     const double label = std::clamp(kUsual * std::pow(side / kUsualSide, kGrowth), 9.0, 60.0);
-    return {label, 1.25 * label, label, std::max(0.8 * label, 9.0)};
+    return {label, 1.25 * label, label, std::max(0.8 * label, 9.0), label / kUsual};
 }
 
 HeaderStrips StripsFor(const TextSizes& sizes, bool title, bool subtitle, bool footer) {

@@ -89,6 +89,7 @@ struct TextSizes {
     double title = 0.0;
     double subtitle = 0.0;
     double footer = 0.0;
+    double lines = 1.0;  ///< factor on the widths of lines of axes
 };
 
 /// Labels of 11 points at 96 dots an inch in a frame of 640 x 480, growing more slowly than the

@@ -81,10 +81,12 @@ class CairoCanvas final : public PageCanvas {
         cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
         cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
         cairo_set_font_options(m_Page, options.get());
-        cairo_set_source_rgba(m_Page, text.color.r, text.color.g, text.color.b, text.color.a);
-        for (std::size_t i = 0; i < text.runs.size(); ++i)
-            ShowRun(text, text.runs[i],
-                    i + 1 < text.runs.size() ? text.runs[i + 1].first : text.places.size());
+        // All halos first: none is to cover a letter.
+        for (const bool halo : {true, false})
+            for (std::size_t i = 0; i < text.runs.size() && (!halo || text.halo > 0.0); ++i)
+                ShowRun(text, text.runs[i],
+                        i + 1 < text.runs.size() ? text.runs[i + 1].first : text.places.size(),
+                        halo);
         cairo_restore(m_Page);
     }
 
@@ -134,8 +136,8 @@ class CairoCanvas final : public PageCanvas {
     }
 
     /// Characters of one face up to `last` at their places, with the text behind them for whoever
-    /// selects it.
-    void ShowRun(const PageText& text, const PageText::Run& run, std::size_t last) {
+    /// selects it, or what surrounds them.
+    void ShowRun(const PageText& text, const PageText::Run& run, std::size_t last, bool halo) {
         const Owned<FcPattern> pattern(FcPatternCreate());
         if (!pattern) throw std::bad_alloc();
         FcPatternAddString(pattern.get(), FC_FILE,
@@ -165,8 +167,17 @@ class CairoCanvas final : public PageCanvas {
         if (static_cast<std::size_t>(glyphCount) == last - run.first)
             for (int i = 0; i < glyphCount; ++i)
                 glyphs[i].x = text.places[run.first + static_cast<std::size_t>(i)];
-        cairo_show_text_glyphs(m_Page, characters.c_str(), size, glyphs, glyphCount, clusters,
-                               clusterCount, flags);
+        const RGBDType& c = halo ? text.haloColor : text.color;
+        cairo_set_source_rgba(m_Page, c.r, c.g, c.b, c.a);
+        if (halo) {
+            cairo_new_path(m_Page);
+            cairo_glyph_path(m_Page, glyphs, glyphCount);
+            SetLine(2.0 * text.halo);
+            cairo_stroke(m_Page);
+        } else {
+            cairo_show_text_glyphs(m_Page, characters.c_str(), size, glyphs, glyphCount, clusters,
+                                   clusterCount, flags);
+        }
         cairo_glyph_free(glyphs);
         cairo_text_cluster_free(clusters);
     }

@@ -199,6 +199,9 @@ class VARNEL_API COpenGL {
     /// A white highlight of this brightness where polygons mirror the light; the larger `shininess`
     /// (1 or more), the smaller it is. Default 0: none. Takes effect at once.
     void SetGloss(double brightness, double shininess);
+    /// 1: the light's colours together count as 1 where they are more, so that no surface is
+    /// brighter than its own colour, but for gloss. 0, the default: as OpenGL adds them up.
+    void SetLightLimit(int on);
     /// Whether polygons that look away from the viewer are lit with their normal turned. Default 0.
     void SetTwoSided(BOOL on) { m_TwoSided = on; }
     BOOL GetTwoSided() const { return m_TwoSided; }
@@ -295,7 +298,11 @@ class VARNEL_API COpenGL {
     void SetLineUnits(int points) { m_LineUnits = points; }
     int GetLineUnits() const { return m_LineUnits; }
     /// Pixels in a unit of width.
-    double GetLineUnit() const { return m_LineUnits != 0 ? m_Resolution / 72.0 : 1.0; }
+    double GetLineUnit() const {
+        return (m_LineUnits != 0 ? m_Resolution / 72.0 : 1.0) * m_WidthFactor;
+    }
+    /// A factor on all widths of lines and the lengths of their dashes. Default 1.
+    void SetWidthFactor(double factor) { m_WidthFactor = factor; }
     /// The markers of MarkerAbs3D: a MarkerCode, a size in points (at most 1000) and the width of
     /// the outline as that of lines, half of it inside; 0: none.
     void SetMarker3D(int kind, double size, double outlineWidth);
@@ -387,8 +394,9 @@ class VARNEL_API COpenGL {
     // --- Texts and pictures ------------------------------------------------------------------
 
     /// A text on one line, valid UTF-8, in the current colour, in ems from the origin of the
-    /// current matrix.
-    void DrawTextRun(const CFont3D& font, std::string_view text);
+    /// current matrix. A `halo` above 0 surrounds the letters with the background's colour, that
+    /// many ems wide, and puts both a little in front of where they are.
+    void DrawTextRun(const CFont3D& font, std::string_view text, double halo = 0.0);
     /// A picture on the quadrilateral of four corners (lower left, upper left, upper right, lower
     /// right) with the normal (0, 1, 0), repeated over it. `pixels` holds width x height times red,
     /// green, blue and alpha, the lowest row first; neither side may be longer than
@@ -454,6 +462,7 @@ class VARNEL_API COpenGL {
     int m_LineStyleFactor;
     int m_LineJoins = 0;
     int m_LineUnits = 0;
+    double m_WidthFactor = 1.0;
     double m_Resolution = 96.0;  ///< pixels per inch
     BYTE m_ThreeBitRamp[8];
     BYTE m_TwoBitRamp[4];

@@ -87,6 +87,10 @@ void COpenGL::SetGloss(double brightness, double shininess) {
     m_Renderer->scene.light.shininess = std::max(shininess, 1.0);
 }
 
+void COpenGL::SetLightLimit(int on) {
+    m_Renderer->scene.light.limited = on != 0;
+}
+
 void COpenGL::EnableLight(int cap) {
     const GLContext::HostContextGuard host;
     if (!Ready()) return;

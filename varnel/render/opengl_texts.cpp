@@ -5,10 +5,14 @@
 
 namespace varnel {
 
-void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text) {
+void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double halo) {
+    // Lines in the plane of the text are not to strike through it.
+    constexpr double kInFront = 0.01;
     SyncState();
-    m_Renderer->sink->DrawText(m_Renderer->scene, {text, font, m_Renderer->matrix.Top(),
-                                                   m_CurrentColor, m_Renderer->element});
+    detail::Matrix4 placement = m_Renderer->matrix.Top();
+    if (halo > 0.0) placement.m[14] -= kInFront;
+    m_Renderer->sink->DrawText(m_Renderer->scene,
+                               {text, font, placement, m_CurrentColor, m_Renderer->element, halo});
     SyncState();
 }
 

@@ -29,17 +29,17 @@ struct VARNEL_API Theme {
     std::array<RGBDType, 10> palette = DefaultPalette();
 
     double axisWidth = 1.5;
-    double gridWidth = 1.0;
+    double gridWidth = 0.8;
     double seriesWidth = 2.0;  ///< of lines that are data
     double outlineWidth = 1.0;
 
-    /// The direction of the light as in CChart3D::SetLightPosition, and its colours. The scene's
-    /// ambient colour, OpenGL's own share of a tenth and the diffuse colour make 1 where a face
-    /// looks into the light: no face is brighter than its own colour, and one that looks at the
-    /// viewer has it to within 2 of 255.
-    point3Dtype lightPosition{-0.10, 0.985, 0.14, 0.0};
-    RGBDType ambientLight{0.4, 0.4, 0.4, 1.0};
-    RGBDType diffuseLight{0.5, 0.5, 0.5, 1.0};
+    /// The direction of the light as in CChart3D::SetLightPosition, and its colours, from above and
+    /// a little from the left. The scene's ambient colour, OpenGL's own share of a tenth and the
+    /// diffuse colour make 1 for a face that looks at the viewer; more counts as 1
+    /// (CChart3D::SetLightLimit), so that no face is brighter than its own colour.
+    point3Dtype lightPosition{-0.2, 0.8, 0.57, 0.0};
+    RGBDType ambientLight{0.45, 0.45, 0.45, 1.0};
+    RGBDType diffuseLight{0.57, 0.57, 0.57, 1.0};
 
     CString fontName = "Arial";
     int fontWeight = 400;

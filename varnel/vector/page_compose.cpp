@@ -252,7 +252,15 @@ void PageSink::ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text)
     const bool cut = SizeOf(visible) < (1.0 - kHardlyHidden) * SizeOf(text.outline);
     if (cut) canvas.BeginClip(visible);
     if (m_Options.textAsPaths) {
-        canvas.Fill(LetterAreas(text), text.text.color, false);
+        const Area letters = LetterAreas(text);
+        if (text.text.halo > 0.0) {
+            const double em = std::hypot(text.text.placement[0], text.text.placement[1]);
+            std::vector<Ring> edges = letters;
+            for (Ring& edge : edges)
+                if (!edge.empty()) edge.push_back(GridPoint(edge.front()));
+            canvas.Stroke(edges, {text.text.haloColor, 2.0 * text.text.halo * em, {}});
+        }
+        canvas.Fill(letters, text.text.color, false);
     } else {
         canvas.Text(text.text);
         if (text.underlined) canvas.Fill({Bar(text)}, text.text.color, false);

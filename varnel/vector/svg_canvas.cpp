@@ -224,6 +224,10 @@ void SvgCanvas::Text(const PageText& text) {
              Escaped(text.family) + ", Liberation Sans, Arial, Helvetica, sans-serif\"" +
              " font-size=\"100\" fill=\"" + Color(text.color) + '"' +
              Opacity("fill-opacity", text.color);
+    if (text.halo > 0.0)
+        m_Out += " stroke=\"" + Color(text.haloColor) + "\" stroke-width=\"" +
+                 Decimal(2.0 * text.halo * kEm, 1) +
+                 "\" stroke-linejoin=\"round\" paint-order=\"stroke\"";
     if (text.weight != 400) m_Out += " font-weight=\"" + std::to_string(text.weight) + '"';
     if (text.italic) m_Out += " font-style=\"italic\"";
     m_Out += " style=\"font-kerning:none\" xml:space=\"preserve\">";

@@ -63,8 +63,8 @@ bool ShowChartFile(const std::string& file, const ShowOptions& options, std::str
     }
     try {
         CChartView3D view(window->GetWindow());
-        view.SetAntialiasing(options.samples);
         const Loaded loaded = LoadChartFile(view, file);
+        view.SetAntialiasing(options.samples);
         detail::Viewer viewer(*window, view, file, options.samples);
         const ViewerNotices notices(viewer);
         viewer.Tell(loaded.sentence.empty() ? "Press h for help." : loaded.sentence);

@@ -2,18 +2,31 @@
 // for it, and the way back from a pixel to where a text object puts its letters.
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "varnel/axes/detail/axes_layout.h"
 
 namespace varnel::detail {
 
+/// The planes of the box by their normal axis and end.
+inline int PlaneAt(int normal, bool atMax) {
+    return 2 - normal + (atMax ? 3 : 0);
+}
+
+inline Matrix4 MatrixOf(const double* m) {
+    Matrix4 matrix;
+    std::copy(m, m + 16, matrix.m.begin());
+    return matrix;
+}
+
 /// A text that axes draw.
 struct AxesText {
     int axis = 0;  ///< 0 x, 1 y, 2 z
     bool isTitle = false;
     CString text;
-    PixelBox box;  ///< around it, turned or not
+    PixelBox box;     ///< around it, turned or not
+    PixelQuad shape;  ///< itself
 };
 
 struct AxesExtents {

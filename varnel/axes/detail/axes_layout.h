@@ -14,6 +14,11 @@
 
 namespace varnel::detail {
 
+inline constexpr double kTitleGap = 0.5;  ///< label heights between labels and title
+inline constexpr double kShortestNumbers =
+    2.0;                                    ///< label heights that an axis takes to say something
+inline constexpr double kCapHeight = 0.73;  ///< of capitals, in ems
+
 struct PixelPoint {
     double x = 0.0;
     double y = 0.0;
@@ -43,6 +48,18 @@ struct PixelBox {
         return left < other.right + beside && other.left < right + beside &&
                bottom < other.top + above && other.bottom < top + above;
     }
+};
+
+PixelBox BoxAround(PixelPoint centre, double width, double height);
+
+/// A text's letters: a rectangle that may be turned, its corners counter-clockwise from the left
+/// end of the lower edge.
+struct PixelQuad {
+    PixelPoint corners[4];
+
+    PixelBox Box() const;
+    /// Whether two of them have a point in common.
+    bool Touches(const PixelQuad& other) const;
 };
 
 /// The size of a text in ems: its advance, how far it rises above its baseline and goes below it.
@@ -100,20 +117,29 @@ struct AxisContent {
     double labelEm = 0.0;  ///< in pixels
     double titleEm = 0.0;
     double ticLength = 0.0;  ///< a fraction of the edge along which the tics point
+    double ticHeight = 0.0;  ///< above 0: instead, in ems of the labels
+    bool mayTurn = false;    ///< whether names can be written at 45 degrees
     double wallAtMin = 0.0;  ///< how far walls reach out of the box beyond the minimum of this
     double wallAtMax = 0.0;  ///< axis and beyond its maximum, in fractions of its edge
 };
 
-/// A text of one line, upright or turned by 90 degrees to the left.
+/// A text of one line, upright or turned.
 struct PlacedText {
     int axis = 0;
     bool isTitle = false;
     int index = -1;  ///< which label
     CString text;
     double em = 0.0;   ///< in pixels
-    int rotation = 0;  ///< degrees, 0 or 90
-    PixelPoint start;  ///< the left end of the baseline, the lower end of a turned one
-    PixelBox box;
+    int rotation = 0;  ///< degrees to the left: 0, 45, -45 or 90
+    PixelPoint start;  ///< where the baseline begins
+    PixelQuad shape;
+    PixelBox box;  ///< around the shape
+
+    /// Whether two texts come closer than gaps beside and above each other.
+    bool Touches(const PlacedText& other, double beside, double above) const {
+        return box.Touches(other.box, beside, above) &&
+               (rotation % 90 == 0 && other.rotation % 90 == 0 ? true : shape.Touches(other.shape));
+    }
 };
 
 struct PlacedAxis {
@@ -121,8 +147,9 @@ struct PlacedAxis {
     int ticDirection = 0;  ///< 0 -x .. 5 +z
     PixelPoint from;       ///< the ends of the axis line
     PixelPoint to;
-    PixelPoint outward;  ///< away from the box, of length 1
-    double reach = 0.0;  ///< how far tics and walls go outward, in pixels
+    PixelPoint outward;      ///< away from the box, of length 1
+    double reach = 0.0;      ///< how far tics and walls go outward, in pixels
+    double ticLength = 0.0;  ///< of major tics, a fraction of the edge along which they point
 };
 
 struct AxesPlacement {
@@ -136,7 +163,8 @@ struct AxesPlacement {
 
 /// Places all of it. Labels stand off the tics by a third of an em, titles off the labels by half a
 /// label's height. Labels that would touch are thinned out to every 2nd, 3rd, 5th, ..; names are
-/// first shrunk to 70 % at most, then broken into two lines at a space, then turned by 90 degrees.
+/// first shrunk to 70 % at most, then turned by 45 or 90 degrees, then wrapped at a space into two
+/// lines; turned ones reach at most a third of the viewport's height.
 /// An axis whose edge is shorter than two heights of its labels (one, with names) says nothing.
 AxesPlacement PlaceAxes(const BoxView& view, const AxisContent (&content)[3],
                         const TextMeasure& measure, const AxesChoice* former = nullptr);

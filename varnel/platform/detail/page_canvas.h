@@ -56,6 +56,8 @@ struct PageText {
         GlyphSource source;
     };
     std::vector<Run> runs;
+    double halo = 0.0;  ///< how far haloColor surrounds the letters, in ems
+    RGBDType haloColor;
 };
 
 /// A bitmap, rows from the top, 4 bytes a pixel: red, green, blue, alpha.

@@ -33,6 +33,7 @@ struct SceneLight {
     Vec3 direction{0.0, 0.0, 1.0};  ///< towards the light, in device coordinates, length 1
     double gloss = 0.0;             ///< brightness of the white highlight
     double shininess = 1.0;         ///< the larger, the smaller is the highlight
+    bool limited = false;           ///< no surface gets more than its own colour, but for gloss
 };
 
 /// What holds for all primitives until it changes.
@@ -72,7 +73,8 @@ inline RGBDType LitColor(const SceneLight& light, const Turned& turned, const RG
     const auto component = [=](double material, float scene, float ambient, float diffuse) {
         const double sum = static_cast<double>(scene) + static_cast<double>(ambient) +
                            facing * static_cast<double>(diffuse);
-        return std::clamp(material * sum + highlight, 0.0, 1.0);
+        const double share = light.limited ? std::min(sum, 1.0) : sum;
+        return std::clamp(material * share + highlight, 0.0, 1.0);
     };
     return {component(color.r, light.sceneAmbient.r, light.ambient.r, light.diffuse.r),
             component(color.g, light.sceneAmbient.g, light.ambient.g, light.diffuse.g),
@@ -108,6 +110,7 @@ struct TextRun {
     Matrix4 placement;  ///< from ems, the first letter's origin at 0, to device coordinates
     RGBDType color;
     Element element;
+    double halo = 0.0;  ///< how far the background's colour surrounds the letters, in ems
 };
 
 /// A picture on a quadrilateral, repeated over it.

@@ -19,6 +19,9 @@ class TextBatch {
     /// from ems, with the first letter's origin at 0, to device coordinates.
     void Add(GlyphFace& face, std::string_view line, const Matrix4& placement,
              const RGBDType& color);
+    /// Adds what surrounds the letters of a line by `width` ems, just behind their fronts.
+    void AddHalo(GlyphFace& face, std::string_view line, const Matrix4& placement, double width,
+                 const RGBDType& color);
     void Clear();
 
     const std::vector<LineVertex>& Vertices() const { return m_Vertices; }
@@ -27,6 +30,9 @@ class TextBatch {
 
  private:
     void AddLetter(const GlyphOutline& letter, double x, const RGBDType& color);
+    void AddRim(const std::vector<POINTFLOAT>& contour, double x, double width,
+                const RGBDType& color);
+    std::uint32_t AddPoint(double x, double y, double z, PackedColor color);
 
     MatrixStack m_Matrix;
     std::vector<LineVertex> m_Vertices;

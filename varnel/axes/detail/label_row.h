@@ -1,0 +1,66 @@
+// The labels of one axis that follows the view: how they are written so that no two touch, and
+// where each of them stands.
+#pragma once
+
+#include <vector>
+
+#include "varnel/axes/detail/axes_layout.h"
+
+namespace varnel::detail {
+
+inline constexpr double kLabelsBeside = 0.5;  ///< ems between labels side by side
+inline constexpr double kLabelsAbove = 0.1;   ///< and one above the other
+
+/// How a row of labels is written.
+struct RowStyle {
+    double size = 1.0;
+    int rotation = 0;  ///< degrees: 0, 45 (which may become -45) or 90
+    bool wrapped = false;
+    int stride = 1;
+};
+
+class LabelRow {
+ public:
+    /// What is given must live as long as the row. Turned labels are at most `longest` pixels long.
+    LabelRow(const PlacedAxis& axis, int number, const AxisContent& content,
+             const TextMeasure& measure, double longest);
+
+    /// The first style in which no two labels touch.
+    RowStyle ChooseStyle() const;
+    /// The texts of the labels that a style keeps, for each label one or two.
+    std::vector<std::vector<PlacedText>> Place(const RowStyle& style) const;
+
+ private:
+    struct Label {
+        std::vector<CString> lines;
+        std::vector<double> widths;
+        double width = 0.0;  ///< of the longest, in ems
+    };
+    /// A label's rectangle: its lower left corner, the directions along its lines and up, and its
+    /// size in pixels.
+    struct Block {
+        PixelPoint corner;
+        PixelPoint right;
+        PixelPoint up;
+        double width;
+        double height;
+    };
+
+    bool IsKept(const RowStyle& style, int i) const;
+    const Label& LabelOf(const RowStyle& style, int i) const;
+    int Turn(const RowStyle& style) const;
+    double Anchor(const RowStyle& style, PixelPoint right) const;
+    Block BlockOf(const RowStyle& style, int i) const;
+    PlacedText LineOf(const RowStyle& style, int i, const Block& block, std::size_t line) const;
+    bool Fits(const RowStyle& style, double longest) const;
+
+    const PlacedAxis& m_Axis;
+    int m_Number;
+    const AxisContent& m_Content;
+    double m_Longest;
+    std::vector<Label> m_Labels[2];  ///< in one line, and wrapped
+    double m_Ascent = 0.0;
+    double m_Descent = 0.0;
+};
+
+}  // namespace varnel::detail

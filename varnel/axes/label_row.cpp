@@ -1,0 +1,184 @@
+#include "varnel/axes/detail/label_row.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include "varnel/render/detail/text_measure.h"
+
+namespace varnel::detail {
+namespace {
+
+constexpr double kLabelGap = 0.35;  // ems between tics and labels
+
+/// The lines of a text; of a single one, if it is to be wrapped, two of lengths as even as its
+/// spaces allow.
+std::vector<CString> Lines(const CString& text, bool wrapped) {
+    const std::size_t end = text.find('\n');
+    if (end != CString::npos) return {text.substr(0, end), text.substr(end + 1)};
+    if (!wrapped) return {text};
+    std::size_t best = CString::npos;
+    const auto unevenness = [&](std::size_t at) {
+        return std::abs(static_cast<double>(at) * 2.0 - static_cast<double>(text.size()));
+    };
+    for (std::size_t at = text.find(' '); at != CString::npos; at = text.find(' ', at + 1))
+        if (best == CString::npos || unevenness(at) < unevenness(best)) best = at;
+    if (best == CString::npos) return {text};
+    return {text.substr(0, best), text.substr(best + 1)};
+}
+
+PixelQuad QuadOf(PixelPoint corner, PixelPoint right, PixelPoint up) {
+    return {{corner, corner + right, corner + right + up, corner + up}};
+}
+
+}  // namespace
+
+LabelRow::LabelRow(const PlacedAxis& axis, int number, const AxisContent& content,
+                   const TextMeasure& measure, double longest)
+    : m_Axis(axis), m_Number(number), m_Content(content), m_Longest(longest) {
+    for (const CString& text : content.texts)
+        for (const CString& line : Lines(text, false)) {
+            m_Ascent = std::max(m_Ascent, measure(line).ascent);
+            m_Descent = std::max(m_Descent, measure(line).descent);
+        }
+    for (const bool wrapped : {false, true})
+        for (const CString& text : content.texts) {
+            Label label;
+            for (const CString& line : Lines(text, wrapped)) {
+                label.lines.push_back(line);
+                label.widths.push_back(measure(line).width);
+            }
+            label.width = *std::max_element(label.widths.begin(), label.widths.end());
+            m_Labels[wrapped ? 1 : 0].push_back(std::move(label));
+        }
+}
+
+RowStyle LabelRow::ChooseStyle() const {
+    constexpr double kSizes[] = {1.0, 0.92, 0.85, 0.78, 0.7};
+    const PixelPoint along = m_Axis.to - m_Axis.from;
+    const bool turn = m_Content.named && std::abs(along.x) > std::abs(along.y);
+    std::vector<RowStyle> styles;
+    const auto add = [&](int rotation, bool wrapped) {
+        for (const double size : kSizes)
+            styles.push_back({size, rotation, wrapped, 1});
+    };
+    if (m_Content.named) add(0, false);
+    if (turn && m_Content.mayTurn) add(45, false);
+    if (turn) {
+        add(90, false);
+        add(0, true);
+        add(90, true);
+    }
+    if (!m_Content.named) styles.push_back({});
+    const int count = static_cast<int>(m_Content.texts.size());
+    for (int decade = 1; decade < count; decade *= 10)
+        for (const int factor : {2, 3, 5, 10})
+            styles.push_back({m_Content.named ? 0.7 : 1.0, turn ? 90 : 0, false, factor * decade});
+    for (const double longest : {m_Longest, HUGE_VAL})
+        for (const RowStyle& style : styles)
+            if (Fits(style, longest)) return style;
+    RowStyle one = styles.back();
+    one.stride = std::max(count, 1);
+    return one;
+}
+
+std::vector<std::vector<PlacedText>> LabelRow::Place(const RowStyle& style) const {
+    std::vector<std::vector<PlacedText>> row;
+    for (int i = 0; i < static_cast<int>(m_Content.texts.size()); ++i) {
+        if (!IsKept(style, i)) continue;
+        const Block block = BlockOf(style, i);
+        std::vector<PlacedText> texts;
+        for (std::size_t line = 0; line < LabelOf(style, i).lines.size(); ++line)
+            texts.push_back(LineOf(style, i, block, line));
+        row.push_back(std::move(texts));
+    }
+    return row;
+}
+
+bool LabelRow::IsKept(const RowStyle& style, int i) const {
+    return std::abs(i - m_Content.kept) % style.stride == 0 &&
+           !m_Content.texts[static_cast<std::size_t>(i)].empty();
+}
+
+const LabelRow::Label& LabelRow::LabelOf(const RowStyle& style, int i) const {
+    return m_Labels[style.wrapped ? 1 : 0][static_cast<std::size_t>(i)];
+}
+
+/// Slanted labels lead away from the box, also where the axis runs up to the right.
+int LabelRow::Turn(const RowStyle& style) const {
+    return style.rotation == 45 && m_Axis.outward.x > 0.1 ? -45 : style.rotation;
+}
+
+/// Where along its lines a turned label is next to its tic: 0 at its start, 1 at its end.
+double LabelRow::Anchor(const RowStyle& style, PixelPoint right) const {
+    if (style.rotation == 0) return 0.5;
+    return Dot(right, m_Axis.outward) > 0.0 ? 0.0 : 1.0;
+}
+
+LabelRow::Block LabelRow::BlockOf(const RowStyle& style, int i) const {
+    const double em = m_Content.labelEm * style.size;
+    const Label& label = LabelOf(style, i);
+    const auto more = static_cast<double>(label.lines.size() - 1);
+    const double angle = Turn(style) * std::numbers::pi / 180.0;
+    Block block;
+    block.width = label.width * em;
+    block.height = (m_Ascent + m_Descent + more * kLineSpacing) * em;
+    block.right = {std::cos(angle), std::sin(angle)};
+    block.up = {-block.right.y, block.right.x};
+    const PixelPoint& n = m_Axis.outward;
+    const double place = m_Content.places[static_cast<std::size_t>(i)];
+    // The point beside the tic where the label begins, and the label's place there, moved out until
+    // all of it is beyond.
+    const PixelPoint at = m_Axis.from + place * (m_Axis.to - m_Axis.from) +
+                          (m_Axis.reach + kLabelGap * m_Content.labelEm) * n;
+    const double anchor = style.rotation % 90 != 0 ? Anchor(style, block.right) : 0.5;
+    const PixelPoint right = block.width * block.right;
+    const PixelPoint up = block.height * block.up;
+    const PixelPoint corner = at - anchor * right - 0.5 * up;
+    double inside = 0.0;
+    for (const PixelPoint& p : QuadOf(corner, right, up).corners)
+        inside = std::max(inside, Dot(at - p, n));
+    block.corner = corner + inside * n;
+    return block;
+}
+
+PlacedText LabelRow::LineOf(const RowStyle& style, int i, const Block& block,
+                            std::size_t line) const {
+    const Label& label = LabelOf(style, i);
+    PlacedText text;
+    text.axis = m_Number;
+    text.index = i;
+    text.text = label.lines[line];
+    text.em = m_Content.labelEm * style.size;
+    text.rotation = Turn(style);
+    const double width = label.widths[line] * text.em;
+    const double below = static_cast<double>(label.lines.size() - 1 - line) * kLineSpacing;
+    const PixelPoint corner = block.corner +
+                              (Anchor(style, block.right) * (block.width - width)) * block.right +
+                              (below * text.em) * block.up;
+    text.start = corner + (m_Descent * text.em) * block.up;
+    text.shape = QuadOf(corner, width * block.right, ((m_Ascent + m_Descent) * text.em) * block.up);
+    text.box = text.shape.Box();
+    return text;
+}
+
+bool LabelRow::Fits(const RowStyle& style, double longest) const {
+    const double em = m_Content.labelEm * style.size;
+    const double beside = kLabelsBeside * em;
+    const double above = kLabelsAbove * em;
+    std::optional<PixelQuad> last;
+    for (int i = 0; i < static_cast<int>(m_Content.texts.size()); ++i) {
+        if (!IsKept(style, i)) continue;
+        const Block block = BlockOf(style, i);
+        if (style.rotation != 0 && block.width > longest) return false;
+        // With the gaps to the next one, so that those may only not touch.
+        const PixelQuad quad = QuadOf(block.corner, (block.width + beside) * block.right,
+                                      (block.height + above) * block.up);
+        if (last && quad.Touches(*last)) return false;
+        last = quad;
+    }
+    return true;
+}
+
+}  // namespace varnel::detail
