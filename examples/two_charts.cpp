@@ -24,7 +24,8 @@ void example::Draw(Picture& picture) {
     const std::vector<Date> dates = table.Dates("date");
     CChartView3D& view = picture.View();
     // The charts leave room for the view's title above them and its footer below them.
-    view.GetHeader()->SetRelSize(0.45);
+    view.GetHeader()->SetRelSize(0.36);
+    view.GetHeader()->SetTextSizes(1.25, 1.0, 0.8);
     view.GetHeader()->SetTitle1("Weather in Seattle");
     view.GetHeader()->SetFooter("2012 to 2015");
     AddMonths(*view.NewChart3D(), "rain a day", "mm",

@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "tests/support/told.h"
 #include "tests/support/view_test.h"
 
 namespace varnel::test {
@@ -81,6 +82,36 @@ TEST_F(AutoScale, GroupsReachDownToTheBase) {
                 [&] { chart.AutoTransformGroup25D(x, y, 0, -1, 2, 4, 0, 1, 0); });
     ExpectError(ERR3D_PARAMETER, ERR3DCLASS_CHART3D, "AutoTransformGroup25D",
                 [&] { chart.AutoTransformGroup25D(x, y, 0, 3, 4, 0, 1, 0); });
+}
+
+TEST_F(AutoScale, LogarithmicAxesEndAtDecadesOrOneTwoFive) {
+    const struct {
+        std::vector<double> values;
+        int minorOnly;
+        double min, max;
+        int told;  ///< values that are no data
+    } cases[] = {{{3, 700}, 0, 1, 1000, 0},      {{3, 700}, 1, 2, 1000, 0},
+                 {{100, 1000}, 0, 100, 1000, 0}, {{2.5e-7, 0, -3, kNaN, 4e-7}, 0, 2e-7, 5e-7, 2},
+                 {{5, 5}, 0, 5, 10, 0},          {{-1, 0}, 0, 1, 10, 2},
+                 {{0.001, 1}, 1, 0.001, 1, 0}};
+    chart.SetAutoScaleMode(2, SCALE_LOGARITHMIC);
+    for (const auto& c : cases) {
+        std::vector<double> x(c.values.size());
+        CTransform3D* t = nullptr;
+        const std::string told =
+            Told([&] { t = chart.AutoTransform25D(x, c.values, 1, 0, c.minorOnly); });
+        EXPECT_EQ(t->GetAxisScaleMode(2), 1);
+        EXPECT_EQ(t->GetAxisScaleMode(0), 0);
+        EXPECT_DOUBLE_EQ(t->GetScaleMin().z, c.min);
+        EXPECT_DOUBLE_EQ(t->GetScaleMax().z, c.max);
+        EXPECT_EQ(told.find(std::to_string(c.told) + " values") != std::string::npos, c.told > 0);
+    }
+    const double x[] = {0, 1};
+    const double y[] = {20, 30, 400, 5};
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 0, 2, 2, 4, 0, 0, 0), {0, 0, 1, 0},
+                {1.2, 4, 1000, 0});
+    ExpectScale(chart.AutoTransformGroup25D(x, y, 0, 2, 2, 4, 0, 1, 0), {0, 0, 10, 0},
+                {1.2, 4, 1000, 0});
 }
 
 TEST_F(AutoScale, AxesShow) {

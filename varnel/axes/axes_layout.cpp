@@ -9,10 +9,11 @@
 namespace varnel::detail {
 namespace {
 
-constexpr double kEdgeOn = 1e-6;      // sine of the angle below which a face is seen edge-on
-constexpr double kKeepFace = 0.02;    // and below which a former choice is kept
-constexpr double kKeepEdge = 0.15;    // how much worse a former edge may be
-constexpr double kLongestTic = 0.06;  // of the edge along which it points
+constexpr double kEdgeOn = 1e-6;       // sine of the angle below which a face is seen edge-on
+constexpr double kKeepFace = 0.02;     // and below which a former choice is kept
+constexpr double kKeepEdge = 0.15;     // how much worse a former edge may be
+constexpr double kMostOfFrame = 0.92;  // that a title takes along its line
+constexpr double kLongestTic = 0.06;   // of the edge along which it points
 constexpr double kShortestNames = 1.0;
 constexpr double kSteep = 1.0;  // slope from which a title is turned
 constexpr int kOtherAxes[3][2] = {{1, 2}, {0, 2}, {0, 1}};
@@ -171,7 +172,9 @@ class TextPlacement {
         title.axis = axis;
         title.isTitle = true;
         title.text = content.title;
-        title.em = content.titleEm;
+        // One that is longer than the frame is written smaller.
+        const double room = kMostOfFrame * (turned ? m_View.height : m_View.width);
+        title.em = std::min(content.titleEm, room / std::max(extent.width, 1e-9));
         title.rotation = turned ? 90 : 0;
         double width = extent.width * title.em;
         double height = (extent.ascent + extent.descent) * title.em;

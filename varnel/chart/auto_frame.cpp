@@ -133,8 +133,12 @@ void SetViewAndBox(CTransform3D& t, const FrameOptions& options, const ChartExte
     if (extent.flat) {
         // Straight from the front, or a little from the side and above where there are sides and
         // tops to be seen.
-        azimuth = (extent.depthAxis == 1 ? 90.0 : 0.0) - (extent.solid ? 8.0 : 0.0);
-        elevation = extent.solid ? 10.0 : 0.0;
+        const bool named = !options.axes[static_cast<std::size_t>(extent.depthAxis)].names.empty();
+        const bool several = extent.planes.size() > 1 && (extent.solid || named);
+        azimuth = (extent.depthAxis == 1 ? 90.0 : 0.0) - (several        ? 20.0
+                                                          : extent.solid ? 8.0
+                                                                         : 0.0);
+        elevation = several ? 20.0 : extent.solid ? 10.0 : 0.0;
     }
     t.SetView(options.azimuth.value_or(azimuth), options.elevation.value_or(elevation));
     if (options.asData) {
@@ -203,12 +207,16 @@ void DressAxis(CAxes3D& axes, int axis, const AxisFrame& frame, const AxisExtent
     }
 }
 
-/// Legends that stand beside or in the plot need no frame of their own.
+/// Legends beside the plot need no frame of their own; those in it have one like the walls.
 void DressLegends(CChartView3D& view, const Theme& theme) {
     for (int i = 0; i < view.GetNumLegends(); ++i) {
         CLegend3D& legend = *view.GetLegend(i);
         if (legend.GetPlace() == LEGEND_IN_VIEW) continue;
-        legend.EnableBorder(0);
+        const int place = legend.GetPlace();
+        const bool inPlot = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
+        legend.EnableBorder(inPlot ? 1 : 0);
+        legend.SetBorderColor(theme.wallEdge);
+        legend.SetBorderThickness(theme.gridWidth);
         legend.SetTextColor(theme.text);
         legend.SetLegendBkColor(theme.background);
     }

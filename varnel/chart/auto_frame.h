@@ -47,7 +47,8 @@ struct FrameOptions {
     /// do. Points and lines in space can be part of a flat chart so.
     std::optional<bool> flat{};
     /// Where the viewer stands (CTransform3D::SetView). Without: (-60, 30) for data in space, from
-    /// the front and a little above for data with a depth, straight from the front for lines.
+    /// the front and a little above for data with a depth, more from the side where several planes
+    /// of them stand behind each other, straight from the front for lines.
     std::optional<double> azimuth{};
     std::optional<double> elevation{};
     /// Edges of the box; without: 1 : 1 : 0.7 in space; in a plane as wide and high as the frame

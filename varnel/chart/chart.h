@@ -283,6 +283,10 @@ class VARNEL_API CChart3D {
     /// 0, the default: they are as set.
     void SetAutoText(int on) { m_Added.autoText = on; }
     int GetAutoText() const { return m_Added.autoText; }
+    /// The sizes that text which follows the viewport has: those of a frame whose smaller side lies
+    /// halfway (their geometric mean) between those of the chart and of the view, so that charts
+    /// beside each other can be read.
+    TextSizes GetTextSizes() const;
     /// Above 0: FitToView makes the box as wide and high as the viewport allows, and its third edge
     /// this fraction of its width deep (FitOptions::fillDepth). 0, the default: it keeps its
     /// proportions.
@@ -296,6 +300,9 @@ class VARNEL_API CChart3D {
     /// box covers, in pixels of the view from its lower left corner; empty before.
     PixelRect GetPlotArea() const { return m_PlotArea; }
     PixelRect GetBoxArea() const { return m_BoxArea; }
+    /// Of a box that fills its frame (SetFillDepth), the part of that which lies within its front
+    /// and its back; of others all of it. For legends in the plot.
+    PixelRect GetInnerArea() const { return m_InnerArea; }
 
     // --- Drawing, called by the view; and persistence ------------------------------------------
 
@@ -411,6 +418,7 @@ class VARNEL_API CChart3D {
     PixelRect m_Reserved;  ///< pixels at each edge
     PixelRect m_PlotArea;
     PixelRect m_BoxArea;
+    PixelRect m_InnerArea;
     int m_Signature = kSignature;
     std::unique_ptr<CHeader3D> m_pHeader;
     Objects m_Objects;

@@ -138,9 +138,7 @@ void CChart3D::DrawHeader() {
 }
 
 void CChart3D::DrawAxes() {
-    const GLViewportType& v = m_Saved.viewport;
-    const WidthScope widths(*m_pOpenGL,
-                            m_Added.autoText != 0 ? TextSizesFor(v.width, v.height).lines : 1.0);
+    const WidthScope widths(*m_pOpenGL, m_Added.autoText != 0 ? GetTextSizes().lines : 1.0);
     DrawEach(m_Objects.axes, [](CAxes3D& axes) { axes.DrawAxes(); });
 }
 

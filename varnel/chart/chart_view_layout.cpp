@@ -78,6 +78,9 @@ void CChartView3D::ReserveForLegends() {
     Edges all;
     std::map<const CChart3D*, Edges> own;
     for (const auto& legend : m_LegendList) {
+        const CChart3D* const chart = ChartOfLegend(*legend);
+        const bool joins = legend->GetPlace() != LEGEND_IN_VIEW && chart != nullptr;
+        legend->SetChartEm(joins && chart->GetAutoText() != 0 ? chart->GetTextSizes().label : 0.0);
         const Edges wanted = RoomOf(*legend, m_DrawWidth, m_DrawHeight);
         Edges& room = legend->GetPlaceChart() < 0 ? all : own[ChartOfLegend(*legend)];
         room.right = std::max(room.right, wanted.right);
@@ -150,7 +153,7 @@ void CChartView3D::PlaceLegends() {
         const CChart3D* const chart = ChartOfLegend(*legend);
         if (place == LEGEND_IN_VIEW || chart == nullptr || chart->GetBoxArea().IsEmpty()) continue;
         const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
-        legend->SetPlotArea(AsViewport(inside ? chart->GetBoxArea() : chart->GetPlotArea()));
+        legend->SetPlotArea(AsViewport(inside ? chart->GetInnerArea() : chart->GetPlotArea()));
         if (place == LEGEND_LEAST_DATA) legend->SetDataPlaces(DataPlaces(*chart, m_DrawHeight));
     }
 }

@@ -1,5 +1,6 @@
 // CChart3D: the layout of the box in the viewport.
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 #include "varnel/axes/axes.h"
@@ -7,17 +8,31 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/foundation/detail/pixel_count.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
 
+TextSizes CChart3D::GetTextSizes() const {
+    int width = m_Saved.viewport.width;
+    int height = m_Saved.viewport.height;
+    double own = std::min(width, height);
+    if (m_pChartView != nullptr) {
+        // The viewport follows from the position at the next drawing.
+        m_pChartView->GetViewSize(&width, &height);
+        own = std::min(width * m_Saved.position.width, height * m_Saved.position.height);
+    }
+    const int side =
+        detail::PixelCount(std::sqrt(own * std::max<double>(own, std::min(width, height))));
+    return TextSizesFor(side, side);
+}
+
 double CChart3D::DrawnFontSize() const {
     if (m_Added.autoText == 0) return m_Saved.fontSize;
     const GLViewportType& v = m_Saved.viewport;
-    const double side = std::max(1, std::min(v.width, v.height));
-    return 2.0 * TextSizesFor(v.width, v.height).label / side;
+    return 2.0 * GetTextSizes().label / std::max(1, std::min(v.width, v.height));
 }
 
 void CChart3D::SetReservedRoom(double left, double bottom, double right, double top) {
@@ -70,6 +85,41 @@ BoxPlacement CChart3D::FitAxes(CAxes3D& axes, CTransform3D& t, FitOptions option
     return chosen;
 }
 
+namespace {
+
+/// What the two faces of a flat box that look at the viewer and away both cover.
+PixelRect InnerArea(const BoxPlacement& box) {
+    int deep = 0;
+    for (int axis = 1; axis < 3; ++axis)
+        if (GetCoord3D(box.rect, axis) < GetCoord3D(box.rect, deep)) deep = axis;
+    PixelRect inner{-HUGE_VAL, -HUGE_VAL, HUGE_VAL, HUGE_VAL};
+    for (const double face : {-1.0, 1.0}) {
+        PixelRect rect{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+        for (int corner = 0; corner < 4; ++corner) {
+            point3Dtype at;
+            int bit = 0;
+            for (int axis = 0; axis < 3; ++axis) {
+                const double end = axis == deep ? face : (corner >> bit++ & 1) != 0 ? 1.0 : -1.0;
+                coordassign(at, axis, end * GetCoord3D(box.rect, axis));
+            }
+            const PixelPoint p = BoxToPixel(box, at);
+            rect.left = std::min(rect.left, p.x);
+            rect.right = std::max(rect.right, p.x);
+            rect.bottom = std::min(rect.bottom, p.y);
+            rect.top = std::max(rect.top, p.y);
+        }
+        inner = {std::max(inner.left, rect.left), std::max(inner.bottom, rect.bottom),
+                 std::min(inner.right, rect.right), std::min(inner.top, rect.top)};
+    }
+    return inner;
+}
+
+PixelRect Moved(const PixelRect& r, double x, double y) {
+    return {x + r.left, y + r.bottom, x + r.right, y + r.top};
+}
+
+}  // namespace
+
 BoxPlacement CChart3D::FitToView() {
     BoxPlacement chosen;
     if (m_pOpenGL == nullptr) return chosen;
@@ -87,8 +137,8 @@ BoxPlacement CChart3D::FitToView() {
         CTransform3D* const t = axes->GetTransform();
         if (t == nullptr || !done.insert(t).second) continue;
         chosen = FitAxes(*axes, *t, room);
-        const PixelRect box = BoxExtent(chosen);
-        m_BoxArea = {v.x + box.left, v.y + box.bottom, v.x + box.right, v.y + box.top};
+        m_BoxArea = Moved(BoxExtent(chosen), v.x, v.y);
+        m_InnerArea = m_Added.fillDepth > 0.0 ? Moved(InnerArea(chosen), v.x, v.y) : m_BoxArea;
     }
     return chosen;
 }

@@ -72,7 +72,7 @@ void CHeader3D::DrawHeader() {
     double y = 1.0 - m_Saved.margin;
     if (m_pTitle1->TextWidth() != 0.0) {
         DrawLine(*m_pTitle1, y, 2);
-        y -= m_pTitle1->TextHeight() * 5.0 / 3.0;
+        y -= m_pTitle1->TextHeight() * m_pTitle1->GetCharSize() * 5.0 / 3.0;
     }
     if (m_pTitle2->TextWidth() != 0.0) DrawLine(*m_pTitle2, y, 2);
     if (m_pFooter->TextWidth() != 0.0) DrawLine(*m_pFooter, -1.0 + m_Saved.margin, 0);

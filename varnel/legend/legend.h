@@ -116,6 +116,9 @@ class VARNEL_API CLegend3D {
     /// The size of the letters in a view of that size, in pixels of an em; they are smaller where
     /// the legend does not fit.
     double GetEm(int viewWidth, int viewHeight) const;
+    /// The height of an em in pixels while the font factor is 1, instead of one that follows the
+    /// view: that of the chart's labels, beside which the legend stands. 0: as the view. Not saved.
+    void SetChartEm(double pixels) { m_ChartEm = pixels; }
     /// The box of the last drawing, in pixels of the view; empty before.
     GLViewportType GetLegendViewport() const { return m_Viewport; }
 
@@ -285,6 +288,7 @@ class VARNEL_API CLegend3D {
     std::unique_ptr<detail::LegendView> m_pView;
     Saved m_Saved;
     Added m_Added;
+    double m_ChartEm = 0.0;  ///< pixels
     GLViewportType m_PlotArea;
     std::vector<point3Dtype> m_DataPlaces;
     ObjectList<CLegendObj3D> m_LegendObjs;

@@ -101,6 +101,7 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
 }
 
 double CLegend3D::GetEm(int viewWidth, int viewHeight) const {
+    if (m_ChartEm > 0.0 && m_Saved.m_FontHeightSF == 1.0) return m_ChartEm;
     const double reference = std::min<double>(viewHeight, 0.75 * viewWidth);
     const double factor = Finite(m_Saved.m_FontHeightSF, 1.0, 0.05, 50.0);
     return factor * std::max(kEm * reference, kLeastEm);

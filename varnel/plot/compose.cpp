@@ -3,7 +3,6 @@
 
 #include "varnel/chart/auto_frame.h"
 #include "varnel/chart/chart_view.h"
-#include "varnel/layout/fit.h"
 #include "varnel/legend/legend.h"
 #include "varnel/plot/detail/chart_impl.h"
 #include "varnel/transform/transform.h"
@@ -130,9 +129,7 @@ void Chart::Impl::ComposeLegend(const Size& picture) {
     // As large as the labels of its chart.
     legend->SetFontHeightSF(1.0);
     const double em = legend->GetEm(picture.width, picture.height);
-    const TextSizes texts = TextSizesFor(static_cast<int>(picture.width * place.width),
-                                         static_cast<int>(picture.height * place.height));
-    legend->SetFontHeightSF(texts.label / em);
+    legend->SetFontHeightSF(chart->GetTextSizes().label / em);
     if (colorBar) {
         if (pointColors.empty())
             legend->SetColorBar(chart);

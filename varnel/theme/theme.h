@@ -37,9 +37,9 @@ struct VARNEL_API Theme {
     /// a little from the left. The scene's ambient colour, OpenGL's own share of a tenth and the
     /// diffuse colour make 1 for a face that looks at the viewer; more counts as 1
     /// (CChart3D::SetLightLimit), so that no face is brighter than its own colour.
-    point3Dtype lightPosition{-0.2, 0.8, 0.57, 0.0};
+    point3Dtype lightPosition{-0.2, 0.85, 0.48, 0.0};
     RGBDType ambientLight{0.45, 0.45, 0.45, 1.0};
-    RGBDType diffuseLight{0.57, 0.57, 0.57, 1.0};
+    RGBDType diffuseLight{0.63, 0.63, 0.63, 1.0};
 
     CString fontName = "Arial";
     int fontWeight = 400;
