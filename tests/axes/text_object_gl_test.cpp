@@ -69,6 +69,19 @@ TEST_F(TextDrawing, SizeIsFontTimesTransformTimesCharacterSize) {
     EXPECT_NEAR(m_Text.TextHeight(), 1.5 * GL().GetFont()->TextHeight3D("HH"), 1e-12);
 }
 
+TEST_F(TextDrawing, AHaloSurroundsTheLettersAllAround) {
+    m_Text.SetString("o");
+    const Box letter = DrawnBox();
+    m_Text.SetHalo(0.12);
+    const Drawn drawn = DrawText();
+    const Box all(drawn);
+    const double width = 0.12 * kFontSize;
+    EXPECT_NEAR(all.left, letter.left - width, 0.1 * width);
+    EXPECT_NEAR(all.right, letter.right + width, 0.1 * width);
+    EXPECT_NEAR(all.bottom, letter.bottom - width, 0.1 * width);
+    EXPECT_NEAR(all.top, letter.top + width, 0.1 * width);
+}
+
 TEST_F(TextDrawing, AspectTurnsWithTheText) {
     constexpr double a = 0.5;
     m_Transform.SetFontAspect(a);

@@ -308,7 +308,7 @@ class VARNEL_API CChartView3D {
         double dpi = 96.0;  ///< pixels per inch
         int lineUnits = 0;  ///< 1: widths are in points
         int alignCharts = 0;
-        int samples = 0;    ///< antialiasing of a view with automatic charts
+        int samples = 0;  ///< antialiasing of a view with automatic charts
     };
 
     void VisitAdded(detail::AddedFields& fields, const ObjectList<CChart3D>& charts,

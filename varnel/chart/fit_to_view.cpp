@@ -16,16 +16,18 @@
 namespace varnel {
 
 TextSizes CChart3D::GetTextSizes() const {
-    int width = m_Saved.viewport.width;
-    int height = m_Saved.viewport.height;
-    double own = std::min(width, height);
-    if (m_pChartView != nullptr) {
+    const GLViewportType& v = m_Saved.viewport;
+    double own = std::min(v.width, v.height);
+    double whole = own;
+    int width = 0;
+    int height = 0;
+    if (m_pChartView != nullptr) m_pChartView->GetViewSize(&width, &height);
+    if (width > 0 && height > 0) {
         // The viewport follows from the position at the next drawing.
-        m_pChartView->GetViewSize(&width, &height);
         own = std::min(width * m_Saved.position.width, height * m_Saved.position.height);
+        whole = std::min(width, height);
     }
-    const int side =
-        detail::PixelCount(std::sqrt(own * std::max<double>(own, std::min(width, height))));
+    const int side = detail::PixelCount(std::sqrt(own * std::max(own, whole)));
     return TextSizesFor(side, side);
 }
 

@@ -20,7 +20,11 @@ void TextBatch::Add(GlyphFace& face, std::string_view line, const Matrix4& place
 
 void TextBatch::AddHalo(GlyphFace& face, std::string_view line, const Matrix4& placement,
                         double width, const RGBDType& color) {
-    m_Matrix.Load(placement);
+    // Device units: letters' fronts lie before it, whichever way their depth runs.
+    constexpr double kBehind = 0.0005;
+    Matrix4 behind = placement;
+    behind.m[14] += kBehind;
+    m_Matrix.Load(behind);
     double x = 0.0;
     ForEachCharacter(line, [&](char32_t character) {
         for (const auto& contour : face.Outline(character).contours)
@@ -61,14 +65,13 @@ void TextBatch::AddLetter(const GlyphOutline& letter, double x, const RGBDType& 
 /// corner that points outward.
 void TextBatch::AddRim(const std::vector<POINTFLOAT>& contour, double x, double width,
                        const RGBDType& color) {
-    constexpr double kBehind = -0.002;  // ems; letters are thicker
-    constexpr double kStep = 0.6;       // radians from point to point of a fan
+    constexpr double kStep = 0.6;  // radians from point to point of a fan
     const PackedColor packed = Pack(color);
     const std::size_t n = contour.size();
     const auto point = [&](std::size_t i, double angle, double out) {
         const POINTFLOAT& p = contour[i % n];
         return AddPoint(x + static_cast<double>(p.x) + out * std::cos(angle),
-                        static_cast<double>(p.y) + out * std::sin(angle), kBehind, packed);
+                        static_cast<double>(p.y) + out * std::sin(angle), 0.0, packed);
     };
     const auto outward = [&](std::size_t i) {
         const POINTFLOAT& a = contour[i % n];

@@ -19,7 +19,7 @@ class TextBatch {
     /// from ems, with the first letter's origin at 0, to device coordinates.
     void Add(GlyphFace& face, std::string_view line, const Matrix4& placement,
              const RGBDType& color);
-    /// Adds what surrounds the letters of a line by `width` ems, just behind their fronts.
+    /// Adds what surrounds the letters of a line by `width` ems, just behind them.
     void AddHalo(GlyphFace& face, std::string_view line, const Matrix4& placement, double width,
                  const RGBDType& color);
     void Clear();
