@@ -115,7 +115,7 @@ void Chart::Impl::DressEdges(const Size& picture) {
     }
 }
 
-void Chart::Impl::ComposeLegend(const Size& picture) {
+void Chart::Impl::ComposeLegend() {
     if (entries.empty() && !colorBar && contours == nullptr) return;
     if (m_Legend == nullptr) m_Legend = view->NewLegend3D();
     CLegend3D* const legend = m_Legend;
@@ -123,13 +123,13 @@ void Chart::Impl::ComposeLegend(const Size& picture) {
     legend->EnableLegend(legendPlace == Legend::None ? 0 : 1);
     legend->SetPlace(CodeOf(legendPlace));
     legend->SetPlaceChart(IndexOf(*view, chart));
-    legend->EnableBorder(0);
+    legend->EnableBorder(legendPlace == Legend::Inside ? 1 : 0);
+    legend->SetBorderColor(theme.wallEdge);
+    legend->SetBorderThickness(theme.gridWidth);
     legend->SetTextColor(theme.text);
     legend->SetLegendBkColor(theme.background);
-    // As large as the labels of its chart.
+    // As large as the labels of its chart, whatever was set before.
     legend->SetFontHeightSF(1.0);
-    const double em = legend->GetEm(picture.width, picture.height);
-    legend->SetFontHeightSF(chart->GetTextSizes().label / em);
     if (colorBar) {
         if (pointColors.empty())
             legend->SetColorBar(chart);
@@ -152,7 +152,7 @@ void Chart::Impl::Compose(const Size& picture) {
     chart->SetChartPosition(place);
     DressEdges(picture);
     chart->AutoFrame(transform, FrameWanted());
-    ComposeLegend(picture);
+    ComposeLegend();
 }
 
 }  // namespace varnel::plot

@@ -110,7 +110,7 @@ struct Chart::Impl {
     FrameOptions FrameWanted() const;
     void DressEdges(const Size& picture);
     bool IsDeep() const { return azimuth || elevation || depth > 0.0; }
-    void ComposeLegend(const Size& picture);
+    void ComposeLegend();
     class CLegend3D* m_Legend = nullptr;
 };
 
