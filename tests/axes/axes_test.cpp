@@ -8,6 +8,7 @@
 #include "tests/support/expect_error.h"
 #include "tests/support/record_bytes.h"
 #include "tests/support/values.h"
+#include "varnel/axes/text_object.h"
 
 namespace varnel::test {
 namespace {
@@ -39,6 +40,18 @@ RecordBytes AxesBytes() {
         bytes.Distinct("11d 2i");
     bytes.Ints({0, 1, 2, 0, 2, 1, 1, 2, 0, 0, 1, 2, 0, 2, 1, 1, 2, 0});
     return bytes.Distinct("8d 3i 6i 3i 3i i");
+}
+
+TEST(TextObject, CountsAndDrawsNothingUnbound) {
+    CTextObj3D::nSelfID = 10;
+    CTextObj3D text;
+    EXPECT_EQ(Row(CTextObj3D::nSelfID, text.GetSignature()), Row(11, 1515));
+    text.SetString("x");
+    EXPECT_EQ(Row(text.TextWidth(), text.TextHeight()), Row(0, 0));
+    text.OutText();
+    text.OutTextNorm();
+    text.Transform();
+    text.TransformTextPlane(point3Dtype());
 }
 
 TEST(Axis, LimitSettersAreNoMirrorImages) {

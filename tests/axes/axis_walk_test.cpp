@@ -2,15 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <utility>
 #include <vector>
+
+#include "tests/support/values.h"
 
 namespace varnel::detail {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using test::kInf;
+using test::kNaN;
 
 std::vector<std::pair<double, int>> Linear(double center, double step, double min, double max) {
     std::vector<std::pair<double, int>> out;

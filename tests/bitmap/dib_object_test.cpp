@@ -29,15 +29,6 @@ TEST(DibObject, RecordIsExact) {
     EXPECT_EQ(y, 28);
 }
 
-TEST(DibObject, SecondRepeatFactorHasNoEffect) {
-    CDIBObj3D object;
-    object.SetRepeatFactors(3, 5);
-    int x = 0, y = 0;
-    object.GetRepeatFactors(x, y);
-    EXPECT_EQ(x, 3);
-    EXPECT_EQ(y, 3);
-}
-
 TEST(DibObject, NewNameBringsNewPictureAndCopiesKeepTheirs) {
     const TempFile wide(MakeBmp24(9, 2).bytes);
     const TempFile narrow(MakeBmp24(3, 2).bytes);

@@ -1,9 +1,7 @@
 // Light on a folded surface: smooth or flat, from both sides, over colours by value.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
-
+#include "tests/support/files.h"
 #include "tests/support/gl_fixture.h"
 #include "varnel/varnel.h"
 
@@ -80,11 +78,10 @@ TEST_F(Light, IsKeptInTheChartFile) {
     roof->SetTwoSided(1);
     roof->SetTextureLighting(1, 0.5, 0.9);
     const int before = Red(80);
-    const std::string file = testing::TempDir() + "light" + std::to_string(getpid()) + ".vcf";
-    view.Save(file);
+    const test::TemporaryFolder folder;
+    view.Save(folder.File("a.chart"));
     CChartView3D loaded(&window, 200, 100);
-    loaded.Load(file);
-    std::remove(file.c_str());
+    loaded.Load(folder.File("a.chart"));
     const CChartObj3D& object = *loaded.GetChart(0)->GetChartObj(0);
     EXPECT_EQ(object.GetCreaseAngle(), 30.0);
     EXPECT_TRUE(object.GetShading() && object.GetTwoSided() && object.GetTextureLighting());

@@ -3,14 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
+
+#include "tests/support/values.h"
 
 namespace varnel::detail {
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
+using test::kInf;
+using test::kNaN;
 
 struct Rounding {
     double min, max;

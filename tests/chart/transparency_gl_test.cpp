@@ -1,13 +1,10 @@
 // What can be seen through: mixed from the back to the front whatever the order of drawing, behind
 // what is opaque, and only where the view's switch is on.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <string>
 
+#include "tests/support/files.h"
 #include "tests/support/gl_fixture.h"
 #include "varnel/varnel.h"
 
@@ -83,10 +80,10 @@ TEST_F(Transparency, MixesFromTheBack) {
 
 TEST_F(Transparency, IsInVectorFilesAndChartFiles) {
     Fill(kCases[0], 1);
-    const std::string file = testing::TempDir() + "transparency" + std::to_string(getpid());
+    const test::TemporaryFolder folder;
+    const std::string file = folder.File("a.svg");
     view.SaveToSVG(file);
-    std::ifstream in(file);
-    const std::string svg((std::istreambuf_iterator<char>(in)), {});
+    const std::string svg = test::ReadAll(file);
     const std::size_t blue = svg.find("#00f\" fill-opacity=\"");
     const std::size_t red = svg.find("#f00\" fill-opacity=\"");
     EXPECT_NE(red, std::string::npos);
@@ -96,7 +93,6 @@ TEST_F(Transparency, IsInVectorFilesAndChartFiles) {
     CChartView3D loaded(&window, 200, 200);
     loaded.Load(file);
     EXPECT_EQ(loaded.GetTransparency(), 1);
-    std::remove(file.c_str());
 }
 
 }  // namespace

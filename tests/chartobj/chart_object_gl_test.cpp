@@ -179,6 +179,9 @@ TEST_F(ChartObjects, BarsCandlesAndRibbonsHaveTheirColours) {
     bars.BarChart25D(kPlaces, kPlaces, 0, 5, 2, 1, 1, kRed, kBlack, 1, 1, 0);
     bars.InitSegmentColorsStorage(kSegments);
     EXPECT_EQ(colorAt(bars, 40, 10), 0x00FF00);
+    bars.FloatingBarChart25D(kPlaces, kPlaces, kPlaces, 5, 2, 1, 1, kRed, kBlack, 1, 1, 0);
+    bars.InitSegmentColorsStorage(kSegments);
+    EXPECT_EQ(colorAt(bars, 40, 10), 0x00FF00);
     constexpr double values[] = {1, 1, 2, 2, 3, 3};
     CChartObj3D ribbons = Object();
     ribbons.GroupRibbonChart25D(kPlaces, values, 5, 2, 3, 1, colors, kBlack, 0, 0);
@@ -313,9 +316,7 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     const auto whole = Drawn(object);
     EXPECT_EQ(CountPolygons(whole), 0);
     const Extent extent = ExtentOf(whole);  // at a level that points lie on
-    EXPECT_NEAR(extent.left, 0, 0.01);
-    EXPECT_NEAR(extent.right, 100, 0.01);
-    EXPECT_NEAR(extent.top, 50, 0.01);
+    ExpectNear(Row(extent.left, extent.right, extent.top), Row(0, 100, 50), 0.01);
     EXPECT_NEAR(whole[0].vertices[0].z, 1, 1e-3);  // on the floor
 
     ASSERT_NE(GL().RegisterFont("Arial", 0.2, 400, 0, 128), 0);

@@ -17,10 +17,6 @@ namespace {
 constexpr double kFour[] = {1, 2, 3, 4};
 constexpr double kOther[] = {5, 6, 7, 8};
 
-bool Same(const RGBDType& a, const RGBDType& b) {
-    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
-}
-
 TEST(ChartObject, EveryConstructionCountsAndDefaultsDrawNothing) {
     const int before = CChartObj3D::nSelfID;
     CChartObj3D object;
@@ -159,9 +155,7 @@ TEST(ChartObject, CopiesShareTheirArraysAndOutliveEachOther) {
         object.DeleteDepDataStorage();
         EXPECT_EQ(object.GetDepData(0), 0);
     }
-    EXPECT_EQ(copy.GetIndData(0), 11);
-    EXPECT_EQ(copy.GetDepData(3), 8);
-    EXPECT_EQ(copy.GetLineWidth(), 3);
+    EXPECT_EQ(Row(copy.GetIndData(0), copy.GetDepData(3), copy.GetLineWidth()), Row(11, 8, 3));
 }
 
 TEST(ChartObject, SetUpsKeepTheFlagsThatTheyDoNotTake) {

@@ -199,8 +199,7 @@ TEST(Geometry, CasesWorkedOutByHand) {
     Data25D cut = Short(ind, fall), range = Short(ind, high), stack = Short(ind, {});
     range.dep2 = less;
     stack.groups = {turn, 2, 2};
-    Data25D hanging = stack, pile = stack, exactPile = stack, price = stack, box = stack;
-    hanging.exact = true;
+    Data25D pile = stack, exactPile = stack, price = stack, box = stack;
     pile.groups = exactPile.groups = {piles, 1000000, 2};  // of which three are stored
     exactPile.exact = true;
     price.groups = {prices, 4, 2};
@@ -228,12 +227,6 @@ TEST(Geometry, CasesWorkedOutByHand) {
          "1 1 0 4 4 0 6 4 0.5 6 6 0.5 4 6 0 4 6 0 6 6 0.5 6 6 0.5 4 6 \n"
          "1 1 0.5 3.996 6 0.5 6.004 6 1 6.004 6 1 3.996 6 0.5 3.996 6.01 0.5 6.004 6.01 1 6.004 "
          "8.01 1 3.996 8.01 \n"},
-        // When exact, group 1 has a pile of its own below the base.
-        {"stacked areas", linear, hanging,
-         "1 0 0 4 0 0 6 0 0.5 6 0 0.5 4 0 0 4 4 0 6 4 0.5 6 6 0.5 4 6 \n"
-         "1 1 0 4 4 0 6 4 0.5 6 6 0.5 4 6 0 4 6 0 6 6 0.5 6 6 0.5 4 6 \n"
-         "1 0 0.5 4 0 0.5 6 0 1 6 0 1 4 0 0.5 4 6 0.5 6 6 1 6 8 1 4 8 \n"
-         "1 1 0.5 4 0 0.5 6 0 1 6 -2 1 4 -2 0.5 4 0 0.5 6 0 1 6 0 1 4 0 \n"},
         // The difference to the base is converted, not its ends: log10(1000), log10(10).
         {"bars", byDecades, bars, "0 -0.25 4 0 0.5 2 3 \n1 0.75 4 0 0.5 2 1 \n"},
         // A bar stands on the total that it started from.

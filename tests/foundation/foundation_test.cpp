@@ -6,6 +6,7 @@
 
 #include "tests/support/gl_fixture.h"
 #include "tests/support/told.h"
+#include "tests/support/values.h"
 #include "varnel/foundation/detail/counter.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
@@ -17,15 +18,13 @@
 namespace varnel {
 namespace {
 
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+using test::kNaN;
+using test::Row;
 
 TEST(Numbers, GuardedLogarithmKeepsItsClamps) {
-    EXPECT_EQ(log10Ex(0), 0.0);
-    EXPECT_EQ(log10Ex(-5), 0.0);
-    EXPECT_EQ(log10Ex(1e-40), 1e-30);
-    EXPECT_EQ(log10Ex(1e40), 1e30);
-    EXPECT_EQ(log10Ex(1e30), 30.0);
-    EXPECT_EQ(log10Ex(1000), 3.0);
+    const double rows[][2] = {{0, 0}, {-5, 0}, {1e-40, 1e-30}, {1e40, 1e30}, {1e30, 30}, {1000, 3}};
+    for (const auto& [v, log] : rows)
+        EXPECT_EQ(log10Ex(v), log);
     EXPECT_TRUE(std::isnan(log10Ex(kNaN)));
     EXPECT_EQ(AntilogLog10Ex(-3), 1.0);
     EXPECT_NEAR(AntilogLog10Ex(250), 250, 1e-12);
@@ -42,20 +41,15 @@ TEST(Numbers, Extremes) {
     EXPECT_EQ(GetMinimum(nullptr, 3), 0);
     const point3Dtype points[] = {{1, 5, 3, 42}, {2, 0, 9, 7}};
     const point3Dtype low = GetMinimum3D(points, 2);
-    EXPECT_EQ(low.x, 1);
-    EXPECT_EQ(low.y, 0);
-    EXPECT_EQ(low.z, 3);
-    EXPECT_EQ(low.w, 42);
-    EXPECT_EQ(GetMaximum3D(points, 2).z, 9);
-    EXPECT_EQ(GetMaximum3D(points, -1).w, 0);
+    EXPECT_EQ(
+        Row(low.x, low.y, low.z, low.w, GetMaximum3D(points, 2).z, GetMaximum3D(points, -1).w),
+        Row(1, 0, 3, 42, 9, 0));
 }
 
 TEST(Points, NormalIsTheCrossProductOfTheEdges) {
     point3Dtype n{9, 9, 9, 5};
     CalcNormal({0, 0, 0, 0}, {2, 0, 0, 0}, {2, 3, 0, 0}, n);
-    EXPECT_EQ(n.x, 0);
-    EXPECT_EQ(n.y, 0);
-    EXPECT_EQ(n.z, 6);
+    EXPECT_EQ(Row(n.x, n.y, n.z), Row(0, 0, 6));
     EXPECT_EQ(n.w, 5) << "w is left alone";
 }
 
@@ -64,9 +58,7 @@ TEST(Points, InterpolationRunsAlongTheNormalAxis) {
     const point3Dtype b{4, 20, 300, 2};
     point3Dtype q{0, 0, 150, 0};
     interpolatepoint3D(a, b, q, 3);
-    EXPECT_EQ(q.x, 1);
-    EXPECT_EQ(q.y, 12.5);
-    EXPECT_EQ(q.w, 1.25);
+    EXPECT_EQ(Row(q.x, q.y, q.w), Row(1, 12.5, 1.25));
     q = {0, 15, 0, 0};
     interpolatepoint3D(a, b, q, 1);
     EXPECT_EQ(q.x, 2);

@@ -70,6 +70,16 @@ TEST(LegendRecord, FollowsTheRules) {
     ExpectRecordRules<CLegend3D>(legend, ERR3DCLASS_LEGEND3D);
 }
 
+TEST(LegendRecord, AColorBarOfAChartIsThatOfItsColoursAndRange) {
+    const RGBDType colors[] = {kRed, kGreen, kGrey};
+    CChart3D chart;
+    chart.SetTextureColorArray(colors, -1, 7, 3);
+    CLegend3D ofChart, ofColors;
+    ofChart.SetColorBar(&chart);
+    ofColors.SetColorBar(colors, 3, -1, 7);
+    EXPECT_EQ(Saved(ofChart), Saved(ofColors));
+}
+
 TEST(LegendRecord, ForgedCountsAllocateNothing) {
     CLegend3D legend;
     std::vector<BYTE> bytes = Saved(legend);
@@ -101,10 +111,6 @@ TEST(LegendRecord, Failures) {
                        [&] { legend.SetColorBar(nullptr); }));
     EXPECT_EQ(legend.GetNumLegendObjs(), 0);
     legend.DrawLegend();  // not bound: nothing
-}
-
-bool Same(const RGBDType& a, const RGBDType& b) {
-    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
 }
 
 TEST(LegendEntries, TakeTheirSamplesFromChartObjects) {

@@ -8,6 +8,7 @@
 #include "tests/support/expect_error.h"
 #include "tests/support/files.h"
 #include "tests/support/memory_target.h"
+#include "tests/support/values.h"
 
 namespace varnel::test {
 namespace {
@@ -76,9 +77,7 @@ TEST(CDIBSection, DescribesABitmapOfTheScreensDepth) {
     Section s(5, 3, 24);
     const BITMAPINFOHEADER* header = s.dib->GetDIBHeader();
     ASSERT_NE(header, nullptr);
-    EXPECT_EQ(header->biBitCount, 24);
-    EXPECT_EQ(header->biSizeImage, 48u);
-    EXPECT_EQ(s.dib->StorageWidth(), 16);
+    EXPECT_EQ(Row(header->biBitCount, header->biSizeImage, s.dib->StorageWidth()), Row(24, 48, 16));
     EXPECT_EQ(s.dib->DIBNumColors(header), 1u << 24);
     EXPECT_EQ(s.dib->PaletteSize(header), 4u << 24);
     EXPECT_EQ(s.dib->FindDIBBits(), s.dib->GetBitmap()->Bits());

@@ -161,6 +161,7 @@ TEST(HostContextGuardOfOperations, TheHostsContextComesBackAfterEachOfThem) {
     CLegend3D* const legend = view.NewLegend3D();
     COpenGL& gl = *view.GetOpenGLPntr();
     const point3Dtype corners[] = {{0, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 1, 0}};
+    const GLViewportType small{0, 0, 9, 9};
     const HostContext host(EGL_OPENGL_API);
     const std::pair<const char*, std::function<void()>> operations[] = {
         {"DrawView", [&] { view.DrawView(); }},
@@ -175,10 +176,7 @@ TEST(HostContextGuardOfOperations, TheHostsContextComesBackAfterEachOfThem) {
         {"ChartTransform", [&] { transform->ChartTransform(); }},
         {"PolyFillAbs3D", [&] { gl.PolyFillAbs3D(corners, 3); }},
         {"PolyAbs3D", [&] { gl.PolyAbs3D(corners, 3); }},
-        {"SetViewport",
-         [&] {
-             gl.SetViewport({0, 0, 9, 9});
-         }},
+        {"SetViewport", [&] { gl.SetViewport(small); }},
         {"Clear", [&] { gl.Clear(GL_COLOR_BUFFER_BIT); }},
         {"SetColorMode", [&] { gl.SetColorMode(1); }},
         {"RegisterFont", [&] { gl.RegisterFont("Arial", 0.1, 400, 0, 0, 128); }},

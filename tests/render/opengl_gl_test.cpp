@@ -412,6 +412,42 @@ TEST_F(OpenGL, FollowsAtOnceWhileItIsCurrentAndCollectsNothing) {
     other.Close();
 }
 
+TEST_F(OpenGL, ViewportLightAndMatrixAreThoseOfTheMoment) {
+    GLViewportType viewport;
+    GL().SetViewport({0, 0, -5, -5});
+    GL().GetViewport(viewport);
+    EXPECT_EQ(viewport.width, 0);
+    GL().SetViewport({0, 0, 50, 50});
+    GL().SetLineJoins(1);
+    GL().SetLineStyle3D(LINE_SOLID, 8, kBlack);
+    Draw([&] { GL().LineAbs3D({-0.5, 0, 0, 0}, {0.5, 0, 0, 0}); });
+    const int outside = kSize * kSize - 50 * 50;  // which Clear leaves black
+    EXPECT_NEAR(Inked() - outside, 25 * 8 + 3.14 * 16, 25) << "8 pixels wide, with round ends";
+    GL().SetLineJoins(0);
+    GL().SetViewport({0, 0, kSize, kSize});
+
+    const point3Dtype square[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
+    GL().SetColorMode(COLOR_MODE_LIT);
+    GL().SetFillStyle3D(kRed, kBlack, kBlack);
+    GL().SetLightPosition({0, 1, 0, 0});
+    for (const int component : {LIGHT_AMBIENT, LIGHT_DIFFUSE, LIGHT_POSITION}) {
+        if (component != LIGHT_POSITION) GL().SetLightComponent(component, {0.25, 0, 0, 1});
+        GL().LoadLight(component);
+    }
+    float sent[4];
+    for (const GLenum what : {GL_AMBIENT, GL_DIFFUSE}) {
+        glGetLightfv(GL_LIGHT0, what, sent);
+        EXPECT_EQ(sent[0], 0.25F) << "for what a host draws itself";
+    }
+    Draw([&] { GL().PolyFillAbs3D(square, 4); });
+    const auto lit = Image();
+    GL().PushMatrix();
+    GL().Rotate3D(180, 1);
+    GL().PopMatrix();
+    Draw([&] { GL().PolyFillAbs3D(square, 4); });
+    EXPECT_EQ(Image(), lit);
+}
+
 TEST_F(OpenGL, AContextMadeAgainStartsFromKnownState) {
     const point3Dtype square[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
     const auto use = [&] {

@@ -18,6 +18,10 @@ inline constexpr RGBDType kBlack{0, 0, 0, 1};
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 inline constexpr double kInf = std::numeric_limits<double>::infinity();
 
+inline bool Same(const RGBDType& a, const RGBDType& b) {
+    return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
+}
+
 /// Numbers of any kind side by side, for comparing several at once.
 template <class... T>
 std::vector<double> Row(const T&... values) {

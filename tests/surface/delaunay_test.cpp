@@ -266,10 +266,7 @@ TEST(Delaunay, ASquareHasTwoTrianglesThatMeet) {
     RGBDType first, second;
     int indices[3], n = 0;
     surface.GetPSPolygonIndices(1, indices, n, first, second);
-    EXPECT_EQ(n, 3);
-    EXPECT_EQ(first.b, 1.0);
-    EXPECT_EQ(first.r, 0.0);
-    EXPECT_EQ(second.r, 1.0);
+    EXPECT_EQ(Row(n, first.b, first.r, second.r), Row(3, 1.0, 0.0, 1.0));
 
     // The far corners stay in the spare places, beside the values that were there.
     const double corners[4][2] = {{-100, -100}, {100, -100}, {0, 100}, {9, 9}};

@@ -265,9 +265,7 @@ TEST(PolysurfaceGrid, CopiesShareUntilOneChangesAndTablesSayWhatTheGridDoes) {
 TEST(PolysurfaceGrid, ValuesThatAreNoDataAreNotAmongItsLimits) {
     const std::vector<double> z = {std::nan(""), 2, -kInf, 7, kInf, 3};
     const CPolysurface some(2, 3, 0, 0, 1, 1, z, 0);
-    EXPECT_EQ(some.GetRGMinZ(), 2);
-    EXPECT_EQ(some.GetRGMaxZ(), 7);
-    EXPECT_EQ(some.GetRGRangeZ(), 5);
+    EXPECT_EQ(Row(some.GetRGMinZ(), some.GetRGMaxZ(), some.GetRGRangeZ()), Row(2, 7, 5));
     const std::vector<double> nothing(4, kInf);
     EXPECT_EQ(CPolysurface(2, 2, 0, 0, 1, 1, nothing, 0).GetRGRangeZ(), 0);
 }
@@ -303,11 +301,8 @@ TEST(PolysurfaceGrid, ReductionTakesMeansOfBlocksAndTheLastW) {
     EXPECT_EQ(reduced.GetGridType(), 1);
     EXPECT_EQ(Indices(reduced, 1), std::vector<int>({1, 3, 2}));
     const point3Dtype& last = reduced.GetPSPoints()[3];
-    EXPECT_EQ(last.x, 4);
-    EXPECT_EQ(last.y, 6);
-    EXPECT_EQ(last.z, (22 + 23 + 32 + 33) / 4.0);
-    EXPECT_EQ(last.w, 303);
-    EXPECT_EQ(reduced.GetRGMaxZ(), 0);
+    EXPECT_EQ(Row(last.x, last.y, last.z, last.w, reduced.GetRGMaxZ()),
+              Row(4, 6, (22 + 23 + 32 + 33) / 4.0, 303, 0));
 
     CPolysurface itself(source);
     itself.ReducePolysurface(&itself, 2, 0);
