@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Checks what the layout promises: system headers stay behind the platform border, installed headers
-# need no system's headers, and no header includes itself through others.
+# need no system's headers, and neither headers nor folders include themselves through others.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 status=0
@@ -24,6 +24,16 @@ cycles=$(git grep -E '^ *# *include "varnel/' -- 'varnel/*.h' |
     sed -E 's/^([^:]+):.*"(varnel\/[^"]+)".*/\1 \2/' | tsort 2>&1 >/dev/null || true)
 if [ -n "$cycles" ]; then
     echo "structure: headers that include each other:" >&2
+    echo "$cycles" >&2
+    status=1
+fi
+
+# Folders: a lower one includes nothing of a higher one.
+cycles=$(git grep -E '^ *# *include "varnel/[a-z]+/' -- 'varnel/*/*' |
+    sed -E 's/^varnel\/([a-z]+)\/[^:]*:.*"varnel\/([a-z]+)\/.*/\1 \2/' | awk '$1 != $2' |
+    sort -u | tsort 2>&1 >/dev/null || true)
+if [ -n "$cycles" ]; then
+    echo "structure: folders that include each other:" >&2
     echo "$cycles" >&2
     status=1
 fi
