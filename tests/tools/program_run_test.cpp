@@ -447,6 +447,9 @@ TEST_F(ViewerTest, PicturesAreSavedCopiedAndPrinted) {
     ASSERT_TRUE(Until([&] { return Exists("two.pdf"); }));
     const std::string info = test::RunCommand("pdfinfo " + m_Folder.File("two.pdf"));
     EXPECT_NE(info.find("841.89 x 595.276 pts"), std::string::npos) << info;
+    EXPECT_EQ(test::RunCommand("pdfimages -list " + m_Folder.File("two.pdf")).find("image"),
+              std::string::npos)
+        << "areas, lines and text";
     Do("key q");
     EXPECT_EQ(ExitStatus(), 0);
 }

@@ -37,6 +37,7 @@ struct RenderOptions {
     int samples = 4;
     std::string format = "png";     ///< of pictures in a folder
     std::string theme;              ///< light, dark or print; empty: as the file says
+    bool textPaths = false;         ///< letters of PDF and SVG files are areas
     double limitSeconds = 0;        ///< for each file, by the clock; 0: none
     std::uint64_t limitMemory = 0;  ///< bytes of address space for each file; 0: none
 };

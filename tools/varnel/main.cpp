@@ -282,6 +282,9 @@ struct Program {
         command->add_option("--theme", render.theme, "Another look; as the file says without it")
             ->check(CLI::IsMember({"light", "dark", "print"}))
             ->type_name("light|dark|print");
+        command->add_flag("--text-paths", render.textPaths,
+                          "Letters in .pdf and .svg are areas: they look the same everywhere, and "
+                          "cannot be selected");
         command->add_option("--format", render.format, "What is written into a folder")
             ->check(CLI::IsMember({"png", "bmp", "pdf", "svg"}))
             ->type_name("png|bmp|pdf|svg")

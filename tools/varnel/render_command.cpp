@@ -138,6 +138,7 @@ int DrawOne(const Job& job, const RenderOptions& options, const Progress& progre
     try {
         CWnd window(options.size.width, options.size.height);
         CChartView3D view(&window, options.size.width, options.size.height);
+        view.SetVectorTextPaths(options.textPaths ? 1 : 0);
         view.SetProgressHandler([&](double fraction, const CString&) {
             progress.Show(fraction);
             return interrupted == 0;

@@ -285,7 +285,7 @@ void Viewer::Print() {
                 view.SetPrintScaleMode(3);
                 view.SetNormPrintRect(AreaOnPage(*printer.GetDC(), m_Width, m_Height));
             }
-            view.SetPrintResolution(1);
+            view.SetPrintResolution(2);
             view.OnPrint(printer.GetDC(), nullptr);
             Tell(printer.Finish() ? "Printed to " + name + "." : name + " cannot be written.");
         });
