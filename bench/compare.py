@@ -28,7 +28,7 @@ CASES += [("start", "FILE", 0), ("reuse", 100, 0), ("renew", 30, 0)]
 CASES += [("reuse", 5000, 0)]  # once: does the memory stay as it is?
 STARTS = 5  # processes a round
 HEADINGS = {"first_ms": "first picture", "frame_ms": "frame", "work_ms": "", "process_ms": "",
-            "pictures_per_s": "a second", "two_per_s": "a second, two processes",
+            "pictures_per_s": "a second", "two_per_s": "two processes",
             "resident_mb": "memory, MB", "bytes_per_datum": "bytes a datum"}
 BEST_HIGH = ("pictures_per_s", "two_per_s")
 

@@ -152,6 +152,7 @@ void DrawSolids(int n, int frames, bool bars) {
             object.BarChart3D(points.data(), feet.data(), n, 1.4 / side, 1.4 / side, kBlue, kBlack);
         else
             object.ScatterChart3D(points.data(), 3.0 / std::cbrt(n), n, 10, kBlue, kBlack, -1, 0.0);
+        object.SetOutlineMode(bars ? 1 : 0);
     });
 }
 
