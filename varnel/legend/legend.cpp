@@ -7,6 +7,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
+#include "varnel/legend/detail/color_axis.h"
 #include "varnel/legend/detail/legend_scale.h"
 #include "varnel/legend/detail/legend_view.h"
 #include "varnel/render/opengl.h"
@@ -147,7 +148,46 @@ void CLegend3D::SetColorBar(const RGBDType* colors, int n, double min, double ma
     m_Saved.m_ScaleColors.assign(colors, colors + n);
 }
 
+void CLegend3D::SetColorBar(const ColorScale& scale) {
+    const std::vector<RGBDType> colors = scale.Colors();
+    SetColorBar(colors.data(), static_cast<int>(colors.size()), scale.min, scale.max);
+    m_Added.scaleGiven = 1;
+    m_Added.scaleMode = scale.mode;
+    m_Added.scaleCenter = scale.center;
+    m_Added.scaleBands = scale.bands;
+    m_Added.scaleBelow = scale.below ? 1 : 0;
+    m_Added.scaleBelowColor = scale.below.value_or(RGBDType{});
+    m_Added.scaleAbove = scale.above ? 1 : 0;
+    m_Added.scaleAboveColor = scale.above.value_or(RGBDType{});
+}
+
+bool CLegend3D::HasAxis() const {
+    return m_Saved.m_ScaleType == LEGEND_COLOR_BAR && m_Saved.m_ScaleValues.size() == 2 &&
+           (m_Added.scaleAxis != 0 || m_Added.scaleGiven != 0);
+}
+
+detail::LegendScale CLegend3D::MakeColorAxis(double length) const {
+    const double min = m_Saved.m_ScaleValues[0];
+    const double max = m_Saved.m_ScaleValues[1];
+    const bool across = m_Saved.m_ScaleHorizontal != 0 || IsAcross();
+    if (m_Added.scaleGiven == 0) {
+        detail::LegendScale scale = detail::ColorBarScale(m_Saved.m_ScaleColors, min, max, {});
+        scale.labels = detail::ColorAxisLabels(min, max, length, across);
+        return scale;
+    }
+    ColorScale scale;
+    scale.min = min;
+    scale.max = max;
+    scale.mode = m_Added.scaleMode;
+    scale.center = m_Added.scaleCenter;
+    scale.bands = m_Added.scaleBands;
+    if (m_Added.scaleBelow != 0) scale.below = m_Added.scaleBelowColor;
+    if (m_Added.scaleAbove != 0) scale.above = m_Added.scaleAboveColor;
+    return detail::ColorAxis(scale, m_Saved.m_ScaleColors, length, across);
+}
+
 void CLegend3D::DeleteScale() {
+    m_Added.scaleGiven = 0;
     m_Saved.m_ScaleType = LEGEND_NO_SCALE;
     m_Saved.m_ScaleValues.clear();
     m_Saved.m_ScaleColors.clear();
@@ -159,6 +199,8 @@ void CLegend3D::SetScaleFormat(int format, int decimals) {
 }
 
 detail::LegendScale CLegend3D::MakeScale(double ticSpace) const {
+    constexpr double kUsualLength = 12.0;
+    if (HasAxis()) return MakeColorAxis(kUsualLength);
     const detail::ScaleFormat format{m_Saved.m_ScaleFormat, m_Saved.m_ScaleDecimals,
                                      m_Saved.m_EngString, ticSpace};
     if (m_Saved.m_ScaleType == LEGEND_CONTOUR_BANDS)
@@ -196,6 +238,15 @@ void CLegend3D::Record(Archive& record) {
 void CLegend3D::VisitAdded(detail::AddedFields& fields) {
     fields.Of(m_Added, [](auto field) {
         field("place", &Added::place);
+        field("scale_axis", &Added::scaleAxis);
+        field("scale_given", &Added::scaleGiven);
+        field("scale_mode", &Added::scaleMode);
+        field("scale_center", &Added::scaleCenter);
+        field("scale_bands", &Added::scaleBands);
+        field("scale_below", &Added::scaleBelow);
+        field("scale_below_color", &Added::scaleBelowColor);
+        field("scale_above", &Added::scaleAbove);
+        field("scale_above_color", &Added::scaleAboveColor);
         field("place_chart", &Added::placeChart);
     });
     fields.List("entry", m_LegendObjs);

@@ -27,6 +27,7 @@ class CChartView3D;
 class COpenGL;
 class CTextObj3D;
 class CTransform3D;
+struct ColorScale;
 
 namespace detail {
 class AddedFields;
@@ -191,6 +192,15 @@ class VARNEL_API CLegend3D {
     /// The same for n colours (at most 256; a null array or another number removes the scale)
     /// between two values.
     void SetColorBar(const RGBDType* colors, int n, double min, double max);
+    /// A colour bar that is an axis: the values of a colour scale, laid over the bar as the scale
+    /// lays them over its map, labelled as automatic axes are, banded scales at the limits of their
+    /// bands where these are few, with arrows in the colours for values below and above. Format,
+    /// decimals and tic space have no effect on it. Raises what ColorScale::Colors raises.
+    void SetColorBar(const ColorScale& scale);
+    /// 1: a colour bar of colours between two values, too, is labelled as automatic axes are. 0,
+    /// the default: by format, decimals and tic space.
+    void SetScaleAxis(int on) { m_Added.scaleAxis = on; }
+    int GetScaleAxis() const { return m_Added.scaleAxis; }
     void DeleteScale();
     /// A code of LegendScale3D: 0 no scale, 1 colour bar, 2 bands between contour levels.
     int GetScaleType() const { return m_Saved.m_ScaleType; }
@@ -237,6 +247,11 @@ class VARNEL_API CLegend3D {
     void AddContourLines(const std::vector<double>& levels, const std::vector<RGBDType>& colors,
                          int format, int decimals);
     detail::LegendScale MakeScale(double ticSpace) const;
+    bool HasAxis() const;
+    /// The colour bar as an axis as long as so many heights of its labels.
+    detail::LegendScale MakeColorAxis(double length) const;
+    void DrawOutline(detail::LegendPainter& painter, const detail::LegendScale& scale,
+                     const detail::LegendRect& bar, double stroke) const;
     std::vector<const CLegendObj3D*> EnabledEntries() const;
     detail::LegendLimits MakeLimits(int viewWidth, int viewHeight) const;
     detail::LegendLayout MakeLayout(const std::vector<const CLegendObj3D*>& entries,
@@ -281,6 +296,15 @@ class VARNEL_API CLegend3D {
     /// The attributes that records do not have.
     struct Added {
         int place = LEGEND_IN_VIEW;
+        int scaleAxis = 0;   ///< 1: a colour bar has the labels of an axis
+        int scaleGiven = 0;  ///< 1: by a colour scale, with the members below
+        int scaleMode = 0;
+        double scaleCenter = 0.0;
+        int scaleBands = 0;
+        int scaleBelow = 0;  ///< 1: there is an arrow in this colour
+        RGBDType scaleBelowColor{};
+        int scaleAbove = 0;
+        RGBDType scaleAboveColor{};
         int placeChart = -1;
     };
 

@@ -133,6 +133,17 @@ detail::LegendLayout CLegend3D::MakeLayout(const std::vector<const CLegendObj3D*
         return IsAcross() && free ? detail::LayoutLegendAcross(content, limits)
                                   : detail::LayoutLegend(content, limits);
     };
+    if (HasAxis()) {
+        // As many labels as an axis of this length has, fewer until all have ample room.
+        detail::LegendLayout layout;
+        const double length = Finite(m_Saved.m_ScaleLength, 0.4, 0.0, 1.0) * side / limits.em;
+        for (const double share : {1.0, 0.7, 0.5, 0.35, 0.25, 0.15}) {
+            scale = MakeColorAxis(length * share);
+            layout = layOut(kAmpleGap);
+            if (layout.labels.size() == scale.labels.size()) break;
+        }
+        return layout;
+    }
     const bool chooses = m_Saved.m_ScaleType == LEGEND_COLOR_BAR &&
                          m_Saved.m_ScaleValues.size() == 2 && !(m_Saved.m_ScaleTicSpace > 0.0);
     if (!chooses) return layOut(0.0);
@@ -214,6 +225,27 @@ void CLegend3D::MeasureLegend(int viewWidth, int viewHeight, int& width, int& he
     height = detail::PixelCount(layout.height);
 }
 
+/// The outline of a bar, with its arrows.
+void CLegend3D::DrawOutline(detail::LegendPainter& painter, const detail::LegendScale& scale,
+                            const detail::LegendRect& bar, double stroke) const {
+    const bool across = m_Saved.m_ScaleHorizontal != 0 || IsAcross();
+    const double length = across ? bar.width : bar.height;
+    const double low = std::round(scale.arrowBelow * length);
+    const double high = std::round(length - scale.arrowAbove * length);
+    std::vector<detail::LegendPoint> ring;
+    const auto add = [&](double along, double side) {
+        ring.push_back(across ? detail::LegendPoint{bar.x + along, bar.y + side * bar.height}
+                              : detail::LegendPoint{bar.x + side * bar.width, bar.y + along});
+    };
+    add(low, 0.0);
+    if (low > 0.0) add(0.0, 0.5);
+    add(low, 1.0);
+    add(high, 1.0);
+    if (high < length) add(length, 0.5);
+    add(high, 0.0);
+    painter.Outline(ring, stroke, m_Saved.m_TextColor);
+}
+
 void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendScale& scale,
                           const detail::LegendLayout& layout) const {
     const detail::LegendRect& bar = layout.bar;
@@ -228,14 +260,23 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
                                        ? RGBBtoRGBD(RGBDtoRGBB(band.color))
                                        : band.color;
             const double size = band.end - begin;
-            painter.FillRect(across ? detail::LegendRect{bar.x + begin * bar.width, bar.y,
-                                                         size * bar.width, bar.height}
-                                    : detail::LegendRect{bar.x, bar.y + begin * bar.height,
-                                                         bar.width, size * bar.height},
-                             color);
+            const detail::LegendRect rect =
+                across ? detail::LegendRect{bar.x + begin * bar.width, bar.y, size * bar.width,
+                                            bar.height}
+                       : detail::LegendRect{bar.x, bar.y + begin * bar.height, bar.width,
+                                            size * bar.height};
+            if (scale.arrowBelow > 0.0 && begin == 0.0)
+                painter.FillArrow(rect, across, false, color);
+            else if (scale.arrowAbove > 0.0 && band.end == 1.0)
+                painter.FillArrow(rect, across, true, color);
+            else
+                painter.FillRect(rect, color);
             begin = band.end;
         }
-        painter.FrameRect(bar, stroke, m_Saved.m_TextColor);
+        if (scale.arrowBelow > 0.0 || scale.arrowAbove > 0.0)
+            DrawOutline(painter, scale, bar, stroke);
+        else
+            painter.FrameRect(bar, stroke, m_Saved.m_TextColor);
         for (const auto& label : layout.labels) {
             const double tic = std::floor(label.tic - stroke / 2 + 0.5);
             painter.FillRect(

@@ -122,6 +122,39 @@ void LegendPainter::FillRect(const LegendRect& rect, const RGBDType& color) {
     m_GL.PolyFillAbs3D(corners, 5);
 }
 
+void LegendPainter::FillArrow(const LegendRect& rect, bool across, bool tipAtEnd,
+                              const RGBDType& color) {
+    const auto corner = [this](double x, double y) {
+        return point3Dtype{DeviceX(x), DeviceY(y), kSampleDepth, 0};
+    };
+    const double right = rect.x + rect.width;
+    const double top = rect.y + rect.height;
+    const double base =
+        std::round(across ? (tipAtEnd ? rect.x : right) : (tipAtEnd ? rect.y : top));
+    const double tip = across ? (tipAtEnd ? right : rect.x) : (tipAtEnd ? top : rect.y);
+    const point3Dtype ring[3] = {
+        across ? corner(base, rect.y) : corner(rect.x, base),
+        across ? corner(base, top) : corner(right, base),
+        across ? corner(tip, (rect.y + top) / 2) : corner((rect.x + right) / 2, tip)};
+    m_GL.SetFillStyle3D(color, kBlack, color);
+    m_GL.PolyFillAbs3D(ring, 3);
+}
+
+void LegendPainter::Outline(std::span<const LegendPoint> ring, double width,
+                            const RGBDType& color) {
+    const auto place = [this](const LegendPoint& p) {
+        return point3Dtype{DeviceX(p.x), DeviceY(p.y), kSampleDepth, 0};
+    };
+    const int joins = m_GL.GetLineJoins();
+    m_GL.SetLineStyle3D(0, width / m_GL.GetLineUnit(), color);
+    m_GL.SetLineJoins(1);
+    m_GL.StartLineAbs3D(place(ring.front()));
+    for (const LegendPoint& p : ring.subspan(1))
+        m_GL.AppendLineAbs3D(place(p));
+    m_GL.EndLineAbs3D(place(ring.front()));
+    m_GL.SetLineJoins(joins);
+}
+
 void LegendPainter::FrameRect(const LegendRect& rect, double width, const RGBDType& color) {
     const double left = std::round(rect.x);
     const double bottom = std::round(rect.y);

@@ -127,21 +127,15 @@ void Chart::Impl::ColorPoints(CChartObj3D* object, const std::vector<std::size_t
     if (values.empty()) return;
     if (values.size() != count)
         Refuse(call, "color_by has ", values.size(), " values, not ", count);
-    constexpr int kColors = 256;
-    pointColors.resize(kColors);
-    if (!ColorMap(map, kColors, pointColors.data()))
-        Refuse(call, "there is no colour map \"", map, "\"");
+    RGBDType unused;
+    if (!ColorMap(map, 1, &unused)) Refuse(call, "there is no colour map \"", map, "\"");
     const DataRange range = RangeOf(values.Numbers());
     if (range.count == 0) Refuse(call, "color_by has no finite value");
-    pointMin = range.min;
-    pointMax = range.max > range.min ? range.max : range.min + 1;
-    std::vector<RGBDType> colors;
-    for (const std::size_t row : rows) {
-        const double part = (values[row] - pointMin) / (pointMax - pointMin);
-        const bool known = std::isfinite(part);
-        colors.push_back(known ? pointColors[static_cast<std::size_t>(part * (kColors - 1))]
-                               : RGBDType{0.6, 0.6, 0.6, 1});
-    }
+    colorScale = ColorScale{.map = map, .min = range.min, .max = range.max};
+    std::vector<double> shown;
+    for (const std::size_t row : rows)
+        shown.push_back(values[row]);
+    const std::vector<RGBDType> colors = colorScale->Colors(shown.data(), shown.size());
     object->InitSegmentColorsStorage(colors.data());
     colorBar = true;
     colorBarTitle = values.Name();

@@ -131,11 +131,8 @@ void Chart::Impl::ComposeLegend() {
     // As large as the labels of its chart, whatever was set before.
     legend->SetFontHeightSF(1.0);
     if (colorBar) {
-        if (pointColors.empty())
-            legend->SetColorBar(chart);
-        else
-            legend->SetColorBar(pointColors.data(), static_cast<int>(pointColors.size()), pointMin,
-                                pointMax);
+        colorScale ? legend->SetColorBar(*colorScale) : legend->SetColorBar(chart);
+        legend->SetScaleAxis(1);
         legend->SetLegendTitle(colorBarTitle);
     }
     if (contours != nullptr) legend->SetContours(contours, 0);

@@ -138,8 +138,11 @@ bool AreEven(const std::vector<double>& levels) {
 /// The bands between the levels, with the colour bar of those that are all as wide.
 CChartObj3D* AddBands(auto& c, const CPolysurface& surface, const std::vector<double>& levels,
                       const std::string& map) {
-    std::vector<RGBDType> colors(levels.size() - 1);
-    ColorMap(map, static_cast<int>(colors.size()), colors.data());
+    const ColorScale scale{.map = map,
+                           .min = levels.front(),
+                           .max = levels.back(),
+                           .bands = static_cast<int>(levels.size()) - 1};
+    const std::vector<RGBDType> colors = scale.Colors();
     CPolysurface bands = FilledContours(surface, levels, colors);
     CChartObj3D* const object = c.NewObject();
     object->PolysurfaceChart2D(&bands, c.axes[2].range.min, 0);
@@ -147,9 +150,7 @@ CChartObj3D* AddBands(auto& c, const CPolysurface& surface, const std::vector<do
     object->SetColorMode(0);
     if (!AreEven(levels)) return object;
     c.colorBar = true;
-    c.pointColors = colors;
-    c.pointMin = levels.front();
-    c.pointMax = levels.back();
+    c.colorScale = scale;
     c.colorBarTitle = c.axes[2].name;
     return object;
 }

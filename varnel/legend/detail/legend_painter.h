@@ -5,12 +5,19 @@
 // their own: in them device units are square and the light falls as in a chart.
 #pragma once
 
+#include <span>
+
 #include "varnel/axes/text_object.h"
 #include "varnel/foundation/viewports.h"
 #include "varnel/legend/detail/legend_layout.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel::detail {
+
+/// A place in pixels, from the lower left corner of the legend's box.
+struct LegendPoint {
+    double x, y;
+};
 
 /// A line as a chart draws it.
 struct LineSample {
@@ -51,6 +58,11 @@ class LegendPainter {
     void ClearBox(const RGBDType& color);
 
     void FillRect(const LegendRect& rect, const RGBDType& color);
+    /// A triangle whose base is an end of a rectangle and whose tip is the middle of the other end:
+    /// lying or standing, the tip at the end (right, up) or at the beginning.
+    void FillArrow(const LegendRect& rect, bool across, bool tipAtEnd, const RGBDType& color);
+    /// A closed line through points.
+    void Outline(std::span<const LegendPoint> ring, double width, const RGBDType& color);
     /// The inner edge of a rectangle, `width` pixels wide.
     void FrameRect(const LegendRect& rect, double width, const RGBDType& color);
     /// A line along the middle of a rectangle, as long as that is wide.

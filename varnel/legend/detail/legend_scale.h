@@ -34,6 +34,8 @@ struct ScaleLabel {
 struct LegendScale {
     std::vector<ScaleBand> bands;
     std::vector<ScaleLabel> labels;
+    double arrowBelow = 0.0;  ///< the first band ends here and is an arrow; 0: it is none
+    double arrowAbove = 0.0;  ///< the last band is an arrow of this share of the scale; 0: none
 };
 
 /// The colours by value of a chart between min and max, exactly as COpenGL::SetTextureColorArray

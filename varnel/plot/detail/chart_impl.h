@@ -8,6 +8,7 @@
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/plot/figure.h"
 #include "varnel/scale/auto_scale.h"
+#include "varnel/surface/color_scale.h"
 #include "varnel/theme/theme.h"
 
 namespace varnel::plot {
@@ -64,9 +65,8 @@ struct Chart::Impl {
     Legend legendPlace = Legend::Right;
     int series = 0;
     int layers = 0;         ///< flat objects so far, each in front of those before
-    bool colorBar = false;  ///< of the chart's texture colours, or of the points' below
-    std::vector<RGBDType> pointColors;
-    double pointMin = 0, pointMax = 1;
+    bool colorBar = false;  ///< of the chart's texture colours, or of this scale
+    std::optional<ColorScale> colorScale;
     std::string colorBarTitle;
     CChartObj3D* contours = nullptr;  ///< whose levels the legend tells
 
