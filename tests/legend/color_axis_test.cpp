@@ -30,6 +30,7 @@ TEST(ColorAxis, LabelsStandWhereTheScaleHasTheirColour) {
         {COLORSCALE_LINEAR, 5, 90, 190, 0, "90 110 130 150 170 190 "},
         {COLORSCALE_LINEAR, 7, 0, 10, 0, "0 2 4 6 8 10 "},
         {COLORSCALE_LOGARITHMIC, 0, 1, 1000, 0, "1 10 100 1000 "},
+        {COLORSCALE_LOGARITHMIC, 0, 0.001, 1000, 0, "10⁻³ 10⁻² 10⁻¹ 10⁰ 10¹ 10² 10³ "},
         {COLORSCALE_DIVERGING, 0, -2, 6, 0, "−2 0 2 4 6 "},
     };
     for (const Case& c : cases) {
@@ -51,7 +52,7 @@ TEST(ColorAxis, LabelsStandWhereTheScaleHasTheirColour) {
             EXPECT_NEAR(axis.labels.back().at, 1 - axis.arrowAbove, 1e-9) << c.texts;
             // The colour beside a label in the middle is the one of its value.
             const ScaleLabel& middle = axis.labels[1];
-            const double value = std::stod(middle.text);
+            const double value = c.min == 0.001 ? 0.01 : std::stod(middle.text);
             std::size_t k = 0;
             while (axis.bands[k].end < middle.at + 1e-9)
                 ++k;

@@ -12,13 +12,27 @@ namespace {
 /// The share of the bar that an arrow takes.
 constexpr double kArrow = 0.06;
 
+bool IsDecade(double value) {
+    const double exponent = std::log10(value);
+    return std::abs(exponent - std::round(exponent)) < 1e-9;
+}
+
 /// Labels at values, where a scale puts them along its map, which the bar shows from `low` to
 /// `high`.
 std::vector<ScaleLabel> LabelsAt(const ColorScale& scale, const std::vector<double>& values,
                                  double low, double high) {
     LabelOptions options;
     options.logarithmic = scale.mode == COLORSCALE_LOGARITHMIC;
-    const TicLabels texts = ChooseLabels(values, options);
+    TicLabels texts = ChooseLabels(values, options);
+    // Decades below 1 would all get the digits of the lowest.
+    const bool digits = texts.style == LabelStyle::kFixed &&
+                        std::any_of(texts.texts.begin(), texts.texts.end(), [](const auto& text) {
+                            return text.find('.') != std::string::npos;
+                        });
+    if (options.logarithmic && digits && std::all_of(values.begin(), values.end(), IsDecade)) {
+        options.style = LabelStyle::kPowerOfTen;
+        texts = ChooseLabels(values, options);
+    }
     std::vector<ScaleLabel> labels;
     for (std::size_t i = 0; i < values.size(); ++i)
         labels.push_back({std::clamp((scale.Place(values[i]) - low) / (high - low), 0.0, 1.0),

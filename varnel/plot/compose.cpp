@@ -1,5 +1,6 @@
 // The frame of a chart: what its data say about axes, titles, view and legend, told to AutoFrame.
 #include <algorithm>
+#include <cmath>
 
 #include "varnel/chart/auto_frame.h"
 #include "varnel/chart/chart_view.h"
@@ -115,6 +116,18 @@ void Chart::Impl::DressEdges(const Size& picture) {
     }
 }
 
+void Chart::Impl::ShowColorBar(CLegend3D& legend) const {
+    legend.SetScaleAxis(1);
+    if (colorScale) return legend.SetColorBar(*colorScale);
+    if (byHeight == nullptr || !axes[2].options.log) return legend.SetColorBar(chart);
+    // The chart's colours are laid over logarithms.
+    ColorScale heights{.map = heightMap, .mode = COLORSCALE_LOGARITHMIC};
+    chart->GetTextureColorArray(nullptr, &heights.min, &heights.max);
+    heights.min = std::pow(10.0, heights.min);
+    heights.max = std::pow(10.0, heights.max);
+    legend.SetColorBar(heights);
+}
+
 void Chart::Impl::ComposeLegend() {
     if (entries.empty() && !colorBar && contours == nullptr) return;
     if (m_Legend == nullptr) m_Legend = view->NewLegend3D();
@@ -131,8 +144,7 @@ void Chart::Impl::ComposeLegend() {
     // As large as the labels of its chart, whatever was set before.
     legend->SetFontHeightSF(1.0);
     if (colorBar) {
-        colorScale ? legend->SetColorBar(*colorScale) : legend->SetColorBar(chart);
-        legend->SetScaleAxis(1);
+        ShowColorBar(*legend);
         legend->SetLegendTitle(colorBarTitle);
     }
     if (contours != nullptr) legend->SetContours(contours, 0);
@@ -149,6 +161,8 @@ void Chart::Impl::Compose(const Size& picture) {
     chart->SetChartPosition(place);
     DressEdges(picture);
     chart->AutoFrame(transform, FrameWanted());
+    // By the heights as the axis has them.
+    if (byHeight != nullptr) chart->ColorSurfaceByHeight(byHeight, heightMap);
     ComposeLegend();
 }
 

@@ -86,10 +86,12 @@ Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options
     const auto points = static_cast<std::size_t>(surface.GetPSNumPoints());
     if (!options.color_by.empty() && options.color_by.size() != points)
         Refuse(call, "color_by has ", options.color_by.size(), " values, not ", points);
+    const bool byHeight = options.color_by.empty();
     const bool isColored =
-        options.color_by.empty()
-            ? c.chart->ColorSurfaceByHeight(object, options.map)
-            : c.chart->ColorSurfaceByValue(object, options.color_by.Numbers(), options.map);
+        byHeight ? c.chart->ColorSurfaceByHeight(object, options.map)
+                 : c.chart->ColorSurfaceByValue(object, options.color_by.Numbers(), options.map);
+    c.byHeight = isColored && byHeight ? object : nullptr;
+    c.heightMap = options.map;
     if (isColored && options.color_bar) {
         c.colorBar = true;
         c.colorBarTitle = options.name.empty() ? options.color_by.Name() : options.name;

@@ -6,6 +6,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/legend/legend.h"
 #include "varnel/plot/figure.h"
 #include "varnel/scale/auto_scale.h"
 #include "varnel/surface/color_scale.h"
@@ -67,6 +68,8 @@ struct Chart::Impl {
     int layers = 0;         ///< flat objects so far, each in front of those before
     bool colorBar = false;  ///< of the chart's texture colours, or of this scale
     std::optional<ColorScale> colorScale;
+    CChartObj3D* byHeight = nullptr;  ///< the surface in colours of this map by height
+    std::string heightMap;
     std::string colorBarTitle;
     CChartObj3D* contours = nullptr;  ///< whose levels the legend tells
 
@@ -111,6 +114,7 @@ struct Chart::Impl {
     void DressEdges(const Size& picture);
     bool IsDeep() const { return azimuth || elevation || depth > 0.0; }
     void ComposeLegend();
+    void ShowColorBar(CLegend3D& legend) const;
     class CLegend3D* m_Legend = nullptr;
 };
 
