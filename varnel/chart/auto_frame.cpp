@@ -303,7 +303,11 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     for (const auto& object : m_Objects.objects) {
         if (object->GetTransform() == &t) DressObject(*object);
     }
-    if (extent.surface && HasLight() == 0) SetLight();
+    if (extent.surface && HasLight() == 0) {
+        SetLight();
+        // What is seen from below is lit from below.
+        if (options.elevation.value_or(0.0) < 0.0) m_Added.lightDirection.y *= -1.0;
+    }
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);
     SetAutoText(1);
     SetAutoFit(options.autoFit);

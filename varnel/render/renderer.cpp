@@ -247,12 +247,21 @@ void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short patte
 void Renderer::AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color) {
     const double sx = 2.0 / scene.viewport.width;
     const double sy = 2.0 / scene.viewport.height;
-    const PackedColor packed = Pack(color);
+    const bool kept = IsKept(color);
+    const PackedColor packed = kept ? PackWithAlpha(color) : Pack(color);
+    SurfaceStyle style;
+    style.state = kPlain;
+    style.color = color;
     for (const auto& ring : shape) {
         corners.clear();
         for (const MarkerCorner& corner : ring)
             corners.push_back({middle.x + corner.x * sx, middle.y + corner.y * sy, middle.z});
         const int n = static_cast<int>(ring.size());
+        if (kept) {
+            m_Colors.assign(ring.size(), packed);
+            KeepFill(style, nullptr, n);
+            continue;
+        }
         batch.AddPolygon(kPlain, packed, corners.data(), nullptr, n);
         if (batch.KeepsRecords()) batch.AddRecord(n, color, false, element);
     }
@@ -267,7 +276,8 @@ void Renderer::AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDT
     // it nor the surface that it lies on cuts it.
     middle.z -= marker.size / std::min(scene.viewport.width, scene.viewport.height);
     if (!batch.Accepts(kPlain)) Flush();
-    AddShape(marker.outline, middle, outline);
+    // The outline's shape lies under the fill, through which it would be seen.
+    if (!IsKept(fill)) AddShape(marker.outline, middle, outline);
     AddShape(marker.fill, middle, fill);
     if (batch.IsLarge()) Flush();
 }

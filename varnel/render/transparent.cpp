@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <utility>
 
 namespace varnel::detail {
 namespace {
 
-/// Longest edge of a piece, in pixels, and how often a polygon is halved at most.
+/// Longest edge of what is not split, in pixels, and how often a polygon is halved at most.
 constexpr double kLongest = 40.0;
 constexpr int kDeepest = 14;
 /// Corners; a picture that has more of them is not cut any finer.
 constexpr std::size_t kMostCorners = 3'000'000;
+/// Up to so many comparisons of polygons with planes large ones are split exactly.
+constexpr std::size_t kMostSides = 20'000'000;
 /// Lines come after the polygons that they lie on.
 constexpr double kLinesNearer = 0.002;
 
@@ -54,13 +57,21 @@ std::int32_t TransparentBatch::NumberOf(const Look& look) {
 }
 
 /// Makes an item of the vertices from `first` on.
-void TransparentBatch::AddItem(std::size_t first, std::int32_t look, double nearer) {
+void TransparentBatch::AddItem(std::size_t first, std::int32_t look, double nearer, bool large) {
     const std::size_t count = m_Vertices.size() - first;
     double depth = 0.0;
     for (std::size_t i = first; i < m_Vertices.size(); ++i)
         depth += static_cast<double>(m_Vertices[i].position[2]);
-    m_Items.push_back({KeyOf(static_cast<float>(depth / static_cast<double>(count) - nearer)),
-                       static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(count), look});
+    DepthItem item{};
+    item.key = KeyOf(static_cast<float>(depth / static_cast<double>(count) - nearer));
+    item.first = static_cast<std::uint32_t>(first);
+    item.count = static_cast<std::uint32_t>(count);
+    item.look = look;
+    item.large = large;
+    item.plane = large && nearer == 0.0;
+    item.nearer = static_cast<float>(nearer);
+    m_NumLarge += item.plane ? 1U : 0U;
+    m_Items.push_back(item);
 }
 
 double TransparentBatch::PixelsBetween(const FillVertex& a, const FillVertex& b) const {
@@ -101,12 +112,34 @@ void TransparentBatch::AddPolygon(const Look& look, const Vec3* corners, const P
             MakeVertex(corners[i], colors[i], texture != nullptr ? texture[i] : 0.0));
         longest = std::max(longest, PixelsBetween(m_Vertices[first], m_Vertices.back()));
     }
-    if (longest <= kLongest) return AddItem(first, number, 0.0);
+    const auto count = static_cast<std::size_t>(n);
+    const bool large = longest > kLongest;
+    if (!large || n == 3 || DepthOrder::IsFlat(m_Vertices.data() + first, count))
+        return AddItem(first, number, 0.0, large);
     const std::vector<FillVertex> whole(m_Vertices.begin() + static_cast<std::ptrdiff_t>(first),
                                         m_Vertices.end());
     m_Vertices.resize(first);
-    for (std::size_t i = 2; i < whole.size(); ++i)
-        AddPieces({whole[0], whole[i - 1], whole[i]}, number, 0);
+    for (std::size_t i = 2; i < whole.size(); ++i) {
+        const std::size_t begin = m_Vertices.size();
+        m_Vertices.insert(m_Vertices.end(), {whole[0], whole[i - 1], whole[i]});
+        AddItem(begin, number, 0.0, true);
+    }
+}
+
+/// Puts small pieces into the place of large polygons.
+void TransparentBatch::CutLarge() {
+    std::vector<DepthItem> items;
+    items.swap(m_Items);
+    for (const DepthItem& item : items) {
+        if (!item.plane) {
+            m_Items.push_back(item);
+            continue;
+        }
+        for (std::uint32_t i = 2; i < item.count; ++i)
+            AddPieces({m_Vertices[item.first], m_Vertices[item.first + i - 1],
+                       m_Vertices[item.first + i]},
+                      item.look, 0);
+    }
 }
 
 void TransparentBatch::AddSegment(const Vec3& a, const Vec3& b, PackedColor color, double width) {
@@ -121,29 +154,42 @@ void TransparentBatch::AddSegment(const Vec3& a, const Vec3& b, PackedColor colo
     m_Vertices.push_back(MakeVertex({b.x + acrossX, b.y + acrossY, b.z}, color, 0.0));
     m_Vertices.push_back(MakeVertex({b.x - acrossX, b.y - acrossY, b.z}, color, 0.0));
     m_Vertices.push_back(MakeVertex({a.x - acrossX, a.y - acrossY, a.z}, color, 0.0));
-    AddItem(first, -1, kLinesNearer);
+    AddItem(first, -1, kLinesNearer, length > kLongest);
 }
 
-void TransparentBatch::Sort() {
+void TransparentBatch::SortByDepth() {
     // By digits of the keys, the lowest first: equal ones keep the order of drawing.
     constexpr unsigned kBits = 11;
     constexpr std::uint32_t kDigits = 1U << kBits;
     m_Spare.resize(m_Items.size());
     for (unsigned shift = 0; shift < 32; shift += kBits) {
         std::array<std::size_t, kDigits + 1> places{};
-        const auto digit = [shift](const Item& item) { return item.key >> shift & (kDigits - 1); };
-        for (const Item& item : m_Items)
+        const auto digit = [shift](const DepthItem& item) {
+            return item.key >> shift & (kDigits - 1);
+        };
+        for (const DepthItem& item : m_Items)
             ++places[digit(item) + 1];
         for (std::size_t i = 1; i < places.size(); ++i)
             places[i] += places[i - 1];
-        for (const Item& item : m_Items)
+        for (const DepthItem& item : m_Items)
             m_Spare[places[digit(item)]++] = item;
         m_Items.swap(m_Spare);
+    }
+}
+
+void TransparentBatch::Sort() {
+    if (m_NumLarge == 0) {
+        SortByDepth();
+    } else if (m_NumLarge * m_Items.size() <= kMostSides) {
+        m_Items = DepthOrder(m_Vertices).Order(std::move(m_Items));
+    } else {
+        CutLarge();
+        SortByDepth();
     }
     m_Indices.clear();
     m_Runs.clear();
     if (m_Looks.empty()) m_Looks.emplace_back();  // of lines alone
-    for (const Item& item : m_Items) {
+    for (const DepthItem& item : m_Items) {
         const bool joins =
             !m_Runs.empty() &&
             (item.look < 0 || static_cast<std::size_t>(item.look) == m_Runs.back().look);
@@ -160,6 +206,7 @@ void TransparentBatch::Clear() {
     m_Looks.clear();
     m_Vertices.clear();
     m_Items.clear();
+    m_NumLarge = 0;
     m_Indices.clear();
     m_Runs.clear();
 }

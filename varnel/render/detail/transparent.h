@@ -1,9 +1,10 @@
 // What can be seen through: polygons, and lines as thin polygons, that are kept until everything
 // opaque stands, and are then drawn over it from the back to the front.
 //
-// Polygons are sorted as wholes, by the mean depth of their corners. Large ones are cut into
-// triangles with edges no longer than 40 pixels, so that those that pass through or beside each
-// other come in the right order but for about that much; edges that neighbours share are cut alike.
+// Small polygons are sorted as wholes, by the mean depth of their corners. Those larger than 40
+// pixels are split where they pass through each other (depth_order.h); where these are very many
+// they are cut into triangles with edges no longer than 40 pixels instead and sorted with the
+// others.
 #pragma once
 
 #include <array>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "varnel/foundation/viewports.h"
+#include "varnel/render/detail/depth_order.h"
 #include "varnel/render/detail/primitive_batch.h"
 
 namespace varnel::detail {
@@ -48,14 +50,10 @@ class TransparentBatch {
     void Clear();
 
  private:
-    struct Item {
-        std::uint32_t key;  ///< grows from the back to the front
-        std::uint32_t first, count;
-        std::int32_t look;  ///< -1: any
-    };
-
     std::int32_t NumberOf(const Look& look);
-    void AddItem(std::size_t first, std::int32_t look, double nearer);
+    void AddItem(std::size_t first, std::int32_t look, double nearer, bool large = false);
+    void CutLarge();
+    void SortByDepth();
     void AddPieces(const std::array<FillVertex, 3>& corners, std::int32_t look, int depth);
     double PixelsBetween(const FillVertex& a, const FillVertex& b) const;
 
@@ -63,7 +61,8 @@ class TransparentBatch {
     double m_HalfHeight = 1.0;
     std::vector<Look> m_Looks;
     std::vector<FillVertex> m_Vertices;
-    std::vector<Item> m_Items, m_Spare;
+    std::vector<DepthItem> m_Items, m_Spare;
+    std::size_t m_NumLarge = 0;
     std::vector<std::uint32_t> m_Indices;
     std::vector<Run> m_Runs;
 };
