@@ -1,6 +1,8 @@
 // A week of earthquakes: how many of each magnitude, on a logarithmic axis with its grid; and the
-// energy that they set free.
+// energy that they set free. The rain of months against the mean, as bars that stand on 1.
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "examples/support/example.h"
 
@@ -28,6 +30,27 @@ void DrawClasses(example::Picture& picture, const std::vector<double>& values, i
     picture.Save(name);
 }
 
+void DrawRain(example::Picture& picture) {
+    const example::Table table = picture.Read("seattle_weather.csv");
+    std::vector<double> rain =
+        example::MonthlyMeans(table.Dates("date"), table.Numbers("precipitation_mm"));
+    const double mean = std::accumulate(rain.begin(), rain.end(), 0.0) / 12;
+    std::transform(rain.begin(), rain.end(), rain.begin(), [=](double r) { return r / mean; });
+    const Theme theme;
+    CChart3D& chart = *picture.View().NewChart3D();
+    CTransform3D* transform = chart.NewTransform();
+    CChartObj3D* bars = chart.NewChartObj(transform);
+    bars->BarChart25D(example::Count(1, 12), rain, 1, 0, 0.8, 1, theme.SeriesColor(0),
+                      theme.outline, WIDTH_CENTERED, WIDTH_CENTERED, INDAXIS_X);
+    bars->SetExactExtents(1);
+    chart.AutoFrame(transform, {.axes = {AxisFrame{.names = example::kMonths}, AxisFrame{},
+                                         AxisFrame{.title = "times the mean", .logarithmic = true}},
+                                .title = "Rain in Seattle",
+                                .subtitle = "wet and dry months as far from 1",
+                                .footer = "National Oceanic and Atmospheric Administration"});
+    picture.Save("bars_ratio");
+}
+
 }  // namespace
 
 void example::Draw(Picture& picture) {
@@ -41,4 +64,5 @@ void example::Draw(Picture& picture) {
                 "how many of each magnitude", "bars_log");
     DrawClasses(picture, joules, 2, {.title = "joules", .logarithmic = true, .min = 1e3},
                 "the energy that they set free", "bars_engineering");
+    DrawRain(picture);
 }

@@ -33,4 +33,22 @@ void example::Draw(Picture& picture) {
                                 .subtitle = "and its shadows on three planes",
                                 .footer = "x = cos t, y = sin t, z = t / 25"});
     picture.Save("line_helix");
+
+    CChart3D& thick = *picture.View().NewChart3D();
+    transform = thick.NewTransform();
+    CChartObj3D* dashed = thick.NewChartObj(transform);
+    dashed->LineChart3D(helix, LINE_DASHES, picture.Pixels(6), theme.SeriesColor(2));
+    dashed->SetLineStyleFactor(picture.Pixels(4));
+    std::vector<point3Dtype> marked;
+    for (int i = 0; i < kPoints; i += 19)
+        marked.push_back(helix[static_cast<std::size_t>(i)]);
+    CChartObj3D* markers = thick.NewChartObj(transform);
+    markers->ScatterChart3D(marked, 1, SYMBOL_NONE, theme.SeriesColor(0), theme.background,
+                            PROJECTION_NONE, 0);
+    markers->SetMarker(MARKER_CIRCLE, 12);
+    thick.AutoFrame(transform, {.axes = {AxisFrame{.title = "x"}, AxisFrame{.title = "y"},
+                                         AxisFrame{.title = "z"}},
+                                .title = "A helix",
+                                .subtitle = "thick and dashed, with a marker every 19 points"});
+    picture.Save("line_helix_dashed");
 }

@@ -25,4 +25,18 @@ void example::Draw(Picture& picture) {
                                 .title = "Three hills and three hollows",
                                 .subtitle = "(x³ - 3xy²) exp(-x² - y²)"});
     picture.Save("surface_function");
+
+    CChart3D& below = *picture.View().NewChart3D();
+    transform = below.NewTransform();
+    for (int i = 0; i < surface.GetPSNumPolygons(); ++i)
+        surface.SetPolysurfaceColors(i, {0.55, 0.68, 0.86, 1}, {});
+    object = below.NewChartObj(transform);
+    object->PolysurfaceChart3D(&surface);
+    object->SetOutlineMode(0);
+    below.AutoFrame(transform, {.axes = {AxisFrame{.title = "x"}, AxisFrame{.title = "y"},
+                                         AxisFrame{.title = "z"}},
+                                .title = "The same from below",
+                                .subtitle = "lit on both of its sides",
+                                .elevation = -25});
+    picture.Save("surface_function_below");
 }

@@ -8,6 +8,8 @@ namespace {
 
 const ColorScale kScale{.map = "viridis", .min = 90, .max = 200, .bands = 11};
 
+const std::vector<double> kLabelled = {110, 130, 150, 170, 190};
+
 void SetColor(CPolysurface& surface, const RGBDType& color) {
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i)
         surface.SetPolysurfaceColors(i, color, color);
@@ -22,7 +24,7 @@ CChartObj3D* AddSurface(example::Picture& picture, CPolysurface& surface) {
 }
 
 void Finish(example::Picture& picture, const std::string& subtitle, const std::string& name,
-            std::optional<double> floor = {}) {
+            std::optional<double> floor = {}, double height = 0.3) {
     CChart3D& chart = *picture.View().GetChart(0);
     chart.AutoFrame(chart.GetTransform(0),
                     {.axes = {AxisFrame{.title = "east, m"}, AxisFrame{.title = "north, m"},
@@ -30,7 +32,7 @@ void Finish(example::Picture& picture, const std::string& subtitle, const std::s
                      .title = "Maunga Whau, Auckland",
                      .subtitle = subtitle,
                      .footer = "digitised by Ross Ihaka",
-                     .proportions = point3Dtype{1, 1, 0.3, 0},
+                     .proportions = point3Dtype{1, 1, height, 0},
                      .asData = true});
     picture.Save("surface_volcano_" + name);
 }
@@ -79,6 +81,18 @@ void example::Draw(Picture& picture) {
     object->PolysurfaceChart2D(&surface, 190, PROJECTION_ALONG_Z);
     AddLegend(picture)->SetContours(AddContours(*chart, surface, 70.5), 0);
     Finish(picture, "a map above its contour lines", "flat", 70);
+
+    object = AddSurface(picture, surface);
+    chart = picture.View().GetChart(0);
+    chart->ColorSurfaceByHeight(object, "terrain");
+    const std::vector<RGBDType> dark(12, Theme().outline);
+    const double width = picture.Pixels(2);
+    for (const int onSurface : {0, 1}) {
+        CChartObj3D* lines = chart->NewChartObj(chart->GetTransform(0));
+        lines->ContourPolysurface3D(&surface, std::span(kLabelled), dark, -59.5, 0);
+        lines->SetContourStyle({.lineWidth = width, .onSurface = onSurface, .labels = 1});
+    }
+    Finish(picture, "contour lines on it and on its floor", "contours", -60, 0.6);
 
     const std::vector<double> limits = kScale.BandLimits();
     CPolysurface bands = FilledContours(surface, limits, kScale.Colors());
