@@ -24,7 +24,7 @@ if mount_disk "$folder/small" -t tmpfs -o size=1m none; then
     mkdir "$small"
 fi
 if command -v mkfs.btrfs >/dev/null && truncate -s 128M "$folder/image" &&
-    try mkfs.btrfs -q "$folder/image" && mount_disk "$folder/quota" -o loop "$folder/image"; then
+    try mkfs.btrfs -q "$folder/image" >/dev/null && mount_disk "$folder/quota" -o loop "$folder/image"; then
     quota=$folder/quota/disk
     btrfs quota enable "$folder/quota"
     btrfs subvolume create "$quota" >/dev/null

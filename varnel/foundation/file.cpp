@@ -8,7 +8,7 @@ namespace {
 
 /// What a stream of unknown length can have: some never end.
 constexpr std::uint64_t kMostStreamed = std::uint64_t{1} << 28;
-constexpr std::size_t kFirstAhead = 64 * 1024;
+constexpr std::size_t kFirstAhead = 1 << 16;
 
 }  // namespace
 

@@ -19,7 +19,7 @@ using detail::Open;
 using detail::ReadAll;
 using detail::Reason;
 
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = 1 << 16;
 
 /// More than this is not read ahead from an input whose length is unknown: some never end.
 constexpr std::size_t kMostReadAhead = std::size_t{1} << 28;

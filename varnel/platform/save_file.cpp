@@ -27,7 +27,7 @@ using detail::Descriptor;
 using detail::Open;
 using detail::Reason;
 
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = 1 << 16;
 constexpr std::string_view kTemporaryPrefix = ".varnel-";
 constexpr std::size_t kTemporaryDigits = 16;
 
