@@ -6,7 +6,6 @@
 
 #include <mutex>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace varnel::detail {
@@ -107,7 +106,7 @@ bool KeepContext(PooledContext context) {
     const std::lock_guard lock(pool.mutex);
     if (pool.contexts.size() >= kMostKept) return false;
     MakeEglNonCurrent(context.egl);
-    pool.contexts.push_back(std::move(context));
+    pool.contexts.push_back(context);
     return true;
 }
 
@@ -117,7 +116,7 @@ std::optional<PooledContext> TakeContext() {
     const std::lock_guard lock(pool.mutex);
     std::string why;
     while (!pool.contexts.empty()) {
-        PooledContext context = std::move(pool.contexts.back());
+        PooledContext context = pool.contexts.back();
         pool.contexts.pop_back();
         if (MakeEglCurrent(context.egl, why)) return context;
         // Another library has ended the display, and the context with it.

@@ -111,6 +111,7 @@ void COpenGL::MakeNonCurrent() {
 
 void COpenGL::ExchangeBuffers() {
     m_LabelCharacters = m_AxisLines = 0;
+    m_Renderer->StartTexts();
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) glFlush();
@@ -118,6 +119,7 @@ void COpenGL::ExchangeBuffers() {
 
 void COpenGL::ReadBack() {
     m_LabelCharacters = m_AxisLines = 0;
+    m_Renderer->StartTexts();
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.context->ReadBack();
@@ -125,6 +127,7 @@ void COpenGL::ReadBack() {
 
 void COpenGL::ReadBackDrawn() {
     m_LabelCharacters = m_AxisLines = 0;
+    m_Renderer->StartTexts();
     SyncState();
     const GLContext::HostContextGuard host;
     if (Ready()) m_Renderer->gl.ReadBackDrawn();

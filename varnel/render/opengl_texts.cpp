@@ -1,4 +1,5 @@
 // COpenGL: texts and pictures.
+#include "varnel/foundation/detail/diagnose.h"
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
@@ -6,13 +7,18 @@
 namespace varnel {
 
 void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double halo) {
+    const std::string_view shown = m_Renderer->TakeText(text);
+    if (shown.size() < text.size())
+        detail::Diagnose("DrawText", "a line of text or the texts of a picture are too long: ",
+                         text.size() - shown.size(), " bytes are not drawn");
+    if (shown.empty()) return;
     // Lines in the plane of the text are not to strike through it.
     constexpr double kInFront = 0.01;
     SyncState();
     detail::Matrix4 placement = m_Renderer->matrix.Top();
     if (halo > 0.0) placement.m[14] -= kInFront;
     m_Renderer->sink->DrawText(m_Renderer->scene,
-                               {text, font, placement, m_CurrentColor, m_Renderer->element, halo});
+                               {shown, font, placement, m_CurrentColor, m_Renderer->element, halo});
     SyncState();
 }
 

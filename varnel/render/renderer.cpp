@@ -206,6 +206,17 @@ void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& v
     UpdateCoverage();
 }
 
+std::string_view Renderer::TakeText(std::string_view text) {
+    constexpr std::size_t kLongest = 10'000;
+    constexpr std::size_t kMost = 400'000;
+    std::size_t size = std::min({text.size(), kLongest, kMost - std::min(m_TextBytes, kMost)});
+    // Not in the middle of a character.
+    while (size > 0 && size < text.size() && (static_cast<unsigned>(text[size]) & 0xC0U) == 0x80U)
+        --size;
+    m_TextBytes += size;
+    return text.substr(0, size);
+}
+
 void Renderer::Flush() {
     if (batch.IsEmpty()) return;
     sink->DrawBatch(scene, batch);

@@ -61,7 +61,7 @@ class SegmentFinder {
     /// A point's band is the number of levels that are not above it.
     void SetBands() {
         const point3Dtype* const points = m_Surface.GetPSPoints();
-        const auto count = static_cast<std::size_t>(m_Surface.GetPSNumPoints() + 4);
+        const auto count = static_cast<std::size_t>(m_Surface.GetPSNumPoints()) + 4;
         const auto numLevels = static_cast<int>(m_Levels.size());
         m_Bands.resize(count);
         int band = 0;

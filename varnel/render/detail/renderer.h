@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "varnel/render/detail/gl_sink.h"
@@ -101,6 +102,12 @@ class Renderer {
     /// Forgets it.
     void DropTransparent();
 
+    /// The part of a line of text that is drawn: 10,000 bytes, and 400,000 of a picture. Each is
+    /// hundreds of corners.
+    std::string_view TakeText(std::string_view text);
+    /// What is drawn next is another picture.
+    void StartTexts() { m_TextBytes = 0; }
+
     /// Hands over and forgets what was collected.
     void Flush();
     /// Hands over a strip with a stipple pattern.
@@ -121,6 +128,7 @@ class Renderer {
     void AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color);
 
     bool m_Culling = true;
+    std::size_t m_TextBytes = 0;  ///< drawn in this picture
     std::vector<StrokePoint> m_Stroke;
     std::vector<WindowPoint> m_Window;
     std::vector<PackedColor> m_Colors;  ///< of the corners of the polygon at hand
