@@ -157,9 +157,11 @@ std::vector<double> TicsOf(const CalendarStep& step, double min, double max) {
     constexpr std::size_t kMost = 2000;
     const double hair = 1e-6 * LengthOf(step);
     std::vector<double> tics;
-    for (double tic = StepBelow(step, min); tic <= max + hair && tics.size() < kMost;
-         tic = StepAfter(step, tic)) {
+    for (double tic = StepBelow(step, min); tic <= max + hair && tics.size() < kMost;) {
         if (tic >= min - hair) tics.push_back(std::clamp(tic, min, max));
+        const double next = StepAfter(step, tic);
+        if (!(next > tic)) break;  // the step is too small for numbers of that size
+        tic = next;
     }
     return tics;
 }
