@@ -82,9 +82,8 @@ void example::Draw(Picture& picture) {
     AddLegend(picture)->SetContours(AddContours(*chart, surface, 70.5), 0);
     Finish(picture, "a map above its contour lines", "flat", 70);
 
-    object = AddSurface(picture, surface);
+    AddSurface(picture, surface);
     chart = picture.View().GetChart(0);
-    chart->ColorSurfaceByHeight(object, "terrain");
     const std::vector<RGBDType> dark(12, Theme().outline);
     const double width = picture.Pixels(2);
     for (const int onSurface : {0, 1}) {

@@ -206,6 +206,21 @@ TEST(ChartObjectRecord, WhatThePlainRecordLacksComesBackFromTheBlock) {
         EXPECT_NE(names.find(name), std::string::npos) << name;
 }
 
+TEST(ChartObjectRecord, WireFrameComesBackFromTheBlock) {
+    CPolysurface wire;
+    wire.SetWireFrame(1);
+    detail::AddedFields out;
+    wire.VisitAdded(out);
+    MemoryFile file;
+    out.WriteBlock(file);
+    MemoryFile in(file.GetBytes());
+    bool complete = false;
+    detail::AddedFields fields = detail::AddedFields::ReadBlock(in, complete);
+    CPolysurface loaded;
+    loaded.VisitAdded(fields);
+    EXPECT_EQ(loaded.GetWireFrame(), 1);
+}
+
 TEST(ChartObjectRecord, SegmentColoursComeBackWithThatOfTheRange) {
     CChartObj3D range;
     range.AreaRangeChart25D(kInd, kDep, kInd, 0, 2, 1, kRed, kBlack, 0, 0);

@@ -11,6 +11,9 @@ namespace {
 constexpr std::size_t kMostVertices = 3'000'000;
 /// What lies so near to a plane lies in it.
 constexpr double kThick = 1e-5;
+/// Narrower polygons do not say where their planes are at the other side of the picture: their
+/// corners are exact to 1e-7.
+constexpr double kNarrow = 0.02;
 
 Vec3 PlaceOf(const FillVertex& v) {
     return {static_cast<double>(v.position[0]), static_cast<double>(v.position[1]),
@@ -59,8 +62,23 @@ bool DepthOrder::IsFlat(const FillVertex* corners, std::size_t n) {
     });
 }
 
+bool DepthOrder::IsNarrow(const FillVertex* corners, std::size_t n) {
+    double longest = 0.0;
+    Vec3 sum{0.0, 0.0, 0.0};
+    for (std::size_t i = 0; i < n; ++i) {
+        const Vec3 a = PlaceOf(corners[i]) - PlaceOf(corners[0]);
+        const Vec3 b = PlaceOf(corners[(i + 1) % n]) - PlaceOf(corners[0]);
+        const Vec3 part = Cross(a, b);
+        sum = {sum.x + part.x, sum.y + part.y, sum.z + part.z};
+        longest = std::max(longest, Dot(b - a, b - a));
+    }
+    return Dot(sum, sum) < kNarrow * kNarrow * longest;
+}
+
 std::vector<DepthItem> DepthOrder::Order(std::vector<DepthItem> items) {
     m_Ordered.clear();
+    for (DepthItem& item : items)
+        item.plane = item.plane && !IsNarrow(m_Vertices.data() + item.first, item.count);
     Part(std::move(items));
     return std::move(m_Ordered);
 }

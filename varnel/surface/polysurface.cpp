@@ -176,6 +176,7 @@ void CPolysurface::ClosePolysurface() {
     m_CellsImplied = false;
     m_NeighboursImplied = false;
     m_Saved = {};
+    m_Added = {};
 }
 
 void CPolysurface::CopyPolysurface(const CPolysurface* src) {
@@ -197,6 +198,7 @@ void CPolysurface::CopyPolysurface(const CPolysurface* src) {
     });
     ++m_Revision;
     m_Saved = src->m_Saved;
+    m_Added = src->m_Added;
     m_CellsImplied = cells;
     m_NeighboursImplied = adjacency;
 }

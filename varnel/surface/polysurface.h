@@ -29,8 +29,9 @@
 namespace varnel {
 
 namespace detail {
+class AddedFields;
 class PolygonReader;
-}
+}  // namespace detail
 
 /// How the cells of a grid become polygons.
 enum GridType3D : int {
@@ -216,9 +217,11 @@ class VARNEL_API CPolysurface {
     double GetRGRangeY() const { return m_Saved.m_RGRangeY; }
     double GetRGRangeZ() const { return m_Saved.m_RGRangeZ; }
 
-    /// Whether charts draw the surface as lines only. Not saved.
-    void SetWireFrame(BOOL on) { m_Saved.m_WireFrame = on; }
-    BOOL GetWireFrame() const { return m_Saved.m_WireFrame; }
+    /// Whether charts draw the surface as lines only. Saved with a view, not with a surface alone.
+    void SetWireFrame(BOOL on) { m_Added.m_WireFrame = on; }
+    BOOL GetWireFrame() const { return m_Added.m_WireFrame; }
+    /// Hands the attributes that the plain record lacks to the chart file.
+    void VisitAdded(detail::AddedFields& fields);
 
     // --- Triangulation ---------------------------------------------------------------------------
 
@@ -349,7 +352,6 @@ class VARNEL_API CPolysurface {
         double m_RGMinZ = 0.0;
         double m_RGMaxZ = 0.0;
         double m_RGRangeZ = 0.0;
-        BOOL m_WireFrame = 0;  ///< not in the record
         // As long as all polygons have the same colours, which is how surfaces are made, they are
         // kept once: 64 bytes a polygon would be most of a large surface's memory.
         PolygonColors m_CommonColors;
@@ -359,7 +361,12 @@ class VARNEL_API CPolysurface {
         GridCells m_NeighbourCells;
     };
 
+    struct Added {
+        BOOL m_WireFrame = 0;
+    };
+
     Saved m_Saved;
+    Added m_Added;
     // The tables, as long as the counts say.
     CopyOnWrite<point3Dtype> m_pPoints;
     mutable CopyOnWrite<Polygon> m_pPolygons;

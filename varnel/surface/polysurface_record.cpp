@@ -1,6 +1,7 @@
 // The record of a surface in chart files, and surfaces as files of their own.
 #include <algorithm>
 
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/platform/files.h"
@@ -145,6 +146,10 @@ void CPolysurface::ForgetImpliedTables() {
         m_pAdjacentPolyList = {};
         m_NeighboursImplied = true;
     }
+}
+
+void CPolysurface::VisitAdded(detail::AddedFields& fields) {
+    fields.Of(m_Added, [](auto field) { field("wireFrame", &Added::m_WireFrame); });
 }
 
 void CPolysurface::Save(HANDLE file) {

@@ -1,8 +1,8 @@
 // PageSink: what shows, put onto a canvas.
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <map>
+#include <set>
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/vector/detail/areas.h"
@@ -139,8 +139,17 @@ void PageSink::Compose(PageCanvas& canvas) const {
     composeTexts(0.0, 0.5);
 }
 
+/// What can be seen through comes in layers of its own, before all others: what it hides of lines
+/// is cut off the lines, and it lies itself on all polygons that do not hide it.
 std::vector<PageSink::Layer> PageSink::FindLayers(Hiding& hiding,
                                                   std::vector<OrderedLine>& lines) const {
+    std::vector<Veil> veils;
+    for (std::uint32_t i = 0; i < m_Veils.size(); ++i) {
+        const auto first = m_Places.begin() + m_Veils[i].first;
+        veils.push_back({{first, first + m_Veils[i].count}, i});
+    }
+    veils = OrderVeils(std::move(veils), m_Width, m_Height);
+    PlaceAmongVeils(lines, veils);
     const std::vector<long> starts = LayerStarts(hiding, lines);
     const auto layerOf = [&starts](long slice) {
         return std::upper_bound(starts.begin(), starts.end(), slice) - starts.begin();
@@ -149,34 +158,40 @@ std::vector<PageSink::Layer> PageSink::FindLayers(Hiding& hiding,
     for (std::uint32_t i = 0; i < m_Fills.size(); ++i)
         if (!hiding.Visible(i).empty())
             layers[static_cast<std::size_t>(layerOf(SliceOf(m_Fills[i])))].fills.push_back(i);
-    for (std::uint32_t i = 0; i < m_Veils.size(); ++i)
-        layers[static_cast<std::size_t>(layerOf(SliceOf(m_Veils[i])))].veils.push_back(i);
+
+    std::set<int> ends;  // the last veils of the layers
+    for (const OrderedLine& line : lines)
+        if (line.layer >= 0) ends.insert(line.layer);
+    const auto layerOfVeil = [&, first = layers.size()](int veil) {
+        return first +
+               static_cast<std::size_t>(std::distance(ends.begin(), ends.lower_bound(veil)));
+    };
     for (OrderedLine& line : lines)
-        line.layer = static_cast<int>(layerOf(SliceOf(line)));
+        line.layer = line.layer >= 0 ? static_cast<int>(layerOfVeil(line.layer))
+                                     : static_cast<int>(layerOf(SliceOf(line)));
+    layers.resize(layers.size() + ends.size() + 1);
+    for (std::size_t i = 0; i < veils.size(); ++i)
+        layers[layerOfVeil(static_cast<int>(i))].veils.push_back(std::move(veils[i]));
     for (const std::uint32_t i : OrderLines(lines))
         layers[static_cast<std::size_t>(lines[i].layer)].lines.push_back(i);
     return layers;
 }
 
-double PageSink::MeanDepth(const Fill& fill) const {
-    double sum = 0.0;
-    for (std::uint32_t i = 0; i < fill.count; ++i)
-        sum += m_Places[fill.first + i].z;
-    return sum / fill.count;
-}
-
-/// What can be seen through, from the back, over what stands behind it.
+/// What can be seen through, over what stands behind it. Pieces of one polygon that follow each
+/// other go together.
 void PageSink::ComposeVeils(PageCanvas& canvas, Hiding& hiding,
-                            std::vector<std::uint32_t> veils) const {
-    std::ranges::stable_sort(veils, std::greater<>{},
-                             [this](std::uint32_t i) { return MeanDepth(m_Veils[i]); });
-    for (const std::uint32_t i : veils) {
-        const Fill& veil = m_Veils[i];
-        const Area visible = hiding.VisibleOf({m_Places.data() + veil.first, veil.count});
-        if (IsPicture(i, true))
-            PutPictures(canvas, i, true, visible);
+                            const std::vector<Veil>& veils) const {
+    std::vector<Area> pieces;
+    for (std::size_t i = 0; i < veils.size(); ++i) {
+        const std::uint32_t number = veils[i].number;
+        pieces.push_back(hiding.VisibleOf(veils[i].corners));
+        if (i + 1 < veils.size() && veils[i + 1].number == number) continue;
+        const Area visible = pieces.size() == 1 ? pieces[0] : Union(pieces);
+        pieces.clear();
+        if (IsPicture(number, true))
+            PutPictures(canvas, number, true, visible);
         else
-            canvas.Fill(visible, veil.color, false);
+            canvas.Fill(visible, m_Veils[number].color, false);
     }
 }
 

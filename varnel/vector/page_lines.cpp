@@ -81,8 +81,7 @@ std::vector<OrderedLine> PageSink::VisibleLines(Visibility& visibility) const {
 
 /// The slices of depth with which a layer begins, from the back. What shows of the polygons does
 /// not overlap; but lines have a width. A line whose side is covered by a polygon before it must be
-/// drawn before that one, and what can be seen through comes between the lines behind and before
-/// it.
+/// drawn before that one.
 std::vector<long> PageSink::LayerStarts(Hiding& hiding,
                                         const std::vector<OrderedLine>& lines) const {
     std::vector<std::pair<long, long>>
@@ -95,9 +94,6 @@ std::vector<long> PageSink::LayerStarts(Hiding& hiding,
                 coverers.emplace_back(SliceOf(m_Fills[facet]), SliceOf(line));
     }
     std::set<long> starts;
-    if (!lines.empty())
-        for (const Fill& veil : m_Veils)
-            starts.insert(SliceOf(veil));
     // As few as do: each begins as late as the first pair that needs it allows.
     std::sort(coverers.begin(), coverers.end());
     for (const auto& [polygon, line] : coverers) {

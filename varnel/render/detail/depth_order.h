@@ -41,6 +41,7 @@ class DepthOrder {
         double distance;
     };
 
+    static bool IsNarrow(const FillVertex* corners, std::size_t n);
     static Plane PlaneOf(const FillVertex* corners, std::size_t n);
     double Side(const Plane& plane, const FillVertex& vertex, float nearer) const;
     void Part(std::vector<DepthItem> items);

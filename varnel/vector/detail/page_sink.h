@@ -12,9 +12,9 @@
 
 #include "varnel/render/detail/scene.h"
 #include "varnel/vector/detail/hiding.h"
-#include "varnel/vector/detail/line_order.h"
 #include "varnel/vector/detail/object_picture.h"
 #include "varnel/vector/detail/smooth_pieces.h"
+#include "varnel/vector/detail/veil_order.h"
 
 namespace varnel::detail {
 
@@ -98,7 +98,7 @@ class PageSink final : public SceneSink {
     /// What is drawn together: polygons, then what can be seen through, then lines.
     struct Layer {
         std::vector<std::uint32_t> fills;
-        std::vector<std::uint32_t> veils;
+        std::vector<Veil> veils;
         std::vector<std::uint32_t> lines;  ///< in the order of drawing
     };
 
@@ -130,8 +130,7 @@ class PageSink final : public SceneSink {
                       const std::vector<std::uint32_t>& fills) const;
     void ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
                        const std::vector<std::uint32_t>& fills) const;
-    void ComposeVeils(PageCanvas& canvas, Hiding& hiding, std::vector<std::uint32_t> veils) const;
-    double MeanDepth(const Fill& fill) const;
+    void ComposeVeils(PageCanvas& canvas, Hiding& hiding, const std::vector<Veil>& veils) const;
     void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                          const std::vector<std::uint32_t>& fills) const;
     static void ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
