@@ -22,7 +22,6 @@ void DrawClasses(example::Picture& picture, const std::vector<double>& values, i
     bars->BarChart25D(middles, values, axis.min.value_or(0), 0, 0.8 * kWidth, 1,
                       theme.SeriesColor(color), theme.outline, WIDTH_CENTERED, WIDTH_CENTERED,
                       INDAXIS_X);
-    bars->SetExactExtents(1);
     chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "magnitude"}, AxisFrame{}, axis},
                                 .title = "A week of earthquakes",
                                 .subtitle = subtitle,
@@ -42,7 +41,6 @@ void DrawRain(example::Picture& picture) {
     CChartObj3D* bars = chart.NewChartObj(transform);
     bars->BarChart25D(example::Count(1, 12), rain, 1, 0, 0.8, 1, theme.SeriesColor(0),
                       theme.outline, WIDTH_CENTERED, WIDTH_CENTERED, INDAXIS_X);
-    bars->SetExactExtents(1);
     chart.AutoFrame(transform, {.axes = {AxisFrame{.names = example::kMonths}, AxisFrame{},
                                          AxisFrame{.title = "times the mean", .logarithmic = true}},
                                 .title = "Rain in Seattle",

@@ -233,12 +233,15 @@ void DressView(CChartView3D& view, const Theme& theme) {
 }
 
 /// What has two sides shows both, surfaces are round and plastic, in whatever colours, lines have
-/// no gaps and do not strike through texts.
+/// no gaps and do not strike through texts; everything ends where the axes say, and areas and
+/// ribbons are of one piece.
 void DressObject(CChartObj3D& object) {
     constexpr double kHalo = 0.12;  // ems
     object.SetTwoSided(1);
     object.SetLineJoins(1);
     object.SetTextHalo(kHalo);
+    object.SetExactExtents(1);
+    object.SetSegmentOutlines(0);
     if (object.GetChartType() != POLYSURFACECHART3D) return;
     object.SetShading(1);
     object.SetTextureLighting(1);

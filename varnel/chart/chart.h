@@ -265,9 +265,10 @@ class VARNEL_API CChart3D {
     /// the data, a view, axes that follow it, walls, grids, labels, titles, text sizes and layout.
     /// The transform's first axes are used, or new ones made; its data sets must have been set up,
     /// and after changes it can be called again. Data sets are lit on both sides, surfaces smoothly
-    /// and under their colours, with the light of SetLight unless one is set. A null transform
-    /// raises "Transform Parameter Error". What was chosen is in the transform, the axes, the data
-    /// sets and the header, and can be changed there.
+    /// and under their colours, with the light of SetLight unless one is set; their extents are
+    /// exact on every axis, and areas and ribbons have no lines inside. A null transform raises
+    /// "Transform Parameter Error". What was chosen is in the transform, the axes, the data sets
+    /// and the header, and can be changed there.
     Frame AutoFrame(CTransform3D* t, const FrameOptions& options = {});
 
     /// Places the box of each transform that has axes so that everything around it is inside the
