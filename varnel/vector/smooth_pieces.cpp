@@ -143,7 +143,9 @@ bool CutShades(const SmoothTriangle& t, const StraightGradient& gradient, double
 }
 
 bool CutTriangles(const SmoothTriangle& t, Ring outline, std::vector<SmoothTriangle>& pieces) {
-    const auto& [a, b, c] = t.corners;
+    const auto& a = t.corners[0];
+    const auto& b = t.corners[1];
+    const auto& c = t.corners[2];
     const double whole = Turn(a, b, c);
     if (whole == 0.0) return false;
     const auto colorAt = [&](const GridPoint& p) {
