@@ -139,8 +139,9 @@ void PageSink::Compose(PageCanvas& canvas) const {
     composeTexts(0.0, 0.5);
 }
 
-/// What can be seen through comes in layers of its own, before all others: what it hides of lines
-/// is cut off the lines, and it lies itself on all polygons that do not hide it.
+/// What can be seen through comes in layers of its own over all others, since polygons that hide
+/// parts of it are already cut out of it. Lines are cut where they leave or pass through it, and
+/// each piece is drawn after the last of what it lies before.
 std::vector<PageSink::Layer> PageSink::FindLayers(Hiding& hiding,
                                                   std::vector<OrderedLine>& lines) const {
     std::vector<Veil> veils;
