@@ -86,6 +86,19 @@ TEST(MisuseDeathTest, EglEndedByAnotherLibrary) {
                 "16 DrawView: another library terminated EGL");
 }
 
+/// Views that live until the process ends are destroyed after the thread's variables.
+[[noreturn]] void EndWithStaticViews() {
+    static CWnd window(20, 20);
+    static CChartView3D first(&window, 20, 20), second(&window, 20, 20);
+    const bool well = Drawing(first) == "drawn" && Drawing(second) == "drawn";
+    std::exit(well ? 0 : 1);
+}
+
+TEST(MisuseDeathTest, ViewsThatAreStatic) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(EndWithStaticViews(), testing::ExitedWithCode(0), "");
+}
+
 TEST(Misuse, AWindowThatIsDestroyedFirst) {
     CErr3D::SetErrorReportMode(0);
     auto window = std::make_unique<CWnd>(20, 20);

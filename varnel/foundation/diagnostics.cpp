@@ -21,9 +21,10 @@ struct Diagnostics {
     std::set<std::string> told;
 };
 
+/// Never destroyed: static views of the host may tell something at the end of the process.
 Diagnostics& diagnostics() {
-    static Diagnostics instance;
-    return instance;
+    static auto* const instance = new Diagnostics;
+    return *instance;
 }
 
 }  // namespace

@@ -12,9 +12,10 @@ struct Channel {
     NoticeHandler handler;
 };
 
+/// Never destroyed: static views of the host may tell something at the end of the process.
 Channel& channel() {
-    static Channel instance;
-    return instance;
+    static auto* const instance = new Channel;
+    return *instance;
 }
 
 }  // namespace

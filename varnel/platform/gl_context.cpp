@@ -57,6 +57,9 @@ class EglGLContext : public GLContext {
     std::shared_ptr<bool> m_Alive;
 };
 
+/// Set when the thread's variables are destroyed: static views of the host are destroyed later.
+thread_local bool threadEnded = false;
+
 /// The context last made current on a thread; another thread may have destroyed it since.
 struct ThreadContext {
     EglGLContext* context = nullptr;
@@ -69,9 +72,14 @@ struct ThreadContext {
     // A context stays bound to a thread that has ended, and no other thread could use it.
     ~ThreadContext() {
         if (const EglGLContext* current = Current()) current->Release();
+        threadEnded = true;
     }
 };
 thread_local ThreadContext threadContext;
+
+EglGLContext* CurrentOnThread() {
+    return threadEnded ? nullptr : threadContext.Current();
+}
 
 EglGLContext::~EglGLContext() {
     const HostContextGuard host;
@@ -82,6 +90,7 @@ EglGLContext::~EglGLContext() {
 }
 
 void EglGLContext::BecomeThreadsContext() {
+    if (threadEnded) return;
     threadContext.context = this;
     threadContext.alive = m_Alive;
 }
@@ -198,11 +207,11 @@ bool GLContext::CanBeDrawn(int width, int height, std::string& why) {
 }
 
 GLContext* GLContext::Current() {
-    return threadContext.Current();
+    return CurrentOnThread();
 }
 
 void GLContext::MakeNonCurrent() {
-    if (const EglGLContext* current = threadContext.Current()) current->Release();
+    if (const EglGLContext* current = CurrentOnThread()) current->Release();
 }
 
 }  // namespace varnel
