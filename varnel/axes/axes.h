@@ -272,8 +272,13 @@ class VARNEL_API CAxes3D {
 
     void SetAxisLabels(int axis, int plane, int rotation, int dir, int decimals, int ends,
                        const RGBDType& color, const CString* strings = nullptr, int count = 0) {
-        Tell(axis, &CAxisLabels3D::SetAxisLabels, plane, rotation, dir, decimals, ends, color,
-             strings, count);
+        if (CAxisLabels3D* labels = GetAxisLabels(axis))
+            labels->SetAxisLabels(plane, rotation, dir, decimals, ends, color, strings, count);
+    }
+    void SetAxisLabels(int axis, int plane, int rotation, int dir, int decimals, int ends,
+                       const RGBDType& color, std::span<const CString> strings) {
+        if (CAxisLabels3D* labels = GetAxisLabels(axis))
+            labels->SetAxisLabels(plane, rotation, dir, decimals, ends, color, strings);
     }
     void SetAxisLabelsFlipX(int axis, int flip) {
         Tell(axis, &CAxisLabels3D::SetAxisLabelsFlipX, flip);

@@ -10,6 +10,7 @@
 #include "varnel/axes/detail/label_text.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
@@ -98,10 +99,18 @@ void CAxisLabels3D::SetAxisLabels(int plane, int rotation, int dir, int decimals
     m_Saved.m_LabelsEnds = ends;
     m_Saved.m_LabelsColor = color;
     m_Saved.m_bLabelsEnable = 1;
+    const detail::CalledOperation call;
     InitTicStringsStorage(strings, count);
 }
 
+void CAxisLabels3D::SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
+                                  const RGBDType& color, std::span<const CString> strings) {
+    SetAxisLabels(plane, rotation, dir, decimals, ends, color);
+    InitTicStringsStorage(strings);
+}
+
 void CAxisLabels3D::SetAxisLabelsStrings(const CString* strings, int count) {
+    const detail::CalledOperation call;
     if (strings != nullptr) {
         InitTicStringsStorage(strings, count);
     } else {
@@ -129,8 +138,9 @@ void CAxisLabels3D::InitTicStringsStorage(const CString* strings, int count) {
 void CAxisLabels3D::InitTicStringsStorage(std::span<const CString> strings) {
     // An empty span may have no address, which would keep the strings set before.
     static const CString none;
-    InitTicStringsStorage(strings.empty() ? &none : strings.data(),
-                          static_cast<int>(strings.size()));
+    InitTicStringsStorage(
+        strings.empty() ? &none : strings.data(),
+        detail::CountOf(strings, {ERR3DCLASS_AXISLABELS3D, "InitTicStringsStorage"}));
 }
 
 void CAxisLabels3D::DeleteTicStringsStorage() {

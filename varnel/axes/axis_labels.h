@@ -78,6 +78,8 @@ class VARNEL_API CAxisLabels3D {
     /// switches the labels on. The strings are copied; null leaves those set before.
     void SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
                        const RGBDType& color, const CString* strings = nullptr, int count = 0);
+    void SetAxisLabels(int plane, int rotation, int dir, int decimals, int ends,
+                       const RGBDType& color, std::span<const CString> strings);
     /// A code of TextPlane3D: 0 x-y, 1 x-z, 2 y-z, 3 facing the viewer (the default).
     void SetAxisLabelsPlane(int plane) { m_Saved.m_LabelsPlane = plane; }
     int GetAxisLabelsPlane() const { return m_Saved.m_LabelsPlane; }

@@ -65,6 +65,7 @@ void CChartObj3D::AreaFillChart25D(const double* ind, const double* dep, double 
                                    double constValue, int n, double depthWidth,
                                    const RGBDType& fill, const RGBDType& outline, int depthJustify,
                                    int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_BaseValue = baseValue;
@@ -87,6 +88,7 @@ void CChartObj3D::AreaRangeChart25D(const double* ind, const double* dep, const 
                                     double constValue, int n, double depthWidth,
                                     const RGBDType& fill, const RGBDType& outline, int depthJustify,
                                     int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     InitDepData2Storage(dep2);
@@ -109,6 +111,7 @@ void CChartObj3D::GroupAreaFillChart25D(const double* ind, const double* groupDa
                                         double constValue, int n, int numGroups, double depthWidth,
                                         const RGBDType* groupColors, const RGBDType& outline,
                                         int depthJustify, int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     SetGroups(groupData, numGroups, groupColors);
     m_Saved.m_DepthWidth = depthWidth;

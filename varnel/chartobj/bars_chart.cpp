@@ -10,6 +10,7 @@ void CChartObj3D::BarChart25D(const double* ind, const double* dep, double baseV
                               double constValue, int n, double indWidth, double depthWidth,
                               const RGBDType& fill, const RGBDType& outline, int indJustify,
                               int depthJustify, int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_BaseValue = baseValue;
@@ -31,6 +32,7 @@ void CChartObj3D::BarChart25D(std::span<const double> ind, std::span<const doubl
 void CChartObj3D::BarChart3D(const point3Dtype* points, const double* heights, int n,
                              double indWidth, double depthWidth, const RGBDType& fill,
                              const RGBDType& outline) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     InitBarHeightsStorage(heights);
     SetWidths(indWidth, depthWidth);
@@ -49,6 +51,7 @@ void CChartObj3D::FloatingBarChart25D(const double* ind, const double* dep, cons
                                       double constValue, int n, double indWidth, double depthWidth,
                                       const RGBDType& fill, const RGBDType& outline, int indJustify,
                                       int depthJustify, int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     InitBarHeightsStorage(heights);
@@ -73,6 +76,7 @@ void CChartObj3D::GroupBarChart25D(const double* ind, const double* groupData, d
                                    double indWidth, double depthWidth, const RGBDType* groupColors,
                                    const RGBDType& outline, int indJustify, int depthJustify,
                                    int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     SetGroups(groupData, numGroups, groupColors);
     m_Saved.m_BaseValue = baseValue;

@@ -46,6 +46,7 @@ void CChartObj3D::BoxAndWhiskerChart25D(const double* ind, const double* groupDa
                                         int lineWidth, const RGBDType* colors,
                                         const RGBDType& outline, int depthJustify, int depJustify,
                                         int indAxis, int flag) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     SetGroups(groupData, kBoxSeries, colors);
     SetWidths(indWidth, depthWidth);

@@ -348,6 +348,8 @@ class VARNEL_API CChartObj3D {
     void InitGroupColorsStorage(const RGBDType* p);
     /// One colour per data point; switches segment colours on, a null array switches them off.
     void InitSegmentColorsStorage(const RGBDType* p);
+    /// Another number of colours than there are data points raises "Parameter Error".
+    void InitSegmentColorsStorage(std::span<const RGBDType> colors);
     /// Contour values share the storage of the independent data.
     void InitContourValueStorage(const double* p);
     /// Contours + 1 colours, in the storage of the segment colours.

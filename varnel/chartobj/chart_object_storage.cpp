@@ -81,6 +81,14 @@ void CChartObj3D::InitSegmentColorsStorage(const RGBDType* p) {
     m_Saved.m_SegmentColorMode = 1;
 }
 
+void CChartObj3D::InitSegmentColorsStorage(std::span<const RGBDType> colors) {
+    const long long n = m_Saved.m_NumDataPnts;
+    if (n < 0 || colors.size() != static_cast<std::size_t>(n))
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_CHARTOBJ3D, "InitSegmentColorsStorage",
+                      detail::Say("there are ", colors.size(), " colours for ", n, " data points"));
+    InitSegmentColorsStorage(colors.data());
+}
+
 void CChartObj3D::InitContourValueStorage(const double* p) {
     Store(m_Saved.m_pIndData, p, m_Saved.m_NumContours, "InitContourValueStorage");
 }
@@ -160,6 +168,7 @@ void CChartObj3D::DeleteDataStringsStorage() {
 
 void CChartObj3D::SetDataStorage25D(const double* ind, const double* dep, const double* dep2,
                                     int n) {
+    const detail::CalledOperation call;
     m_Saved.m_NumDataPnts = n;
     InitIndDataStorage(ind);
     // The second array takes the first one's place; SetSeriesStorage stores both.
@@ -170,6 +179,7 @@ void CChartObj3D::SetDataStorage25D(const double* ind, const double* dep, const 
 }
 
 void CChartObj3D::SetSeriesStorage(std::span<const double> ind, std::span<const double> dep) {
+    const detail::CalledOperation call;
     m_Saved.m_NumDataPnts = detail::CommonCount("SetSeriesStorage", ind, dep);
     InitIndDataStorage(ind.data());
     InitDepDataStorage(dep.data());
@@ -177,6 +187,7 @@ void CChartObj3D::SetSeriesStorage(std::span<const double> ind, std::span<const 
 
 void CChartObj3D::SetGroupDataStorage(const double* ind, const double* group, int n, int numGroups,
                                       const RGBDType* colors) {
+    const detail::CalledOperation call;
     m_Saved.m_NumGroups = numGroups;
     m_Saved.m_NumDataPnts = n;
     InitGroupColorsStorage(colors);
@@ -185,11 +196,13 @@ void CChartObj3D::SetGroupDataStorage(const double* ind, const double* group, in
 }
 
 void CChartObj3D::SetBarHeightsStorage(const double* heights) {
+    const detail::CalledOperation call;
     InitBarHeightsStorage(heights);
 }
 
 void CChartObj3D::SetContourStorage(CPolysurface* surface, const double* values,
                                     const RGBDType* colors, int numContours) {
+    const detail::CalledOperation call;
     m_Saved.m_NumContours = numContours;
     InitPolysurfaceStorage(surface);
     InitContourValueStorage(values);
@@ -197,15 +210,18 @@ void CChartObj3D::SetContourStorage(CPolysurface* surface, const double* values,
 }
 
 void CChartObj3D::Set3DPointStorage(const point3Dtype* points, int n) {
+    const detail::CalledOperation call;
     m_Saved.m_NumDataPnts = n;
     Init3DPointStorage(points);
 }
 
 void CChartObj3D::SetPolysurface(CPolysurface* surface) {
+    const detail::CalledOperation call;
     InitPolysurfaceStorage(surface);
 }
 
 void CChartObj3D::SetDataStringsStorage(const point3Dtype* points, const CString* strings, int n) {
+    const detail::CalledOperation call;
     m_Saved.m_NumDataPnts = n;
     Init3DPointStorage(points);
     InitDataStringsStorage(strings);

@@ -225,6 +225,7 @@ class ContourPen {
 void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, const double* values,
                                        const RGBDType* colors, int numContours, double constValue,
                                        int contourLabelFlag) {
+    const detail::CalledOperation call;
     m_Saved.m_ContourLabelFlag = contourLabelFlag;
     m_Saved.m_ConstValue = constValue;
     m_Saved.m_ChartType = CONTOURPOLYSURFACE3D;

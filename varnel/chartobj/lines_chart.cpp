@@ -51,6 +51,7 @@ LinePen(COpenGL&, SetSegmentColor, bool) -> LinePen<SetSegmentColor>;
 void CChartObj3D::LineChart25D(const double* ind, const double* dep, double constValue, int n,
                                int lineStyle, double lineWidth, const RGBDType& color,
                                int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     SetLine(lineStyle, TruncatedWidth(lineWidth), color);
@@ -66,6 +67,7 @@ void CChartObj3D::LineChart25D(std::span<const double> ind, std::span<const doub
 
 void CChartObj3D::LineChart3D(const point3Dtype* points, int n, int lineStyle, int lineWidth,
                               const RGBDType& color) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     SetLine(lineStyle, lineWidth, color);
     m_Saved.m_ChartType = LINECHART3D;
@@ -80,6 +82,7 @@ void CChartObj3D::LineChart3D(std::span<const point3Dtype> points, int lineStyle
 void CChartObj3D::ProjectionLineChart3D(const point3Dtype* points, double, int n, int lineStyle,
                                         int lineWidth, const RGBDType& color, int projectionPlane,
                                         double constValue) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     SetLine(lineStyle, lineWidth, color);
     SetProjection(projectionPlane, constValue);

@@ -23,6 +23,7 @@ constexpr double kMarkLift = 0.004;
 void CChartObj3D::ErrorBars3D(std::span<const point3Dtype> points, std::span<const double> below,
                               std::span<const double> above, int axis, double relSize,
                               int lineStyle, int lineWidth, const RGBDType& color) {
+    const detail::CalledOperation call;
     const int n = detail::CommonCount("ErrorBars3D", points, below, above);
     SetPoints(points.data(), n);
     m_Added.m_ErrorsBelow.assign(below.begin(), below.end());
@@ -36,6 +37,7 @@ void CChartObj3D::ErrorBars3D(std::span<const point3Dtype> points, std::span<con
 void CChartObj3D::Vectors3D(std::span<const point3Dtype> points,
                             std::span<const point3Dtype> components, double scale, double relSize,
                             int flatHeads, int lineWidth, const RGBDType& color) {
+    const detail::CalledOperation call;
     const int n = detail::CommonCount("Vectors3D", points, components);
     SetPoints(points.data(), n);
     m_Added.m_Components.assign(components.begin(), components.end());
@@ -48,6 +50,7 @@ void CChartObj3D::Vectors3D(std::span<const point3Dtype> points,
 
 void CChartObj3D::ReferenceLine3D(int axis, double value, int plane, int lineStyle, int lineWidth,
                                   const RGBDType& color) {
+    const detail::CalledOperation call;
     m_Saved.m_IndAxis = axis;
     SetProjection(plane, value);
     SetLine(lineStyle, lineWidth, color);
@@ -56,6 +59,7 @@ void CChartObj3D::ReferenceLine3D(int axis, double value, int plane, int lineSty
 
 void CChartObj3D::ReferenceBand3D(int axis, double from, double to, int plane,
                                   const RGBDType& fill) {
+    const detail::CalledOperation call;
     m_Saved.m_IndAxis = axis;
     m_Saved.m_BaseValue = to;
     SetProjection(plane, from);
@@ -65,6 +69,7 @@ void CChartObj3D::ReferenceBand3D(int axis, double from, double to, int plane,
 
 void CChartObj3D::Note3D(const CString& text, const point3Dtype& at, const point3Dtype& place,
                          double relSize, int lineWidth, const RGBDType& color) {
+    const detail::CalledOperation call;
     const point3Dtype points[] = {at, place};
     const CString strings[] = {text, CString()};
     SetPoints(points, 2);

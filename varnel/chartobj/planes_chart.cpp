@@ -8,6 +8,7 @@ using detail::Prism;
 
 void CChartObj3D::PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                                const RGBDType& fill, const RGBDType& outline) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     SetWidths(indWidth, depthWidth);
     SetColors(fill, outline);
@@ -24,6 +25,7 @@ void CChartObj3D::PlaneChart25D(const double* ind, const double* dep, double con
                                 double indWidth, double depthWidth, const RGBDType& fill,
                                 const RGBDType& outline, int indJustify, int depthJustify,
                                 int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     SetWidths(indWidth, depthWidth);

@@ -11,6 +11,7 @@ namespace varnel {
 void CChartObj3D::RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
                                  double depthWidth, const RGBDType& fill, const RGBDType& outline,
                                  int depthJustify, int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_DepthWidth = depthWidth;
@@ -31,6 +32,7 @@ void CChartObj3D::GroupRibbonChart25D(const double* ind, const double* groupData
                                       int n, int numGroups, double depthWidth,
                                       const RGBDType* groupColors, const RGBDType& outline,
                                       int depthJustify, int indAxis) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     SetGroups(groupData, numGroups, groupColors);
     m_Saved.m_DepthWidth = depthWidth;

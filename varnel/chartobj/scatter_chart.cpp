@@ -33,6 +33,7 @@ void detail::DrawSymbol(COpenGL& gl, int symbol, const RGBDType& fill, const RGB
 void CChartObj3D::ScatterChart3D(const point3Dtype* points, double relSize, int n, int symbol,
                                  const RGBDType& fill, const RGBDType& outline, int projectionPlane,
                                  double constValue) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     m_Saved.m_RelSize = relSize;
     m_Saved.m_Symbol = symbol;
@@ -51,6 +52,7 @@ void CChartObj3D::ScatterChart3D(std::span<const point3Dtype> points, double rel
 void CChartObj3D::ScatterText3D(const point3Dtype* points, const CString* strings, int n,
                                 double relSize, int textPlane, const RGBDType& color,
                                 int projectionPlane, double constValue) {
+    const detail::CalledOperation call;
     SetPoints(points, n);
     InitDataStringsStorage(strings);
     m_Saved.m_RelSize = relSize;

@@ -56,6 +56,7 @@ void CChartObj3D::OHLCChart25D(const double* ind, const double* groupData, doubl
                                int symbol, int symbol2, double relSize, int lineWidth,
                                const RGBDType* colors, const RGBDType& outline, int depthJustify,
                                int depJustify, int indAxis, const int* flags) {
+    const detail::CalledOperation call;
     SetSeries(ind, n, constValue, indAxis);
     SetGroups(groupData, kPriceSeries, colors);
     m_Saved.m_Symbol = symbol;

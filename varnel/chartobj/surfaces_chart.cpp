@@ -8,12 +8,14 @@ namespace varnel {
 
 void CChartObj3D::PolysurfaceChart2D(CPolysurface* surface, double constValue,
                                      int projectionPlane) {
+    const detail::CalledOperation call;
     SetProjection(projectionPlane, constValue);
     InitPolysurfaceStorage(surface);
     m_Saved.m_ChartType = POLYSURFACECHART2D;
 }
 
 void CChartObj3D::PolysurfaceChart3D(CPolysurface* surface) {
+    const detail::CalledOperation call;
     InitPolysurfaceStorage(surface);
     m_Saved.m_ChartType = POLYSURFACECHART3D;
 }

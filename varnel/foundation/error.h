@@ -95,11 +95,13 @@ class VARNEL_API CErr3D {
 class VARNEL_API Error : public CErr3D, public std::exception {
  public:
     /// `detail` says what was wrong with which value, such as "the count is -1"; when it is empty
-    /// the description of the type stands in its place.
+    /// the description of the type stands in its place. `called` is the operation that the host
+    /// called, where it is another one than `functionName`; null: it is the same.
     Error(CErr3DTypes type, CErr3DClass cls, const CString& functionName,
-          const CString& detail = {});
+          const CString& detail = {}, const char* called = nullptr);
 
-    /// One sentence: the operation and what was wrong, as in "BarChart25D: the count is -1".
+    /// One sentence: the operation that the host called and what was wrong, as in "BarChart25D: the
+    /// count is -1".
     const char* what() const noexcept override { return m_What.c_str(); }
 
  private:

@@ -1,5 +1,6 @@
 #include "varnel/foundation/numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -38,20 +39,20 @@ void swapreals(double& a, double& b) {
     std::swap(a, b);
 }
 
+double GetMinimum(std::span<const double> values) {
+    return values.empty() ? 0.0 : *std::ranges::min_element(values);
+}
+
+double GetMaximum(std::span<const double> values) {
+    return values.empty() ? 0.0 : *std::ranges::max_element(values);
+}
+
 double GetMinimum(const double* a, int n) {
-    if (a == nullptr || n < 0) return 0.0;
-    double best = a[0];
-    for (int i = 1; i < n; ++i)
-        if (a[i] < best) best = a[i];
-    return best;
+    return a == nullptr || n < 0 ? 0.0 : GetMinimum({a, static_cast<std::size_t>(std::max(n, 1))});
 }
 
 double GetMaximum(const double* a, int n) {
-    if (a == nullptr || n < 0) return 0.0;
-    double best = a[0];
-    for (int i = 1; i < n; ++i)
-        if (a[i] > best) best = a[i];
-    return best;
+    return a == nullptr || n < 0 ? 0.0 : GetMaximum({a, static_cast<std::size_t>(std::max(n, 1))});
 }
 
 }  // namespace varnel

@@ -2,6 +2,8 @@
 // exchange, and the extremes of an array.
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/export.h"
 
 namespace varnel {
@@ -24,8 +26,11 @@ VARNEL_API void swapreals(double& a, double& b);
 
 /// The smallest of n values; 0.0 for n < 0 or a null array. The first is read even when n is 0.
 VARNEL_API double GetMinimum(const double* a, int n);
+/// 0.0 when there are no values.
+VARNEL_API double GetMinimum(std::span<const double> values);
 
 /// The largest of n values; otherwise as GetMinimum.
 VARNEL_API double GetMaximum(const double* a, int n);
+VARNEL_API double GetMaximum(std::span<const double> values);
 
 }  // namespace varnel

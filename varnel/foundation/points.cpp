@@ -1,6 +1,8 @@
 #include "varnel/foundation/points.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace varnel {
@@ -113,23 +115,37 @@ void interpolatepoint3D(const point3Dtype& p1, const point3Dtype& p2, point3Dtyp
 namespace {
 
 template <class Beats>
-point3Dtype boxCorner(const point3Dtype* pts, int n, Beats beats) {
-    if (pts == nullptr || n < 0) return {};
+point3Dtype boxCorner(std::span<const point3Dtype> pts, Beats beats) {
+    if (pts.empty()) return {};
     point3Dtype corner = pts[0];
-    for (int i = 1; i < n; ++i)
+    for (const point3Dtype& p : pts)
         for (Member m : {&point3Dtype::x, &point3Dtype::y, &point3Dtype::z})
-            if (beats(pts[i].*m, corner.*m)) corner.*m = pts[i].*m;
+            if (beats(p.*m, corner.*m)) corner.*m = p.*m;
     return corner;
+}
+
+// n points, at least one; none without an array or with a negative number.
+std::span<const point3Dtype> atLeastOne(const point3Dtype* pts, int n) {
+    if (pts == nullptr || n < 0) return {};
+    return {pts, static_cast<std::size_t>(std::max(n, 1))};
 }
 
 }  // namespace
 
+point3Dtype GetMinimum3D(std::span<const point3Dtype> pts) {
+    return boxCorner(pts, std::less<>());
+}
+
+point3Dtype GetMaximum3D(std::span<const point3Dtype> pts) {
+    return boxCorner(pts, std::greater<>());
+}
+
 point3Dtype GetMinimum3D(const point3Dtype* pts, int n) {
-    return boxCorner(pts, n, [](double v, double best) { return v < best; });
+    return GetMinimum3D(atLeastOne(pts, n));
 }
 
 point3Dtype GetMaximum3D(const point3Dtype* pts, int n) {
-    return boxCorner(pts, n, [](double v, double best) { return v > best; });
+    return GetMaximum3D(atLeastOne(pts, n));
 }
 
 }  // namespace varnel

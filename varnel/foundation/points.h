@@ -4,6 +4,8 @@
 // function names w it reads and writes x, y and z only. Axis numbers are 0 = x, 1 = y, 2 = z.
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/export.h"
 
 namespace varnel {
@@ -55,8 +57,11 @@ VARNEL_API void interpolatepoint3D(const point3Dtype& p1, const point3Dtype& p2,
 /// The lower corner of the bounding box of n points, with the w of the first point; for n < 0 or a
 /// null array the point (0, 0, 0, 0). The first point is read even when n is 0.
 VARNEL_API point3Dtype GetMinimum3D(const point3Dtype* pts, int n);
+/// The point (0, 0, 0, 0) when there are no points.
+VARNEL_API point3Dtype GetMinimum3D(std::span<const point3Dtype> pts);
 
 /// The upper corner of the bounding box; otherwise as GetMinimum3D.
 VARNEL_API point3Dtype GetMaximum3D(const point3Dtype* pts, int n);
+VARNEL_API point3Dtype GetMaximum3D(std::span<const point3Dtype> pts);
 
 }  // namespace varnel

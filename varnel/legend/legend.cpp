@@ -105,6 +105,16 @@ void CLegend3D::AddGroups(const CChartObj3D* object, const CString* names) {
     }
 }
 
+void CLegend3D::AddGroups(const CChartObj3D* object, std::span<const CString> names) {
+    const detail::Origin here = At("AddGroups");
+    detail::Require(object, ERR3D_PARAMETER, here);
+    const auto groups = static_cast<std::size_t>(std::max(object->GetNumGroups(), 0));
+    if (!names.empty() && names.size() != groups)
+        detail::Raise(ERR3D_PARAMETER, here.cls, here.operation,
+                      detail::Say("there are ", names.size(), " names for ", groups, " groups"));
+    AddGroups(object, names.empty() ? nullptr : names.data());
+}
+
 void CLegend3D::SetContours(const CChartObj3D* object, int bands, int format, int decimals) {
     detail::Require(object, ERR3D_PARAMETER, At("SetContours"));
     // The accessors of levels and colours count by the data points, of which a contour chart has
@@ -146,6 +156,14 @@ void CLegend3D::SetColorBar(const RGBDType* colors, int n, double min, double ma
     m_Saved.m_ScaleType = LEGEND_COLOR_BAR;
     m_Saved.m_ScaleValues = {min, max};
     m_Saved.m_ScaleColors.assign(colors, colors + n);
+}
+
+void CLegend3D::SetColorBar(std::span<const RGBDType> colors, double min, double max) {
+    const detail::Origin here = At("SetColorBar");
+    if (colors.size() > kMostColors)
+        detail::Raise(ERR3D_PARAMETER, here.cls, here.operation,
+                      detail::Say(colors.size(), " colours are more than ", kMostColors));
+    SetColorBar(colors.data(), static_cast<int>(colors.size()), min, max);
 }
 
 void CLegend3D::SetColorBar(const ColorScale& scale) {

@@ -175,6 +175,8 @@ class VARNEL_API CLegend3D {
     /// An entry for each group of a grouped chart object. `names` has as many texts as there are
     /// groups; groups with an empty one are left out. Without names groups are numbered from 1.
     void AddGroups(const CChartObj3D* object, const CString* names);
+    /// No names at all number the groups too; another number of them raises "Parameter Error".
+    void AddGroups(const CChartObj3D* object, std::span<const CString> names);
     CLegendObj3D* GetLegendObj(int index) const { return m_LegendObjs.GetAt(index); }
     int GetNumLegendObjs() const { return m_LegendObjs.GetCount(); }
     void DeleteLegendObjs() { m_LegendObjs.RemoveAll(); }
@@ -192,6 +194,8 @@ class VARNEL_API CLegend3D {
     /// The same for n colours (at most 256; a null array or another number removes the scale)
     /// between two values.
     void SetColorBar(const RGBDType* colors, int n, double min, double max);
+    /// No colours remove the scale; more than 256 raise "Parameter Error".
+    void SetColorBar(std::span<const RGBDType> colors, double min, double max);
     /// A colour bar that is an axis: the values of a colour scale, laid over the bar as the scale
     /// lays them over its map, labelled as automatic axes are, banded scales at the limits of their
     /// bands where these are few, with arrows in the colours for values below and above. Format,

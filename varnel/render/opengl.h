@@ -21,6 +21,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "varnel/foundation/colors.h"
@@ -224,6 +225,8 @@ class VARNEL_API COpenGL {
     /// 2). Values from min are mapped onto it; the maximum used is max * size / n. A number outside
     /// 1..256 or a null array changes nothing.
     void SetTextureColorArray(const RGBDType* colors, double min, double max, int n);
+    /// Another number than 1..256 raises "Parameter Error".
+    void SetTextureColorArray(std::span<const RGBDType> colors, double min, double max);
     /// A grey ramp of 256 entries with the alpha of a run of colours from c1 to c2 in bands of
     /// `step` entries. A step below 1 changes nothing.
     void SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, double min, double max,
@@ -232,6 +235,7 @@ class VARNEL_API COpenGL {
     void CopyTextureArray(RGBDType* out) const;
     /// w = (coordinate - offset) * scale for each point; axis 0 x, 1 y, 2 z, any other leaves w.
     void CopyXYorZtoV(point3Dtype* pts, double scale, double offset, int axis, int n);
+    void CopyXYorZtoV(std::span<point3Dtype> pts, double scale, double offset, int axis);
 
     // --- Palette of an 8-bit target ----------------------------------------------------------
 
@@ -337,12 +341,15 @@ class VARNEL_API COpenGL {
 
     /// The outline, closed, solid, in the line colour.
     void PolyAbs3D(const point3Dtype* pts, int n);
+    void PolyAbs3D(std::span<const point3Dtype> pts);
     /// Filled in the fill colour with the normal of its first three points, and framed when
     /// SetFrameFilled is on. Fewer than three points, a null array or a coordinate that is not
     /// finite draws nothing.
     void PolyFillAbs3D(const point3Dtype* pts, int n);
+    void PolyFillAbs3D(std::span<const point3Dtype> pts);
     /// An open polyline, solid, in the frame colour.
     void Frame3D(const point3Dtype* pts, int n);
+    void Frame3D(std::span<const point3Dtype> pts);
 
     /// The polygons of a mesh as PolyFillAbs3D or Frame3D would draw each in turn, `drawing` being
     /// MESH_FILLED, MESH_WIRE or MESH_WIRE_IN_LINE_COLOR, much faster. The element of each polygon
@@ -361,6 +368,9 @@ class VARNEL_API COpenGL {
                            const int* faceFlags);
     /// `count` hexahedra that share layers of four corners, 4 * count + 4 corners in all.
     void DrawComplexObject3D(const point3Dtype* corners, int count, const RGBDType& fill,
+                             const RGBDType& frame);
+    /// All layers; a number of corners that is no multiple of four raises "Parameter Error".
+    void DrawComplexObject3D(std::span<const point3Dtype> corners, const RGBDType& fill,
                              const RGBDType& frame);
     /// A box of w x h x d (along x, y, z) about the origin.
     void DrawCubeSolidObject3D(double w, double h, double d, const RGBDType& fill,

@@ -1,4 +1,5 @@
 // COpenGL: fill styles, filled polygons and outlines.
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/render/detail/check_color.h"
 #include "varnel/render/detail/mesh.h"
 #include "varnel/render/detail/renderer.h"
@@ -96,6 +97,18 @@ void COpenGL::PolyAbs3D(const point3Dtype* pts, int n) {
 
 void COpenGL::Frame3D(const point3Dtype* pts, int n) {
     Outline(pts, n, m_FrameColor, false);
+}
+
+void COpenGL::PolyFillAbs3D(std::span<const point3Dtype> pts) {
+    PolyFillAbs3D(pts.data(), detail::CountOf(pts, {ERR3DCLASS_OPENGL, "PolyFillAbs3D"}));
+}
+
+void COpenGL::PolyAbs3D(std::span<const point3Dtype> pts) {
+    PolyAbs3D(pts.data(), detail::CountOf(pts, {ERR3DCLASS_OPENGL, "PolyAbs3D"}));
+}
+
+void COpenGL::Frame3D(std::span<const point3Dtype> pts) {
+    Frame3D(pts.data(), detail::CountOf(pts, {ERR3DCLASS_OPENGL, "Frame3D"}));
 }
 
 }  // namespace varnel

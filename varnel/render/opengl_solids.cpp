@@ -2,6 +2,7 @@
 #include <array>
 #include <iterator>
 
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/foundation/detail/named_colors.h"
 #include "varnel/render/aux_shapes.h"
 #include "varnel/render/detail/hexahedron.h"
@@ -99,6 +100,16 @@ void COpenGL::DrawComplexObject3D(const point3Dtype* corners, int count, const R
     if (corners == nullptr) return;
     for (int k = 0; k < count; ++k)
         DrawSolidObject3D(corners + 4 * static_cast<std::ptrdiff_t>(k), fill, frame, kAllFaces);
+}
+
+void COpenGL::DrawComplexObject3D(std::span<const point3Dtype> corners, const RGBDType& fill,
+                                  const RGBDType& frame) {
+    constexpr detail::Origin here{ERR3DCLASS_OPENGL, "DrawComplexObject3D"};
+    const int n = detail::CountOf(corners, here);
+    if (n % 4 != 0)
+        detail::Raise(ERR3D_PARAMETER, here.cls, here.operation,
+                      detail::Say(n, " corners are no layers of four"));
+    DrawComplexObject3D(corners.data(), n / 4 - 1, fill, frame);
 }
 
 void COpenGL::DrawCubeSolidObject3D(double w, double h, double d, const RGBDType& fill,

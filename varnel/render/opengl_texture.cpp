@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
 
@@ -55,6 +56,13 @@ void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double ma
     UploadTexture(size);
 }
 
+void COpenGL::SetTextureColorArray(std::span<const RGBDType> colors, double min, double max) {
+    if (colors.empty() || colors.size() > kTextureEntries)
+        detail::Raise(ERR3D_PARAMETER, ERR3DCLASS_OPENGL, "SetTextureColorArray",
+                      detail::Say("the number of colours is ", colors.size()));
+    SetTextureColorArray(colors.data(), min, max, static_cast<int>(colors.size()));
+}
+
 void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, double min,
                                        double max, int step) {
     if (step < 1) return;
@@ -103,6 +111,11 @@ void COpenGL::CopyXYorZtoV(point3Dtype* pts, double scale, double offset, int ax
     if (pts == nullptr || axis < 0 || axis > 2) return;
     for (int i = 0; i < n; ++i)
         pts[i].w = (GetCoord3D(pts[i], axis) - offset) * scale;
+}
+
+void COpenGL::CopyXYorZtoV(std::span<point3Dtype> pts, double scale, double offset, int axis) {
+    CopyXYorZtoV(pts.data(), scale, offset, axis,
+                 detail::CountOf(pts, {ERR3DCLASS_OPENGL, "CopyXYorZtoV"}));
 }
 
 }  // namespace varnel

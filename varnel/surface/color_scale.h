@@ -6,6 +6,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "varnel/foundation/colors.h"
@@ -44,6 +45,9 @@ struct VARNEL_API ColorScale {
 
     /// The colours of n values. Raises as Colors does.
     std::vector<RGBDType> Colors(const double* values, std::size_t n) const;
+    std::vector<RGBDType> Colors(std::span<const double> values) const {
+        return Colors(values.data(), values.size());
+    }
     RGBDType Color(double value) const;
 
     /// The values between the bands, ascending, `min` and `max` included; none when it is

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -40,6 +41,23 @@ void CContour3D::InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysu
         while (search.NextChain())
             PlotContourSegment3D(search, m_pContourLevels[i], m_pContourColors[i]);
     }
+}
+
+CContour3D::CContour3D(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+                       std::span<const double> levels, std::span<const RGBDType> colors,
+                       double contourZ, int flag) {
+    InitContour(pOpenGL, pTransform, pPolysurface, levels, colors, contourZ, flag);
+}
+
+void CContour3D::InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+                             std::span<const double> levels, std::span<const RGBDType> colors,
+                             double contourZ, int flag) {
+    const detail::Origin here{ERR3DCLASS_CONTOUR3D, "InitContour"};
+    if (colors.size() < levels.size())
+        detail::Raise(ERR3D_PARAMETER, here.cls, here.operation,
+                      detail::Say("there are ", colors.size(), " colours for ", levels.size()));
+    InitContour(pOpenGL, pTransform, pPolysurface, levels.data(), colors.data(),
+                detail::CountOf(levels, here), contourZ, flag);
 }
 
 void CContour3D::PlotContourSegment3D(detail::ContourSearch& search, double level,
@@ -105,6 +123,13 @@ double CContour3D::CalcNormalDistance3D(const int* list, int count, double level
     lo = std::max(0, centre - k - 1);
     hi = std::min(count - 1, centre + k);
     return total;
+}
+
+double CContour3D::CalcNormalDistance3D(std::span<const int> list, double level, int centre,
+                                        double minLength, int& lo, int& hi) const {
+    return CalcNormalDistance3D(
+        list.data(), detail::CountOf(list, {ERR3DCLASS_CONTOUR3D, "CalcNormalDistance3D"}), level,
+        centre, minLength, lo, hi);
 }
 
 }  // namespace varnel

@@ -12,6 +12,8 @@
 // labels and on logarithmic axes too, once it is given a style (CChartObj3D::SetContourStyle).
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/points.h"
@@ -32,15 +34,21 @@ class VARNEL_API CContour3D {
     CContour3D(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
                const double* levels, const RGBDType* colors, int numLevels, double contourZ,
                int flag);
+    CContour3D(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+               std::span<const double> levels, std::span<const RGBDType> colors, double contourZ,
+               int flag);
 
     /// Draws `numLevels` levels, ascending, with one colour each (colors[i] that of levels[i]), one
-    /// pixel wide, at z = contourZ. Nothing is
-    /// owned: everything must live as long as this object is used. `flag` is kept and has no
-    /// effect. Raises "Array New Error" ("InitContour"). Without a context, surface, levels or
-    /// colours nothing is drawn.
+    /// pixel wide, at z = contourZ. Nothing is owned: everything must live as long as this object is
+    /// used. `flag` is kept and has no effect. Raises "Array New Error" ("InitContour"). Without a
+    /// context, surface, levels or colours nothing is drawn.
     void InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
                      const double* levels, const RGBDType* colors, int numLevels, double contourZ,
                      int flag);
+    /// Fewer colours than levels raise "Parameter Error".
+    void InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
+                     std::span<const double> levels, std::span<const RGBDType> colors,
+                     double contourZ, int flag);
 
     /// The band that a value is in: 0 below the first level, the number of levels from the last one
     /// on, else i + 1 between level i and the next, with level i in `lower` (which stays as it was
@@ -51,6 +59,8 @@ class VARNEL_API CContour3D {
     /// is at least minLength long, in units of the chart's box: entries lo..hi. Returns the length;
     /// 0 and an empty range (0..-1) for an entry that does not exist.
     double CalcNormalDistance3D(const int* list, int count, double level, int centre,
+                                double minLength, int& lo, int& hi) const;
+    double CalcNormalDistance3D(std::span<const int> list, double level, int centre,
                                 double minLength, int& lo, int& hi) const;
 
  private:

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "varnel/foundation/detail/added_fields.h"
+#include "varnel/foundation/detail/counts.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
@@ -181,6 +182,10 @@ void CTransform3D::C3DATWS(point3Dtype* pts, int n) const {
     if (pts == nullptr || !(IsLogarithmic(0) || IsLogarithmic(1) || IsLogarithmic(2))) return;
     for (int i = 0; i < n; ++i)
         pts[i] = CPTWS(pts[i]);
+}
+
+void CTransform3D::C3DATWS(std::span<point3Dtype> pts) const {
+    C3DATWS(pts.data(), detail::CountOf(pts, {ERR3DCLASS_TRANSFORM3D, "C3DATWS"}));
 }
 
 void CTransform3D::NormalizePoint(const point3Dtype& p, point3Dtype& out) const {

@@ -10,6 +10,8 @@
 // degrees is a good view. SetView says the same as azimuth and elevation.
 #pragma once
 
+#include <span>
+
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 #include "varnel/foundation/points.h"
@@ -98,6 +100,7 @@ class VARNEL_API CTransform3D {
     void CPFWS(point3Dtype& out, const point3Dtype& in) const;
     /// Converts n points in place; a null array does nothing.
     void C3DATWS(point3Dtype* pts, int n) const;
+    void C3DATWS(std::span<point3Dtype> pts) const;
 
     /// The place of a data point in the box, -chart rect .. +chart rect, by the working limits of
     /// the last TransformScale; w copied.

@@ -18,6 +18,21 @@ namespace varnel::detail {
 [[noreturn]] VARNEL_API void Raise(CErr3DTypes type, CErr3DClass cls, const char* operation,
                                    const CString& detail = {});
 
+/// For an operation that calls others of the interface: while it lives, the sentences of errors
+/// (Error::what) start with the operation that the host called, the outermost one, whose arguments
+/// were wrong. m_FunctionName stays the operation that found out.
+class VARNEL_API CalledOperation {
+ public:
+    /// `name` outlives this; by default that of the function in which this is made.
+    explicit CalledOperation(const char* name = __builtin_FUNCTION());
+    ~CalledOperation();
+    CalledOperation(const CalledOperation&) = delete;
+    CalledOperation& operator=(const CalledOperation&) = delete;
+
+ private:
+    const char* m_Outer;
+};
+
 /// Where an allocation happens, for the error that its failure raises.
 struct Origin {
     CErr3DClass cls;
