@@ -85,6 +85,11 @@ TEST(ChartObjectRecord, EverySetUpStoresWhatItIsGiven) {
         CChartObj3D counted;
         setUp.spans(counted);
         EXPECT_EQ(Saved(counted), Saved(object));
+        numPoints = -1;
+        const std::string call = setUp.call;
+        EXPECT_EQ(WhatOf([&] { setUp.classic(counted); }),
+                  call.substr(0, call.find('(')) + ": the count is -1");
+        numPoints = 2;
     }
     ExpectStored(text.str(), "records.txt");
 }

@@ -1,10 +1,11 @@
 #include <cmath>
 #include <vector>
 
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/areas_geometry.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/seams.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/foundation/detail/named_colors.h"
 #include "varnel/render/opengl.h"
 
@@ -65,13 +66,13 @@ void CChartObj3D::AreaFillChart25D(const double* ind, const double* dep, double 
                                    double constValue, int n, double depthWidth,
                                    const RGBDType& fill, const RGBDType& outline, int depthJustify,
                                    int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_BaseValue = baseValue;
     m_Saved.m_DepthWidth = depthWidth;
     m_Saved.m_DepthJustify = depthJustify;
-    SetColors(fill, outline);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = AREAFILLCHART25D;
 }
 
@@ -88,13 +89,13 @@ void CChartObj3D::AreaRangeChart25D(const double* ind, const double* dep, const 
                                     double constValue, int n, double depthWidth,
                                     const RGBDType& fill, const RGBDType& outline, int depthJustify,
                                     int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     InitDepData2Storage(dep2);
     m_Saved.m_DepthWidth = depthWidth;
     m_Saved.m_DepthJustify = depthJustify;
-    SetColors(fill, outline);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = AREARANGECHART25D;
 }
 
@@ -111,9 +112,9 @@ void CChartObj3D::GroupAreaFillChart25D(const double* ind, const double* groupDa
                                         double constValue, int n, int numGroups, double depthWidth,
                                         const RGBDType* groupColors, const RGBDType& outline,
                                         int depthJustify, int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
-    SetGroups(groupData, numGroups, groupColors);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
+    set.Groups(groupData, numGroups, groupColors);
     m_Saved.m_DepthWidth = depthWidth;
     m_Saved.m_DepthJustify = depthJustify;
     m_Saved.m_OutlineColor = outline;
@@ -130,7 +131,7 @@ void CChartObj3D::GroupAreaFillChart25D(std::span<const double> ind,
                           detail::DataOf(groupColors), outline, depthJustify, indAxis);
 }
 
-void CChartObj3D::DrawAreaFillChart25D() {
+void detail::ChartDrawing::DrawAreaFillChart25D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, kBlack, m_Saved.m_FillColor);
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
@@ -142,9 +143,9 @@ void CChartObj3D::DrawAreaFillChart25D() {
     pen.End();
 }
 
-void CChartObj3D::DrawAreaRangeChart25D() {
+void detail::ChartDrawing::DrawAreaRangeChart25D() const {
     const RGBDType color =
-        m_Saved.m_SegmentColorMode != 0 ? GetAreaRangeColor() : m_Saved.m_FillColor;
+        m_Saved.m_SegmentColorMode != 0 ? m_Object.GetAreaRangeColor() : m_Saved.m_FillColor;
     m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, kBlack, m_Saved.m_FillColor);
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     BandPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_IndAxis, m_Added.m_SegmentOutlines == 0);
@@ -154,13 +155,13 @@ void CChartObj3D::DrawAreaRangeChart25D() {
     pen.End();
 }
 
-void CChartObj3D::DrawGroupAreaFillChart25D() {
+void detail::ChartDrawing::DrawGroupAreaFillChart25D() const {
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     BandPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_IndAxis, m_Added.m_SegmentOutlines == 0);
-    detail::WalkGroupAreas(*m_pTransform, GetData25D(),
-                           [&](std::size_t, std::size_t group, const auto& corners) {
-                               pen.Add(group, corners, GroupColor(group), m_Saved.m_OutlineColor);
-                           });
+    detail::WalkGroupAreas(
+        *m_pTransform, GetData25D(), [&](std::size_t, std::size_t group, const auto& corners) {
+            pen.Add(group, corners, m_Object.GroupColor(group), m_Saved.m_OutlineColor);
+        });
     pen.End();
 }
 

@@ -1,6 +1,7 @@
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/bars_geometry.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
+#include "varnel/chartobj/detail/set_up.h"
 
 namespace varnel {
 
@@ -10,13 +11,13 @@ void CChartObj3D::BarChart25D(const double* ind, const double* dep, double baseV
                               double constValue, int n, double indWidth, double depthWidth,
                               const RGBDType& fill, const RGBDType& outline, int indJustify,
                               int depthJustify, int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_BaseValue = baseValue;
-    SetWidths(indWidth, depthWidth);
-    SetJustify(indJustify, depthJustify);
-    SetColors(fill, outline);
+    set.Widths(indWidth, depthWidth);
+    set.Justify(indJustify, depthJustify);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = BARCHART25D;
 }
 
@@ -32,11 +33,11 @@ void CChartObj3D::BarChart25D(std::span<const double> ind, std::span<const doubl
 void CChartObj3D::BarChart3D(const point3Dtype* points, const double* heights, int n,
                              double indWidth, double depthWidth, const RGBDType& fill,
                              const RGBDType& outline) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
     InitBarHeightsStorage(heights);
-    SetWidths(indWidth, depthWidth);
-    SetColors(fill, outline);
+    set.Widths(indWidth, depthWidth);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = BARCHART3D;
 }
 
@@ -51,13 +52,13 @@ void CChartObj3D::FloatingBarChart25D(const double* ind, const double* dep, cons
                                       double constValue, int n, double indWidth, double depthWidth,
                                       const RGBDType& fill, const RGBDType& outline, int indJustify,
                                       int depthJustify, int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     InitBarHeightsStorage(heights);
-    SetWidths(indWidth, depthWidth);
-    SetJustify(indJustify, depthJustify);
-    SetColors(fill, outline);
+    set.Widths(indWidth, depthWidth);
+    set.Justify(indJustify, depthJustify);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = FLOATINGBARCHART25D;
 }
 
@@ -76,13 +77,13 @@ void CChartObj3D::GroupBarChart25D(const double* ind, const double* groupData, d
                                    double indWidth, double depthWidth, const RGBDType* groupColors,
                                    const RGBDType& outline, int indJustify, int depthJustify,
                                    int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
-    SetGroups(groupData, numGroups, groupColors);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
+    set.Groups(groupData, numGroups, groupColors);
     m_Saved.m_BaseValue = baseValue;
     m_Saved.m_GroupType = groupType;
-    SetWidths(indWidth, depthWidth);
-    SetJustify(indJustify, depthJustify);
+    set.Widths(indWidth, depthWidth);
+    set.Justify(indJustify, depthJustify);
     m_Saved.m_OutlineColor = outline;
     m_Saved.m_ChartType = GROUPBARCHART25D;
 }
@@ -99,7 +100,7 @@ void CChartObj3D::GroupBarChart25D(std::span<const double> ind, std::span<const 
                      depthJustify, indAxis);
 }
 
-void CChartObj3D::DrawBarChart3D() {
+void detail::ChartDrawing::DrawBarChart3D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     detail::WalkBars3D(
         *m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
@@ -109,7 +110,7 @@ void CChartObj3D::DrawBarChart3D() {
         });
 }
 
-void CChartObj3D::DrawBarChart25D() {
+void detail::ChartDrawing::DrawBarChart25D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkBars25D(*m_pTransform, GetData25D(), [&](std::size_t i, const Prism& bar) {
@@ -117,7 +118,7 @@ void CChartObj3D::DrawBarChart25D() {
     });
 }
 
-void CChartObj3D::DrawFloatingBarChart25D() {
+void detail::ChartDrawing::DrawFloatingBarChart25D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkFloatingBars(*m_pTransform, GetData25D(), [&](std::size_t i, const Prism& bar) {
@@ -125,9 +126,9 @@ void CChartObj3D::DrawFloatingBarChart25D() {
     });
 }
 
-void CChartObj3D::DrawGroupBarChart25D() {
+void detail::ChartDrawing::DrawGroupBarChart25D() const {
     const auto draw = [this](std::size_t, std::size_t group, const Prism& bar) {
-        Draw(*m_pOpenGL, bar, GroupColor(group), m_Saved.m_OutlineColor);
+        Draw(*m_pOpenGL, bar, m_Object.GroupColor(group), m_Saved.m_OutlineColor);
     };
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     if (m_Saved.m_GroupType == 0) detail::WalkBarsSideBySide(*m_pTransform, GetData25D(), draw);

@@ -1,6 +1,7 @@
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/boxes_geometry.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
+#include "varnel/chartobj/detail/set_up.h"
 
 namespace varnel {
 namespace {
@@ -46,10 +47,10 @@ void CChartObj3D::BoxAndWhiskerChart25D(const double* ind, const double* groupDa
                                         int lineWidth, const RGBDType* colors,
                                         const RGBDType& outline, int depthJustify, int depJustify,
                                         int indAxis, int flag) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
-    SetGroups(groupData, kBoxSeries, colors);
-    SetWidths(indWidth, depthWidth);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
+    set.Groups(groupData, kBoxSeries, colors);
+    set.Widths(indWidth, depthWidth);
     m_Saved.m_Symbol = symbol;
     m_Saved.m_RelSize = relSize;
     m_Saved.m_LineWidth = lineWidth;
@@ -73,9 +74,9 @@ void CChartObj3D::BoxAndWhiskerChart25D(std::span<const double> ind,
                           depJustify, indAxis, flag);
 }
 
-void CChartObj3D::DrawBoxAndWhiskerChart25D() {
+void detail::ChartDrawing::DrawBoxAndWhiskerChart25D() const {
     const auto colorOf = [this](detail::BoxPart part) -> const RGBDType& {
-        return GroupColor(part);
+        return m_Object.GroupColor(part);
     };
     detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();

@@ -6,6 +6,23 @@
 namespace varnel {
 
 /// The chart types; any other code draws nothing.
+///
+/// On logarithmic axes the places of points are converted, and what has an extent has it like this:
+///   bars, floating bars   the height is the logarithm of base and datum's difference, or of the
+///                         height; widths are decades
+///   bars in space         foot and top are converted; each width is the logarithm of the one
+///                         given: a bar is as wide as the way from 1 to its width
+///   grouped bars          both ends of each width are converted; the height of a bar side by side
+///                         is the logarithm of its value
+///   areas                 all corners are converted: widths and the base are right
+///   planes                a width is the logarithm of the one given
+///   scatter               a projection line starts at the logarithm of the logarithm
+/// With SetExactExtents(1) every bar, slab, box, stack, ribbon and area goes between its converted
+/// ends on any axis, its width in data units. A bar side by side in a group goes from the base to
+/// its value, also downward; stacks and stacked areas pile what is negative downward from the base,
+/// and the first of each pile goes from the base to its value. An area lies on its base and is cut
+/// there, a range is as thick as it is, slabs in space are as thick as those of PlaneChart25D, and
+/// projection lines start at their symbols. What has no logarithm lies at the low end of the axis.
 enum ChartType3D : int {
     RIBBONCHART25D = 1,
     BARCHART25D = 2,
@@ -64,6 +81,36 @@ enum WidthJustify3D : int {
 enum GroupType3D : int {
     GROUPS_SIDE_BY_SIDE = 0,  ///< the width of one bar
     GROUPS_STACKED = 1,       ///< one pile
+};
+
+/// The parts of a price chart, by their places in the combo flags. Candlesticks are PRICE_RANGE and
+/// PRICE_BODY.
+enum PricePart3D : int {
+    PRICE_RANGE = 0,         ///< line from low to high, in the middle
+    PRICE_OPEN_TIC = 1,      ///< line at the open, from the middle to the left
+    PRICE_CLOSE_TIC = 2,     ///< line at the close, from the middle to the right
+    PRICE_OPEN_SYMBOL = 3,   ///< at the left end of the open
+    PRICE_CLOSE_SYMBOL = 4,  ///< at the right end of the close
+    PRICE_BODY = 5,          ///< from open to close
+};
+
+/// The places of the colours of a price chart.
+enum PriceColor3D : int {
+    PRICE_COLOR_OPEN = 0,    ///< the open's symbol
+    PRICE_COLOR_RISING = 1,  ///< bodies where the price rose or held
+    PRICE_COLOR_FALLING = 2,
+    PRICE_COLOR_CLOSE = 3,  ///< the close's symbol
+    PRICE_COLOR_LINE = 4,   ///< range and tics
+};
+
+/// The places of the colours of a box-and-whisker chart.
+enum BoxColor3D : int {
+    BOX_COLOR_LOWER_WHISKER = 0,
+    BOX_COLOR_LOWER_BOX = 1,  ///< below the median
+    BOX_COLOR_MEDIAN = 2,
+    BOX_COLOR_UPPER_BOX = 3,
+    BOX_COLOR_UPPER_WHISKER = 4,
+    BOX_COLOR_MEAN = 5,
 };
 
 /// The coordinate that a projection replaces. Where symbols and texts are projected 3, 4 and 5 do

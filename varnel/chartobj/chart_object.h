@@ -3,8 +3,7 @@
 // A set-up operation (BarChart25D, ScatterChart3D, ...) copies the data and selects the type;
 // single values and attributes can be changed afterwards. World coordinates are data values, z up.
 // A 2.5D chart lies in one vertical plane: "ind" values run along x (independent axis 0) or y (1),
-// "dep" values along z, and the plane stands at `constValue` of the other horizontal axis, its
-// depth axis.
+// "dep" values along z, and the plane stands at `constValue` of its depth axis, the other of both.
 //
 // What is not there is not drawn. A value that is NaN or infinite is no data and leaves a gap, in
 // every chart type: its bar, symbol, box or slab is left out, lines and bands are interrupted
@@ -15,7 +14,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <span>
 
 #include "varnel/chartobj/chart_codes.h"
@@ -35,10 +33,8 @@ class CTransform3D;
 
 namespace detail {
 class AddedFields;
-struct ChartTypes;
-struct Data25D;
-struct GroupView;
-struct SegmentColors;
+class ChartDrawing;
+class SetUp;
 struct SurfaceNormals;
 }  // namespace detail
 
@@ -75,18 +71,17 @@ class VARNEL_API CChartObj3D {
     // Each operation copies its arrays (a null array leaves what was stored before), stores its
     // attributes and selects the type. Counts are numbers of elements; n is the number of data
     // points. Attributes that an operation does not take keep their values. A count that is
-    // negative or too large for memory raises "Array New Error" of the storage operation concerned.
-    // The operations that take spans count by themselves; spans of lengths that do not belong
-    // together raise "Parameter Error" and store nothing.
+    // negative or too large for memory raises "Array New Error" of the storage operation concerned;
+    // what() names the set-up. The operations that take spans count by themselves; spans of lengths
+    // that do not belong together raise "Parameter Error" and store nothing.
     //
     // Widths along the independent and depth axes are in data units, and so are base values and
     // heights. Codes: `indAxis` is INDAXIS_X (0) or INDAXIS_Y (1); a justification WIDTH_STARTS
-    // (0), WIDTH_CENTERED (1) or WIDTH_ENDS (2) says where a width lies about the value that it is
-    // placed at; a `lineStyle` is 0 solid, 1..6 dots to dashes of growing length, 7..10 mixed
-    // dashes, any other solid.
+    // (0), WIDTH_CENTERED (1) or WIDTH_ENDS (2) says where a width lies about its value; a
+    // `lineStyle` is 0 solid, 1..6 dots to dashes of growing length, 7..10 mixed dashes.
     //
-    // On a logarithmic axis each type has a rule of its own for what it converts, told with it;
-    // SetExactExtents makes all of them go between their converted ends.
+    // On a logarithmic axis each type has a rule of its own for what it converts, told at
+    // ChartType3D; SetExactExtents makes all of them go between their converted ends.
 
     /// The data line widened along the depth axis: one quadrilateral per pair of points.
     void RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
@@ -96,9 +91,7 @@ class VARNEL_API CChartObj3D {
                         double depthWidth, const RGBDType& fill, const RGBDType& outline,
                         int depthJustify, int indAxis);
 
-    /// One bar per point, from the base value to the datum. On a logarithmic value axis its height
-    /// is the logarithm of the difference of the two; on a logarithmic independent or depth axis
-    /// its widths are decades.
+    /// One bar per point, from the base value to the datum.
     void BarChart25D(const double* ind, const double* dep, double baseValue, double constValue,
                      int n, double indWidth, double depthWidth, const RGBDType& fill,
                      const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
@@ -106,17 +99,14 @@ class VARNEL_API CChartObj3D {
                      double constValue, double indWidth, double depthWidth, const RGBDType& fill,
                      const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
 
-    /// One bar per point; the point is the upper corner, heights[i] the level of the bar's foot. On
-    /// logarithmic axes foot and top are converted, and each width is the logarithm of the one
-    /// given: a bar is then as wide as the way from 1 to its width.
+    /// One bar per point; the point is the upper corner, heights[i] the level of the bar's foot.
     void BarChart3D(const point3Dtype* points, const double* heights, int n, double indWidth,
                     double depthWidth, const RGBDType& fill, const RGBDType& outline);
     void BarChart3D(std::span<const point3Dtype> points, std::span<const double> heights,
                     double indWidth, double depthWidth, const RGBDType& fill,
                     const RGBDType& outline);
 
-    /// The area between the data line and the base value, cut where the line crosses it. All
-    /// corners are converted, so that widths and the base are right on logarithmic axes too.
+    /// The area between the data line and the base value, cut where the line crosses it.
     void AreaFillChart25D(const double* ind, const double* dep, double baseValue, double constValue,
                           int n, double depthWidth, const RGBDType& fill, const RGBDType& outline,
                           int depthJustify, int indAxis);
@@ -141,12 +131,10 @@ class VARNEL_API CChartObj3D {
     void LineChart25D(std::span<const double> ind, std::span<const double> dep, double constValue,
                       int lineStyle, double lineWidth, const RGBDType& color, int indAxis);
 
-    /// A symbol per point: SYMBOL_CUBE (10), SYMBOL_PLUS (11), SYMBOL_DIAMOND (12), SYMBOL_PYRAMID
-    /// (13), SYMBOL_HOURGLASS (14), SYMBOL_ARROW (15), any other none. Symbols are relSize / 10
-    /// device units large, whatever the axes. Each is joined by a line to its projection, where
-    /// constValue takes the place of z (projection plane 0 or 3), y (1 or 4) or x (2 or 5); a
-    /// negative plane (PROJECTION_NONE) leaves the lines out. On a logarithmic axis the line starts
-    /// at the logarithm of the logarithm; SetExactExtents lets it start at the symbol.
+    /// A symbol per point: SYMBOL_CUBE (10) to SYMBOL_ARROW (15), any other none. Symbols are
+    /// relSize / 10 device units large, whatever the axes. Each is joined by a line to its
+    /// projection, where constValue takes the place of z (projection plane 0 or 3), y (1 or 4) or x
+    /// (2 or 5); a negative plane (PROJECTION_NONE) leaves the lines out.
     void ScatterChart3D(const point3Dtype* points, double relSize, int n, int symbol,
                         const RGBDType& fill, const RGBDType& outline, int projectionPlane,
                         double constValue);
@@ -171,8 +159,7 @@ class VARNEL_API CChartObj3D {
     /// Groups of bars: groupType GROUPS_SIDE_BY_SIDE (0) in the width of one bar, rising from the
     /// base by their absolute values; GROUPS_STACKED (1) on each other from 0, a negative datum
     /// rising too and lowering what follows. SetExactExtents lets both hang below the base. Element
-    /// i of group g is groupData[g * n + i]. On logarithmic axes both ends of each width are
-    /// converted, the height of a bar side by side is the logarithm of its value.
+    /// i of group g is groupData[g * n + i].
     void GroupBarChart25D(const double* ind, const double* groupData, double constValue,
                           double baseValue, int n, int numGroups, int groupType, double indWidth,
                           double depthWidth, const RGBDType* groupColors, const RGBDType& outline,
@@ -205,17 +192,11 @@ class VARNEL_API CChartObj3D {
 
     /// Prices, as four groups of n: open, high, low, close. Each point occupies GetIndWidth() along
     /// the independent axis, placed about its value by depJustify (pass 1 to centre it), and the
-    /// depth width (1 unless an earlier set-up set another). The flags, each 1 when `flags` is
-    /// null, switch the parts:
-    ///   0  line from low to high, in the middle, in the line colour colors[4]
-    ///   1  tic of the open, from the line to the left, in the line colour
-    ///   2  tic of the close, from the line to the right, in the line colour
-    ///   3  `symbol` at the left end of the open, in colors[0]
-    ///   4  `symbol2` at the right end of the close, in colors[3]
-    ///   5  body from open to close, in colors[1] where the price rose or held, colors[2] where it
-    ///      fell. This one is not among `flags`: SetComboChartFlags switches it.
-    /// Candlesticks are flags 0 and 5. Symbols are as in ScatterChart3D. In segment colour mode the
-    /// lines of a point have its segment colour. Points that lack one of the four are left out.
+    /// depth width (1 unless an earlier set-up set another). `flags` are PRICE_RANGE (0) to
+    /// PRICE_CLOSE_SYMBOL (4), each 1 when it is null; the body, PRICE_BODY (5), is not among them:
+    /// SetComboChartFlags switches it. `colors` are PRICE_COLOR_OPEN (0) to PRICE_COLOR_LINE (4).
+    /// Symbols are as in ScatterChart3D. In segment colour mode the lines of a point have its
+    /// segment colour. Points that lack one of the four are left out.
     void OHLCChart25D(const double* ind, const double* groupData, double constValue, int n,
                       int symbol, int symbol2, double relSize, int lineWidth,
                       const RGBDType* colors, const RGBDType& outline, int depthJustify,
@@ -225,8 +206,7 @@ class VARNEL_API CChartObj3D {
                       std::span<const RGBDType> colors, const RGBDType& outline, int depthJustify,
                       int depJustify, int indAxis, const int* flags);
 
-    /// A slab per point, 0.1 working units thick; the point is its lower corner. On logarithmic
-    /// axes a width is the logarithm of the one given.
+    /// A slab per point, 0.1 working units thick; the point is its lower corner.
     void PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                       const RGBDType& fill, const RGBDType& outline);
     void PlaneChart3D(std::span<const point3Dtype> points, double indWidth, double depthWidth,
@@ -246,9 +226,9 @@ class VARNEL_API CChartObj3D {
     /// (BoxStatistics of box_statistics.h computes them). A box of indWidth x depthWidth, placed
     /// about its value by depJustify (pass 1 to centre it), spans the quartiles; whiskers with caps
     /// of half its width reach the extremes; the mean is `symbol` on the box's two faces across the
-    /// depth, drawn when `flag` (combo flag 0) is not 0. The other combo flags are not used.
-    /// Six colours: 0 lower whisker, 1 box below the median, 2 median line, 3 box above the median,
-    /// 4 upper whisker, 5 mean. A point that lacks one of the first five is left out.
+    /// depth, drawn when `flag` (combo flag 0) is not 0. The other combo flags are not used. Six
+    /// colours, BOX_COLOR_LOWER_WHISKER (0) to BOX_COLOR_MEAN (5). A point that lacks one of the
+    /// first five is left out.
     void BoxAndWhiskerChart25D(const double* ind, const double* groupData, double constValue, int n,
                                double indWidth, double depthWidth, int symbol, double relSize,
                                int lineWidth, const RGBDType* colors, const RGBDType& outline,
@@ -259,8 +239,7 @@ class VARNEL_API CChartObj3D {
                                const RGBDType& outline, int depthJustify, int depJustify,
                                int indAxis, int flag);
 
-    /// Bars from dep downward by heights. On a logarithmic value axis the height is a logarithm of
-    /// its own, taken off that of dep; widths are as in BarChart25D.
+    /// Bars from dep downward by heights.
     void FloatingBarChart25D(const double* ind, const double* dep, const double* heights,
                              double constValue, int n, double indWidth, double depthWidth,
                              const RGBDType& fill, const RGBDType& outline, int indJustify,
@@ -270,8 +249,7 @@ class VARNEL_API CChartObj3D {
                              double depthWidth, const RGBDType& fill, const RGBDType& outline,
                              int indJustify, int depthJustify, int indAxis);
 
-    /// A slab per point at the height of its datum, 2 % of the working range of z thick. On
-    /// logarithmic axes a width is the logarithm of the one given.
+    /// A slab per point at the height of its datum, 2 % of the working range of z thick.
     void PlaneChart25D(const double* ind, const double* dep, double constValue, int n,
                        double indWidth, double depthWidth, const RGBDType& fill,
                        const RGBDType& outline, int indJustify, int depthJustify, int indAxis);
@@ -288,10 +266,8 @@ class VARNEL_API CChartObj3D {
 
     /// Contour lines of the surface at numContours ascending values, drawn at z = constValue, line
     /// i in colors[i]. There are numContours + 1 colours; the last one is kept and saved, and no
-    /// line has it. `contourLabelFlag` is kept and saved and has no effect. Lines are pieces of
-    /// polygons, as CContour3D draws them: at a level that points lie on they have gaps and stubs,
-    /// and they are not converted on logarithmic axes. SetContourStyle gives whole lines, on
-    /// logarithmic axes too, with labels.
+    /// line has it. `contourLabelFlag` is kept and saved and has no effect. Lines are as CContour3D
+    /// draws them, and not converted on logarithmic axes; SetContourStyle gives whole ones.
     void ContourPolysurface3D(CPolysurface* surface, const double* values, const RGBDType* colors,
                               int numContours, double constValue, int contourLabelFlag);
     void ContourPolysurface3D(CPolysurface* surface, std::span<const double> values,
@@ -421,9 +397,8 @@ class VARNEL_API CChartObj3D {
     void SetContourValue(int i, double value);
     void Set3DPoint(int i, const point3Dtype& point);
     point3Dtype Get3DPoint(int i) const;
-    /// Gives the points of the object's surface the values w, point by point, as many as there are;
-    /// CChart3D::ColorSurfaceByValue colours by them. A surface shared with copies of the object
-    /// changes there too.
+    /// Gives the points of the object's surface the values w, point by point, as many as there are
+    /// (see CChart3D::ColorSurfaceByValue). Copies of the object that share it change too.
     void SetPolysurfaceValues(std::span<const double> values);
     void SetPolysurfacePoint(int i, const point3Dtype& point);
     point3Dtype GetPolysurfacePoint(int i) const;
@@ -520,8 +495,7 @@ class VARNEL_API CChartObj3D {
     const char* GetChartTypeName() const;
     void EnableChartObj(int on) { m_Saved.m_Enable = on; }
     int GetChartObjEnable() const { return m_Saved.m_Enable; }
-    /// Six flags; their meaning is told at OHLCChart25D and BoxAndWhiskerChart25D. Null does
-    /// nothing.
+    /// Six flags, see OHLCChart25D and BoxAndWhiskerChart25D. Null does nothing.
     void SetComboChartFlags(const int* flags);
     void GetComboChartFlags(int* flags) const;
 
@@ -531,13 +505,8 @@ class VARNEL_API CChartObj3D {
 
     // --- Beyond the plain record: everything is as told above until one of these is set ---------
 
-    /// 1: every bar, slab, box, stack, ribbon and area goes between its converted ends on any axis,
-    /// its width in data units. A bar side by side in a group goes from the base to its value, also
-    /// downward; stacks and stacked areas pile what is negative downward from the base, and the
-    /// first of each pile goes from the base to its value. An area lies on its base and is cut
-    /// there, a range is as thick as it is, slabs in space are as thick as those of PlaneChart25D,
-    /// and projection lines end at their symbols. On a logarithmic axis what has no logarithm lies
-    /// at the low end of the axis. 0, the default: each type as told with it.
+    /// 1: everything goes between its converted ends on any axis and downward where it is negative,
+    /// as told at ChartType3D. 0, the default: each type by the rule told there.
     void SetExactExtents(int on) { m_Added.m_ExactExtents = on; }
     int GetExactExtents() const { return m_Added.m_ExactExtents; }
     /// 0: the segments of an area, range or stacked area, and of a ribbon, touch, and those of the
@@ -551,15 +520,13 @@ class VARNEL_API CChartObj3D {
     void SetCandleStyle(int on) { m_Added.m_CandleStyle = on; }
     int GetCandleStyle() const { return m_Added.m_CandleStyle; }
     /// 1: light runs evenly over surfaces instead of making every polygon a facet, but for edges
-    /// between polygons that meet at more than `creaseAngle` degrees in the box as it is drawn. The
-    /// normals of the points are kept until the surface, its axes' scales or the box's proportions
-    /// change. 0, the default: each polygon has one colour.
+    /// between polygons that meet at more than `creaseAngle` degrees in the box as it is drawn. 0,
+    /// the default: each polygon has one colour.
     void SetShading(int smooth, double creaseAngle = 60.0);
     int GetShading() const { return m_Added.m_Shading; }
     double GetCreaseAngle() const { return m_Added.m_CreaseAngle; }
-    /// 1: a polygon that looks away from the viewer is lit with its normal turned, so that both
-    /// sides of a surface or ribbon are lit alike. 0, the default: its back has no light of its
-    /// own.
+    /// 1: a polygon that looks away from the viewer is lit with its normal turned, as its front is.
+    /// 0, the default: its back has no light of its own.
     void SetTwoSided(int on) { m_Added.m_TwoSided = on; }
     int GetTwoSided() const { return m_Added.m_TwoSided; }
     /// 1: in colour mode COLOR_MODE_VALUE the light is seen on the colours, which are darkened by
@@ -567,20 +534,15 @@ class VARNEL_API CChartObj3D {
     /// 0, the default: the colours are as they are.
     void SetTextureLighting(int on, double least = 0.75, double most = 1.0);
     int GetTextureLighting() const { return m_Added.m_TextureLighting; }
-    /// Contour charts draw whole lines from now on, as TraceContourLines finds them: at every
-    /// level, on logarithmic axes where the drawn surface has the level, in the levels' colours.
-    /// Labels stand on straight stretches of the lines, readable side up, in gaps of them, none
-    /// over another; short lines have none. They need a font of the context.
+    /// Contour charts draw whole lines from now on, as TraceContourLines finds them.
     void SetContourStyle(const ContourStyle& style);
-    /// The style set last, the default one before.
     ContourStyle GetContourStyle() const;
     /// Contour charts draw as told at ContourPolysurface3D again.
     void ClearContourStyle();
 
     /// Markers at the points of scatter and line charts, facing the viewer, `size` points (1/72
-    /// inch, at most 1000) wide, in place of a scatter chart's symbol: MARKER_CIRCLE (1),
-    /// MARKER_SQUARE (2), MARKER_TRIANGLE (3), MARKER_DIAMOND (4), MARKER_CROSS (5), MARKER_PLUS
-    /// (6), MARKER_STAR (7); MARKER_NONE (0), the default, and other kinds: none. They are filled
+    /// inch, at most 1000) wide, in place of a scatter chart's symbol: MARKER_CIRCLE (1)
+    /// to MARKER_STAR (7); MARKER_NONE (0), the default, and other kinds: none. They are filled
     /// in the fill colour, or their segment's, and outlined as SetOutlineMode says where the
     /// outline colour is another. With clipping, markers of points outside the box are left out,
     /// the others are whole.
@@ -597,7 +559,6 @@ class VARNEL_API CChartObj3D {
     /// 1..256. Default 1.
     void SetLineStyleFactor(int factor) { m_Added.m_LineStyleFactor = factor; }
     int GetLineStyleFactor() const { return m_Added.m_LineStyleFactor; }
-
     /// The halo of the texts of SCATTERTEXT3D (CTextObj3D::SetHalo), in ems. Default 0.
     void SetTextHalo(double ems) { m_Added.m_TextHalo = ems; }
     double GetTextHalo() const { return m_Added.m_TextHalo; }
@@ -623,73 +584,14 @@ class VARNEL_API CChartObj3D {
     void Record(Archive& record);
 
  private:
-    void MatchCountsToType();
-    void MatchCountsToStorages();
-    template <class Archive>
-    void RecordArrays(Archive& record);
-    template <class Archive>
-    void RecordSurface(Archive& record);
-
-    // What the set-up operations of several families assign.
-    void SetSeries(const double* ind, int n, double constValue, int indAxis);
-    void SetGroups(const double* groupData, int numGroups, const RGBDType* groupColors);
-    void SetPoints(const point3Dtype* points, int n);
-    void SetProjection(int plane, double constValue);
-    void SetWidths(double indWidth, double depthWidth);
-    void SetJustify(int indJustify, int depthJustify);
-    static void TellColor(const RGBDType& color);
-    void SetColors(const RGBDType& fill, const RGBDType& outline);
-    void SetLine(int style, int width, const RGBDType& color);
-
-    static double calcbgoffset(double width, int justify);
-    void CheckSetSegmentColor(std::size_t i);
-    void ProjectionLine(const point3Dtype& p, const RGBDType& color);
-
-    // What the geometry of a chart is computed from.
-    detail::GroupView GetGroups() const;
-    detail::Data25D GetData25D() const;
-    detail::SegmentColors GetSegmentColors() const;
-    /// The markers at points in data values, where the object has any.
-    void DrawMarkers(std::span<const point3Dtype> points);
-
-    friend struct detail::ChartTypes;
-    void DrawRibbonChart25D();
-    void DrawBarChart25D();
-    void DrawBarChart3D();
-    void DrawAreaFillChart25D();
-    void DrawAreaRangeChart25D();
-    void DrawLineChart25D();
-    void DrawScatterChart3D();
-    void DrawLineChart3D();
-    void DrawProjectionLineChart3D();
-    void DrawGroupBarChart25D();
-    void DrawGroupRibbonChart25D();
-    void DrawGroupAreaFillChart25D();
-    void DrawOHLCChart25D();
-    void DrawPlaneChart3D();
-    void DrawScatterText3D();
-    void DrawBoxAndWhiskerChart25D();
-    void DrawFloatingBarChart25D();
-    void DrawPlaneChart25D();
-    void DrawSurface(int plane, double level, int wire);
-    void DrawPolysurfaceChart2D();
-    void DrawPolysurfaceChart3D();
-    void DrawContourPolysurface3D();
-    void DrawErrorBars3D();
-    void DrawVectors3D();
-    void DrawReferenceLine3D();
-    void DrawReferenceBand3D();
-    void DrawNote3D();
-    void DrawContourLines(std::span<const double> levels, std::span<const RGBDType> colors);
-
-    using Saved = detail::ChartObjectSaved;
-    using Added = detail::ChartObjectAdded;
+    friend class detail::SetUp;
+    friend class detail::ChartDrawing;
 
     COpenGL* m_pOpenGL = nullptr;
     CTransform3D* m_pTransform = nullptr;
     int m_TransformID = 0;
-    Saved m_Saved;
-    Added m_Added;
+    detail::ChartObjectSaved m_Saved;
+    detail::ChartObjectAdded m_Added;
     detail::Cache<detail::SurfaceNormals> m_Normals;  ///< of the surface, as drawn last
     int m_ClassTag = kSignature;
 };

@@ -1,8 +1,9 @@
 // Drawing: what all chart types share, and the way to the routine of each.
 #include "varnel/chartobj/chart_object.h"
-#include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/chart_types.h"
 #include "varnel/foundation/detail/diagnose.h"
+#include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -76,22 +77,35 @@ void CChartObj3D::DrawChartObj() {
                             m_Added};
     const SharedStateScope shared(*m_pOpenGL, *m_pTransform, state);
     const CollectScope collected(*m_pOpenGL);
-    (this->*type->draw)();
+    (detail::ChartDrawing(*this).*type->draw)();
 }
 
-detail::GroupView CChartObj3D::GetGroups() const {
+detail::GroupView detail::GroupsOf(const ChartObjectSaved& saved) {
     const std::size_t numPoints =
-        m_Saved.m_NumDataPnts > 0 ? static_cast<std::size_t>(m_Saved.m_NumDataPnts) : 0;
-    return {m_Saved.m_pGroupData.All(), m_Saved.m_NumGroups, numPoints};
+        saved.m_NumDataPnts > 0 ? static_cast<std::size_t>(saved.m_NumDataPnts) : 0;
+    return {saved.m_pGroupData.All(), saved.m_NumGroups, numPoints};
 }
 
-detail::Data25D CChartObj3D::GetData25D() const {
+detail::ChartDrawing::ChartDrawing(CChartObj3D& object)
+    : m_Object(object),
+      m_pOpenGL(object.m_pOpenGL),
+      m_pTransform(object.m_pTransform),
+      m_Saved(object.m_Saved),
+      m_Added(object.m_Added),
+      m_Normals(object.m_Normals) {
+}
+
+double detail::ChartDrawing::calcbgoffset(double width, int justify) {
+    return JustifyOffset(width, justify);
+}
+
+detail::Data25D detail::ChartDrawing::GetData25D() const {
     detail::Data25D data;
     data.ind = m_Saved.m_pIndData.First(m_Saved.m_NumDataPnts);
     data.dep = m_Saved.m_pDepData.First(m_Saved.m_NumDataPnts);
     data.dep2 = m_Saved.m_pDepData2.First(m_Saved.m_NumDataPnts);
     data.heights = m_Saved.m_pBarHeights.First(m_Saved.m_NumDataPnts);
-    data.groups = GetGroups();
+    data.groups = GroupsOf(m_Saved);
     data.indAxis = m_Saved.m_IndAxis;
     data.constValue = m_Saved.m_ConstValue;
     data.baseValue = m_Saved.m_BaseValue;
@@ -99,12 +113,12 @@ detail::Data25D CChartObj3D::GetData25D() const {
     data.depthWidth = m_Saved.m_DepthWidth;
     data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_IndJustify);
     data.depthOffset = calcbgoffset(m_Saved.m_DepthWidth, m_Saved.m_DepthJustify);
-    data.gap = GetSmallGap();
+    data.gap = m_Object.GetSmallGap();
     data.exact = m_Added.m_ExactExtents != 0;
     return data;
 }
 
-detail::SegmentColors CChartObj3D::GetSegmentColors() const {
+detail::SegmentColors detail::ChartDrawing::GetSegmentColors() const {
     if (m_Saved.m_SegmentColorMode == 0) return {};
     return {m_Saved.m_pSegmentColors.First(m_Saved.m_NumDataPnts)};
 }
@@ -115,7 +129,7 @@ const RGBDType& CChartObj3D::GroupColor(std::size_t group) const {
     return color != nullptr ? *color : m_Saved.m_FillColor;
 }
 
-void CChartObj3D::CheckSetSegmentColor(std::size_t i) {
+void detail::ChartDrawing::CheckSetSegmentColor(std::size_t i) const {
     const detail::SegmentColors colors = GetSegmentColors();
     if (colors.colors.empty()) return;
     const RGBDType& color = colors.At(i, m_Saved.m_FillColor);

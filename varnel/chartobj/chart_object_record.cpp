@@ -16,6 +16,7 @@ namespace {
 
 using detail::RecordReader;
 using detail::RecordWriter;
+using Saved = detail::ChartObjectSaved;
 
 constexpr CErr3DClass kClass = ERR3DCLASS_CHARTOBJ3D;
 
@@ -95,12 +96,9 @@ SharedArray<double> WithRowsOf(const detail::GroupView& groups, std::size_t numP
     return {std::shared_ptr<double[]>(std::move(values)), numGroups * numPoints};
 }
 
-}  // namespace
-
 // What an earlier set-up left behind must not take the place of the current type's data, since a
 // record has room for either. Where the current type has none, what was stored by hand is kept.
-void CChartObj3D::MatchCountsToType() {
-    Saved& s = m_Saved;
+void MatchCountsToType(Saved& s) {
     const detail::ChartType* const type = detail::ChartTypes::Find(s.m_ChartType);
     if (type == nullptr) return;
     using detail::ChartData;
@@ -116,8 +114,7 @@ void CChartObj3D::MatchCountsToType() {
 }
 
 // The reader goes by the counts alone, so they must tell what is there.
-void CChartObj3D::MatchCountsToStorages() {
-    Saved& s = m_Saved;
+void MatchCountsToStorages(Saved& s) {
     s.m_Num3DPoints = StoredCount(s.m_p3DPoints, s.m_Num3DPoints);
     s.m_NumDepData2 = StoredCount(s.m_pDepData2, s.m_NumDepData2);
     s.m_NumBarHeights = StoredCount(s.m_pBarHeights, s.m_NumBarHeights);
@@ -135,7 +132,7 @@ void CChartObj3D::MatchCountsToStorages() {
     }
     int numPoints = StoredCount(s.m_pIndData, s.m_NumDataPnts);
     if (numPoints != 0 && s.m_NumGroups != 0) {
-        const detail::GroupView groups = GetGroups();
+        const detail::GroupView groups = detail::GroupsOf(s);
         const std::size_t numGroups = groups.StoredGroups();
         if (numPoints != s.m_NumDataPnts || groups.values.size() < groups.numPoints * numGroups)
             s.m_pGroupData = WithRowsOf(groups, static_cast<std::size_t>(numPoints));
@@ -146,26 +143,26 @@ void CChartObj3D::MatchCountsToStorages() {
 }
 
 template <class Archive>
-void CChartObj3D::Record(Archive& record) {
-    Saved& s = m_Saved;
-    record(detail::CounterField{nSelfID}, m_TransformID);
-    record(s.m_ConstValue, s.m_BaseValue, s.m_RelSize, s.m_DepthWidth, s.m_IndWidth, s.m_FillGap,
-           s.m_PlaneThicknessFactor, s.m_OutlineWidth);
-    record(s.m_FillColor, s.m_OutlineColor, s.m_LineColor);
-    record(s.m_Symbol, s.m_Symbol2, s.m_NumDataPnts, s.m_NumDepData2, s.m_NumBarHeights,
-           s.m_Num3DPoints, s.m_NumGroupColors, s.m_NumSegmentColors, s.m_NumDataStrings,
-           s.m_bPolysurface, s.m_NumGroups, s.m_LineWidth, s.m_LineStyle, s.m_IndJustify,
-           s.m_DepJustify, s.m_DepthJustify, s.m_IndAxis, s.m_ProjectionPlane, s.m_TextPlane,
-           s.m_GroupType, s.m_ChartType);
-    record(s.m_SegmentColorMode, s.m_NumContours, s.m_ContourLabelFlag, s.m_ColorMode, s.m_Clipping,
-           s.m_OutlineMode);
-    record(s.m_ComboChartFlags, s.m_Enable);
-    RecordArrays(record);
+void RecordSurface(Archive& record, Saved& s) {
+    File& file = record.GetFile();
+    if constexpr (Archive::kLoading) {
+        if (file.RanDry()) return;
+        s.m_pPolysurface =
+            detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {kClass, "InitPolysurfaceStorage"},
+                                    [&file] { return std::make_shared<CPolysurface>(&file); });
+    } else {
+        s.m_pPolysurface->Save(&file);
+    }
+    if (s.m_NumContours == 0) return;
+    const int numContours = s.m_NumContours;
+    ArrayField(record, s.m_pIndData, numContours, numContours);
+    // The values take the place of the independent data, which leaves no points.
+    if constexpr (Archive::kLoading) s.m_NumDataPnts = 0;
+    ArrayField(record, s.m_pSegmentColors, numContours + 1LL, numContours + 1LL);
 }
 
 template <class Archive>
-void CChartObj3D::RecordArrays(Archive& record) {
-    Saved& s = m_Saved;
+void RecordArrays(Archive& record, Saved& s) {
     const int n = s.m_NumDataPnts;
     if (s.m_Num3DPoints == 0) {
         ArrayField(record, s.m_pIndData, n, n);
@@ -193,32 +190,33 @@ void CChartObj3D::RecordArrays(Archive& record) {
         s.m_SegmentColorMode = 1;
         s.m_NumSegmentColors = hasRangeColor ? n + 1 : n;
     }
-    if (s.m_bPolysurface != 0) RecordSurface(record);
+    if (s.m_bPolysurface != 0) RecordSurface(record, s);
     StringsField(record, s.m_pDataStrings, s.m_NumDataStrings, s.m_NumDataPnts);
     if (Archive::kLoading && s.m_NumDataStrings != 0) s.m_NumDataStrings = s.m_NumDataPnts;
 }
 
+}  // namespace
+
 template <class Archive>
-void CChartObj3D::RecordSurface(Archive& record) {
+void CChartObj3D::Record(Archive& record) {
     Saved& s = m_Saved;
-    File& file = record.GetFile();
-    if constexpr (Archive::kLoading) {
-        if (file.RanDry()) return;
-        s.m_pPolysurface =
-            detail::AllocateOrRaise(ERR3D_ARRAY_NEW, {kClass, "InitPolysurfaceStorage"},
-                                    [&file] { return std::make_shared<CPolysurface>(&file); });
-    } else {
-        s.m_pPolysurface->Save(&file);
-    }
-    if (s.m_NumContours == 0) return;
-    const int numContours = s.m_NumContours;
-    ArrayField(record, s.m_pIndData, numContours, numContours);
-    // The values take the place of the independent data, which leaves no points.
-    if constexpr (Archive::kLoading) s.m_NumDataPnts = 0;
-    ArrayField(record, s.m_pSegmentColors, numContours + 1LL, numContours + 1LL);
+    record(detail::CounterField{nSelfID}, m_TransformID);
+    record(s.m_ConstValue, s.m_BaseValue, s.m_RelSize, s.m_DepthWidth, s.m_IndWidth, s.m_FillGap,
+           s.m_PlaneThicknessFactor, s.m_OutlineWidth);
+    record(s.m_FillColor, s.m_OutlineColor, s.m_LineColor);
+    record(s.m_Symbol, s.m_Symbol2, s.m_NumDataPnts, s.m_NumDepData2, s.m_NumBarHeights,
+           s.m_Num3DPoints, s.m_NumGroupColors, s.m_NumSegmentColors, s.m_NumDataStrings,
+           s.m_bPolysurface, s.m_NumGroups, s.m_LineWidth, s.m_LineStyle, s.m_IndJustify,
+           s.m_DepJustify, s.m_DepthJustify, s.m_IndAxis, s.m_ProjectionPlane, s.m_TextPlane,
+           s.m_GroupType, s.m_ChartType);
+    record(s.m_SegmentColorMode, s.m_NumContours, s.m_ContourLabelFlag, s.m_ColorMode, s.m_Clipping,
+           s.m_OutlineMode);
+    record(s.m_ComboChartFlags, s.m_Enable);
+    RecordArrays(record, s);
 }
 
 void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
+    using Added = detail::ChartObjectAdded;
     fields.Of(m_Added, [](auto field) {
         field("exactExtents", &Added::m_ExactExtents);
         field("segmentOutlines", &Added::m_SegmentOutlines);
@@ -255,8 +253,8 @@ void CChartObj3D::Save(HANDLE file) {
     CChartObj3D saved(*this);
     if (m_TransformID == 0)
         detail::Diagnose("Save", "the object has no transform; a chart with it cannot be loaded");
-    saved.MatchCountsToType();
-    saved.MatchCountsToStorages();
+    MatchCountsToType(saved.m_Saved);
+    MatchCountsToStorages(saved.m_Saved);
     detail::SaveRecord(saved, file, kClass);
 }
 

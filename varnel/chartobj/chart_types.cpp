@@ -3,7 +3,7 @@
 namespace varnel::detail {
 
 const ChartType* ChartTypes::Find(int type) {
-    using O = CChartObj3D;
+    using O = ChartDrawing;
     using D = ChartData;
     using S = ChartSample;
     static constexpr ChartType kTypes[] = {

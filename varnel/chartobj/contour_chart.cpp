@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "varnel/axes/text_object.h"
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/extent.h"
 #include "varnel/chartobj/detail/screen.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -225,7 +226,7 @@ class ContourPen {
 void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, const double* values,
                                        const RGBDType* colors, int numContours, double constValue,
                                        int contourLabelFlag) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     m_Saved.m_ContourLabelFlag = contourLabelFlag;
     m_Saved.m_ConstValue = constValue;
     m_Saved.m_ChartType = CONTOURPOLYSURFACE3D;
@@ -240,7 +241,7 @@ void CChartObj3D::ContourPolysurface3D(CPolysurface* surface, std::span<const do
                          contourLabelFlag);
 }
 
-void CChartObj3D::DrawContourPolysurface3D() {
+void detail::ChartDrawing::DrawContourPolysurface3D() const {
     const auto levels = m_Saved.m_pIndData.First(m_Saved.m_NumContours);
     const auto colors = m_Saved.m_pSegmentColors.First(m_Saved.m_NumContours);
     if (m_Saved.m_pPolysurface == nullptr) return;
@@ -255,10 +256,10 @@ void CChartObj3D::DrawContourPolysurface3D() {
         m_Saved.m_ConstValue, m_Saved.m_ContourLabelFlag);
 }
 
-void CChartObj3D::DrawContourLines(std::span<const double> levels,
-                                   std::span<const RGBDType> colors) {
+void detail::ChartDrawing::DrawContourLines(std::span<const double> levels,
+                                            std::span<const RGBDType> colors) const {
     constexpr double kLift = 0.004;  // device units, which keep lines clear of the surface
-    const ContourStyle style = GetContourStyle();
+    const ContourStyle style = m_Object.GetContourStyle();
     const ContourLines traced = TraceWorking(*m_Saved.m_pPolysurface, *m_pTransform,
                                              std::vector<double>(levels.begin(), levels.end()));
     const point3Dtype lift = detail::Screen(*m_pOpenGL, *m_pTransform).Towards(kLift);

@@ -1,4 +1,8 @@
 // ContourStyle: how a contour chart draws whole lines.
+//
+// Lines are at every level, on logarithmic axes where the drawn surface has the level, in the
+// levels' colours. Labels stand on straight stretches of the lines, readable side up, in gaps of
+// them, none over another; short lines have none. They need a font of the context.
 #pragma once
 
 namespace varnel {

@@ -2,9 +2,10 @@
 #include <cmath>
 #include <vector>
 
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/lines_geometry.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
@@ -51,10 +52,10 @@ LinePen(COpenGL&, SetSegmentColor, bool) -> LinePen<SetSegmentColor>;
 void CChartObj3D::LineChart25D(const double* ind, const double* dep, double constValue, int n,
                                int lineStyle, double lineWidth, const RGBDType& color,
                                int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
-    SetLine(lineStyle, TruncatedWidth(lineWidth), color);
+    set.Line(lineStyle, TruncatedWidth(lineWidth), color);
     m_Saved.m_ChartType = LINECHART25D;
 }
 
@@ -67,9 +68,9 @@ void CChartObj3D::LineChart25D(std::span<const double> ind, std::span<const doub
 
 void CChartObj3D::LineChart3D(const point3Dtype* points, int n, int lineStyle, int lineWidth,
                               const RGBDType& color) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
-    SetLine(lineStyle, lineWidth, color);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
+    set.Line(lineStyle, lineWidth, color);
     m_Saved.m_ChartType = LINECHART3D;
 }
 
@@ -82,10 +83,10 @@ void CChartObj3D::LineChart3D(std::span<const point3Dtype> points, int lineStyle
 void CChartObj3D::ProjectionLineChart3D(const point3Dtype* points, double, int n, int lineStyle,
                                         int lineWidth, const RGBDType& color, int projectionPlane,
                                         double constValue) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
-    SetLine(lineStyle, lineWidth, color);
-    SetProjection(projectionPlane, constValue);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
+    set.Line(lineStyle, lineWidth, color);
+    set.Projection(projectionPlane, constValue);
     m_Saved.m_ChartType = PROJECTIONLINECHART3D;
 }
 
@@ -96,7 +97,7 @@ void CChartObj3D::ProjectionLineChart3D(std::span<const point3Dtype> points, int
                           lineStyle, lineWidth, color, projectionPlane, constValue);
 }
 
-void CChartObj3D::DrawLineChart3D() {
+void detail::ChartDrawing::DrawLineChart3D() const {
     const auto setColor = [this](std::size_t i) { CheckSetSegmentColor(i); };
     m_pOpenGL->SetLineStyle3D(m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_FillColor);
     detail::WalkLine3D(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
@@ -105,7 +106,7 @@ void CChartObj3D::DrawLineChart3D() {
     DrawMarkers(m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts));
 }
 
-void CChartObj3D::DrawLineChart25D() {
+void detail::ChartDrawing::DrawLineChart25D() const {
     const auto setColor = [this](std::size_t i) { CheckSetSegmentColor(i); };
     m_pOpenGL->SetLineStyle3D(m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineColor);
     const detail::Data25D data = GetData25D();
@@ -119,7 +120,7 @@ void CChartObj3D::DrawLineChart25D() {
     DrawMarkers(points);
 }
 
-void CChartObj3D::DrawProjectionLineChart3D() {
+void detail::ChartDrawing::DrawProjectionLineChart3D() const {
     const auto setColor = [this](std::size_t i) { CheckSetSegmentColor(i); };
     m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, m_Saved.m_FillColor, m_Saved.m_OutlineColor);
     m_pOpenGL->SetLineStyle3D(m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineColor);
@@ -140,10 +141,11 @@ double CChartObj3D::GetMarkerOutlineWidth() const {
     return outlined ? m_Saved.m_OutlineWidth : 0.0;
 }
 
-void CChartObj3D::DrawMarkers(std::span<const point3Dtype> points) {
+void detail::ChartDrawing::DrawMarkers(std::span<const point3Dtype> points) const {
     if (m_Added.m_Marker == MARKER_NONE) return;
     const detail::SegmentColors colors = GetSegmentColors();
-    m_pOpenGL->SetMarker3D(m_Added.m_Marker, m_Added.m_MarkerSize, GetMarkerOutlineWidth());
+    m_pOpenGL->SetMarker3D(m_Added.m_Marker, m_Added.m_MarkerSize,
+                           m_Object.GetMarkerOutlineWidth());
     // The box's planes would cut markers on them in two.
     const bool clips = m_Saved.m_Clipping != 0;
     m_pTransform->SetClipping(0);
@@ -161,7 +163,7 @@ void CChartObj3D::DrawMarkers(std::span<const point3Dtype> points) {
     }
 }
 
-void CChartObj3D::ProjectionLine(const point3Dtype& p, const RGBDType& color) {
+void detail::ChartDrawing::ProjectionLine(const point3Dtype& p, const RGBDType& color) const {
     point3Dtype from;
     point3Dtype to;
     if (detail::ProjectPoint(*m_pTransform, p, m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue,

@@ -3,11 +3,12 @@
 #include <cmath>
 
 #include "varnel/axes/text_object.h"
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/marks_geometry.h"
 #include "varnel/chartobj/detail/screen.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
@@ -23,63 +24,63 @@ constexpr double kMarkLift = 0.004;
 void CChartObj3D::ErrorBars3D(std::span<const point3Dtype> points, std::span<const double> below,
                               std::span<const double> above, int axis, double relSize,
                               int lineStyle, int lineWidth, const RGBDType& color) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     const int n = detail::CommonCount("ErrorBars3D", points, below, above);
-    SetPoints(points.data(), n);
+    set.Points(points.data(), n);
     m_Added.m_ErrorsBelow.assign(below.begin(), below.end());
     m_Added.m_ErrorsAbove.assign(above.begin(), above.end());
     m_Saved.m_IndAxis = axis;
     m_Saved.m_RelSize = relSize;
-    SetLine(lineStyle, lineWidth, color);
+    set.Line(lineStyle, lineWidth, color);
     m_Saved.m_ChartType = ERRORBARS3D;
 }
 
 void CChartObj3D::Vectors3D(std::span<const point3Dtype> points,
                             std::span<const point3Dtype> components, double scale, double relSize,
                             int flatHeads, int lineWidth, const RGBDType& color) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     const int n = detail::CommonCount("Vectors3D", points, components);
-    SetPoints(points.data(), n);
+    set.Points(points.data(), n);
     m_Added.m_Components.assign(components.begin(), components.end());
     m_Added.m_VectorScale = scale;
     m_Added.m_FlatHeads = flatHeads;
     m_Saved.m_RelSize = relSize;
-    SetLine(0, lineWidth, color);
+    set.Line(0, lineWidth, color);
     m_Saved.m_ChartType = VECTORS3D;
 }
 
 void CChartObj3D::ReferenceLine3D(int axis, double value, int plane, int lineStyle, int lineWidth,
                                   const RGBDType& color) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     m_Saved.m_IndAxis = axis;
-    SetProjection(plane, value);
-    SetLine(lineStyle, lineWidth, color);
+    set.Projection(plane, value);
+    set.Line(lineStyle, lineWidth, color);
     m_Saved.m_ChartType = REFERENCELINE3D;
 }
 
 void CChartObj3D::ReferenceBand3D(int axis, double from, double to, int plane,
                                   const RGBDType& fill) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     m_Saved.m_IndAxis = axis;
     m_Saved.m_BaseValue = to;
-    SetProjection(plane, from);
-    SetColors(fill, fill);
+    set.Projection(plane, from);
+    set.Colors(fill, fill);
     m_Saved.m_ChartType = REFERENCEBAND3D;
 }
 
 void CChartObj3D::Note3D(const CString& text, const point3Dtype& at, const point3Dtype& place,
                          double relSize, int lineWidth, const RGBDType& color) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     const point3Dtype points[] = {at, place};
     const CString strings[] = {text, CString()};
-    SetPoints(points, 2);
+    set.Points(points, 2);
     InitDataStringsStorage(strings);
     m_Saved.m_RelSize = relSize;
-    SetLine(0, lineWidth, color);
+    set.Line(0, lineWidth, color);
     m_Saved.m_ChartType = NOTE3D;
 }
 
-void CChartObj3D::DrawErrorBars3D() {
+void detail::ChartDrawing::DrawErrorBars3D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     detail::WalkErrorBars(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
                           m_Added.m_ErrorsBelow, m_Added.m_ErrorsAbove, m_Saved.m_IndAxis,
@@ -92,7 +93,7 @@ void CChartObj3D::DrawErrorBars3D() {
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 
-void CChartObj3D::DrawVectors3D() {
+void detail::ChartDrawing::DrawVectors3D() const {
     const auto points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     const std::size_t n = std::min(points.size(), m_Added.m_Components.size());
     const detail::SegmentColors colors = GetSegmentColors();
@@ -118,7 +119,7 @@ void CChartObj3D::DrawVectors3D() {
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 
-void CChartObj3D::DrawReferenceLine3D() {
+void detail::ChartDrawing::DrawReferenceLine3D() const {
     detail::WallBand band;
     if (!detail::FindWallBand(*m_pTransform, m_Saved.m_IndAxis, m_Saved.m_ConstValue,
                               m_Saved.m_ConstValue, m_Saved.m_ProjectionPlane, band))
@@ -130,7 +131,7 @@ void CChartObj3D::DrawReferenceLine3D() {
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 
-void CChartObj3D::DrawReferenceBand3D() {
+void detail::ChartDrawing::DrawReferenceBand3D() const {
     detail::WallBand band;
     if (!detail::FindWallBand(*m_pTransform, m_Saved.m_IndAxis, m_Saved.m_ConstValue,
                               m_Saved.m_BaseValue, m_Saved.m_ProjectionPlane, band))
@@ -146,7 +147,7 @@ void CChartObj3D::DrawReferenceBand3D() {
     m_pOpenGL->PolyFillAbs3D(ring, 5);
 }
 
-void CChartObj3D::DrawNote3D() {
+void detail::ChartDrawing::DrawNote3D() const {
     const auto points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     const auto strings = m_Saved.m_pDataStrings.First(m_Saved.m_NumDataPnts);
     if (points.size() < 2 || strings.empty() || !detail::IsData(points[0]) ||

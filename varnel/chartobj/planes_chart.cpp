@@ -1,6 +1,7 @@
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/planes_geometry.h"
+#include "varnel/chartobj/detail/set_up.h"
 
 namespace varnel {
 
@@ -8,10 +9,10 @@ using detail::Prism;
 
 void CChartObj3D::PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                                const RGBDType& fill, const RGBDType& outline) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
-    SetWidths(indWidth, depthWidth);
-    SetColors(fill, outline);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
+    set.Widths(indWidth, depthWidth);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = PLANECHART3D;
 }
 
@@ -25,12 +26,12 @@ void CChartObj3D::PlaneChart25D(const double* ind, const double* dep, double con
                                 double indWidth, double depthWidth, const RGBDType& fill,
                                 const RGBDType& outline, int indJustify, int depthJustify,
                                 int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
-    SetWidths(indWidth, depthWidth);
-    SetJustify(indJustify, depthJustify);
-    SetColors(fill, outline);
+    set.Widths(indWidth, depthWidth);
+    set.Justify(indJustify, depthJustify);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = PLANECHART25D;
 }
 
@@ -43,7 +44,7 @@ void CChartObj3D::PlaneChart25D(std::span<const double> ind, std::span<const dou
                   outline, indJustify, depthJustify, indAxis);
 }
 
-void CChartObj3D::DrawPlaneChart3D() {
+void detail::ChartDrawing::DrawPlaneChart3D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkPlanes3D(*m_pTransform, m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts),
@@ -54,7 +55,7 @@ void CChartObj3D::DrawPlaneChart3D() {
                          });
 }
 
-void CChartObj3D::DrawPlaneChart25D() {
+void detail::ChartDrawing::DrawPlaneChart25D() const {
     const detail::SegmentColors colors = GetSegmentColors();
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkPlanes25D(*m_pTransform, GetData25D(), m_Saved.m_PlaneThicknessFactor,

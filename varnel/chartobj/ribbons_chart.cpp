@@ -1,8 +1,9 @@
 #include <limits>
 
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/ribbons_geometry.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
 
@@ -11,12 +12,12 @@ namespace varnel {
 void CChartObj3D::RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
                                  double depthWidth, const RGBDType& fill, const RGBDType& outline,
                                  int depthJustify, int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
     InitDepDataStorage(dep);
     m_Saved.m_DepthWidth = depthWidth;
     m_Saved.m_DepthJustify = depthJustify;
-    SetColors(fill, outline);
+    set.Colors(fill, outline);
     m_Saved.m_ChartType = RIBBONCHART25D;
 }
 
@@ -32,9 +33,9 @@ void CChartObj3D::GroupRibbonChart25D(const double* ind, const double* groupData
                                       int n, int numGroups, double depthWidth,
                                       const RGBDType* groupColors, const RGBDType& outline,
                                       int depthJustify, int indAxis) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
-    SetGroups(groupData, numGroups, groupColors);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
+    set.Groups(groupData, numGroups, groupColors);
     m_Saved.m_DepthWidth = depthWidth;
     m_Saved.m_DepthJustify = depthJustify;
     m_Saved.m_OutlineColor = outline;
@@ -51,7 +52,7 @@ void CChartObj3D::GroupRibbonChart25D(std::span<const double> ind,
                         detail::DataOf(groupColors), outline, depthJustify, indAxis);
 }
 
-void CChartObj3D::DrawRibbonChart25D() {
+void detail::ChartDrawing::DrawRibbonChart25D() const {
     m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, m_Saved.m_FillColor, m_Saved.m_OutlineColor);
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
     detail::WalkRibbon(*m_pTransform, GetData25D(), [this](std::size_t i, const auto& points) {
@@ -60,7 +61,7 @@ void CChartObj3D::DrawRibbonChart25D() {
     });
 }
 
-void CChartObj3D::DrawGroupRibbonChart25D() {
+void detail::ChartDrawing::DrawGroupRibbonChart25D() const {
     const detail::Origin origin{ERR3DCLASS_CHARTOBJ3D, "DrawGroupRibbonChart25D"};
     const detail::Data25D data = GetData25D();
     const std::size_t n = data.ind.size();
@@ -82,9 +83,9 @@ void CChartObj3D::DrawGroupRibbonChart25D() {
         ribbon->SetOutlineWidth(m_Saved.m_OutlineWidth);
         ribbon->m_Added = m_Added;
         ribbon->RibbonChart25D(data.ind.data(), heights.get(), m_Saved.m_ConstValue,
-                               static_cast<int>(n), m_Saved.m_DepthWidth, GroupColor(g),
+                               static_cast<int>(n), m_Saved.m_DepthWidth, m_Object.GroupColor(g),
                                m_Saved.m_OutlineColor, m_Saved.m_DepthJustify, m_Saved.m_IndAxis);
-        ribbon->DrawRibbonChart25D();
+        ChartDrawing(*ribbon).DrawRibbonChart25D();
     }
 }
 

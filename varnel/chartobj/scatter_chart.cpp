@@ -1,7 +1,8 @@
 #include "varnel/axes/text_object.h"
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/chartobj/detail/symbol_pen.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
@@ -33,12 +34,12 @@ void detail::DrawSymbol(COpenGL& gl, int symbol, const RGBDType& fill, const RGB
 void CChartObj3D::ScatterChart3D(const point3Dtype* points, double relSize, int n, int symbol,
                                  const RGBDType& fill, const RGBDType& outline, int projectionPlane,
                                  double constValue) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
     m_Saved.m_RelSize = relSize;
     m_Saved.m_Symbol = symbol;
-    SetColors(fill, outline);
-    SetProjection(projectionPlane, constValue);
+    set.Colors(fill, outline);
+    set.Projection(projectionPlane, constValue);
     m_Saved.m_ChartType = SCATTERCHART3D;
 }
 
@@ -52,13 +53,13 @@ void CChartObj3D::ScatterChart3D(std::span<const point3Dtype> points, double rel
 void CChartObj3D::ScatterText3D(const point3Dtype* points, const CString* strings, int n,
                                 double relSize, int textPlane, const RGBDType& color,
                                 int projectionPlane, double constValue) {
-    const detail::CalledOperation call;
-    SetPoints(points, n);
+    const detail::SetUp set(*this);
+    set.Points(points, n);
     InitDataStringsStorage(strings);
     m_Saved.m_RelSize = relSize;
     m_Saved.m_TextPlane = textPlane;
     m_Saved.m_FillColor = color;
-    SetProjection(projectionPlane, constValue);
+    set.Projection(projectionPlane, constValue);
     m_Saved.m_ChartType = SCATTERTEXT3D;
 }
 
@@ -70,7 +71,7 @@ void CChartObj3D::ScatterText3D(std::span<const point3Dtype> points,
                   projectionPlane, constValue);
 }
 
-void CChartObj3D::DrawScatterChart3D() {
+void detail::ChartDrawing::DrawScatterChart3D() const {
     const std::span<const point3Dtype> points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     if (points.empty()) return;
     const detail::SegmentColors colors = GetSegmentColors();
@@ -92,7 +93,7 @@ void CChartObj3D::DrawScatterChart3D() {
     DrawMarkers(points);
 }
 
-void CChartObj3D::DrawScatterText3D() {
+void detail::ChartDrawing::DrawScatterText3D() const {
     const std::span<const point3Dtype> points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     const std::span<const CString> strings = m_Saved.m_pDataStrings.First(m_Saved.m_NumDataPnts);
     const std::size_t n = detail::Shortest(points, strings);

@@ -1,7 +1,8 @@
 #include <cmath>
 
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/chartobj/detail/stock_geometry.h"
 
 namespace varnel {
@@ -56,9 +57,9 @@ void CChartObj3D::OHLCChart25D(const double* ind, const double* groupData, doubl
                                int symbol, int symbol2, double relSize, int lineWidth,
                                const RGBDType* colors, const RGBDType& outline, int depthJustify,
                                int depJustify, int indAxis, const int* flags) {
-    const detail::CalledOperation call;
-    SetSeries(ind, n, constValue, indAxis);
-    SetGroups(groupData, kPriceSeries, colors);
+    const detail::SetUp set(*this);
+    set.Series(ind, n, constValue, indAxis);
+    set.Groups(groupData, kPriceSeries, colors);
     m_Saved.m_Symbol = symbol;
     m_Saved.m_Symbol2 = symbol2;
     m_Saved.m_RelSize = relSize;
@@ -83,9 +84,9 @@ void CChartObj3D::OHLCChart25D(std::span<const double> ind, std::span<const doub
                  detail::DataOf(colors), outline, depthJustify, depJustify, indAxis, flags);
 }
 
-void CChartObj3D::DrawOHLCChart25D() {
-    const StockColors colors{GroupColor(0),     GroupColor(1),       GroupColor(2),
-                             GroupColor(3),     m_Saved.m_LineColor, m_Saved.m_OutlineColor,
+void detail::ChartDrawing::DrawOHLCChart25D() const {
+    const StockColors colors{m_Object.GroupColor(0), m_Object.GroupColor(1), m_Object.GroupColor(2),
+                             m_Object.GroupColor(3), m_Saved.m_LineColor,    m_Saved.m_OutlineColor,
                              GetSegmentColors()};
     detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();

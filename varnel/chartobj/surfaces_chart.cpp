@@ -1,4 +1,5 @@
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
+#include "varnel/chartobj/detail/set_up.h"
 #include "varnel/chartobj/detail/surface_normals.h"
 #include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/raise.h"
@@ -8,19 +9,19 @@ namespace varnel {
 
 void CChartObj3D::PolysurfaceChart2D(CPolysurface* surface, double constValue,
                                      int projectionPlane) {
-    const detail::CalledOperation call;
-    SetProjection(projectionPlane, constValue);
+    const detail::SetUp set(*this);
+    set.Projection(projectionPlane, constValue);
     InitPolysurfaceStorage(surface);
     m_Saved.m_ChartType = POLYSURFACECHART2D;
 }
 
 void CChartObj3D::PolysurfaceChart3D(CPolysurface* surface) {
-    const detail::CalledOperation call;
+    const detail::SetUp set(*this);
     InitPolysurfaceStorage(surface);
     m_Saved.m_ChartType = POLYSURFACECHART3D;
 }
 
-void CChartObj3D::DrawSurface(int plane, double level, int wire) {
+void detail::ChartDrawing::DrawSurface(int plane, double level, int wire) const {
     const CPolysurface* const surface = m_Saved.m_pPolysurface.get();
     if (surface == nullptr) return;
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
@@ -34,11 +35,11 @@ void CChartObj3D::DrawSurface(int plane, double level, int wire) {
         &m_Normals.kept->Of(m_Saved.m_pPolysurface, mesh, *m_pTransform, m_Added.m_CreaseAngle));
 }
 
-void CChartObj3D::DrawPolysurfaceChart3D() {
+void detail::ChartDrawing::DrawPolysurfaceChart3D() const {
     DrawSurface(-1, 0.0, MESH_WIRE);
 }
 
-void CChartObj3D::DrawPolysurfaceChart2D() {
+void detail::ChartDrawing::DrawPolysurfaceChart2D() const {
     // Unlike the frames in space, these are in the line colour.
     DrawSurface(m_Saved.m_ProjectionPlane, m_Saved.m_ConstValue, MESH_WIRE_IN_LINE_COLOR);
 }

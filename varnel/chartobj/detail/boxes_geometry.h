@@ -12,12 +12,12 @@ namespace varnel::detail {
 
 /// The parts of a box mark; each has its own colour.
 enum BoxPart : std::size_t {
-    kLowerWhisker = 0,
-    kLowerBox = 1,
-    kMedianLine = 2,
-    kUpperBox = 3,
-    kUpperWhisker = 4,
-    kMeanSymbol = 5,
+    kLowerWhisker = BOX_COLOR_LOWER_WHISKER,
+    kLowerBox = BOX_COLOR_LOWER_BOX,
+    kMedianLine = BOX_COLOR_MEDIAN,
+    kUpperBox = BOX_COLOR_UPPER_BOX,
+    kUpperWhisker = BOX_COLOR_UPPER_WHISKER,
+    kMeanSymbol = BOX_COLOR_MEAN,
 };
 
 /// The line around a box at a height. It keeps a thousandth of the axes' ranges away from the

@@ -2,7 +2,7 @@
 // of, and what a legend shows of it.
 #pragma once
 
-#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/chart_drawing.h"
 
 namespace varnel::detail {
 
@@ -32,7 +32,7 @@ enum class ChartSample {
 struct ChartType {
     ChartType3D type;
     const char* name;
-    void (CChartObj3D::*draw)();
+    void (ChartDrawing::*draw)() const;
     ChartData data;
     ChartSample sample;
 };

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "varnel/chartobj/chart_codes.h"
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/chartobj/detail/prism.h"
 #include "varnel/chartobj/detail/symbol_pen.h"
@@ -49,12 +50,12 @@ struct StockParts {
     bool stem, openTic, closeTic, openSymbol, closeSymbol, body;
 
     explicit StockParts(const int* flags)
-        : stem(flags[0] != 0),
-          openTic(flags[1] != 0),
-          closeTic(flags[2] != 0),
-          openSymbol(flags[3] != 0),
-          closeSymbol(flags[4] != 0),
-          body(flags[5] != 0) {}
+        : stem(flags[PRICE_RANGE] != 0),
+          openTic(flags[PRICE_OPEN_TIC] != 0),
+          closeTic(flags[PRICE_CLOSE_TIC] != 0),
+          openSymbol(flags[PRICE_OPEN_SYMBOL] != 0),
+          closeSymbol(flags[PRICE_CLOSE_SYMBOL] != 0),
+          body(flags[PRICE_BODY] != 0) {}
 };
 
 /// Calls, for each point i whose four prices are data, Line(i, p, q) for stem and tics,
