@@ -68,7 +68,8 @@ int CErr3D::GetErrorReportMode() {
 Error::Error(CErr3DTypes type, CErr3DClass cls, const CString& functionName, const CString& detail,
              const char* called)
     : CErr3D(type, cls, functionName),
-      m_What((called != nullptr ? called : functionName) + ": " + (detail.empty() ? GetErrorDescription(type) : detail)) {
+      m_What((called != nullptr ? called : functionName) + ": " +
+             (detail.empty() ? GetErrorDescription(type) : detail)) {
 }
 
 }  // namespace varnel

@@ -39,9 +39,9 @@ class VARNEL_API CContour3D {
                int flag);
 
     /// Draws `numLevels` levels, ascending, with one colour each (colors[i] that of levels[i]), one
-    /// pixel wide, at z = contourZ. Nothing is owned: everything must live as long as this object is
-    /// used. `flag` is kept and has no effect. Raises "Array New Error" ("InitContour"). Without a
-    /// context, surface, levels or colours nothing is drawn.
+    /// pixel wide, at z = contourZ. Nothing is owned: everything must live as long as this object
+    /// is used. `flag` is kept and has no effect. Raises "Array New Error" ("InitContour"). Without
+    /// a context, surface, levels or colours nothing is drawn.
     void InitContour(COpenGL* pOpenGL, CTransform3D* pTransform, CPolysurface* pPolysurface,
                      const double* levels, const RGBDType* colors, int numLevels, double contourZ,
                      int flag);
