@@ -195,6 +195,28 @@ TEST_F(ChartFile, WhatIsNoChartFileIsRefusedAndChangesNothing) {
     EXPECT_EQ(Draw(view), picture);
 }
 
+TEST_F(ChartFile, APictureThatManyPlanesNameIsReadOnce) {
+    CChartView3D view(&m_Window, kWidth, kHeight);
+    view.SaveToFile(Path("a.bmp"));
+    for (int i = 0; i < 2; ++i) {
+        CTransform3D* t = nullptr;
+        CChart3D* const chart = view.NewChart3D({0, 0, 0, 0}, {1, 1, 1, 0}, &t);
+        chart->NewDIBObj(t, Path("a.bmp"));
+        chart->NewDIBObj(t, Path("a.bmp"));
+    }
+    view.Save(Path("a.chart"));
+    int reads = 0;
+    const auto before = SetPictureFileHook([&](const CString& picture, const CString&) {
+        ++reads;
+        return picture;
+    });
+    view.DeleteChartViewObjects();
+    view.Load(Path("a.chart"));
+    SetPictureFileHook(before);
+    EXPECT_EQ(reads, 1);
+    EXPECT_EQ(view.GetChart(1)->GetDIBObj(1)->GetDib()->GetDibWidth(), kWidth);
+}
+
 TEST_F(ChartFile, AnErrorInsideAFileLeavesTheViewAsItWas) {
     CChartView3D bad(&m_Window, kWidth, kHeight);
     Fill(bad);

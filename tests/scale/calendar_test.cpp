@@ -92,6 +92,7 @@ TEST(Calendar, FormatsLimitsAndWhatIsNoTime) {
         EXPECT_LT(AutoCalendar(0, bad).min, AutoCalendar(0, bad).max);
     }
     EXPECT_FALSE(AutoCalendar(5, 5).majors.empty());
+    EXPECT_LT(CalendarInside(1e7, 1e7 + 2e-9).majors.size(), 10U) << "steps below the last digit";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "varnel/bitmap/detail/loaded_pictures.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
@@ -25,6 +26,11 @@ void FitPicture(CDib& dib, unsigned int side) {
     if (dib.GetTextureBits() == nullptr || dib.GetTextureWidth() > side ||
         dib.GetTextureHeight() > side)
         dib.TranslateDIBToOGL(nullptr, side);
+}
+
+std::shared_ptr<CDib> Translated(std::shared_ptr<CDib> dib) {
+    dib->TranslateDIBToOGL(dib->CreateDibPalette());
+    return dib;
 }
 
 }  // namespace
@@ -69,11 +75,13 @@ void CDIBObj3D::LoadPicture(const char* operation) {
     const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
     m_pDib = nullptr;
     if (m_FromFile && m_Saved.m_DIBFilename.empty()) return;  // saved before it had a picture
-    std::shared_ptr<CDib> dib =
-        m_FromFile ? OpenSavedPicture(operation)
-                   : detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(), PixelOffset());
-    dib->TranslateDIBToOGL(dib->CreateDibPalette());
-    m_pDib = std::move(dib);
+    if (m_FromFile) {
+        m_pDib = detail::LoadedPictures::Get({m_Saved.m_DIBFilename, PixelOffset()},
+                                             [&] { return OpenSavedPicture(operation); });
+    } else {
+        m_pDib = Translated(
+            detail::NewObject<CDib>(origin, m_Saved.m_DIBFilename.c_str(), PixelOffset()));
+    }
     m_FromFile = false;
 }
 
@@ -82,13 +90,13 @@ DibOffset CDIBObj3D::PixelOffset() const {
 }
 
 /// The picture that a chart file names; an empty one, with a notice, when it cannot be had.
-std::unique_ptr<CDib> CDIBObj3D::OpenSavedPicture(const char* operation) const {
+std::shared_ptr<CDib> CDIBObj3D::OpenSavedPicture(const char* operation) const {
     const detail::Origin origin{ERR3DCLASS_DIBOBJ3D, operation};
     CString why;
     const auto file = OpenPictureFile(m_Saved.m_DIBFilename, m_ChartFile, &why);
-    if (file != nullptr) return detail::NewObject<CDib>(origin, *file, PixelOffset());
+    if (file != nullptr) return Translated(detail::NewObject<CDib>(origin, *file, PixelOffset()));
     ShowNotice(CErr3D::GetErrorDescription(ERR3D_FILE_OPEN_INPUT) + ": " + why);
-    return detail::NewObject<CDib>(origin);
+    return Translated(detail::NewObject<CDib>(origin));
 }
 
 void CDIBObj3D::SetPlanePoints(const point3Dtype& p1, const point3Dtype& p2,

@@ -99,7 +99,7 @@ class VARNEL_API CDIBObj3D {
  private:
     void LoadPicture(const char* operation);
     DibOffset PixelOffset() const;
-    std::unique_ptr<CDib> OpenSavedPicture(const char* operation) const;
+    std::shared_ptr<CDib> OpenSavedPicture(const char* operation) const;
 
     /// The attributes, as records keep them.
     struct Saved {

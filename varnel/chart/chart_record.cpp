@@ -5,6 +5,7 @@
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/text_object.h"
+#include "varnel/bitmap/detail/loaded_pictures.h"
 #include "varnel/bitmap/dib_object.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/header.h"
@@ -179,6 +180,7 @@ void CChart3D::LoadObjects(File& f, Objects& objects) {
 
 void CChart3D::Load(HANDLE file) {
     detail::WithFile(file, {ERR3DCLASS_CHART3D, "Load"}, [this](File& f) {
+        const detail::LoadedPictures pictures;
         // Apart from the chart, which an error leaves as it was.
         detail::RecordReader record(f);
         Saved saved = m_Saved;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "varnel/bitmap/detail/loaded_pictures.h"
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/watched.h"
@@ -199,6 +200,7 @@ void CChartView3D::Load(const CString& fileName) {
     const auto file = OpenInputFile(fileName, &why);
     if (file == nullptr) detail::Raise(ERR3D_FILE_OPEN_INPUT, kLoad.cls, kLoad.operation, why);
     const GLContext::HostContextGuard host;
+    const detail::LoadedPictures pictures;
     Staged staged;
     bool read = false;
     detail::WithFile(file.get(), kLoad, [&](File& f) {
