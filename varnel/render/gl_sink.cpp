@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -66,7 +67,10 @@ class BlendScope {
 }  // namespace
 
 void GLSink::Start(std::unique_ptr<GLContext> fresh) {
+    if (context != nullptr && MakeCurrent()) End();
     context = std::move(fresh);
+    MakeCurrent();
+    m_ThinEver = 0;
     m_Lighting = m_Texture = m_Offset = m_Shading = m_Clipping = false;
     m_SentWidth = 1.0F;
     m_HasSampleShading.reset();
@@ -102,7 +106,7 @@ void GLSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
     if (!MakeCurrent()) return;
     SendIdentity();
     DrawFills(state, batch);
-    DrawLines(batch);
+    DrawLines(state, batch);
     m_Queue.Add(batch);
 }
 
@@ -147,7 +151,7 @@ void GLSink::DrawFills(const SceneState& state, const PrimitiveBatch& batch) {
     Offset(false);
 }
 
-void GLSink::DrawLines(const PrimitiveBatch& batch) {
+void GLSink::DrawLines(const SceneState& state, const PrimitiveBatch& batch) {
     const auto& runs = batch.Lines();
     const auto isEmpty = [](const LineRun& run) { return run.indices.empty(); };
     if (std::all_of(runs.begin(), runs.end(), isEmpty)) return;
@@ -157,12 +161,66 @@ void GLSink::DrawLines(const PrimitiveBatch& batch) {
     constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
     for (const LineRun& run : runs) {
         if (isEmpty(run)) continue;
+        const auto& indices = WantsLayer(state, run) ? AddToLayer(run) : run.indices;
+        if (indices.empty()) continue;
         LineWidth(run.width);
         glVertexPointer(3, GL_FLOAT, stride, run.vertices.front().position);
         glColorPointer(4, GL_UNSIGNED_BYTE, stride, &run.vertices.front().color);
-        glDrawElements(GL_LINES, static_cast<GLsizei>(run.indices.size()), GL_UNSIGNED_INT,
-                       run.indices.data());
+        glDrawElements(GL_LINES, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT,
+                       indices.data());
     }
+}
+
+void GLSink::UseLayer(bool on, const GLViewportType& viewport) {
+    m_LayerViewport = on ? InFramebuffer(viewport) : GLViewportType{};
+    const auto* const driver = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    const bool isKnown = driver != nullptr && std::strstr(driver, "llvmpipe") != nullptr;
+    if (!isKnown || !LineLayer::Fits(m_LayerViewport)) m_LayerViewport = {};
+}
+
+bool GLSink::WantsLayer(const SceneState& state, const LineRun& run) {
+    // Making the overlay costs as much as drawing so many segments, and drawing it as much for so
+    // many pixels as drawing a segment.
+    constexpr std::size_t kMaking = 1U << 16;
+    constexpr std::size_t kPixels = 64;
+    if (m_LayerViewport.width == 0 || !IsThin(run.width)) return false;
+    if (m_LayerStarted) return true;
+    m_ThinEver += run.indices.size() / 2;
+    m_ThinNow += run.indices.size() / 2;
+    const auto pixels = static_cast<std::size_t>(m_LayerViewport.width) *
+                        static_cast<std::size_t>(m_LayerViewport.height);
+    if (m_ThinEver < kMaking || m_ThinNow * kPixels < pixels || !m_Overlay.IsReady()) return false;
+    m_Layer.Start(m_LayerViewport, state.clipping ? std::span(state.clipPlanes)
+                                                  : std::span<const LineLayer::ClipPlane>());
+    m_LayerStarted = true;
+    return true;
+}
+
+const std::vector<std::uint32_t>& GLSink::AddToLayer(const LineRun& run) {
+    m_Rest.clear();
+    for (std::size_t i = 0; i + 1 < run.indices.size(); i += 2) {
+        const std::uint32_t from = run.indices[i];
+        const std::uint32_t to = run.indices[i + 1];
+        if (!m_Layer.Add(run.vertices[from], run.vertices[to]))
+            m_Rest.insert(m_Rest.end(), {from, to});
+    }
+    return m_Rest;
+}
+
+void GLSink::DrawLayer(const SceneState& state) {
+    m_ThinNow = 0;
+    m_LayerStarted = false;
+    if (m_Layer.IsEmpty()) return;
+    const GLContext::HostContextGuard host;
+    if (MakeCurrent()) {
+        SendIdentity();
+        Lighting(false);
+        Texture(false);
+        SetClipping(false);
+        m_Overlay.Draw(m_Layer);
+        SetClipping(state.clipping);
+    }
+    m_Layer.Clear();
 }
 
 void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
@@ -273,17 +331,21 @@ void GLSink::DrawRun(const SceneState& state, const TransparentBatch& batch,
 }
 
 void GLSink::SetViewport(const GLViewportType& v) {
-    const int scale = context->PixelScale();
+    const GLViewportType pixels = InFramebuffer(v);
     Extend(v);
-    glViewport(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
-    glScissor(v.x * scale, v.y * scale, v.width * scale, v.height * scale);
+    glViewport(pixels.x, pixels.y, pixels.width, pixels.height);
+    glScissor(pixels.x, pixels.y, pixels.width, pixels.height);
     glEnable(GL_SCISSOR_TEST);
 }
 
-Coverage GLSink::MakeCoverage(const GLViewportType& viewport) const {
+GLViewportType GLSink::InFramebuffer(const GLViewportType& viewport) const {
     const int scale = context->PixelScale();
-    const GLViewportType pixels{viewport.x * scale, viewport.y * scale, viewport.width * scale,
-                                viewport.height * scale};
+    return {viewport.x * scale, viewport.y * scale, viewport.width * scale,
+            viewport.height * scale};
+}
+
+Coverage GLSink::MakeCoverage(const GLViewportType& viewport) const {
+    const GLViewportType pixels = InFramebuffer(viewport);
     GLint bits = 0;
     GLint count = 0;
     glGetIntegerv(GL_SUBPIXEL_BITS, &bits);

@@ -176,7 +176,7 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
             AddFrame(renderer, renderer.batch.RunOfWidth(renderer.lineWidth), numbers, n,
                      look.oneLineColor ? look.lineColor : frame);
         if (look.framed && !look.ownColors) style.color = frame;  // the colour drawn with last
-        if (renderer.batch.IsLarge()) renderer.Flush();
+        if (renderer.batch.IsLarge()) renderer.HandOver();
     }
 }
 

@@ -90,6 +90,7 @@ void COpenGL::Close() {
         const GLContext::HostContextGuard host;
         Ready();
         m_FontList.RemoveAll();
+        m_Renderer->gl.End();
         GLContext::MakeNonCurrent();
         m_Renderer->gl.context.reset();
     }
@@ -313,7 +314,7 @@ void COpenGL::FinishPrimitive() {
     if (m_Renderer->collecting == 0)
         SyncState();
     else if (m_Renderer->batch.IsLarge())
-        m_Renderer->Flush();
+        m_Renderer->HandOver();
     detail::ProgressStep();
 }
 

@@ -60,6 +60,7 @@ bool Renderer::ToDevice(const point3Dtype* pts, int n) {
 void Renderer::UpdateCoverage() {
     const bool useful = m_Culling && sink == &gl;
     coverage = useful ? gl.MakeCoverage(scene.viewport) : Coverage();
+    gl.UseLayer(coverage.IsOn() && coverage.HasDiamonds(), scene.viewport);
 }
 
 void Renderer::SetCulling(bool on) {
@@ -189,7 +190,7 @@ void Renderer::AddPolyline(float width, const std::vector<LineVertex>& vertices)
     batch.AddPolyline(width, vertices.data(), vertices.size(), element, [&](std::size_t i) {
         return all || coverage.MayDraw(window(vertices[i]), window(vertices[i + 1]));
     });
-    if (batch.IsLarge()) Flush();
+    if (batch.IsLarge()) HandOver();
 }
 
 void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& viewport) {
@@ -218,6 +219,11 @@ std::string_view Renderer::TakeText(std::string_view text) {
 }
 
 void Renderer::Flush() {
+    HandOver();
+    gl.DrawLayer(scene);
+}
+
+void Renderer::HandOver() {
     if (batch.IsEmpty()) return;
     sink->DrawBatch(scene, batch);
     batch.Clear();
@@ -251,7 +257,7 @@ void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short patte
                       points[i].color,
                       0.0F};
         batch.AddFan(kPlain, fan.data(), n);
-        if (batch.IsLarge()) Flush();
+        if (batch.IsLarge()) HandOver();
     });
 }
 
@@ -290,7 +296,7 @@ void Renderer::AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDT
     // The outline's shape lies under the fill, through which it would be seen.
     if (!IsKept(fill)) AddShape(marker.outline, middle, outline);
     AddShape(marker.fill, middle, fill);
-    if (batch.IsLarge()) Flush();
+    if (batch.IsLarge()) HandOver();
 }
 
 }  // namespace varnel::detail

@@ -7,6 +7,8 @@
 
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/detail/coverage.h"
+#include "varnel/render/detail/layer_overlay.h"
+#include "varnel/render/detail/line_layer.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/text_batch.h"
 #include "varnel/render/detail/transparent.h"
@@ -28,6 +30,8 @@ class GLSink final : public SceneSink {
     /// A new context: gives it the state that never changes, and remembers that nothing else is
     /// set.
     void Start(std::unique_ptr<GLContext> fresh);
+    /// Deletes what is kept in the context, which must be current, when it is given up.
+    void End() { m_Overlay.Delete(); }
 
     bool WantsRecords() const override { return false; }
     void Clear(const SceneState& state, bool color, bool depth) override;
@@ -38,6 +42,12 @@ class GLSink final : public SceneSink {
     /// What can be seen through, sorted, over what was drawn; the pictures first, from the back.
     void DrawTransparent(const SceneState& state, std::vector<ImageQuad>& images,
                          const TransparentBatch& batch);
+
+    /// From now on, many short lines may be drawn as a layer (see LineLayer) of this viewport, or
+    /// none.
+    void UseLayer(bool on, const GLViewportType& viewport);
+    /// Draws the layer into the image: whatever comes next may lie over it.
+    void DrawLayer(const SceneState& state);
 
     // State of OpenGL, set only where it differs.
     static void SetClearColor(const RGBDType& color);
@@ -68,9 +78,14 @@ class GLSink final : public SceneSink {
     void AllIsNew();
 
  private:
+    GLViewportType InFramebuffer(const GLViewportType& viewport) const;
     float ToFramebuffer() const { return static_cast<float>(context->PixelScale() * lineScale); }
     void DrawFills(const SceneState& state, const PrimitiveBatch& batch);
-    void DrawLines(const PrimitiveBatch& batch);
+    void DrawLines(const SceneState& state, const PrimitiveBatch& batch);
+    /// Whether segments of a run are to be added to the layer.
+    bool WantsLayer(const SceneState& state, const LineRun& run);
+    /// The segments of a run that are the driver's, after the others have joined the layer.
+    const std::vector<std::uint32_t>& AddToLayer(const LineRun& run);
     void DrawRun(const SceneState& state, const TransparentBatch& batch,
                  const TransparentBatch::Run& run);
     void PutImage(const ImageQuad& image, bool blended);
@@ -105,6 +120,13 @@ class GLSink final : public SceneSink {
     bool m_Clipping = false;
     float m_SentWidth = 1.0F;
     TextBatch m_Letters;
+    LineLayer m_Layer;
+    LayerOverlay m_Overlay;
+    std::vector<std::uint32_t> m_Rest;  ///< of a run, what is not in the layer
+    GLViewportType m_LayerViewport{};   ///< framebuffer pixels; empty: no layer
+    bool m_LayerStarted = false;
+    std::size_t m_ThinEver = 0;  ///< segments that a layer could have had, in this context
+    std::size_t m_ThinNow = 0;   ///< and since the layer was drawn last
     std::optional<bool> m_HasSampleShading;  ///< once it was asked for
     int m_DrawnWidth = 0;
     int m_DrawnHeight = 0;

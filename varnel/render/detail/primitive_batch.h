@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -18,7 +19,9 @@ namespace varnel::detail {
 /// Red, green, blue and 255 as bytes, in this order in memory: what OpenGL takes fastest.
 struct PackedColor {
     std::array<std::uint8_t, 4> bytes;
-    bool operator==(const PackedColor&) const = default;
+    bool operator==(const PackedColor& other) const {
+        return std::bit_cast<std::uint32_t>(bytes) == std::bit_cast<std::uint32_t>(other.bytes);
+    }
 };
 
 /// Components outside of 0..1 count as 0 or 1.

@@ -108,8 +108,10 @@ class Renderer {
     /// What is drawn next is another picture.
     void StartTexts() { m_TextBytes = 0; }
 
-    /// Hands over and forgets what was collected.
+    /// Hands over and forgets what was collected; all of it is drawn then.
     void Flush();
+    /// The same where more of the same kind follows: lines may wait for theirs.
+    void HandOver();
     /// Hands over a strip with a stipple pattern.
     void DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern);
     /// Whether lines can become areas: the image wants them so, others get them as lines.
