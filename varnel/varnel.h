@@ -12,6 +12,7 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/header.h"
+#include "varnel/chart/page_size.h"
 #include "varnel/chart/pdf_document.h"
 #include "varnel/chartobj/box_statistics.h"
 #include "varnel/chartobj/chart_codes.h"

@@ -116,6 +116,9 @@ TEST_F(ProgramTest, RenderMakesTheViewsPicture) {
                                    test::ReadPng(m_Folder.File("c.png"))),
               50)
         << "a dark ground";
+    Run("render " + m_File + " -o " + m_Folder.File("a.svg") + " --size 90x60mm");
+    EXPECT_NE(ReadAll(m_Folder.File("a.svg")).find("width=\"90mm\" height=\"60mm\""),
+              std::string::npos);
 }
 
 TEST_F(ProgramTest, WhatIsWrongIsToldInASentence) {
@@ -272,6 +275,7 @@ TEST_F(ProgramTest, PlotReadsPreparesAndTells) {
         {"plot line /none.csv", "/none.csv cannot be read: No such file", 1},
         {"plot pie " + csv, "", 64},
         {"plot line " + csv + " --size 1", "WIDTHxHEIGHT", 64},
+        {"plot line " + csv + " --size 9x6ft", "WIDTHxHEIGHT", 64},
         {"plot bars " + csv + " --group most", "", 64},
     };
     for (const Case& c : cases) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "tests/support/expect_error.h"
@@ -91,8 +92,10 @@ TEST_F(VectorFiles, DocumentsAndPrintersTakePagesOfVectors) {
     PdfDocument document(m_Folder.File("two.pdf"));
     document.AddPage(m_View);
     m_View.GetChart(0)->GetHeader()->SetTitle1("Second");
-    document.AddPage(m_View, 100, 75);
+    document.AddPage(m_View, PageSize::Points(300, 225));
     document.Close();
+    EXPECT_NE(Output("pdfinfo -f 2 -l 2 " + m_Folder.File("two.pdf")).find("300 x 225"),
+              std::string::npos);
     const std::string text = Output("pdftotext " + m_Folder.File("two.pdf") + " -");
     EXPECT_NE(text.find("Zahl"), std::string::npos);
     EXPECT_NE(text.find("Second"), std::string::npos);
@@ -121,6 +124,22 @@ TEST_F(VectorFiles, WhatCannotBeWrittenLeavesNoFile) {
     EXPECT_TRUE(test::Raises(ERR3D_PARAMETER, ERR3DCLASS_CHARTVIEW3D, "SaveToPDF",
                              [&] { m_View.SaveToPDF(m_Folder.File("b.pdf"), -1, 10); }));
     EXPECT_FALSE(std::filesystem::exists(m_Folder.File("b.pdf")));
+    // Enough to take a while.
+    std::vector<double> x(1000);
+    for (std::size_t i = 0; i < x.size(); ++i)
+        x[i] = 1.0 + static_cast<double>(i) / 500.0;
+    CChart3D* chart = m_View.GetChart(0);
+    chart->NewChartObj(chart->GetTransform(0))
+        ->BarChart25D(x.data(), x.data(), 0, 0, 1000, 1, 1, {1, 0, 0, 1}, {0, 0, 0, 1}, 0, 1, 0);
+    const std::string file = m_Folder.File("former");
+    std::ofstream(file) << "former";
+    for (const double last : {0.0, 0.3, 0.7})
+        for (const bool isPdf : {true, false}) {
+            m_View.SetProgressHandler([last](double done, const CString&) { return done < last; });
+            isPdf ? m_View.SaveToPDF(file) : m_View.SaveToSVG(file);
+            EXPECT_EQ(m_View.GetStopped(), 1) << last;
+            EXPECT_EQ(test::ReadAll(file), "former") << "stopped at " << last;
+        }
 }
 
 }  // namespace

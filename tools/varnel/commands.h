@@ -22,8 +22,14 @@ enum ExitStatus : int {
 };
 
 struct PictureSize {
-    int width = 900;
+    int width = 900;  ///< pixels
     int height = 650;
+    /// Millimetres on paper; 0: it was given in pixels, 96 to the inch.
+    double pageWidth = 0;
+    double pageHeight = 0;
+
+    /// The size on paper at another resolution.
+    PictureSize At(double dotsPerInch) const;
 };
 
 /// Shows a chart file in a window.

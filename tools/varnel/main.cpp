@@ -15,6 +15,11 @@
 
 namespace {
 
+constexpr const char* kSizes =
+    "Width x height in pixels, or on paper, 96 pixels to the inch, as in 180x120mm (cm, in, pt)";
+constexpr const char* kTextPaths =
+    "Letters in .pdf and .svg are areas: they look the same everywhere, and cannot be selected";
+
 struct Command {
     CLI::App* app = nullptr;
     std::function<int()> run;
@@ -56,7 +61,7 @@ struct Program {
     }
 
     void AddPictureOptions(CLI::App& command) {
-        command.add_option("--size", size, "Width x height in pixels")
+        command.add_option("--size", size, kSizes)
             ->capture_default_str()
             ->type_name("WxH")
             ->check([](const std::string& text) {
@@ -224,13 +229,15 @@ struct Program {
         command
             .add_option_function<std::string>(
                 "--size", [this](const std::string& s) { tool::ParseSize(s, plot.size); },
-                "Width x height in pixels")
+                "Width x height in pixels, or on paper with mm, cm, in or pt behind: at --dpi, "
+                "which is 300 then")
             ->default_str("1200x800")
             ->type_name("WxH")
             ->check([](const std::string& s) {
                 tool::PictureSize unused;
                 return tool::ParseSize(s, unused);
             });
+        command.add_flag("--text-paths", plot.textPaths, kTextPaths);
         command.add_option("--dpi", plot.dpi, "Pixels an inch: widths of lines follow")
             ->type_name("N")
             ->check(CLI::Range(10, 2400))
@@ -282,9 +289,7 @@ struct Program {
         command->add_option("--theme", render.theme, "Another look; as the file says without it")
             ->check(CLI::IsMember({"light", "dark", "print"}))
             ->type_name("light|dark|print");
-        command->add_flag("--text-paths", render.textPaths,
-                          "Letters in .pdf and .svg are areas: they look the same everywhere, and "
-                          "cannot be selected");
+        command->add_flag("--text-paths", render.textPaths, kTextPaths);
         command->add_option("--format", render.format, "What is written into a folder")
             ->check(CLI::IsMember({"png", "bmp", "pdf", "svg"}))
             ->type_name("png|bmp|pdf|svg")

@@ -181,6 +181,12 @@ int Plot(const PlotKind& kind, const PlotOptions& given) {
                   << (options.where.empty() ? "" : " that match --where") << ".\n";
         return kFailed;
     }
+    // On paper a picture has the resolution of print.
+    constexpr double kPrintDPI = 300;
+    if (options.size.pageWidth > 0) {
+        if (!(options.dpi > 0)) options.dpi = kPrintDPI;
+        options.size = options.size.At(options.dpi);
+    }
     Figure figure({.title = options.title,
                    .subtitle = options.subtitle,
                    .footer = options.footer,
@@ -193,6 +199,7 @@ int Plot(const PlotKind& kind, const PlotOptions& given) {
     SetAxes(figure, options);
     kind.draw(figure, table, options);
     AddReferences(figure, options);
+    if (options.textPaths) figure.View().SetVectorTextPaths(1);
     if (!options.chartFile.empty()) figure.Save(options.chartFile);
     if (options.output == "-")
         WriteToOutput(figure);

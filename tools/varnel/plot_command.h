@@ -50,6 +50,7 @@ struct PlotOptions {
     std::string title, subtitle, footer, xTitle, yTitle, zTitle;
     std::string log;  ///< some of "xyz"
     PictureSize size{1200, 800};
+    bool textPaths = false;  ///< letters of PDF and SVG files are areas
     double dpi = 0, depth = 0;
     int samples = 4;
     std::optional<std::pair<double, double>> rotate;

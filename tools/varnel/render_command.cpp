@@ -122,12 +122,12 @@ std::string TitleOf(const CChartView3D& view) {
     return title;
 }
 
-void WritePicture(CChartView3D& view, const std::string& picture) {
+void WritePicture(CChartView3D& view, const std::string& picture, const PageSize& page) {
     const std::string extension = LowerCaseExtension(picture);
     if (extension == ".pdf")
-        view.SaveToPDF(picture);
+        view.SaveToPDF(picture, page);
     else if (extension == ".svg")
-        view.SaveToSVG(picture);
+        view.SaveToSVG(picture, page);
     else if (extension == ".bmp")
         view.SaveToFile(picture);
     else
@@ -149,7 +149,8 @@ int DrawOne(const Job& job, const RenderOptions& options, const Progress& progre
         Theme theme;
         if (!options.theme.empty() && Theme::Find(options.theme, theme)) ApplyTheme(view, theme);
         view.SetAntialiasing(options.samples);
-        WritePicture(view, job.picture);
+        WritePicture(view, job.picture,
+                     PageSize::Millimetres(options.size.pageWidth, options.size.pageHeight));
         if (view.GetStopped() != 0) return kInterrupted;
         // A picture of a part of the chart is a picture, but no success.
         return loaded.sentence.empty() ? kDone : kDamaged;

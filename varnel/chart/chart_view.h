@@ -10,6 +10,7 @@
 #include <memory>
 #include <utility>
 
+#include "varnel/chart/page_size.h"
 #include "varnel/foundation/colors.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
@@ -232,6 +233,12 @@ class VARNEL_API CChartView3D {
 
     void SaveToPDF(const CString& fileName, double width = 0.0, double height = 0.0);
     void SaveToSVG(const CString& fileName, double width = 0.0, double height = 0.0);
+    void SaveToPDF(const CString& fileName, const PageSize& page) {
+        SaveToPDF(fileName, page.width, page.height);
+    }
+    void SaveToSVG(const CString& fileName, const PageSize& page) {
+        SaveToSVG(fileName, page.width, page.height);
+    }
 
     /// From how many polygons on an object is a picture of 300 dots per inch in them, of that
     /// object alone and cut to what shows of it, which a diagnostic tells: its polygons would take

@@ -27,6 +27,9 @@ constexpr double kPointsPerMillimetre = 72.0 / kMillimetresPerInch;
 constexpr double kPictureDPI = 300.0;
 /// What a PDF page can measure at most: 200 inches.
 constexpr double kLongestPage = 5080.0;
+/// The shares of the work that are done when all is drawn, and when what shows is found.
+constexpr double kDrawn = 0.2;
+constexpr double kComposed = 0.9;
 
 /// Gives a context's drawing to a sink for the length of a scope.
 class SinkScope {
@@ -67,8 +70,11 @@ std::unique_ptr<detail::PageSink> CChartView3D::DrawPage(const char* operation, 
     options.dotsPerPixel = kPictureDPI * width / kMillimetresPerInch / m_ViewWidth;
     options.textAsPaths = m_Settings.vectorTextPaths != 0;
     auto page = std::make_unique<detail::PageSink>(m_ViewWidth, m_ViewHeight, options);
-    const SinkScope scope(*m_pOpenGL, *page);
-    DrawView();
+    {
+        const detail::ProgressPart part(0.0, kDrawn);
+        const SinkScope scope(*m_pOpenGL, *page);
+        DrawView();
+    }
     for (const std::size_t count : page->LargeObjects())
         detail::Diagnose(operation, "an object of ", count,
                          " polygons is a picture in the file; see SetVectorPictureLimit");
@@ -81,8 +87,9 @@ void CChartView3D::DrawOnPdf(detail::PdfWriter& writer, double width, double hei
     SetViewSizePrinter();
     const double pageWidth = PageSide(width, m_ViewWidth, operation);
     const double pageHeight = PageSide(height, m_ViewHeight, operation);
-    DrawPage(operation, pageWidth)
-        ->Compose(writer.BeginPage(pageWidth * kPointsPerMillimetre,
+    const auto page = DrawPage(operation, pageWidth);
+    const detail::ProgressPart part(kDrawn, kComposed);
+    page->Compose(writer.BeginPage(pageWidth * kPointsPerMillimetre,
                                    pageHeight * kPointsPerMillimetre, m_ViewWidth, m_ViewHeight));
 }
 
@@ -110,6 +117,7 @@ void CChartView3D::SaveToPDF(const CString& fileName, double width, double heigh
         detail::WithFile(file.get(), here, [&](File& f) {
             detail::PdfWriter writer(f);
             DrawOnPdf(writer, width, height, here.operation);
+            const detail::ProgressPart part(kComposed, 1.0);
             writer.Finish();
             f.Commit();
         });
@@ -125,7 +133,11 @@ void CChartView3D::SaveToSVG(const CString& fileName, double width, double heigh
         const double pageHeight = PageSide(height, m_ViewHeight, here.operation);
         detail::SvgCanvas canvas(pageWidth, pageHeight, m_ViewWidth, m_ViewHeight,
                                  m_pHeader->GetTitle1());
-        DrawPage(here.operation, pageWidth)->Compose(canvas);
+        const auto page = DrawPage(here.operation, pageWidth);
+        {
+            const detail::ProgressPart part(kDrawn, kComposed);
+            page->Compose(canvas);
+        }
         const std::string svg = canvas.Finish();
         const auto file = OpenPage(fileName, here.operation);
         detail::WithFile(file.get(), here, [&svg](File& f) {

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "varnel/chart/page_size.h"
 #include "varnel/foundation/export.h"
 #include "varnel/foundation/file.h"
 
@@ -27,6 +28,9 @@ class VARNEL_API PdfDocument {
     /// Adds a page that shows the view as it stands, in millimetres; 0, the default: 96 pixels of
     /// the view to the inch. The errors of CChartView3D::SaveToPDF, with the operation "AddPage".
     void AddPage(CChartView3D& view, double width = 0.0, double height = 0.0);
+    void AddPage(CChartView3D& view, const PageSize& page) {
+        AddPage(view, page.width, page.height);
+    }
 
     /// Completes the file. "Disk I/O Error" ("Close") when its medium fails.
     void Close();

@@ -4,11 +4,14 @@
 #include <cairo.h>
 #include <fontconfig/fontconfig.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <new>
 
 #include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/detail/progress.h"
+#include "varnel/platform/detail/repeated_shapes.h"
 
 namespace varnel::detail {
 namespace {
@@ -17,6 +20,7 @@ namespace {
 constexpr double kSeal = 0.35;
 
 struct Deleter {
+    void operator()(cairo_t* p) const { cairo_destroy(p); }
     void operator()(cairo_surface_t* p) const { cairo_surface_destroy(p); }
     void operator()(cairo_pattern_t* p) const { cairo_pattern_destroy(p); }
     void operator()(cairo_font_options_t* p) const { cairo_font_options_destroy(p); }
@@ -34,7 +38,12 @@ class CairoCanvas final : public PageCanvas {
 
     void Fill(const Area& area, const RGBDType& color, bool seal) override {
         if (area.empty()) return;
-        Path(area, true);
+        const RepeatedShapes::Use use = seal ? RepeatedShapes::Use{} : m_Shapes.Find(area, color);
+        if (use.number > 1) {
+            FillAgain(use, color);
+            return;
+        }
+        Path(m_Page, area, true);
         cairo_set_source_rgba(m_Page, color.r, color.g, color.b, color.a);
         cairo_set_fill_rule(m_Page, CAIRO_FILL_RULE_EVEN_ODD);
         if (!seal) {
@@ -50,6 +59,7 @@ class CairoCanvas final : public PageCanvas {
         if (triangles.empty()) return;
         const Owned<cairo_pattern_t> mesh(cairo_pattern_create_mesh());
         for (const SmoothTriangle& t : triangles) {
+            ProgressStep();
             cairo_mesh_pattern_begin_patch(mesh.get());
             cairo_mesh_pattern_move_to(mesh.get(), X(t.corners[0]), Y(t.corners[0]));
             cairo_mesh_pattern_line_to(mesh.get(), X(t.corners[1]), Y(t.corners[1]));
@@ -65,7 +75,7 @@ class CairoCanvas final : public PageCanvas {
 
     void Stroke(const std::vector<Ring>& lines, const PageStroke& stroke) override {
         if (lines.empty()) return;
-        Path(lines, false);
+        Path(m_Page, lines, false);
         cairo_set_source_rgba(m_Page, stroke.color.r, stroke.color.g, stroke.color.b,
                               stroke.color.a);
         SetLine(stroke.width);
@@ -118,7 +128,7 @@ class CairoCanvas final : public PageCanvas {
 
     void BeginClip(const Area& area) override {
         cairo_save(m_Page);
-        Path(area, true);
+        Path(m_Page, area, true);
         cairo_set_fill_rule(m_Page, CAIRO_FILL_RULE_EVEN_ODD);
         cairo_clip(m_Page);
     }
@@ -187,19 +197,43 @@ class CairoCanvas final : public PageCanvas {
         cairo_set_line_join(m_Page, CAIRO_LINE_JOIN_ROUND);
     }
 
-    void Path(const std::vector<Ring>& rings, bool closed) {
-        cairo_new_path(m_Page);
+    void Path(cairo_t* page, const std::vector<Ring>& rings, bool closed) const {
+        cairo_new_path(page);
         for (const Ring& ring : rings) {
+            ProgressStep();
             if (ring.size() < 2) continue;
-            cairo_move_to(m_Page, X(ring[0]), Y(ring[0]));
+            cairo_move_to(page, X(ring[0]), Y(ring[0]));
             for (std::size_t i = 1; i < ring.size(); ++i)
-                cairo_line_to(m_Page, X(ring[i]), Y(ring[i]));
-            if (closed) cairo_close_path(m_Page);
+                cairo_line_to(page, X(ring[i]), Y(ring[i]));
+            if (closed) cairo_close_path(page);
         }
+    }
+
+    /// The shape once more, as a drawing that the file holds once.
+    void FillAgain(const RepeatedShapes::Use& use, const RGBDType& color) {
+        m_Drawings.resize(std::max(m_Drawings.size(), use.shape + 1));
+        Owned<cairo_surface_t>& drawing = m_Drawings[use.shape];
+        if (!drawing) {
+            const Ring& ring = m_Shapes.First(use.shape);
+            const auto [left, right] = std::ranges::minmax(ring, {}, &GridPoint::x);
+            const auto [low, high] = std::ranges::minmax(ring, {}, &GridPoint::y);
+            const cairo_rectangle_t bounds = {X(left) - 1.0, Y(high) - 1.0,
+                                              X(right) - X(left) + 2.0, Y(low) - Y(high) + 2.0};
+            drawing.reset(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &bounds));
+            const Owned<cairo_t> page(cairo_create(drawing.get()));
+            Path(page.get(), {ring}, true);
+            cairo_set_source_rgba(page.get(), color.r, color.g, color.b, color.a);
+            cairo_fill(page.get());
+        }
+        cairo_set_source_surface(m_Page, drawing.get(), X(use.offset),
+                                 -use.offset.y / kGridPerPixel);
+        cairo_paint(m_Page);
     }
 
     cairo_t* m_Page;
     double m_Height;
+    RepeatedShapes m_Shapes;
+    std::vector<Owned<cairo_surface_t>> m_Drawings;  ///< of the shapes that came again
 };
 
 }  // namespace

@@ -5,18 +5,30 @@
 
 #include <new>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/platform/detail/cairo_canvas.h"
 
 namespace varnel::detail {
 namespace {
 
-cairo_status_t WriteToFile(void* file, const unsigned char* bytes, unsigned int size) {
+/// Where cairo writes to. Nothing may be thrown through it.
+struct Output {
+    File* file = nullptr;
+    bool stopped = false;  ///< by the host
+};
+
+cairo_status_t WriteToFile(void* output, const unsigned char* bytes, unsigned int size) {
+    auto& out = *static_cast<Output*>(output);
+    if (out.stopped) return CAIRO_STATUS_WRITE_ERROR;
     try {
-        static_cast<File*>(file)->Write(bytes, size);
+        Progress(0.0, 1.0);
+        out.file->Write(bytes, size);
         return CAIRO_STATUS_SUCCESS;
+    } catch (const Stopped&) {
+        out.stopped = true;
     } catch (const FileException&) {
-        return CAIRO_STATUS_WRITE_ERROR;
     }
+    return CAIRO_STATUS_WRITE_ERROR;
 }
 
 struct Deleter {
@@ -29,14 +41,14 @@ using Owned = std::unique_ptr<T, Deleter>;
 }  // namespace
 
 struct PdfWriter::Impl {
+    Output output;
     Owned<cairo_surface_t> surface;
     Owned<cairo_t> page;
     std::unique_ptr<PageCanvas> canvas;
-    File* file = nullptr;
 };
 
 PdfWriter::PdfWriter(File& file) : m_Impl(std::make_unique<Impl>()) {
-    m_Impl->file = &file;
+    m_Impl->output.file = &file;
 }
 
 PdfWriter::~PdfWriter() = default;
@@ -47,7 +59,7 @@ PageCanvas& PdfWriter::BeginPage(double pageWidth, double pageHeight, double wid
     impl.page.reset();
     if (!impl.surface)
         impl.surface.reset(
-            cairo_pdf_surface_create_for_stream(WriteToFile, impl.file, pageWidth, pageHeight));
+            cairo_pdf_surface_create_for_stream(WriteToFile, &impl.output, pageWidth, pageHeight));
     else
         cairo_pdf_surface_set_size(impl.surface.get(), pageWidth, pageHeight);
     impl.page.reset(cairo_create(impl.surface.get()));
@@ -67,6 +79,7 @@ void PdfWriter::Finish() {
     cairo_surface_finish(impl.surface.get());
     const cairo_status_t written = cairo_surface_status(impl.surface.get());
     impl.surface.reset();
+    if (impl.output.stopped) throw Stopped();
     if (drawn == CAIRO_STATUS_NO_MEMORY || written == CAIRO_STATUS_NO_MEMORY)
         throw std::bad_alloc();
     if (drawn != CAIRO_STATUS_SUCCESS || written != CAIRO_STATUS_SUCCESS) throw FileException();

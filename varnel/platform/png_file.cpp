@@ -100,9 +100,11 @@ bool EncodeRows(png_structp png, png_infop info, int width, int height, const BY
                  PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
     png_write_info(png, info);
-    for (int y = 0; y < height; ++y)
+    for (int y = 0; y < height; ++y) {
+        if (y % 16 == 0) detail::Progress(y, height);
         png_write_row(png,
                       rows + static_cast<std::size_t>(y) * static_cast<std::size_t>(width) * 4);
+    }
     png_write_end(png, info);
     return true;
 }

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/vector/detail/clipper_paths.h"
 
 namespace varnel::detail {
@@ -74,6 +75,7 @@ ClipperLib::Paths Unite(std::vector<ClipperLib::Paths> groups, std::size_t most)
     while (groups.size() > most) {
         std::vector<ClipperLib::Paths> fewer;
         for (std::size_t i = 0; i < groups.size(); i += kTogether) {
+            Progress(0.0, 1.0);
             ClipperLib::Clipper clipper;
             for (std::size_t k = i; k < std::min(i + kTogether, groups.size()); ++k)
                 clipper.AddPaths(groups[k], ClipperLib::ptSubject, true);

@@ -17,10 +17,16 @@ constexpr double kDepthSlack = 2e-6;
 constexpr double kTouch = 0.02;
 /// A line that lies in a face is not hidden by the face's own slope this far away, in pixels.
 constexpr double kLineSlack = 0.05;
+/// A line this near to an edge, in pixels, runs along it.
+constexpr double kAlong = 0.005;
 /// Corners this close, in pixels, are one.
 constexpr double kNoLength = 1e-6;
 /// So many areas are taken from one at once; more are put together before.
 constexpr std::size_t kMostHiders = 24;
+/// What covers a larger share of a polygon's bounds is taken from it before all the rest, so many
+/// at a time.
+constexpr double kLargeShare = 0.1;
+constexpr std::size_t kTogether = 6;
 /// The edge of a line that is covered by less, in pixels, may lie before what covers it.
 constexpr double kHardlyOver = 0.25;
 /// Runs of lines that are shorter, in pixels, are neither gaps nor lines.
@@ -36,6 +42,11 @@ double Area2(std::span<const Vec3> p) {
     return sum;
 }
 
+/// In the picture. Places are no farther apart than std::hypot is for.
+double Length(const Vec3& a, const Vec3& b) {
+    return std::sqrt((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y));
+}
+
 /// Twice the distance-weighted side of p: positive to the left of the line from a to b.
 double Side(const Vec3& a, const Vec3& b, const Vec3& p) {
     return (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
@@ -46,7 +57,7 @@ bool EdgeSeparates(std::span<const Vec3> a, std::span<const Vec3> b) {
     for (std::size_t i = 0, n = a.size(); i < n; ++i) {
         const Vec3& from = a[i];
         const Vec3& to = a[(i + 1) % n];
-        const double slack = kTouch * std::hypot(to.x - from.x, to.y - from.y);
+        const double slack = kTouch * Length(from, to);
         if (std::all_of(b.begin(), b.end(),
                         [&](const Vec3& p) { return Side(from, to, p) <= slack; }))
             return true;
@@ -58,7 +69,7 @@ bool Contains(std::span<const Vec3> outer, std::span<const Vec3> inner) {
     for (std::size_t i = 0, n = outer.size(); i < n; ++i) {
         const Vec3& from = outer[i];
         const Vec3& to = outer[(i + 1) % n];
-        const double slack = -0.5 / kGridPerPixel * std::hypot(to.x - from.x, to.y - from.y);
+        const double slack = -0.5 / kGridPerPixel * Length(from, to);
         for (const Vec3& p : inner)
             if (Side(from, to, p) < slack) return false;
     }
@@ -81,6 +92,19 @@ void ClipBelow(std::span<const Vec3> p, Value&& value, std::vector<Vec3>& out) {
     }
 }
 
+/// What hides a part of a polygon, and how much of its bounds at most, in square pixels.
+struct Hider {
+    ClipperLib::Path path;
+    double overlap;
+};
+
+void Subtract(ClipperLib::Paths& from, const ClipperLib::Paths& what) {
+    ClipperLib::Clipper clipper;
+    clipper.AddPaths(from, ClipperLib::ptSubject, true);
+    clipper.AddPaths(what, ClipperLib::ptClip, true);
+    clipper.Execute(ClipperLib::ctDifference, from, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+}
+
 ClipperLib::Path ToPath(std::span<const Vec3> p) {
     ClipperLib::Path path;
     path.reserve(p.size());
@@ -97,6 +121,14 @@ Hiding::Hiding(double width, double height)
       m_Columns(std::max(1, static_cast<int>(std::ceil(width / kCell)))),
       m_Rows(std::max(1, static_cast<int>(std::ceil(height / kCell)))),
       m_Cells(static_cast<std::size_t>(m_Columns) * static_cast<std::size_t>(m_Rows)) {
+}
+
+Hiding::Bounds Hiding::BoundsOf(std::span<const Vec3> corners) {
+    Bounds bounds{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
+    for (const Vec3& p : corners)
+        bounds = {std::min(bounds.left, p.x), std::min(bounds.bottom, p.y),
+                  std::max(bounds.right, p.x), std::max(bounds.top, p.y)};
+    return bounds;
 }
 
 /// Takes the corners, cut to the picture, to m_Corners.
@@ -134,21 +166,20 @@ Hiding::Facet Hiding::MakeFacet(std::span<const Vec3> corners) {
     facet.slopeX = -normal.x / normal.z;
     facet.slopeY = -normal.y / normal.z;
     facet.depth = a[0].z - facet.slopeX * a[0].x - facet.slopeY * a[0].y;
-    facet.bounds = {a[0].x, a[0].y, a[0].x, a[0].y};
-    facet.nearest = a[0].z;
+    facet.bounds = BoundsOf(a);
+    facet.nearest = facet.farthest = a[0].z;
     for (const Vec3& p : a) {
-        facet.bounds.left = std::min(facet.bounds.left, p.x);
-        facet.bounds.bottom = std::min(facet.bounds.bottom, p.y);
-        facet.bounds.right = std::max(facet.bounds.right, p.x);
-        facet.bounds.top = std::max(facet.bounds.top, p.y);
         facet.nearest = std::min(facet.nearest, p.z);
+        facet.farthest = std::max(facet.farthest, p.z);
     }
     m_Corners.insert(m_Corners.end(), a.begin(), a.end());
     return facet;
 }
 
-std::size_t Hiding::AddFacet(std::span<const Vec3> corners) {
+std::size_t Hiding::AddFacet(std::span<const Vec3> corners, bool beneathLines) {
+    ProgressStep();
     m_Facets.push_back(MakeFacet(corners));
+    m_Facets.back().beneathLines = beneathLines;
     const std::size_t index = m_Facets.size() - 1;
     if (m_Facets[index].count > 0) Index(static_cast<std::uint32_t>(index));
     return index;
@@ -197,16 +228,27 @@ void Hiding::VisitNear(const Bounds& bounds, Visit&& visit) {
             }
 }
 
+double Hiding::Extent(const Bounds& b) {
+    return std::max(0.0, b.right - b.left) * std::max(0.0, b.top - b.bottom);
+}
+
+/// Of the bounds with those of a polygon, in square pixels.
+double Hiding::Overlap(const Bounds& bounds, std::span<const Vec3> corners) {
+    Bounds b = BoundsOf(corners);
+    return Extent({std::max(b.left, bounds.left), std::max(b.bottom, bounds.bottom),
+                   std::min(b.right, bounds.right), std::min(b.top, bounds.top)});
+}
+
 /// The facet's area without what lies before it. `order` tells which facets win at equal depth.
 Area Hiding::Difference(const Facet& facet, std::size_t order) {
-    std::vector<ClipperLib::Paths> hiders;
+    std::vector<Hider> hiders;
     bool hidden = false;
     const std::span<const Vec3> own = Corners(facet);
     VisitNear(facet.bounds, [&](std::size_t index, const Facet& other) {
-        if (hidden || index == order || EdgeSeparates(own, Corners(other)) ||
-            EdgeSeparates(Corners(other), own))
-            return;
         const double slack = index > order ? kDepthSlack : -kDepthSlack;
+        if (hidden || index == order || other.nearest > facet.farthest + slack ||
+            EdgeSeparates(own, Corners(other)) || EdgeSeparates(Corners(other), own))
+            return;
         const auto behind = [&](const Vec3& p) {
             return (other.slopeX - facet.slopeX) * p.x + (other.slopeY - facet.slopeY) * p.y +
                    other.depth - facet.depth - slack;
@@ -214,16 +256,20 @@ Area Hiding::Difference(const Facet& facet, std::size_t order) {
         ClipBelow(Corners(other), behind, m_Clipped);
         if (m_Clipped.size() < 3 || EdgeSeparates(own, m_Clipped)) return;
         hidden = Contains(m_Clipped, own);
-        hiders.push_back({ToPath(m_Clipped)});
+        hiders.push_back({ToPath(m_Clipped), Overlap(facet.bounds, m_Clipped)});
     });
     if (hidden) return {};
     ClipperLib::Paths shown{ToPath(own)};
-    if (!hiders.empty()) {
-        ClipperLib::Clipper clipper;
-        clipper.AddPaths(shown, ClipperLib::ptSubject, true);
-        clipper.AddPaths(Unite(std::move(hiders), kMostHiders), ClipperLib::ptClip, true);
-        clipper.Execute(ClipperLib::ctDifference, shown, ClipperLib::pftNonZero,
-                        ClipperLib::pftNonZero);
+    // Those that cover most come first: of what stands in a crowd, few leave nothing.
+    std::stable_sort(hiders.begin(), hiders.end(),
+                     [](const Hider& s, const Hider& t) { return s.overlap > t.overlap; });
+    std::size_t next = 0;
+    while (next < hiders.size() && !shown.empty()) {
+        const bool large = hiders[next].overlap > kLargeShare * Extent(facet.bounds);
+        std::vector<ClipperLib::Paths> group;
+        for (; next < hiders.size() && !(large && group.size() == kTogether); ++next)
+            group.push_back({std::move(hiders[next].path)});
+        Subtract(shown, Unite(std::move(group), kMostHiders));
     }
     return FromPaths(shown);
 }
@@ -236,7 +282,6 @@ void Hiding::Resolve() {
     std::stable_sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
         return m_Facets[a].nearest < m_Facets[b].nearest;
     });
-    const ProgressPart part(0.0, 0.8);
     double done = 0.0;
     for (const std::uint32_t index : order) {
         Progress(done++, static_cast<double>(order.size()));
@@ -254,13 +299,16 @@ Area Hiding::VisibleOf(std::span<const Vec3> corners) {
     return area;
 }
 
-/// Calls visit(index, part) for each polygon that hides a part of a line, and the part. A polygon
-/// hides what is behind it by more than its own slope makes up within `slack` pixels.
+/// Calls visit(index, part, side) for each polygon that hides a part of a line, and the part. A
+/// polygon hides what is behind it by more than its own slope makes up within `slack` pixels; one
+/// that is drawn after the line hides it at equal depth. `side` is 0 but where the line runs along
+/// the polygon's edge: 1 where the polygon lies to its left and -1 to its right.
 template <class Visit>
-void Hiding::VisitHiders(const Vec3& a, const Vec3& b, double slack, Visit&& visit) {
-    const double length = std::hypot(b.x - a.x, b.y - a.y);
-    const Bounds bounds{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x),
-                        std::max(a.y, b.y)};
+void Hiding::VisitHiders(const Vec3& a, const Vec3& b, double slack, std::size_t after,
+                         Visit&& visit) {
+    const double length = Length(a, b);
+    const Bounds bounds{std::min(a.x, b.x) - kAlong, std::min(a.y, b.y) - kAlong,
+                        std::max(a.x, b.x) + kAlong, std::max(a.y, b.y) + kAlong};
     VisitNear(bounds, [&](std::size_t index, const Facet& facet) {
         double from = 0.0;
         double to = 1.0;
@@ -274,29 +322,51 @@ void Hiding::VisitHiders(const Vec3& a, const Vec3& b, double slack, Visit&& vis
             else
                 from = std::max(from, t);
         };
-        const double depthSlack = kDepthSlack + slack * std::hypot(facet.slopeX, facet.slopeY);
+        const double depthSlack =
+            index >= after && !facet.beneathLines
+                ? -kDepthSlack
+                : kDepthSlack + slack * std::hypot(facet.slopeX, facet.slopeY);
         const auto behind = [&](const Vec3& p) {
             return facet.slopeX * p.x + facet.slopeY * p.y + facet.depth - p.z + depthSlack;
         };
         cut(behind(a), behind(b));
         const std::span<const Vec3> corners = Corners(facet);
+        int along = 0;
         for (std::size_t i = 0; i < corners.size() && from < to; ++i) {
             const Vec3& p = corners[i];
             const Vec3& q = corners[(i + 1) % corners.size()];
-            cut(-Side(p, q, a), -Side(p, q, b));
+            const double near = kAlong * Length(p, q);
+            const double sa = Side(p, q, a);
+            const double sb = Side(p, q, b);
+            if (std::fabs(sa) <= near && std::fabs(sb) <= near)
+                along = (q.x - p.x) * (b.x - a.x) + (q.y - p.y) * (b.y - a.y) > 0.0 ? 1 : -1;
+            cut(-sa - near, -sb - near);
         }
         if ((to - from) * length > kShortestRun || (length == 0.0 && from < to))
-            visit(index, SegmentPart{from, to});
+            visit(index, SegmentPart{from, to}, length > 0.0 ? along : 0);
     });
 }
 
-void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
-    parts.clear();
+/// What hides a line that runs along edges hides it where there is something at both sides.
+void Hiding::FindHidden(const Vec3& a, const Vec3& b, std::size_t after) {
     m_Hidden.clear();
-    VisitHiders(a, b, kLineSlack,
-                [this](std::size_t, const SegmentPart& part) { m_Hidden.push_back(part); });
+    m_Left.clear();
+    m_Right.clear();
+    VisitHiders(a, b, kLineSlack, after, [this](std::size_t, const SegmentPart& part, int side) {
+        (side == 0 ? m_Hidden : side > 0 ? m_Left : m_Right).push_back(part);
+    });
+    for (const SegmentPart& left : m_Left)
+        for (const SegmentPart& right : m_Right)
+            if (std::max(left.from, right.from) < std::min(left.to, right.to))
+                m_Hidden.push_back({std::max(left.from, right.from), std::min(left.to, right.to)});
     std::sort(m_Hidden.begin(), m_Hidden.end(),
               [](const SegmentPart& s, const SegmentPart& t) { return s.from < t.from; });
+}
+
+void Hiding::VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts,
+                          std::size_t after) {
+    parts.clear();
+    FindHidden(a, b, after);
     const double length = std::hypot(b.x - a.x, b.y - a.y);
     const double shortest = length > 0.0 ? kShortestRun / length : 0.0;
     double at = 0.0;
@@ -316,7 +386,8 @@ void Hiding::Overlappers(const Vec3& a, const Vec3& b, double width,
     for (const double side : {aside / length, -aside / length}) {
         const Vec3 shift{-(b.y - a.y) * side, (b.x - a.x) * side, 0.0};
         VisitHiders({a.x + shift.x, a.y + shift.y, a.z}, {b.x + shift.x, b.y + shift.y, b.z},
-                    aside + 2.0 * kHardlyOver, [&](std::size_t index, const SegmentPart& part) {
+                    aside + 2.0 * kHardlyOver, kLast,
+                    [&](std::size_t index, const SegmentPart& part, int) {
                         if ((part.to - part.from) * length > kHardlyOver) facets.push_back(index);
                     });
     }

@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "varnel/foundation/detail/progress.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -35,6 +37,17 @@ struct Meeting {
     double distance = 1e9;
 };
 
+Meeting MeetingAt(const OrderedLine& p, double s, const OrderedLine& q, double t) {
+    return {s, t,
+            std::hypot(Along(p.a.x, p.b.x, s) - Along(q.a.x, q.b.x, t),
+                       Along(p.a.y, p.b.y, s) - Along(q.a.y, q.b.y, t))};
+}
+
+/// Where q is next to a place on p.
+Meeting Beside(const OrderedLine& p, double s, const OrderedLine& q) {
+    return MeetingAt(p, s, q, Foot(q, Along(p.a.x, p.b.x, s), Along(p.a.y, p.b.y, s)));
+}
+
 Meeting FindMeeting(const OrderedLine& p, const OrderedLine& q) {
     const double px = p.b.x - p.a.x;
     const double py = p.b.y - p.a.y;
@@ -49,25 +62,29 @@ Meeting FindMeeting(const OrderedLine& p, const OrderedLine& q) {
         if (s >= 0.0 && s <= 1.0 && t >= 0.0 && t <= 1.0) return {s, t, 0.0};
     }
     Meeting nearest;
-    const auto consider = [&](double s, double t) {
-        const double distance = std::hypot(Along(p.a.x, p.b.x, s) - Along(q.a.x, q.b.x, t),
-                                           Along(p.a.y, p.b.y, s) - Along(q.a.y, q.b.y, t));
-        if (distance < nearest.distance) nearest = {s, t, distance};
-    };
-    consider(0.0, Foot(q, p.a.x, p.a.y));
-    consider(1.0, Foot(q, p.b.x, p.b.y));
-    consider(Foot(p, q.a.x, q.a.y), 0.0);
-    consider(Foot(p, q.b.x, q.b.y), 1.0);
+    for (const Meeting& m :
+         {Beside(p, 0.0, q), Beside(p, 1.0, q), MeetingAt(p, Foot(p, q.a.x, q.a.y), q, 0.0),
+          MeetingAt(p, Foot(p, q.b.x, q.b.y), q, 1.0)})
+        if (m.distance < nearest.distance) nearest = m;
     return nearest;
 }
 
-/// Which of two lines covers the other: -1 the first, 1 the second, 0 none.
+/// Which of two lines covers the other: -1 the first, 1 the second, 0 none. Of two that share a
+/// place, the one that is nearer where they run on over each other.
 int Covers(const OrderedLine& p, const OrderedLine& q) {
+    const double reach = (p.width + q.width) / 2.0 - kTouch;
+    const auto difference = [&](const Meeting& m) {
+        return Along(p.a.z, p.b.z, m.first) - Along(q.a.z, q.b.z, m.second);
+    };
     const Meeting meeting = FindMeeting(p, q);
-    if (meeting.distance > (p.width + q.width) / 2.0 - kTouch) return 0;
-    const double difference =
-        Along(p.a.z, p.b.z, meeting.first) - Along(q.a.z, q.b.z, meeting.second);
-    return difference < -kSameDepth ? -1 : 1;
+    if (meeting.distance > reach) return 0;
+    double largest = difference(meeting);
+    constexpr int kParts = 8;
+    for (int i = 0; i <= kParts && std::fabs(largest) <= kSameDepth; ++i) {
+        const Meeting beside = Beside(p, static_cast<double>(i) / kParts, q);
+        if (beside.distance <= reach) largest = difference(beside);
+    }
+    return largest < -kSameDepth ? -1 : 1;
 }
 
 class Orderer {
@@ -130,6 +147,7 @@ class Orderer {
         std::unordered_map<std::int64_t, std::vector<std::uint32_t>> cells;
         for (std::uint32_t i = 0; i < m_Lines.size(); ++i)
             VisitCells(m_Lines[i], [&](std::int64_t cell) {
+                ProgressStep();
                 for (const std::uint32_t k : cells[cell])
                     if (m_Lines[k].style != m_Lines[i].style) Compare(k, i);
                 cells[cell].push_back(i);
@@ -154,6 +172,7 @@ class Orderer {
             m_Ready.erase(most);
             std::sort(taken.begin(), taken.end());
             for (const std::uint32_t i : taken) {
+                ProgressStep();
                 m_Order.push_back(i);
                 m_Lines[i].layer = m_Layer;
                 m_Before[i] = -1;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/foundation/detail/progress.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -131,6 +133,7 @@ void ObjectPicture::Draw() {
     std::vector<std::vector<std::uint32_t>> strips(
         static_cast<std::size_t>((m_Rows + kStrip - 1) / kStrip));
     for (std::uint32_t i = 0; i < m_Items.size(); ++i) {
+        ProgressStep();
         Range rows;
         for (std::uint32_t k = 0; k < m_Items[i].count; ++k)
             rows.Add(m_Corners[m_Items[i].first + k].y / kSamples - m_Bottom);
@@ -141,8 +144,10 @@ void ObjectPicture::Draw() {
              strip <= last; ++strip)
             strips[static_cast<std::size_t>(strip)].push_back(i);
     }
-    for (std::size_t strip = 0; strip < strips.size(); ++strip)
+    for (std::size_t strip = 0; strip < strips.size(); ++strip) {
+        Progress(static_cast<double>(strip), static_cast<double>(strips.size()));
         DrawStrip(static_cast<int>(strip) * kStrip, strips[strip]);
+    }
     m_Items = {};
     m_Corners = {};
     m_Samples = {};
@@ -152,8 +157,10 @@ void ObjectPicture::DrawStrip(int firstRow, const std::vector<std::uint32_t>& it
     const auto width = static_cast<std::size_t>(m_Columns * kSamples);
     m_Samples.assign(width * kStrip * kSamples, {kNothing, kNothing, {}, false});
     const int first = (m_Bottom + firstRow) * kSamples;
-    for (const std::uint32_t i : items)
+    for (const std::uint32_t i : items) {
+        ProgressStep();
         DrawItem(m_Items[i], first, first + kStrip * kSamples - 1);
+    }
     Resolve(firstRow);
 }
 

@@ -3,8 +3,10 @@
 #include <cmath>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/vector/detail/areas.h"
 #include "varnel/vector/detail/line_chains.h"
 #include "varnel/vector/detail/page_sink.h"
@@ -57,6 +59,7 @@ std::vector<std::size_t> PageSink::LargeObjects() const {
 ObjectPicture PageSink::DrawLarge(std::uint32_t object) const {
     ObjectPicture picture(m_Width, m_Height, m_Options.dotsPerPixel);
     for (const Fill& fill : m_Fills) {
+        ProgressStep();
         const std::span<const Vec3> corners(m_Places.data() + fill.first, fill.count);
         if (fill.object != object)
             picture.AddHider(corners);
@@ -98,15 +101,25 @@ void PageSink::Compose(PageCanvas& canvas) const {
         return p.HidesAll(corners);
     };
     for (const Fill& fill : m_Fills) {
+        ProgressStep();
         const std::span<const Vec3> corners(m_Places.data() + fill.first, fill.count);
         const bool left = IsLarge(fill.object) ||
                           std::any_of(visibility.pictures.begin(), visibility.pictures.end(),
                                       [&](const ObjectPicture& p) { return hidesAll(p, corners); });
-        hiding.AddFacet(left ? std::span<const Vec3>() : corners);
+        hiding.AddFacet(left ? std::span<const Vec3>() : corners, fill.beneathLines);
     }
-    hiding.Resolve();
-    std::vector<OrderedLine> lines = VisibleLines(visibility);
-    const std::vector<Layer> layers = FindLayers(hiding, lines);
+    {
+        const ProgressPart part(0.0, 0.6);
+        hiding.Resolve();
+    }
+    std::vector<OrderedLine> lines;
+    std::vector<Layer> layers;
+    {
+        const ProgressPart part(0.6, 0.8);
+        lines = VisibleLines(visibility);
+        layers = FindLayers(hiding, lines);
+    }
+    const ProgressPart part(0.8, 1.0);
     // Pictures of large objects cover what is behind them, and are cut where something is before
     // them: they come between the polygons and the lines, which are cut by both.
     const bool large = !visibility.pictures.empty();
@@ -139,17 +152,30 @@ void PageSink::Compose(PageCanvas& canvas) const {
     composeTexts(0.0, 0.5);
 }
 
+/// What can be seen through, from the back to the front. Layers of depth are drawn one after the
+/// other, and so are their veils.
+std::vector<Veil> PageSink::OrderedVeils() const {
+    std::vector<Veil> all, layer;
+    const auto depthOf = [this](const Fill& veil) {
+        return std::round(m_Places[veil.first].z / kLayerDepth) * kLayerDepth;
+    };
+    for (std::uint32_t i = 0; i < m_Veils.size(); ++i) {
+        const auto first = m_Places.begin() + m_Veils[i].first;
+        layer.push_back({{first, first + m_Veils[i].count}, i});
+        const double depth = depthOf(m_Veils[i]);
+        if (i + 1 < m_Veils.size() && depthOf(m_Veils[i + 1]) == depth) continue;
+        for (Veil& veil : OrderVeils(std::exchange(layer, {}), m_Width, m_Height, depth))
+            all.push_back(std::move(veil));
+    }
+    return all;
+}
+
 /// What can be seen through comes in layers of its own over all others, since polygons that hide
 /// parts of it are already cut out of it. Lines are cut where they leave or pass through it, and
 /// each piece is drawn after the last of what it lies before.
 std::vector<PageSink::Layer> PageSink::FindLayers(Hiding& hiding,
                                                   std::vector<OrderedLine>& lines) const {
-    std::vector<Veil> veils;
-    for (std::uint32_t i = 0; i < m_Veils.size(); ++i) {
-        const auto first = m_Places.begin() + m_Veils[i].first;
-        veils.push_back({{first, first + m_Veils[i].count}, i});
-    }
-    veils = OrderVeils(std::move(veils), m_Width, m_Height);
+    std::vector<Veil> veils = OrderedVeils();
     PlaceAmongVeils(lines, veils);
     const std::vector<long> starts = LayerStarts(hiding, lines);
     const auto layerOf = [&starts](long slice) {
@@ -217,6 +243,7 @@ void PageSink::ComposeFills(PageCanvas& canvas, const Hiding& hiding,
     std::map<std::uint32_t, std::vector<Area>> byColor;
     std::vector<std::pair<std::uint32_t, RGBDType>> order;
     for (const std::uint32_t i : fills) {
+        ProgressStep();
         if (IsPicture(i, false) || m_Fills[i].smooth >= 0) continue;
         const std::uint32_t key = ColorKey(m_Fills[i].color);
         std::vector<Area>& areas = byColor[key];
@@ -234,6 +261,7 @@ void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
     std::vector<SmoothTriangle> shown;
     for (const std::uint32_t i : fills) {
         if (m_Fills[i].smooth < 0) continue;
+        ProgressStep();
         const SmoothTriangle& triangle = m_Smooth[static_cast<std::size_t>(m_Fills[i].smooth)];
         const Area& visible = hiding.Visible(i);
         const Area all = {{triangle.corners.begin(), triangle.corners.end()}};

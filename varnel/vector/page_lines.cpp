@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/vector/detail/line_chains.h"
 #include "varnel/vector/detail/page_sink.h"
 #include "varnel/vector/detail/shades.h"
@@ -57,8 +58,9 @@ long PageSink::SliceOf(const OrderedLine& line) {
     return SliceAt(std::min(line.a.z, line.b.z));
 }
 
-void PageSink::Visibility::Parts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts) {
-    hiding.VisibleParts(a, b, parts);
+void PageSink::Visibility::Parts(const Vec3& a, const Vec3& b, std::size_t after,
+                                 std::vector<SegmentPart>& parts) {
+    hiding.VisibleParts(a, b, parts, after);
     for (const ObjectPicture& picture : pictures)
         picture.CutHidden(a, b, parts);
 }
@@ -66,9 +68,11 @@ void PageSink::Visibility::Parts(const Vec3& a, const Vec3& b, std::vector<Segme
 std::vector<OrderedLine> PageSink::VisibleLines(Visibility& visibility) const {
     std::vector<OrderedLine> lines;
     std::vector<SegmentPart> parts;
+    double done = 0.0;
     for (const Segment& s : m_Segments) {
+        Progress(done++, static_cast<double>(m_Segments.size()));
         if (IsLarge(s.object)) continue;
-        visibility.Parts(s.a, s.b, parts);
+        visibility.Parts(s.a, s.b, s.after, parts);
         const std::uint64_t style =
             std::uint64_t{ColorKey(s.color)} << 32U |
             static_cast<std::uint32_t>(std::lround(s.width * kGridPerPixel));
@@ -133,7 +137,7 @@ void PageSink::ComposeStrip(PageCanvas& canvas, Visibility& visibility, const St
         const Vec3& b = strip.places[i + 1];
         const double length = std::hypot(b.x - a.x, b.y - a.y);
         if (!(length > 0.0)) continue;
-        visibility.Parts(a, b, parts);
+        visibility.Parts(a, b, strip.after, parts);
         hidden = hidden || parts.size() != 1 || parts[0].from > 0.0 || parts[0].to < 1.0;
         whole.Add(ToGrid(a), ToGrid(b));
         // Each mark by itself, cut to the parts that show, for lines that show in parts only.

@@ -5,14 +5,13 @@
 #include <cmath>
 
 #include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/render/font.h"
 #include "varnel/vector/detail/shades.h"
 
 namespace varnel::detail {
 namespace {
 
-/// Depth between layers; depths within one are a few units at most.
-constexpr double kLayerDepth = 64.0;
 constexpr double kDeepest = 24.0;
 /// Corners this far off the plane of the others, in device units, make a polygon crooked.
 constexpr double kCrooked = 1e-5;
@@ -122,7 +121,8 @@ void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
                     static_cast<std::uint32_t>(m_Polygon.size()),
                     {color.r, color.g, color.b, veil ? color.a : 1.0},
                     -1,
-                    m_Object});
+                    m_Object,
+                    m_BeneathLines});
     for (const Vec3& p : m_Polygon)
         m_Places.push_back(Place(state, p));
 }
@@ -279,8 +279,12 @@ bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
 }
 
 void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
-    for (const PolygonRecord& record : batch.Polygons())
+    m_BeneathLines = batch.State().framed && state.frameOffset;
+    for (const PolygonRecord& record : batch.Polygons()) {
+        ProgressStep();
         AddRecord(state, batch, record);
+    }
+    m_BeneathLines = false;
     for (const LineRun& run : batch.Lines())
         for (std::size_t i = 0; i + 1 < run.indices.size(); i += 2) {
             const LineVertex& from = run.vertices[run.indices[i]];
@@ -290,14 +294,20 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
             if (!ClipSegment(state, a, b)) continue;
             RGBDType color = ColorOf(from.color);
             if (state.transparent) color.a = from.color.bytes[3] / 255.0;
-            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width, m_Object});
+            m_Segments.push_back(
+                {Place(state, a), Place(state, b), color, run.width, m_Object, m_Fills.size()});
         }
 }
 
 void PageSink::DrawStrip(const SceneState& state, const LineStrip& strip) {
     if (strip.vertices.size() < 2) return;
     // Cut to what the viewport and the clip planes leave: a piece begins its pattern anew.
-    Strip out{{}, ColorOf(strip.vertices.front().color), strip.width, strip.repeat, strip.pattern};
+    Strip out{{},
+              ColorOf(strip.vertices.front().color),
+              strip.width,
+              strip.repeat,
+              strip.pattern,
+              m_Fills.size()};
     const auto finish = [this, &out] {
         if (out.places.size() > 1) m_Strips.push_back(out);
         out.places.clear();
@@ -441,8 +451,12 @@ void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
         Vec3 b = shape.lines[i + 1].place;
         if (!ClipSegment(state, a, b)) continue;
         const RGBDType& c = shape.lines[i].color;
-        m_Segments.push_back(
-            {Place(state, a), Place(state, b), {c.r, c.g, c.b, 1.0}, shape.width, m_Object});
+        m_Segments.push_back({Place(state, a),
+                              Place(state, b),
+                              {c.r, c.g, c.b, 1.0},
+                              shape.width,
+                              m_Object,
+                              m_Fills.size()});
     }
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/platform/detail/png_file.h"
 #include "varnel/vector/detail/areas.h"
 
@@ -131,6 +132,7 @@ std::array<long long, 2> SvgCanvas::ToUnits(const GridPoint& p) const {
 void SvgCanvas::Path(const std::vector<Ring>& rings, bool closed) {
     std::array<long long, 2> at{};  // where the pen is
     for (const Ring& ring : rings) {
+        ProgressStep();
         if (ring.size() < 2) continue;
         std::array<long long, 2> start = ToUnits(ring[0]);
         m_Out += &ring == &rings.front() ? 'M' : 'm';
@@ -156,8 +158,17 @@ void SvgCanvas::Path(const std::vector<Ring>& rings, bool closed) {
 void SvgCanvas::Fill(const Area& area, const RGBDType& color, bool seal) {
     if (area.empty()) return;
     Enter(seal ? Group::Sealed : Group::Plain);
+    const RepeatedShapes::Use use = seal ? RepeatedShapes::Use{} : m_Shapes.Find(area, color);
+    if (use.number > 1) {
+        const double unit = m_UnitsPerPixel / kGridPerPixel;
+        m_Out += "<use xlink:href=\"#s" + std::to_string(use.shape) + "\" x=\"" +
+                 std::to_string(std::llround(use.offset.x * unit)) + "\" y=\"" +
+                 std::to_string(std::llround(-use.offset.y * unit)) + "\"/>\n";
+        return;
+    }
     m_Out += seal ? "<path color=\"" : "<path fill=\"";
     m_Out += Color(color) + '"' + Opacity(seal ? "opacity" : "fill-opacity", color);
+    if (use.number == 1) m_Out += " id=\"s" + std::to_string(use.shape) + '"';
     if (area.size() > 1) m_Out += " fill-rule=\"evenodd\"";
     m_Out += " d=\"";
     Path(area, true);
@@ -184,6 +195,7 @@ void SvgCanvas::FillGradient(const SmoothTriangle& t, const StraightGradient& gr
 void SvgCanvas::FillSmooth(const std::vector<SmoothTriangle>& triangles) {
     ShadePieces pieces;
     for (const SmoothTriangle& triangle : triangles) {
+        ProgressStep();
         const std::optional<StraightGradient> gradient = FindGradient(triangle);
         if (!gradient)
             pieces.Subdivide(triangle);

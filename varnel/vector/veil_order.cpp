@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "varnel/foundation/detail/progress.h"
 #include "varnel/render/detail/depth_order.h"
 
 namespace varnel::detail {
@@ -133,7 +134,7 @@ void CutLine(const OrderedLine& line, const std::vector<Stretch>& stretches,
 
 }  // namespace
 
-std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double height) {
+std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double height, double middle) {
     std::vector<std::uint32_t> byDepth(veils.size());
     std::iota(byDepth.begin(), byDepth.end(), 0U);
     std::stable_sort(byDepth.begin(), byDepth.end(), [&veils](std::uint32_t a, std::uint32_t b) {
@@ -157,7 +158,7 @@ std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double heigh
         for (const Vec3& p : veil.corners)
             vertices.push_back(
                 {{static_cast<float>(2.0 * p.x / width - 1.0),
-                  static_cast<float>(2.0 * p.y / height - 1.0), static_cast<float>(p.z)},
+                  static_cast<float>(2.0 * p.y / height - 1.0), static_cast<float>(p.z - middle)},
                  {},
                  0.0F});
     }
@@ -174,7 +175,7 @@ std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double heigh
             const float* const p = vertices[item.first + i].position;
             piece.corners.push_back({(static_cast<double>(p[0]) + 1.0) * width / 2.0,
                                      (static_cast<double>(p[1]) + 1.0) * height / 2.0,
-                                     static_cast<double>(p[2])});
+                                     static_cast<double>(p[2]) + middle});
         }
     }
     std::erase_if(ordered, [](const Veil& veil) { return veil.corners.size() < 3; });
@@ -191,6 +192,7 @@ void PlaceAmongVeils(std::vector<OrderedLine>& lines, const std::vector<Veil>& v
     for (const OrderedLine& line : lines) {
         stretches.clear();
         for (std::size_t i = 0; i < shapes.size(); ++i) {
+            ProgressStep();
             Stretch s{0.0, 0.0, static_cast<int>(i)};
             if (!shapes[i].IsEdgeOn() && shapes[i].Part(line, s.from, s.to)) stretches.push_back(s);
         }

@@ -31,12 +31,15 @@ struct SegmentPart {
 
 class Hiding {
  public:
+    static constexpr std::size_t kLast = ~std::size_t{0};
+
     /// For a picture of this size in pixels. What lies outside it neither shows nor hides.
     Hiding(double width, double height);
 
     /// Adds a flat convex polygon that hides what is behind it. At equal depth the one that was
-    /// added later hides the earlier one. Returns its index.
-    std::size_t AddFacet(std::span<const Vec3> corners);
+    /// added later hides the earlier one; one that is `beneathLines` hides no line then. Returns
+    /// its index.
+    std::size_t AddFacet(std::span<const Vec3> corners, bool beneathLines = false);
 
     /// Finds what shows of every polygon that was added.
     void Resolve();
@@ -48,8 +51,10 @@ class Hiding {
     /// as the place of a text.
     Area VisibleOf(std::span<const Vec3> corners);
 
-    /// The parts of a line from a to b that show, from a on. A line wins at equal depth.
-    void VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts);
+    /// The parts of a line from a to b that show, from a on. At equal depth it is hidden by the
+    /// polygons from index `after` on, which are drawn after it.
+    void VisibleParts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts,
+                      std::size_t after = kLast);
 
     /// The polygons that stand before a line, of a width in pixels, whose middle shows, and cover a
     /// part of its sides.
@@ -64,11 +69,15 @@ class Hiding {
         std::uint32_t count = 0;  ///< 0: covers nothing
         Bounds bounds{};
         double slopeX = 0.0, slopeY = 0.0, depth = 0.0;  ///< z = slopeX x + slopeY y + depth
-        double nearest = 0.0;
+        double nearest = 0.0, farthest = 0.0;
+        bool beneathLines = false;
         bool hidden = false;  ///< by others, which then hide whatever this one would
         Area visible;
     };
 
+    static Bounds BoundsOf(std::span<const Vec3> corners);
+    static double Extent(const Bounds& bounds);
+    static double Overlap(const Bounds& bounds, std::span<const Vec3> corners);
     Facet MakeFacet(std::span<const Vec3> corners);
     std::span<const Vec3> Corners(const Facet& facet) const {
         return {m_Corners.data() + facet.first, facet.count};
@@ -77,7 +86,8 @@ class Hiding {
     template <class Visit>
     void VisitNear(const Bounds& bounds, Visit&& visit);
     template <class Visit>
-    void VisitHiders(const Vec3& a, const Vec3& b, double slack, Visit&& visit);
+    void VisitHiders(const Vec3& a, const Vec3& b, double slack, std::size_t after, Visit&& visit);
+    void FindHidden(const Vec3& a, const Vec3& b, std::size_t after);
     void Index(std::uint32_t facet);
 
     double m_Width, m_Height;
@@ -89,7 +99,7 @@ class Hiding {
     std::uint32_t m_Stamp = 0;
     // Scratch memory of the walks.
     std::vector<Vec3> m_Clipped;
-    std::vector<SegmentPart> m_Hidden;
+    std::vector<SegmentPart> m_Hidden, m_Left, m_Right;
 };
 
 }  // namespace varnel::detail

@@ -49,11 +49,15 @@ class PageSink final : public SceneSink {
  private:
     using Polygon = std::vector<Vec3>;
 
+    /// Depth between layers; depths within one are a few units at most.
+    static constexpr double kLayerDepth = 64.0;
+
     struct Fill {
         std::uint32_t first, count;  ///< in m_Places
         RGBDType color;
         int smooth = -1;  ///< in m_Smooth, for one whose corners differ in colour
         std::uint32_t object = 0;
+        bool beneathLines = false;  ///< that lie in it
     };
     struct Band {
         double from, to;  ///< entries of the table of colours by value
@@ -63,6 +67,7 @@ class PageSink final : public SceneSink {
         RGBDType color;
         float width;
         std::uint32_t object;
+        std::size_t after;  ///< the first polygon in m_Fills that is drawn after it
     };
     struct Strip {
         std::vector<Vec3> places;
@@ -70,6 +75,7 @@ class PageSink final : public SceneSink {
         float width;
         int repeat;
         unsigned short pattern;
+        std::size_t after;  ///< as that of a segment
     };
     struct Text {
         PageText text;
@@ -90,7 +96,8 @@ class PageSink final : public SceneSink {
         std::vector<ObjectPicture> pictures;  ///< of large objects
 
         /// The parts of a line that show, from a on.
-        void Parts(const Vec3& a, const Vec3& b, std::vector<SegmentPart>& parts);
+        void Parts(const Vec3& a, const Vec3& b, std::size_t after,
+                   std::vector<SegmentPart>& parts);
         /// The share of a text, by samples, that large objects hide: 0..1.
         double HiddenShare(const Text& text) const;
     };
@@ -122,6 +129,7 @@ class PageSink final : public SceneSink {
     bool IsLarge(std::uint32_t object) const;
     ObjectPicture DrawLarge(std::uint32_t object) const;
     std::vector<OrderedLine> VisibleLines(Visibility& visibility) const;
+    std::vector<Veil> OrderedVeils() const;
     std::vector<Layer> FindLayers(Hiding& hiding, std::vector<OrderedLine>& lines) const;
     std::vector<long> LayerStarts(Hiding& hiding, const std::vector<OrderedLine>& lines) const;
     bool IsPicture(std::uint32_t fill, bool veil) const;
@@ -144,6 +152,7 @@ class PageSink final : public SceneSink {
     double m_Width, m_Height;
     PageOptions m_Options;
     std::uint32_t m_Object = 0;                   ///< the one at hand, 0: none
+    bool m_BeneathLines = false;                  ///< whether its polygons lie behind its lines
     std::vector<std::size_t> m_PolygonCounts{0};  ///< by object
     double m_Layer = 0.0;                         ///< depth of the front of the layer at hand
     std::vector<Vec3> m_Places;

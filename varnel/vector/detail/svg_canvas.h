@@ -9,6 +9,7 @@
 
 #include "varnel/platform/detail/font_face.h"
 #include "varnel/platform/detail/page_canvas.h"
+#include "varnel/platform/detail/repeated_shapes.h"
 #include "varnel/vector/detail/smooth_pieces.h"
 
 namespace varnel::detail {
@@ -49,6 +50,7 @@ class SvgCanvas : public PageCanvas {
     std::string m_Out;
     Group m_Group = Group::None;
     std::map<std::pair<std::string, int>, std::unique_ptr<FontFace>> m_Faces;
+    RepeatedShapes m_Shapes;
     int m_Clips = 0;
     int m_Gradients = 0;
 };

@@ -15,8 +15,9 @@ struct Veil {
 };
 
 /// The veils of a page of that size in pixels from the back to the front, split where they pass
-/// through each other; those in one plane keep their order.
-std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double height);
+/// through each other; those in one plane keep their order. `middle` is a depth from which theirs
+/// are a few units away at most.
+std::vector<Veil> OrderVeils(std::vector<Veil> veils, double width, double height, double middle);
 
 /// Cuts lines where they pass through veils or come from behind one, and sets the layer of each
 /// piece to the last of the veils that it lies on or before, -1 where there is none. With very many
