@@ -14,7 +14,7 @@ class CopyOnWrite {
  public:
     CopyOnWrite() = default;
     /// Takes over a table of `size` elements.
-    CopyOnWrite(std::unique_ptr<T[]> elements, std::size_t size)
+    CopyOnWrite(std::shared_ptr<T[]> elements, std::size_t size)
         : m_Elements(std::move(elements)), m_Size(size) {}
     /// Shares the table, unless its elements can be written to behind its back. Throws
     /// std::bad_alloc.

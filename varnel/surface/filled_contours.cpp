@@ -24,14 +24,15 @@ class BandPoints {
     BandPoints(const CPolysurface& surface, std::span<const double> levels,
                const CTransform3D* transform) {
         const auto count = static_cast<std::size_t>(surface.GetPSNumPoints());
-        m_Points.assign(surface.GetPSPoints(), surface.GetPSPoints() + count);
+        CopyInSteps(surface.GetPSPoints(), count);
         m_Levels.assign(levels.begin(), levels.end());
         if (transform != nullptr) {
             transform->C3DATWS(m_Points.data(), static_cast<int>(count));
             for (double& level : m_Levels)
                 level = transform->CVTWS(2, level);
         }
-        m_Bands.reserve(count);
+        m_Bands.reserve(m_Points.capacity());
+        m_Cuts.reserve(count / 4);
         for (const point3Dtype& p : m_Points) {
             detail::ProgressStep();
             m_Bands.push_back(BandOf(p));
@@ -68,11 +69,21 @@ class BandPoints {
         return found->second;
     }
 
+    /// Forgets where edges were cut. In steps: there can be millions, and the host is told on the
+    /// way.
+    void EndCutting() {
+        while (!m_Cuts.empty()) {
+            m_Cuts.erase(m_Cuts.begin());
+            detail::ProgressStep();
+        }
+    }
+
     /// All points in data coordinates; those of the surface are the very ones that it has.
     void CopyTo(CPolysurface& bands, const CPolysurface& surface, const CTransform3D* transform,
                 std::span<const double> levels) const {
         const int own = surface.GetPSNumPoints();
         bands.SetPolysurfacePoints(surface.GetPSPoints(), 0, own);
+        detail::Progress(0, 1);
         for (int i = own; i < GetCount(); ++i) {
             detail::ProgressStep();
             point3Dtype p = At(i);
@@ -105,6 +116,15 @@ class BandPoints {
         if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) return -1;
         return static_cast<int>(std::upper_bound(m_Levels.begin(), m_Levels.end(), p.z) -
                                 m_Levels.begin());
+    }
+
+    void CopyInSteps(const point3Dtype* points, std::size_t count) {
+        constexpr std::size_t kStep = 1U << 16;
+        m_Points.reserve(count + count / 4);  // usual for some twenty levels
+        for (std::size_t i = 0; i < count; i += kStep) {
+            m_Points.insert(m_Points.end(), points + i, points + std::min(i + kStep, count));
+            detail::Progress(0, 1);
+        }
     }
 
     std::vector<point3Dtype> m_Points;
@@ -245,6 +265,7 @@ CPolysurface Fill(const CPolysurface& surface, std::span<const double> levels,
         const bool own = std::all_of(polygon, polygon + n, [&](int p) { return p < count; });
         if (n >= 3 && own) cutter.Cut({polygon, static_cast<std::size_t>(n)});
     }
+    points.EndCutting();
 
     // Without colours for what lies outside, the bands count from the first level on.
     const bool open = colors.size() < levels.size();

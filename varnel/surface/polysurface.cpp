@@ -9,6 +9,7 @@
 #include "varnel/foundation/detail/progress.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/surface/detail/delaunay.h"
+#include "varnel/surface/detail/new_shared_table.h"
 #include "varnel/surface/detail/polygon_reader.h"
 
 namespace varnel {
@@ -27,18 +28,6 @@ constexpr RGBDType kBlue{0.0, 0.0, 1.0, 1.0};
 
 bool IsSame(const RGBDType& a, const RGBDType& b) {
     return a.r == b.r && a.g == b.g && a.b == b.b && a.a == b.a;
-}
-
-/// A table of the surface, whose numbers are 32-bit integers.
-template <class T>
-CopyOnWrite<T> NewTable(long long count, detail::Origin origin = kOpen) {
-    if (count > kMostInt)
-        detail::Raise(ERR3D_ARRAY_NEW, origin.cls, origin.operation,
-                      detail::Say("the count is ", count));
-    auto elements = detail::NewArray<T>(count, origin);
-    return detail::AllocateOrRaise(ERR3D_ARRAY_NEW, origin, [&] {
-        return CopyOnWrite<T>(std::move(elements), static_cast<std::size_t>(count));
-    });
 }
 
 /// The elements of a table, to be written.
@@ -134,7 +123,7 @@ void CPolysurface::OpenPolysurface(long long numPoints, long long maxPolygons, i
     if (numPoints < 0)
         detail::Raise(ERR3D_ARRAY_NEW, kOpen.cls, kOpen.operation,
                       detail::Say("the number of points is ", numPoints));
-    auto points = NewTable<point3Dtype>(numPoints + kSparePoints);
+    auto points = detail::NewSharedTable<point3Dtype>(numPoints + kSparePoints, kOpen);
     OpenPolygons(maxPolygons, pointsPerPolygon, tables);
     m_pPoints = std::move(points);
     m_Saved.m_NumPoints = static_cast<std::int32_t>(numPoints) + kSparePoints;
@@ -161,8 +150,8 @@ void CPolysurface::OpenPolygons(long long maxPolygons, int pointsPerPolygon, Tab
 }
 
 void CPolysurface::OpenTables() {
-    auto polygons = NewTable<Polygon>(m_Saved.m_MaxPolygons);
-    m_pIndices = NewTable<std::int32_t>(m_Saved.m_IndexCapacity);
+    auto polygons = detail::NewSharedTable<Polygon>(m_Saved.m_MaxPolygons, kOpen);
+    m_pIndices = detail::NewSharedTable<std::int32_t>(m_Saved.m_IndexCapacity, kOpen);
     m_pPolygons = std::move(polygons);
 }
 
@@ -295,8 +284,8 @@ void CPolysurface::SetColors(int i, const PolygonColors& colors, const char* ope
         if (IsSame(m_Saved.m_CommonColors.first, colors.first) &&
             IsSame(m_Saved.m_CommonColors.second, colors.second))
             return;
-        m_pColors =
-            NewTable<PolygonColors>(m_Saved.m_MaxPolygons, {ERR3DCLASS_POLYSURFACE, operation});
+        m_pColors = detail::NewSharedTable<PolygonColors>(m_Saved.m_MaxPolygons,
+                                                          {ERR3DCLASS_POLYSURFACE, operation});
         std::fill_n(m_pColors.Write(), m_Saved.m_MaxPolygons, m_Saved.m_CommonColors);
     }
     Write(m_pColors)[i] = colors;
@@ -381,8 +370,8 @@ void CPolysurface::StoreCells() const {
     const std::lock_guard lock(g_Storing);
     if (!AreCellsImplied()) return;
     const GridCells& cells = m_Saved.m_Cells;
-    auto polygons = NewTable<Polygon>(m_Saved.m_MaxPolygons);
-    auto indices = NewTable<std::int32_t>(m_Saved.m_IndexCapacity);
+    auto polygons = detail::NewSharedTable<Polygon>(m_Saved.m_MaxPolygons, kOpen);
+    auto indices = detail::NewSharedTable<std::int32_t>(m_Saved.m_IndexCapacity, kOpen);
     Polygon* const polygon = polygons.Write();
     std::int32_t* const index = indices.Write();
     detail::PolygonReader reader(*this);
@@ -403,7 +392,7 @@ void CPolysurface::StoreCells() const {
 void CPolysurface::AllocAdjacentPolygonList() {
     FreeAdjacentPolygonList();
     const long long count = 3LL * m_Saved.m_MaxPolygons;
-    m_pAdjacentPolyList = NewTable<std::int32_t>(count, kNeighbours);
+    m_pAdjacentPolyList = detail::NewSharedTable<std::int32_t>(count, kNeighbours);
     std::fill_n(m_pAdjacentPolyList.Write(), count, -1);
     m_Saved.m_AdjacentPolyListValid = 1;
 }
@@ -419,7 +408,7 @@ void CPolysurface::StoreNeighbours() const {
     if (!AreNeighboursImplied()) return;
     const std::lock_guard lock(g_Storing);
     if (!AreNeighboursImplied()) return;
-    auto table = NewTable<std::int32_t>(3LL * m_Saved.m_MaxPolygons, kNeighbours);
+    auto table = detail::NewSharedTable<std::int32_t>(3LL * m_Saved.m_MaxPolygons, kNeighbours);
     std::int32_t* const three = table.Write();
     for (int i = 0; i < m_Saved.m_MaxPolygons; ++i) {
         detail::ProgressStep();

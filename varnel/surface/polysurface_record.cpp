@@ -5,6 +5,7 @@
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/platform/files.h"
+#include "varnel/surface/detail/new_shared_table.h"
 #include "varnel/surface/polysurface.h"
 
 namespace varnel {
@@ -19,11 +20,7 @@ template <class Archive, class T>
 bool Prepare(Archive& record, CopyOnWrite<T>& table, long long count, std::size_t size) {
     if constexpr (Archive::kLoading) {
         if (!record.Has(count, size)) return false;
-        constexpr detail::Origin kOrigin{ERR3DCLASS_POLYSURFACE, "Load"};
-        auto elements = detail::NewArray<T>(count, kOrigin);
-        table = detail::AllocateOrRaise(ERR3D_ARRAY_NEW, kOrigin, [&] {
-            return CopyOnWrite<T>(std::move(elements), static_cast<std::size_t>(count));
-        });
+        table = detail::NewSharedTable<T>(count, {ERR3DCLASS_POLYSURFACE, "Load"});
     }
     return true;
 }
