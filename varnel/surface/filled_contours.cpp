@@ -136,7 +136,12 @@ class BandPoints {
 /// Cuts polygons into bands.
 class BandCutter {
  public:
-    explicit BandCutter(BandPoints& points) : m_Points(points) {}
+    /// Room for `polygons` and some that are cut: growing would copy what there is in one step.
+    BandCutter(BandPoints& points, int polygons) : m_Points(points) {
+        const auto pieces = static_cast<std::size_t>(polygons) * 5 / 4;
+        m_Pieces.reserve(pieces);
+        m_Indices.reserve(pieces * 5);
+    }
 
     struct Piece {
         std::size_t first;
@@ -255,7 +260,7 @@ void Check(std::span<const double> levels, std::size_t numColors) {
 CPolysurface Fill(const CPolysurface& surface, std::span<const double> levels,
                   std::span<const RGBDType> colors, const CTransform3D* transform) {
     BandPoints points(surface, levels, transform);
-    BandCutter cutter(points);
+    BandCutter cutter(points, surface.GetPSNumPolygons());
     detail::PolygonReader reader(surface);
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i) {
         if (i % 256 == 0) detail::Progress(0.5 * i, surface.GetPSNumPolygons());
