@@ -1,5 +1,7 @@
 #include "varnel/platform/detail/pixel_rows.h"
 
+#include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace varnel::detail {
@@ -59,8 +61,12 @@ void UnpackRow(const Bitmap& bitmap, int x, int y, std::size_t count, BYTE* bgra
                 PutPixel(bgra + 4 * i, row[0], row[1], row[2]);
             break;
         default:
-            for (std::size_t i = 0; i < count; ++i, row += 4)
-                PutPixel(bgra + 4 * i, row[0], row[1], row[2]);
+            for (std::size_t i = 0; i < count; ++i) {
+                std::uint32_t pixel;  // four bytes at a time
+                std::memcpy(&pixel, row + 4 * i, 4);
+                pixel |= std::bit_cast<std::uint32_t>(std::array<BYTE, 4>{0, 0, 0, 255});
+                std::memcpy(bgra + 4 * i, &pixel, 4);
+            }
     }
 }
 

@@ -42,9 +42,11 @@ void MeshEdges::Reset(int numPolygons) {
 
 bool MeshEdges::Insert(int a, int b, PackedColor color) {
     const Slot edge{std::min(a, b), std::max(a, b), color};
-    const std::uint32_t hash = static_cast<std::uint32_t>(edge.low) * 0x9E3779B1U +
-                               static_cast<std::uint32_t>(edge.high) * 0x85EBCA77U;
-    Slot& slot = m_Slots[hash >> m_Shift];
+    // Edges that lie alike and begin at neighbouring points have neighbouring slots, so that those
+    // of a grid's row are in the cache when the next row asks for them.
+    const std::uint32_t alike = static_cast<std::uint32_t>(edge.high - edge.low) * 0x9E3779B1U;
+    const std::size_t place = (alike >> m_Shift) + static_cast<std::uint32_t>(edge.low);
+    Slot& slot = m_Slots[place & (m_Slots.size() - 1)];
     if (slot == edge) return false;
     slot = edge;
     return true;
