@@ -111,11 +111,15 @@ TEST_F(VectorFiles, DashedLinesEndWhereThePictureDoes) {
     CTransform3D* transform = m_View.GetChart(0)->GetTransform(0);
     const point3Dtype far[] = {{-1e9, 0.5, -1e9, 0}, {2, 0.5, 15, 0}, {1e9, 0.5, 1e9, 0}};
     m_View.GetChart(0)->NewChartObj(transform)->LineChart3D(far, 3, 2, 1.0, {1, 0, 0, 1});
+    const point3Dtype near[] = {{1, 0.1, 19, 0}, {3, 0.1, 12, 0}};
+    m_View.GetChart(0)->NewChartObj(transform)->LineChart3D(near, 2, 0, 3.0, {0, 0, 1, 1});
     const std::string file = m_Folder.File("far.svg");
     m_View.SaveToSVG(file);
     EXPECT_LT(std::filesystem::file_size(file), 200'000U);
     const std::string svg = Output("cat " + file);
     EXPECT_NE(svg.find("stroke=\"#f00\""), std::string::npos);
+    EXPECT_GT(svg.find("stroke=\"#00f\""), svg.find("stroke=\"#f00\"")) << "the nearer one";
+    EXPECT_NE(svg.find("stroke=\"#00f\""), std::string::npos);
 }
 
 TEST_F(VectorFiles, WhatCannotBeWrittenLeavesNoFile) {

@@ -147,8 +147,6 @@ void PageSink::Compose(PageCanvas& canvas) const {
             ComposeLines(canvas, lines, layer.lines);
         }
     }
-    for (const Strip& strip : m_Strips)
-        ComposeStrip(canvas, visibility, strip);
     composeTexts(0.0, 0.5);
 }
 

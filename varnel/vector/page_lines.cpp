@@ -19,6 +19,13 @@ Vec3 Along(const Vec3& a, const Vec3& b, double t) {
     return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
 }
 
+/// Of the styles of lines with dashes.
+constexpr std::uint64_t kDashed = std::uint64_t{1} << 31U;
+
+double LengthOf(const Vec3& a, const Vec3& b) {
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
 /// Lengths of marks and gaps of a stipple pattern, a mark first (of length 0 where it starts with a
 /// gap).
 std::vector<double> Dashes(unsigned short pattern, double bit) {
@@ -78,9 +85,33 @@ std::vector<OrderedLine> PageSink::VisibleLines(Visibility& visibility) const {
             static_cast<std::uint32_t>(std::lround(s.width * kGridPerPixel));
         for (const SegmentPart& part : parts)
             lines.push_back({Along(s.a, s.b, part.from), Along(s.a, s.b, part.to),
-                             static_cast<double>(s.width), style, 0});
+                             static_cast<double>(s.width), style});
     }
+    for (const Strip& strip : m_Strips)
+        AddVisible(visibility, strip, lines);
     return lines;
+}
+
+/// A line with dashes is in a style of its own, by its number.
+void PageSink::AddVisible(Visibility& visibility, const Strip& strip,
+                          std::vector<OrderedLine>& lines) const {
+    const auto number = static_cast<std::uint64_t>(&strip - m_Strips.data());
+    const std::uint64_t style = std::uint64_t{ColorKey(strip.color)} << 32U | kDashed | number;
+    double start = 0.0;
+    std::vector<SegmentPart> parts;
+    for (std::size_t i = 0; i + 1 < strip.places.size(); ++i) {
+        ProgressStep();
+        const Vec3& a = strip.places[i];
+        const Vec3& b = strip.places[i + 1];
+        const double length = LengthOf(a, b);
+        if (!(length > 0.0)) continue;
+        visibility.Parts(a, b, strip.after, parts);
+        for (const SegmentPart& part : parts)
+            lines.push_back({Along(a, b, part.from), Along(a, b, part.to),
+                             static_cast<double>(strip.width), style, 0,
+                             start + part.from * length});
+        start += length;
+    }
 }
 
 /// The slices of depth with which a layer begins, from the back. What shows of the polygons does
@@ -108,58 +139,65 @@ std::vector<long> PageSink::LayerStarts(Hiding& hiding,
 }
 
 void PageSink::ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
-                            const std::vector<std::uint32_t>& order) {
-    LineChains chains;
+                            const std::vector<std::uint32_t>& order) const {
+    std::vector<OrderedLine> run;
     for (std::size_t i = 0; i < order.size(); ++i) {
         const OrderedLine& line = lines[order[i]];
-        chains.Add(ToGrid(line.a), ToGrid(line.b));
+        run.push_back(line);
         if (i + 1 < order.size() && lines[order[i + 1]].style == line.style) continue;
-        const auto level = [&line](unsigned shift) {
-            return static_cast<double>(line.style >> shift & 255U) / 255.0;
-        };
-        canvas.Stroke(chains.Take(true),
-                      {{level(48), level(40), level(32), level(56)}, line.width, {}});
+        if ((line.style & kDashed) != 0) {
+            ComposeDashes(canvas, m_Strips[line.style & (kDashed - 1)], run);
+        } else {
+            LineChains chains;
+            for (const OrderedLine& piece : run)
+                chains.Add(ToGrid(piece.a), ToGrid(piece.b));
+            const auto level = [&line](unsigned shift) {
+                return static_cast<double>(line.style >> shift & 255U) / 255.0;
+            };
+            canvas.Stroke(chains.Take(true),
+                          {{level(48), level(40), level(32), level(56)}, line.width, {}});
+        }
+        run.clear();
     }
 }
 
-void PageSink::ComposeStrip(PageCanvas& canvas, Visibility& visibility, const Strip& strip) const {
+/// The parts of a line with dashes that are drawn together: one path where that is all of it, each
+/// mark by itself else.
+void PageSink::ComposeDashes(PageCanvas& canvas, const Strip& strip,
+                             const std::vector<OrderedLine>& pieces) {
+    constexpr double kSameLength = 0.01;
     const std::vector<double> dashes = Dashes(strip.pattern, strip.repeat);
     double period = 0.0;
     for (const double length : dashes)
         period += length;
-    LineChains whole;
+    double whole = 0.0;
+    for (std::size_t i = 0; i + 1 < strip.places.size(); ++i)
+        whole += LengthOf(strip.places[i], strip.places[i + 1]);
+    LineChains all;
     LineChains marks;
-    bool hidden = false;
-    double start = 0.0;
-    std::vector<SegmentPart> parts;
-    for (std::size_t i = 0; i + 1 < strip.places.size(); ++i) {
-        const Vec3& a = strip.places[i];
-        const Vec3& b = strip.places[i + 1];
-        const double length = std::hypot(b.x - a.x, b.y - a.y);
-        if (!(length > 0.0)) continue;
-        visibility.Parts(a, b, strip.after, parts);
-        hidden = hidden || parts.size() != 1 || parts[0].from > 0.0 || parts[0].to < 1.0;
-        whole.Add(ToGrid(a), ToGrid(b));
-        // Each mark by itself, cut to the parts that show, for lines that show in parts only.
-        double at = start - std::fmod(start, period);
-        for (std::size_t k = 0; at < start + length; k = (k + 1) % dashes.size()) {
-            const double from = std::max(at, start);
-            const double to = std::min(at + dashes[k], start + length);
+    double shown = 0.0;
+    for (const OrderedLine& piece : pieces) {
+        const double length = LengthOf(piece.a, piece.b);
+        shown += length;
+        all.Add(ToGrid(piece.a), ToGrid(piece.b));
+        double at = piece.start - std::fmod(piece.start, period);
+        for (std::size_t k = 0; at < piece.start + length; k = (k + 1) % dashes.size()) {
+            const double from = std::max(at, piece.start) - piece.start;
+            const double to = std::min(at + dashes[k], piece.start + length) - piece.start;
             at += dashes[k];
-            if (k % 2 != 0 || from >= to) continue;
-            for (const SegmentPart& part : parts) {
-                const double s = std::max((from - start) / length, part.from);
-                const double t = std::min((to - start) / length, part.to);
-                if (s < t) marks.Add(ToGrid(Along(a, b, s)), ToGrid(Along(a, b, t)));
-            }
+            if (k % 2 == 0 && from < to)
+                marks.Add(ToGrid(Along(piece.a, piece.b, from / length)),
+                          ToGrid(Along(piece.a, piece.b, to / length)));
         }
-        start += length;
     }
-    const PageStroke solid{strip.color, static_cast<double>(strip.width), {}};
-    if (hidden)
-        canvas.Stroke(marks.Take(false), solid);
-    else
-        canvas.Stroke(whole.Take(false), {solid.color, solid.width, dashes});
+    PageStroke stroke{strip.color, static_cast<double>(strip.width), {}};
+    std::vector<Ring> path = all.Take(false);
+    if (path.size() == 1 && std::fabs(shown - whole) < kSameLength) {
+        stroke.dashes = dashes;
+        canvas.Stroke(path, stroke);
+    } else {
+        canvas.Stroke(marks.Take(false), stroke);
+    }
 }
 
 }  // namespace varnel::detail

@@ -124,12 +124,14 @@ void CutLine(const OrderedLine& line, const std::vector<Stretch>& stretches,
         for (const Stretch& s : stretches)
             if (s.from <= middle && middle <= s.to) last = std::max(last, s.veil);
         if (last != layer && layer != -2) {
-            out.push_back({At(line, begin), At(line, cuts[i - 1]), line.width, line.style, layer});
+            out.push_back({At(line, begin), At(line, cuts[i - 1]), line.width, line.style, layer,
+                           line.start + begin * length});
             begin = cuts[i - 1];
         }
         layer = last;
     }
-    out.push_back({At(line, begin), line.b, line.width, line.style, layer});
+    out.push_back(
+        {At(line, begin), line.b, line.width, line.style, layer, line.start + begin * length});
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ struct OrderedLine {
     double width = 1.0;       ///< pixels
     std::uint64_t style = 0;  ///< lines of one style cover each other without a trace
     int layer = 0;            ///< not drawn before the layers below it are complete
+    double start = 0.0;       ///< of a line with dashes: pixels from where its pattern begins
 };
 
 /// The places in `lines` in the order of drawing. Layers are raised so that they never fall along

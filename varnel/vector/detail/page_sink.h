@@ -141,9 +141,12 @@ class PageSink final : public SceneSink {
     void ComposeVeils(PageCanvas& canvas, Hiding& hiding, const std::vector<Veil>& veils) const;
     void ComposePictures(PageCanvas& canvas, const Hiding& hiding,
                          const std::vector<std::uint32_t>& fills) const;
-    static void ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
-                             const std::vector<std::uint32_t>& order);
-    void ComposeStrip(PageCanvas& canvas, Visibility& visibility, const Strip& strip) const;
+    void AddVisible(Visibility& visibility, const Strip& strip,
+                    std::vector<OrderedLine>& lines) const;
+    void ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
+                      const std::vector<std::uint32_t>& order) const;
+    static void ComposeDashes(PageCanvas& canvas, const Strip& strip,
+                              const std::vector<OrderedLine>& pieces);
     void ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const;
     static GridPoint OnPage(const Text& text, double x, double y);
     static Ring Bar(const Text& text);
