@@ -55,6 +55,8 @@ class CairoCanvas final : public PageCanvas {
         cairo_stroke(m_Page);
     }
 
+    bool HasMeshes() const override { return true; }
+
     void FillSmooth(const std::vector<SmoothTriangle>& triangles) override {
         if (triangles.empty()) return;
         const Owned<cairo_pattern_t> mesh(cairo_pattern_create_mesh());

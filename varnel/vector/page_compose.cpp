@@ -271,9 +271,10 @@ void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
             canvas.EndClip();
         }
     }
-    // What hardly has a gradient is in few pieces.
+    // What hardly has a gradient is in few pieces, where gradients are long to tell.
     ShadePieces pieces;
-    std::erase_if(shown, [&pieces](const SmoothTriangle& triangle) {
+    std::erase_if(shown, [&](const SmoothTriangle& triangle) {
+        if (canvas.HasMeshes()) return false;
         const auto gradient = FindGradient(triangle);
         return gradient && CutShades(triangle, *gradient, kFewSteps, pieces);
     });

@@ -19,8 +19,8 @@ constexpr double kCrooked = 1e-5;
 constexpr double kSmallest = 10.0;
 /// Lit polygons that are smaller than this, in pixels, have one colour with their neighbours.
 constexpr double kSmall = 16.0;
-/// Triangles whose corners differ by less, in 255ths, have one colour, two off at most.
-constexpr int kLevels = kShadeStep - 1;
+/// Triangles whose corners differ by no more, in 255ths, have one colour.
+constexpr int kLevels = 2;
 /// A triangle with more bands of colours by value than this is a blur, and has one colour.
 constexpr double kMostBands = 4096.0;
 

@@ -78,6 +78,8 @@ class PageCanvas {
     /// Fills an area. `seal` strokes its outline hair-thin in the same colour, so that viewers that
     /// smooth each area by itself show no crack between it and its neighbours.
     virtual void Fill(const Area& area, const RGBDType& color, bool seal) = 0;
+    /// Whether FillSmooth takes triangles as they are.
+    virtual bool HasMeshes() const { return false; }
     /// Triangles whose colours run evenly between those of their corners.
     virtual void FillSmooth(const std::vector<SmoothTriangle>& triangles) = 0;
     virtual void Stroke(const std::vector<Ring>& lines, const PageStroke& stroke) = 0;
