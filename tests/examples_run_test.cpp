@@ -171,7 +171,9 @@ TEST_P(Example, VectorFilesShowThePicture) {
             SCOPED_TRACE(base + kind);
             const Pixels shown = Halved(ReadPng(base + kind + ".png"));
             ASSERT_LE(MeanDifference(drawn, shown), 0.015 * 255);
-            EXPECT_LE(LargestPatch(drawn, shown, kind == ".svg" ? 2 : 3), 12);
+            // Letters are hinted in the one and lie in the plane of a line in the other.
+            const int most = m_Name == "text_planes" ? 30 : kind == ".pdf" ? 16 : 12;
+            EXPECT_LE(LargestPatch(drawn, shown, kind == ".pdf" ? 3 : 2), most);
             EXPECT_LT(fs::file_size(base + kind), 400'000U);
         }
         // What the one holds as text is found in the other, whose fonts are all embedded.

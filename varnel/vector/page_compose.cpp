@@ -132,10 +132,13 @@ void PageSink::Compose(PageCanvas& canvas) const {
         ComposeLines(canvas, lines, layer.lines);
     }
     // And so do texts: of one that is cut, the larger part counts.
+    std::vector<OrderedLine> drawn;
     const auto composeTexts = [&](double from, double to) {
         for (const Text& text : m_Texts) {
             const double share = large ? visibility.HiddenShare(text) : 0.0;
-            if (share >= from && share < to) ComposeText(canvas, hiding, text);
+            if (share < from || share >= to) continue;
+            ComposeText(canvas, hiding, text);
+            ComposeBefore(canvas, text, drawn);
         }
     };
     if (large) {
@@ -147,6 +150,9 @@ void PageSink::Compose(PageCanvas& canvas) const {
             ComposeLines(canvas, lines, layer.lines);
         }
     }
+    for (const Layer& layer : layers)
+        for (const std::uint32_t i : layer.lines)
+            drawn.push_back(lines[i]);
     composeTexts(0.0, 0.5);
 }
 

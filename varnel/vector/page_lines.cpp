@@ -161,6 +161,59 @@ void PageSink::ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& 
     }
 }
 
+/// Draws again what of the lines, in the order of drawing, stands before a text, which is drawn
+/// after them.
+void PageSink::ComposeBefore(PageCanvas& canvas, const Text& text,
+                             const std::vector<OrderedLine>& lines) const {
+    constexpr double kBefore = 1e-4;
+    const auto& [corner, right, across, up] = text.outline;
+    const double ux = right.x - corner.x;
+    const double uy = right.y - corner.y;
+    const double vx = up.x - corner.x;
+    const double vy = up.y - corner.y;
+    const double turn = ux * vy - uy * vx;
+    const double height = std::hypot(vx, vy);
+    const double width = std::hypot(ux, uy);
+    if (turn == 0.0 || text.text.places.empty()) return;
+    const double halo = text.text.halo * std::hypot(text.text.placement[0], text.text.placement[1]);
+    std::vector<OrderedLine> before;
+    std::vector<std::uint32_t> order;
+    for (const OrderedLine& line : lines) {
+        if ((line.style >> 56U) < 255U) continue;  // once is enough of what can be seen through
+        double from = 0.0;
+        double to = 1.0;
+        const auto cut = [&](double va, double vb) {
+            if (va < 0.0 && vb < 0.0) to = -1.0;
+            if ((va < 0.0) == (vb < 0.0)) return;
+            (va < 0.0 ? from : to) =
+                va < 0.0 ? std::max(from, va / (va - vb)) : std::min(to, va / (va - vb));
+        };
+        // Shares of the text's width and height, and how far it lies behind.
+        const auto u = [&](const Vec3& p) {
+            return ((p.x - corner.x) * vy - (p.y - corner.y) * vx) / turn;
+        };
+        const auto v = [&](const Vec3& p) {
+            return (ux * (p.y - corner.y) - uy * (p.x - corner.x)) / turn;
+        };
+        const auto behind = [&](const Vec3& p) {
+            return corner.z + u(p) * (right.z - corner.z) + v(p) * (up.z - corner.z) - p.z -
+                   kBefore;
+        };
+        const double aside = line.width / 2.0 + halo;
+        for (const double sign : {1.0, -1.0}) {
+            const double rest = sign > 0.0 ? 0.0 : 1.0;
+            cut(sign * u(line.a) + rest + aside / width, sign * u(line.b) + rest + aside / width);
+            cut(sign * v(line.a) + rest + aside / height, sign * v(line.b) + rest + aside / height);
+        }
+        cut(behind(line.a), behind(line.b));
+        if (from >= to) continue;
+        order.push_back(static_cast<std::uint32_t>(before.size()));
+        before.push_back({Along(line.a, line.b, from), Along(line.a, line.b, to), line.width,
+                          line.style, 0, line.start + from * LengthOf(line.a, line.b)});
+    }
+    ComposeLines(canvas, before, order);
+}
+
 /// The parts of a line with dashes that are drawn together: one path where that is all of it, each
 /// mark by itself else.
 void PageSink::ComposeDashes(PageCanvas& canvas, const Strip& strip,

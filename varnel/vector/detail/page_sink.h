@@ -145,6 +145,8 @@ class PageSink final : public SceneSink {
                     std::vector<OrderedLine>& lines) const;
     void ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& lines,
                       const std::vector<std::uint32_t>& order) const;
+    void ComposeBefore(PageCanvas& canvas, const Text& text,
+                       const std::vector<OrderedLine>& lines) const;
     static void ComposeDashes(PageCanvas& canvas, const Strip& strip,
                               const std::vector<OrderedLine>& pieces);
     void ComposeText(PageCanvas& canvas, Hiding& hiding, const Text& text) const;
