@@ -92,8 +92,9 @@ double PageSink::Visibility::HiddenShare(const Text& text) const {
     return static_cast<double>(hidden) / (kAlong * kUp);
 }
 
-void PageSink::Compose(PageCanvas& canvas) const {
-    Visibility visibility{Hiding(m_Width, m_Height), {}};
+/// Draws the pictures of large objects and takes what is hidden from all others.
+void PageSink::FindVisible(Visibility& visibility) const {
+    const ProgressPart part(0.0, 0.6);
     Hiding& hiding = visibility.hiding;
     for (std::uint32_t object = 1; object < m_PolygonCounts.size(); ++object)
         if (IsLarge(object)) visibility.pictures.push_back(DrawLarge(object));
@@ -108,10 +109,13 @@ void PageSink::Compose(PageCanvas& canvas) const {
                                       [&](const ObjectPicture& p) { return hidesAll(p, corners); });
         hiding.AddFacet(left ? std::span<const Vec3>() : corners, fill.beneathLines);
     }
-    {
-        const ProgressPart part(0.0, 0.6);
-        hiding.Resolve();
-    }
+    hiding.Resolve();
+}
+
+void PageSink::Compose(PageCanvas& canvas) const {
+    Visibility visibility{Hiding(m_Width, m_Height), {}};
+    FindVisible(visibility);
+    Hiding& hiding = visibility.hiding;
     std::vector<OrderedLine> lines;
     std::vector<Layer> layers;
     {

@@ -127,6 +127,7 @@ class PageSink final : public SceneSink {
     long SliceOf(const Fill& fill) const;
     static long SliceOf(const OrderedLine& line);
     bool IsLarge(std::uint32_t object) const;
+    void FindVisible(Visibility& visibility) const;
     ObjectPicture DrawLarge(std::uint32_t object) const;
     std::vector<OrderedLine> VisibleLines(Visibility& visibility) const;
     std::vector<Veil> OrderedVeils() const;
