@@ -19,7 +19,8 @@ float MultiplyAdd(float a, float b, float c) {
 /// The step of the grid that a place of at least half a pixel moves to, counted from the middle of
 /// the first pixel.
 int Snap(float place) {
-    return static_cast<int>((place - 0.5F) * static_cast<float>(kGrid) + 0.5F);
+    constexpr float kHalf = 0.5F;
+    return static_cast<int>((place - kHalf) * static_cast<float>(kGrid) + kHalf);
 }
 
 /// How far a place, not negative, lies beyond the middle of its pixel.
@@ -142,7 +143,9 @@ bool LineLayer::Add(const LineVertex& from, const LineVertex& to) {
     const float direction = along > 0.0F ? 1.0F : -1.0F;
     End start = steep ? End{a.y, a.x} : End{a.x, a.y};
     End end = steep ? End{b.y, b.x} : End{b.x, b.y};
-    if (!start.Move(direction) | !end.Move(direction)) return false;
+    const bool startIsOurs = start.Move(direction);
+    const bool endIsOurs = end.Move(direction);
+    if (!startIsOurs || !endIsOurs) return false;
     const End& low = along > 0.0F ? start : end;
     const End& high = along > 0.0F ? end : start;
     Walk walk(low.Along(), high.Along());
