@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "bench/measure.h"
+#include "bench/scene.h"
 #include "varnel/surface/contour_lines.h"
 #include "varnel/varnel.h"
 
@@ -25,29 +26,6 @@ using namespace varnel;
 
 constexpr RGBDType kBlue{0.3, 0.5, 0.8, 1};
 constexpr RGBDType kBlack{0, 0, 0, 1};
-
-/// A view with one chart over -1..1; each picture is turned a little further.
-class Scene {
- public:
-    Scene() : m_Window(1024, 768), m_View(&m_Window, 1024, 768) {
-        CChart3D* const chart = m_View.NewChart3D({-1, -1, -1, 0}, {1, 1, 1, 0}, &m_Transform);
-        m_Object = chart->NewChartObj(m_Transform);
-        m_View.SetViewSizePrinter();
-    }
-    CChartObj3D& Object() { return *m_Object; }
-    void DrawNext() {
-        m_Angle += 7.0;
-        m_Transform->SetRotate({-30, 0, m_Angle, 0});
-        m_View.DrawView();
-    }
-
- private:
-    CWnd m_Window;
-    CChartView3D m_View;
-    CTransform3D* m_Transform = nullptr;
-    CChartObj3D* m_Object = nullptr;
-    double m_Angle = 0.0;
-};
 
 /// What a process has that has drawn one datum of a kind, bytes.
 double LeastMemory(const char* kind) {

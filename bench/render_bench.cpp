@@ -5,34 +5,11 @@
 #include <cmath>
 #include <vector>
 
-#include "varnel/varnel.h"
+#include "bench/scene.h"
 
 namespace {
 
 using namespace varnel;
-
-/// A view with one chart over -1..1 and one data set, which `fill` sets up.
-class Scene {
- public:
-    template <class Fill>
-    explicit Scene(Fill fill) : m_Window(1024, 768), m_View(&m_Window, 1024, 768) {
-        CChart3D* const chart = m_View.NewChart3D({-1, -1, -1, 0}, {1, 1, 1, 0}, &m_Transform);
-        fill(*chart->NewChartObj(m_Transform));
-        m_View.SetViewSizePrinter();
-    }
-
-    void DrawNext() {
-        m_Angle += 7.0;
-        m_Transform->SetRotate({-30, 0, m_Angle, 0});
-        m_View.DrawView();
-    }
-
- private:
-    CWnd m_Window;
-    CChartView3D m_View;
-    CTransform3D* m_Transform = nullptr;
-    double m_Angle = 0.0;
-};
 
 void Run(benchmark::State& state, Scene& scene) {
     scene.DrawNext();  // shaders are compiled with the first picture
@@ -51,10 +28,10 @@ void DrawSurface(benchmark::State& state) {
         for (int c = 0; c < n; ++c)
             z.push_back(Wave(2.0 * c / n - 1, 2.0 * r / n - 1));
     CPolysurface surface(n, n, -1, -1, 1, 1, z.data(), 0);
-    Scene scene([&](CChartObj3D& object) {
-        object.PolysurfaceChart3D(&surface);
-        object.SetOutlineMode(static_cast<int>(state.range(1)));
-    });
+    Scene scene;
+    CChartObj3D& object = scene.Object();
+    object.PolysurfaceChart3D(&surface);
+    object.SetOutlineMode(static_cast<int>(state.range(1)));
     Run(state, scene);
 }
 BENCHMARK(DrawSurface)
@@ -72,10 +49,10 @@ void DrawBars(benchmark::State& state) {
             corners.push_back({x, y, 0.35 + Wave(x, y), 0});
         }
     const std::vector<double> base(corners.size(), -1.0);
-    Scene scene([&](CChartObj3D& object) {
-        object.BarChart3D(corners.data(), base.data(), n * n, 1.4 / n, 1.4 / n, {0.3, 0.5, 0.8, 1},
-                          {0, 0, 0, 1});
-    });
+    Scene scene;
+    CChartObj3D& object = scene.Object();
+    object.BarChart3D(corners.data(), base.data(), n * n, 1.4 / n, 1.4 / n, {0.3, 0.5, 0.8, 1},
+                      {0, 0, 0, 1});
     Run(state, scene);
 }
 BENCHMARK(DrawBars)->ArgName("n")->Arg(20)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
@@ -87,11 +64,11 @@ void DrawSymbols(benchmark::State& state) {
         const double t = i * 0.618034;
         points.push_back({std::cos(t * 13), std::sin(t * 17), std::cos(t * 29), 0});
     }
-    Scene scene([&](CChartObj3D& object) {
-        object.ScatterChart3D(points.data(), 3.0 / std::cbrt(n), n, 10, {0.8, 0.4, 0.2, 1},
-                              {0, 0, 0, 1}, -1, 0.0);
-        object.SetOutlineMode(0);
-    });
+    Scene scene;
+    CChartObj3D& object = scene.Object();
+    object.ScatterChart3D(points.data(), 3.0 / std::cbrt(n), n, 10, {0.8, 0.4, 0.2, 1},
+                          {0, 0, 0, 1}, -1, 0.0);
+    object.SetOutlineMode(0);
     Run(state, scene);
 }
 BENCHMARK(DrawSymbols)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
@@ -103,9 +80,9 @@ void DrawLine(benchmark::State& state) {
         const double t = 2.0 * i / n - 1;
         points.push_back({t, std::sin(40 * t) * 0.7, std::cos(63 * t) * 0.7, 0});
     }
-    Scene scene([&](CChartObj3D& object) {
-        object.LineChart3D(points.data(), n, 0, 1, {0.1, 0.2, 0.6, 1});
-    });
+    Scene scene;
+    CChartObj3D& object = scene.Object();
+    object.LineChart3D(points.data(), n, 0, 1, {0.1, 0.2, 0.6, 1});
     Run(state, scene);
 }
 BENCHMARK(DrawLine)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);

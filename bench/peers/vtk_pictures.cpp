@@ -83,27 +83,33 @@ void PlacePoints(vtkPoints* points, int n, const std::vector<double>& z) {
         }
 }
 
-vtkNew<vtkPolyData> MakeSurface(int n, const std::vector<double>& z) {
-    vtkNew<vtkPoints> points;
-    points->SetNumberOfPoints(static_cast<vtkIdType>(n) * n);
-    PlacePoints(points, n, z);
-    const vtkIdType quads = static_cast<vtkIdType>(n - 1) * (n - 1);
+/// Polygons of four corners each, whose numbers `write` writes one after the other.
+template <class Write>
+vtkNew<vtkPolyData> MakeQuadrilaterals(vtkPoints* points, vtkIdType count, Write&& write) {
     vtkNew<vtkIdTypeArray> offsets, corners;
-    offsets->SetNumberOfValues(quads + 1);
-    corners->SetNumberOfValues(4 * quads);
-    for (vtkIdType i = 0; i <= quads; ++i)
+    offsets->SetNumberOfValues(count + 1);
+    corners->SetNumberOfValues(4 * count);
+    for (vtkIdType i = 0; i <= count; ++i)
         offsets->SetValue(i, 4 * i);
-    vtkIdType* to = corners->GetPointer(0);
-    for (vtkIdType r = 0; r + 1 < n; ++r)
-        for (vtkIdType c = 0; c + 1 < n; ++c)
-            for (const vtkIdType k : {0, 1, n + 1, n})
-                *to++ = r * n + c + k;
+    write(corners->GetPointer(0));
     vtkNew<vtkCellArray> cells;
     cells->SetData(offsets, corners);
     vtkNew<vtkPolyData> data;
     data->SetPoints(points);
     data->SetPolys(cells);
     return data;
+}
+
+vtkNew<vtkPolyData> MakeSurface(int n, const std::vector<double>& z) {
+    vtkNew<vtkPoints> points;
+    points->SetNumberOfPoints(static_cast<vtkIdType>(n) * n);
+    PlacePoints(points, n, z);
+    return MakeQuadrilaterals(points, static_cast<vtkIdType>(n - 1) * (n - 1), [n](vtkIdType* to) {
+        for (vtkIdType r = 0; r + 1 < n; ++r)
+            for (vtkIdType c = 0; c + 1 < n; ++c)
+                for (const vtkIdType k : {0, 1, n + 1, n})
+                    *to++ = r * n + c + k;
+    });
 }
 
 vtkNew<vtkPolyData> MakeLine(int n) {
@@ -125,8 +131,8 @@ vtkNew<vtkPolyData> MakeLine(int n) {
 
 /// n boxes from the plane z = -1, or from 0, up to their heights.
 vtkNew<vtkPolyData> MakeBars(int n, double foot, double width) {
-    constexpr int kFaces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
-                                  {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
+    static constexpr int kFaces[6][4] = {{0, 1, 3, 2}, {4, 6, 7, 5}, {0, 4, 5, 1},
+                                         {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 5, 7, 3}};
     vtkNew<vtkPoints> points;
     points->SetNumberOfPoints(8L * n);
     auto* out = static_cast<float*>(points->GetVoidPointer(0));
@@ -138,22 +144,12 @@ vtkNew<vtkPolyData> MakeBars(int n, double foot, double width) {
             *out++ = static_cast<float>((corner & 4) != 0 ? p.z : foot);
         }
     }
-    vtkNew<vtkIdTypeArray> offsets, corners;
-    offsets->SetNumberOfValues(6L * n + 1);
-    corners->SetNumberOfValues(24L * n);
-    for (vtkIdType i = 0; i <= 6L * n; ++i)
-        offsets->SetValue(i, 4 * i);
-    vtkIdType* to = corners->GetPointer(0);
-    for (vtkIdType i = 0; i < n; ++i)
-        for (const auto& face : kFaces)
-            for (const int corner : face)
-                *to++ = 8 * i + corner;
-    vtkNew<vtkCellArray> cells;
-    cells->SetData(offsets, corners);
-    vtkNew<vtkPolyData> data;
-    data->SetPoints(points);
-    data->SetPolys(cells);
-    return data;
+    return MakeQuadrilaterals(points, 6L * n, [n](vtkIdType* to) {
+        for (vtkIdType i = 0; i < n; ++i)
+            for (const auto& face : kFaces)
+                for (const int corner : face)
+                    *to++ = 8 * i + corner;
+    });
 }
 
 vtkNew<vtkPolyData> MakePlaces(int n) {
