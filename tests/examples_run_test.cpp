@@ -66,6 +66,8 @@ class Example : public testing::TestWithParam<const char*> {
     /// Pictures of a failed example stay, to be looked at.
     void TearDown() override {
         if (!HasFailure()) fs::remove_all(m_Drawn);
+        std::error_code stays;  // what others failed
+        fs::remove(m_Drawn.parent_path(), stays);
     }
 
     const std::string m_Name = GetParam();

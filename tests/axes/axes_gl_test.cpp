@@ -147,6 +147,7 @@ TEST_F(AxesDrawing, LogarithmicGrid) {
     axes->SetAxisCenterPoint(2, 1);
     const std::vector<double> z = Places(DrawAll(), false);
     ASSERT_EQ(z.size(), 2U + 16U + 1U);
+    EXPECT_EQ(axes->GetAxisScaleMode(2), 1);
     EXPECT_NEAR(z[2], -0.5 + std::log10(2.0) / 2.0, 2e-3);
     axes->SetPlaneGridNthTic2(1, 0);
     EXPECT_TRUE(DrawAll().IsEmpty());

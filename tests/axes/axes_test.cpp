@@ -108,6 +108,8 @@ TEST(AxisRecords, FieldsHaveTheirPlaces) {
                   axis.GetAxisWallThickness(), axis.GetAxisTicSpace(), axis.GetAxisCenterPoint(),
                   axis.GetAxisIntercept1(), axis.GetAxisIntercept2(), axis.IsAxisSet()),
               Numbers(15, 14));
+    axis.SetTicValues(Numbers(1, 2));
+    ExpectFreshAfter(axis, &CAxis3D::InitAxisDefaults);
 
     CAxisLabels3D l;
     l.SetEngString(" kmgt");
@@ -125,6 +127,9 @@ TEST(AxisRecords, FieldsHaveTheirPlaces) {
               Row(2, 22, 23, 24, 74, 75, 76, 80));
     EXPECT_EQ(l.GetAxisLabelsStrings()[0], "a");
     EXPECT_EQ(l.GetEngString(), " kmgt") << "not in the record";
+    l.SetAxisLabelsHalo(1);
+    ExpectFreshAfter(l, &CAxisLabels3D::InitAxisLabelsDefaults);
+    EXPECT_EQ(l.GetAxisLabelsStrings(), nullptr);
 
     CTextObj3D t;
     ExpectLoadsAndSaves(t, RecordBytes().Distinct(kTextRecord));
@@ -135,6 +140,8 @@ TEST(AxisRecords, FieldsHaveTheirPlaces) {
               Row(2, 12, 13, 18, 19, 20, 21, 22, 23, 24));
     EXPECT_EQ(Row(t.GetLocation().x, t.GetNormLocation().x, t.GetColor().r, t.GetCharSize()),
               Row(4, 8, 14, 25));
+    t.SetHalo(1);
+    ExpectFreshAfter(t, &CTextObj3D::InitTextObjDefaults);
 }
 
 TEST(AxisRecords, DefaultsAreThoseOfAFreshObject) {
@@ -313,6 +320,10 @@ TEST(Axes, PassEveryAttributeOn) {
                   axes.GetAxisTitleColor(2).r, axis.GetColorMode(), axes.GetAxisColorMode(2),
                   axes.GetAxisColorMode(1)),
               Row(0.3, 0.4, 0.6, 0.7, 2, 2, 1));
+    labels.SetAxisTitle(1, 2, 3, 0, 4, 5, kRed, "");
+    EXPECT_EQ(Row(labels.GetAxisTitlePlane(), labels.GetAxisTitleRotation(),
+                  labels.GetAxisTitleDir(), labels.GetAxisTitleXJust(), labels.GetAxisTitleYJust()),
+              Row(1, 2, 3, 4, 5));
     axes.SetAxisTitleString(2, "title");
     CString title;
     axes.GetAxisTitleString(2, title);

@@ -2,6 +2,8 @@
 
 #include <thread>
 
+#include "tests/support/record_bytes.h"
+
 namespace varnel::test {
 namespace {
 
@@ -177,6 +179,8 @@ TEST_F(ChartView, ChartAttributes) {
     EXPECT_EQ(min, 1);
     chart.SetChartPosition({0.5, 0, 0.5, 0.5});
     EXPECT_EQ(chart.GetChartViewport().width, 100) << "no view, no pixels";
+    chart.SetFillDepth(0.5);
+    ExpectFreshAfter(chart, &CChart3D::InitChartDefaults);
 }
 
 TEST_F(ChartView, DefaultsComeBackWhole) {

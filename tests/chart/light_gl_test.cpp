@@ -47,6 +47,12 @@ TEST_F(Light, RunsOverTheRidgeWhenSmooth) {
     roof->SetShading(1, 120.0);
     EXPECT_EQ(Red(99), 255) << "the ridge faces the light";
     EXPECT_NEAR(Red(50), (255 + side) / 2, 4) << "halfway between ridge and edge";
+    chart->SetLight({0, 0, 1, 0}, 0.2, 0.5);
+    const int dull = Red(2);
+    EXPECT_NEAR(Red(99), 0.7 * 255, 3);
+    chart->SetLight({0, 0, 1, 0}, 0.2, 0.5, 0.3, 100);
+    EXPECT_EQ(Red(99), 255) << "gloss";
+    EXPECT_NEAR(Red(2), dull, 4) << "but not at the edge";
     roof->SetPolysurfacePoint(1, {0, -1, 0, 0});
     roof->SetPolysurfacePoint(4, {0, 1, 0, 0});
     EXPECT_EQ(Red(50), 255) << "a surface that was flattened has new normals";

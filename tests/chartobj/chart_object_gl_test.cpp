@@ -46,6 +46,7 @@ class ChartObjects : public GLFixture {
         for (const GLenum cap : {GL_CLIP_PLANE0, GL_CLIP_PLANE5, GL_TEXTURE_1D})
             EXPECT_FALSE(glIsEnabled(cap));
         EXPECT_EQ(GL().GetLineWidth3D(), 1.0);
+        EXPECT_EQ(GL().GetLineStyle(), LINE_SOLID);
     }
 
     std::unique_ptr<CTransform3D> m_Transform;
@@ -66,6 +67,7 @@ TEST_F(ChartObjects, EveryTypeDrawsInEveryModeAndTakesItsStateBack) {
                 object.SetColorMode(mode);
                 if (!onWall) object.SetClipping(mode);
                 object.SetOutlineMode(mode);
+                object.SetLineStyle(LINE_DOTS_WIDE);
                 // Contour colours lie in the same place.
                 if (mode == 1 && setUp.type != 52) object.InitSegmentColorsStorage(kSegments);
                 Draw([&] { object.DrawChartObj(); });
@@ -190,6 +192,8 @@ TEST_F(ChartObjects, BarsCandlesAndRibbonsHaveTheirColours) {
     EXPECT_EQ(colorAt(ribbons, 30, 45), 0x0000FF) << "the third on the others";
     // The gap of the ribbons is their own default, not this object's.
     EXPECT_NEAR(ExtentOf(Drawn(ribbons)).right, 40 - 0.16, 0.01);
+    ribbons.SetSegmentOutlines(0);
+    EXPECT_NEAR(ExtentOf(Drawn(ribbons)).right, 40, 0.01);
 }
 
 TEST_F(ChartObjects, SymbolsHaveOneSizeAndAreJoinedToTheirProjection) {

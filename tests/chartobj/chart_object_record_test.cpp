@@ -209,6 +209,7 @@ TEST(ChartObjectRecord, WhatThePlainRecordLacksComesBackFromTheBlock) {
           "contourLineWidth", "contourLineStyle", "contourOnSurface", "contourLabels",
           "contourLabelSize", "marker", "markerSize", "lineJoins", "lineStyleFactor"})
         EXPECT_NE(names.find(name), std::string::npos) << name;
+    ExpectFreshAfter(object, &CChartObj3D::InitChartObjDefaults);
 }
 
 TEST(ChartObjectRecord, WireFrameComesBackFromTheBlock) {

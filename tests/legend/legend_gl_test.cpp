@@ -111,6 +111,7 @@ TEST(Legend, SymbolsAreLitAsInTheChart) {
             v.view.DeleteChartViewObjects();
             CTransform3D* t = nullptr;
             CChart3D* const chart = AddChart(v.view, &t, 6);
+            t->SetRotate({-18, 12, 24, 0});
             chart->SetLightPosition({0.5, 1, 0.7, 0});
             chart->SetLightComponent(LIGHT_MODEL_AMBIENT, {0.3, 0.2, 0.3, 1});
             const point3Dtype points[] = {{2, 0.5, 2, 0}, {4, 0.5, 3, 0}};

@@ -59,6 +59,10 @@ TEST(LegendRecord, ByteForByte) {
     EXPECT_EQ(CLegend3D::nSelfID, 7);
     EXPECT_EQ(loaded.GetNumLegendObjs(), 1) << "what it had before is replaced";
     EXPECT_EQ(Saved(loaded), bytes);
+    loaded.SetPlace(LEGEND_LEAST_DATA);
+    loaded.SetChartEm(90);
+    ExpectFreshAfter(loaded, &CLegend3D::InitLegendDefaults);
+    EXPECT_NE(loaded.GetEm(100, 100), 90);
 }
 
 TEST(LegendRecord, FollowsTheRules) {

@@ -3,17 +3,17 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
+#include <optional>
 #include <string>
 
+#include "tests/support/files.h"
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/diagnostics.h"
 #include FT_FREETYPE_H
@@ -324,15 +324,28 @@ TEST(GlyphOutlines, OtherFacesLendWhatOneLacks) {
     EXPECT_EQ(lender->Metrics(U'日').gmfBlackBoxX, sun.gmfBlackBoxX);
 }
 
-/// A font configuration of the test's own, which only processes started by it see.
-std::string WriteConfiguration(const std::string& content) {
-    const auto folder = std::filesystem::path(testing::TempDir());
-    const auto file = folder / ("varnel_fonts_" + std::to_string(::getpid()) + ".conf");
-    std::ofstream(file) << "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n"
-                        << "<fontconfig>" << content << "<cachedir>" << folder.string()
-                        << "</cachedir></fontconfig>\n";
-    return file.string();
-}
+/// A font configuration of the test's own. The process that the test starts, which runs it from its
+/// beginning and ends without destructors, takes the file of the test that started it.
+class FontConfiguration {
+ public:
+    explicit FontConfiguration(const std::string& content) {
+        if (std::getenv(kVariable) != nullptr) return;
+        m_Folder.emplace();
+        const std::string file = m_Folder->File("fonts.conf");
+        test::WriteAll(file,
+                       "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n"
+                       "<fontconfig>" +
+                           content + "<cachedir>" + m_Folder->Path() +
+                           "</cachedir></fontconfig>\n");
+        setenv(kVariable, file.c_str(), 1);
+    }
+    ~FontConfiguration() { unsetenv(kVariable); }
+    static void Use() { setenv("FONTCONFIG_FILE", std::getenv(kVariable), 1); }
+
+ private:
+    static constexpr const char* kVariable = "VARNEL_TEST_FONTS";
+    std::optional<test::TemporaryFolder> m_Folder;
+};
 
 class GlyphOutlinesDeathTest : public testing::Test {
  protected:
@@ -341,10 +354,10 @@ class GlyphOutlinesDeathTest : public testing::Test {
 };
 
 TEST_F(GlyphOutlinesDeathTest, NoFontAtAllGivesNothing) {
-    const std::string configuration = WriteConfiguration("");
+    const FontConfiguration configuration("");
     EXPECT_EXIT(
         {
-            setenv("FONTCONFIG_FILE", configuration.c_str(), 1);
+            FontConfiguration::Use();
             std::_Exit(Build(Described("Arial")).empty() ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
@@ -359,13 +372,13 @@ TEST_F(GlyphOutlinesDeathTest, AFaceWithoutItalicIsSheared) {
         setenv(kFolder, face.parent_path().c_str(), 1);
     }
     const std::string folder = std::getenv(kFolder);
-    const std::string configuration = WriteConfiguration(
+    const FontConfiguration configuration(
         "<dir>" + folder +
         "</dir><selectfont><rejectfont><pattern><patelt name=\"slant\"><int>100</int></patelt>"
         "</pattern></rejectfont></selectfont>");
     EXPECT_EXIT(
         {
-            setenv("FONTCONFIG_FILE", configuration.c_str(), 1);
+            FontConfiguration::Use();
             const auto upright = Build(Described("Liberation Sans"));
             const auto italic = Build(Described("Liberation Sans", 400, true));
             const GLYPHMETRICSFLOAT& u = Glyph(upright, 'I').metrics;

@@ -424,6 +424,14 @@ TEST_F(OpenGL, ViewportLightAndMatrixAreThoseOfTheMoment) {
     const int outside = kSize * kSize - 50 * 50;  // which Clear leaves black
     EXPECT_NEAR(Inked() - outside, 25 * 8 + 3.14 * 16, 25) << "8 pixels wide, with round ends";
     GL().SetLineJoins(0);
+    // Less than a pixel about the middle of one of ten, which in a hundred is where four meet.
+    GL().SetViewport({0, 0, kSize, kSize});
+    Draw([] {});
+    GL().SetViewport({0, 0, 10, 10});
+    const point3Dtype dot[4] = {
+        {0.096, 0.096, 0, 0}, {0.096, 0.104, 0, 0}, {0.104, 0.104, 0, 0}, {0.104, 0.096, 0, 0}};
+    Draw([&] { GL().PolyFillAbs3D(dot, 4); });
+    EXPECT_EQ(Inked(), 1);
     GL().SetViewport({0, 0, kSize, kSize});
 
     const point3Dtype square[4] = {{-1, -1, 0, 0}, {-1, 1, 0, 0}, {1, 1, 0, 0}, {1, -1, 0, 0}};
@@ -491,11 +499,13 @@ struct ListingSink : detail::SceneSink {
     std::vector<detail::Element> segments;
     std::string text;
     std::string order;
-    double corner = 0, lit = 0, dashes = 0, picture = 0;
+    double corner = 0, lit = 0, dashes = 0, picture = 0, depth = 0;
+    bool transparent = true;
 
     void Clear(const detail::SceneState&, bool, bool) override { order += 'c'; }
-    void DrawBatch(const detail::SceneState&, const detail::PrimitiveBatch& b) override {
+    void DrawBatch(const detail::SceneState& state, const detail::PrimitiveBatch& b) override {
         order += 'b';
+        transparent = state.transparent;
         polygons = b.Polygons();
         for (const detail::LineRun& run : b.Lines())
             segments.insert(segments.end(), run.elements.begin(), run.elements.end());
@@ -510,6 +520,10 @@ struct ListingSink : detail::SceneSink {
         order += 't';
         text = std::string(run.text) + (run.color.g == 1.0 ? " in green" : "");
         corner += run.placement.At(0, 3);
+    }
+    void DrawShape(const detail::SceneState&, const detail::ShadedShape& shape) override {
+        for (const detail::ShadedVertex& v : shape.triangles)
+            depth = std::max(depth, v.place.z);
     }
     void DrawImage(const detail::SceneState&, const detail::ImageQuad& image) override {
         order += 'i';
@@ -538,17 +552,21 @@ TEST_F(OpenGL, AnotherSinkGetsTheWholeScene) {
         GL().PolyFillAbs3D(square, 4);
         GL().SetFrameFilled(0);
         GL().SetElement(-1, -1);
+        GL().SetTransparency(1);  // of what follows
     }
+    GL().SetTransparency(0);
     GL().SetLineStyle3D(LINE_DOTS_WIDE, 1.0, kBlack);
     GL().LineAbs3D({0, 0, 0, 0}, {1, 0, 0, 0});
     GL().SetCurrentColor(kGreen);
     GL().DrawTextRun(*GL().GetFont(), "total");
     GL().DrawPicture(pixel, 1, 1, square, 2, 1);
+    GL().DrawAuxObject(AUX_SPHERE, 1, {0.5, 0.5, 0.5, 0});
     GL().SetSink(nullptr);
     GL().ReadBack();
     EXPECT_EQ(Inked(), kSize * kSize) << "the image stays as it was: black";
     EXPECT_EQ(Pixel(50, 50).rgbRed, 0);
     EXPECT_EQ(sink.order, "cbsti");
+    EXPECT_FALSE(sink.transparent);
     ASSERT_EQ(sink.polygons.size(), 1U);
     EXPECT_EQ(sink.polygons[0].count, 4U);
     EXPECT_EQ(sink.polygons[0].element, (detail::Element{3, 7}));
@@ -559,6 +577,7 @@ TEST_F(OpenGL, AnotherSinkGetsTheWholeScene) {
     EXPECT_EQ(sink.dashes, 0x0101);
     EXPECT_EQ(sink.text, "total in green");
     EXPECT_EQ(sink.picture, 2 * 1.125);
+    EXPECT_NEAR(sink.depth, 0.5, 0.01);
 }
 
 TEST_F(OpenGL, ForeignPointersAndMissingDevices) {

@@ -21,6 +21,8 @@ TEST(AuxObject, RecordLeavesTheOutlineOut) {
     EXPECT_EQ(test::Row(object.GetScale(), object.GetLocation().y, object.GetRotation().z,
                         object.GetColor().b, object.GetLineWidth(), object.GetOutlineMode()),
               test::Row(9, 11, 20, 24, 26, 1));
+    test::ExpectFreshAfter(object, &CAuxObj3D::InitAuxObjDefaults);
+    EXPECT_EQ(object.GetOutlineMode(), 0);
 }
 
 class AuxObjects : public test::DrawingTest {

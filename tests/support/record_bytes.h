@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "tests/support/expect_error.h"
+#include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/types.h"
 #include "varnel/platform/files.h"
 
@@ -129,6 +131,28 @@ void ExpectRecordRules(const RecordBytes& record, CErr3DClass cls) {
     EXPECT_TRUE(Raises(ERR3D_DISK_IO, cls, "Load", [&] { object.Load(&broken); }));
     object.Save(nullptr);
     object.Load(nullptr);
+}
+
+/// Expects that `init` makes of a loaded object with attributes beyond its record one that is like a
+/// new one, and counts it.
+template <class T>
+void ExpectFreshAfter(T& object, void (T::*init)()) {
+    T fresh;
+    T::nSelfID = 6;
+    (object.*init)();
+    EXPECT_EQ(T::nSelfID, 7);
+    // The second word is often the identifier of the transform, which stays as objects stay bound.
+    std::vector<BYTE> now = Saved(object);
+    std::vector<BYTE> first = Saved(fresh);
+    std::copy_n(first.begin(), 8, now.begin());
+    EXPECT_EQ(now, first);
+    if constexpr (requires(detail::AddedFields& fields) { object.VisitAdded(fields); }) {
+        detail::AddedFields added;
+        object.VisitAdded(added);
+        MemoryFile block;
+        added.WriteBlock(block);
+        EXPECT_TRUE(block.GetBytes().empty());
+    }
 }
 
 }  // namespace varnel::test

@@ -68,6 +68,8 @@ CChart3D::~CChart3D() {
 
 void CChart3D::InitChartDefaults() {
     m_Saved = {};
+    m_Added = {};
+    m_AutoScaleMode = {};
     m_Signature = kSignature;
     detail::Count(nSelfID);
     m_pHeader = detail::NewObject<CHeader3D>(At("InitChartDefaults"));

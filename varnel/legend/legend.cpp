@@ -52,6 +52,7 @@ CLegend3D::~CLegend3D() {
 void CLegend3D::InitLegendDefaults() {
     m_Saved = {};
     m_Added = {};
+    m_ChartEm = 0.0;
     m_PlotArea = {};
     m_DataPlaces.clear();
     m_Viewport = {};

@@ -458,8 +458,6 @@ class VARNEL_API COpenGL {
     int m_ColorMode;
     int m_SavedColorMode = 0;
     BYTE m_TextureArray[256][4] = {};
-    double m_TextureMin = 0.0;
-    double m_TextureMax = 1.0;
     double m_TextureScale = 1.0;
     double m_TextureOffset = 0.0;
     point3Dtype m_LineNormal;

@@ -46,10 +46,8 @@ void COpenGL::SetTextureColorArray(const RGBDType* colors, double min, double ma
     int size = 2;
     while (size < n)
         size *= 2;
-    m_TextureMin = min;
     // The maximum is stretched, not the range: the last colour ends at max when min is 0.
-    m_TextureMax = max * size / n;
-    m_TextureScale = 1.0 / (m_TextureMax - m_TextureMin);
+    m_TextureScale = 1.0 / (max * size / n - min);
     m_TextureOffset = min;
     for (int i = 0; i < size; ++i)
         StoreTexel(m_TextureArray[i], colors[i < n ? i : n - 1]);
@@ -66,8 +64,6 @@ void COpenGL::SetTextureColorArray(std::span<const RGBDType> colors, double min,
 void COpenGL::SetTextureEndpointColors(const RGBDType& c1, const RGBDType& c2, double min,
                                        double max, int step) {
     if (step < 1) return;
-    m_TextureMin = min;
-    m_TextureMax = max;
     m_TextureScale = 1.0 / (max - min);
     m_TextureOffset = min;
     const RGBDType delta = {(c2.r - c1.r) / kTextureEntries, (c2.g - c1.g) / kTextureEntries,
