@@ -133,8 +133,8 @@ void ExpectRecordRules(const RecordBytes& record, CErr3DClass cls) {
     object.Load(nullptr);
 }
 
-/// Expects that `init` makes of a loaded object with attributes beyond its record one that is like a
-/// new one, and counts it.
+/// Expects that `init` makes of a loaded object with attributes beyond its record one that is like
+/// a new one, and counts it.
 template <class T>
 void ExpectFreshAfter(T& object, void (T::*init)()) {
     T fresh;
@@ -146,7 +146,7 @@ void ExpectFreshAfter(T& object, void (T::*init)()) {
     std::vector<BYTE> first = Saved(fresh);
     std::copy_n(first.begin(), 8, now.begin());
     EXPECT_EQ(now, first);
-    if constexpr (requires(detail::AddedFields& fields) { object.VisitAdded(fields); }) {
+    if constexpr (requires(detail::AddedFields & fields) { object.VisitAdded(fields); }) {
         detail::AddedFields added;
         object.VisitAdded(added);
         MemoryFile block;
