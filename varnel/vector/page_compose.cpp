@@ -17,6 +17,9 @@ namespace {
 
 /// Texts of which less than this share is hidden are drawn whole.
 constexpr double kHardlyHidden = 0.005;
+/// Up to so many triangles of a page, of some 100 bytes each, are told as they are, however slight
+/// their gradients.
+constexpr std::size_t kMostMeshes = 1500;
 /// Colours that run through no more steps are told by pieces of one colour.
 constexpr double kFewSteps = 3.0;
 
@@ -282,9 +285,10 @@ void PageSink::ComposeSmooth(PageCanvas& canvas, const Hiding& hiding,
         }
     }
     // What hardly has a gradient is in few pieces, where gradients are long to tell.
+    const bool meshes = canvas.HasMeshes() && m_Smooth.size() <= kMostMeshes;
     ShadePieces pieces;
     std::erase_if(shown, [&](const SmoothTriangle& triangle) {
-        if (canvas.HasMeshes()) return false;
+        if (meshes) return false;
         const auto gradient = FindGradient(triangle);
         return gradient && CutShades(triangle, *gradient, kFewSteps, pieces);
     });
