@@ -54,15 +54,13 @@ void DrawAreas(example::Picture& picture, CLegend3D& legend) {
     CChart3D& chart = *picture.View().NewChart3D();
     CTransform3D* transform = chart.NewTransform();
     const example::Table table = picture.Read("penguins.csv");
-    const std::vector<std::string> all = table.Text("species");
-    const std::vector<double> lengths = table.Numbers("flipper_length_mm");
     constexpr double kFirst = 166, kWidth = 6;
+    constexpr const char* kLength = "flipper_length_mm";
     int color = 0;
     for (const char* species : {"Adelie", "Chinstrap", "Gentoo"}) {
         std::vector<double> count(13);
-        for (std::size_t i = 0; i < all.size(); ++i)
-            if (all[i] == species && std::isfinite(lengths[i]))
-                count.at(static_cast<std::size_t>((lengths[i] - kFirst) / kWidth)) += 1;
+        for (const point3Dtype& p : table.Points(kLength, kLength, kLength, "species", species))
+            count.at(static_cast<std::size_t>((p.x - kFirst) / kWidth)) += 1;
         const RGBDType line = Theme().SeriesColor(color);
         CChartObj3D* area = chart.NewChartObj(transform);
         area->AreaFillChart25D(example::Count(kFirst + kWidth / 2, count.size(), kWidth), count, 0,

@@ -221,7 +221,7 @@ bool AutoFrames::HasMargin(const CChartView3D& view, int width, int height) {
 TEST_F(AutoFrames, PicturesKeepTheirMarginAndComeBackFromAFile) {
     CWnd window(400, 300);
     CChartView3D view(&window);
-    for (const int set : {0, 8, 13}) {
+    for (const int set : {0, 3, 8, 9, 12, 13}) {
         CChart3D* const chart = view.NewChart3D();
         Make(*chart, kSets[set], set == 8 ? Kind::kPoints : Kind::kBars);
         CLegend3D* const legend = view.NewLegend3D();

@@ -1,4 +1,5 @@
 #include "varnel/layout/fit.h"
+#include "varnel/layout/detail/place_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -49,6 +50,36 @@ TEST(Fit, EverythingIsInsideAndTheBoxTouchesItsRoom) {
                 }
             }
         }
+    }
+}
+
+TEST(PlacedTexts, LieOnNothingAndStayInTheRoom) {
+    const PixelRect room{0.0, 0.0, 500.0, 400.0};
+    unsigned seed = 1;
+    const auto random = [&](double most) {
+        seed = seed * 1103515245U + 12345U;
+        return most * (seed >> 16U & 0x7FFFU) / 32768.0;
+    };
+    for (const int markers : {0, 20, 300}) {
+        std::vector<PixelRect> taken;
+        std::vector<detail::TextToPlace> texts;
+        for (int i = 0; i < 60; ++i)
+            texts.push_back({{random(500.0), random(400.0)}, 10.0 + random(50.0), 12.0, 3.0});
+        for (int i = 0; i < markers; ++i) {
+            const PixelPoint at = i < 60 ? texts[static_cast<std::size_t>(i)].at
+                                         : PixelPoint{random(500.0), random(400.0)};
+            taken.push_back({at.x - 4.0, at.y - 4.0, at.x + 4.0, at.y + 4.0});
+        }
+        int placed = 0;
+        for (const auto& box : detail::PlaceTexts(texts, taken, room, 3.0)) {
+            if (!box) continue;
+            EXPECT_TRUE(room.Contains(*box));
+            for (const PixelRect& other : taken)
+                EXPECT_FALSE(box->Overlaps(other));
+            taken.push_back(*box);
+            ++placed;
+        }
+        EXPECT_GE(placed, markers == 300 ? 20 : 55) << markers;
     }
 }
 

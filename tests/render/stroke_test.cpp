@@ -49,6 +49,14 @@ double Distance(const std::vector<StrokePoint>& line, double x, double y) {
     return least;
 }
 
+TEST(Stroke, GoesOnAtTheDepthToWhichItLeadsStraightAway) {
+    const std::vector<StrokePoint> line = {
+        {20, 20, 0, {}}, {80, 20, 0, {}}, {80, 20, 1, {}}, {20, 20, 1, {}}};
+    for (const Piece& piece : PiecesOf({5.0, 1, 0xFFFF, 100, 100}, line))
+        for (const StrokePoint& corner : piece.corners)
+            EXPECT_EQ(corner.z, piece.corners.front().z);
+}
+
 TEST(Stroke, CoversWhatIsWithinHalfItsWidthAndNothingElse) {
     const std::vector<StrokePoint> lines[] = {
         {{20, 20, 0, {}}, {80, 20, 0, {}}, {30, 30, 0, {}}, {30, 30, 0, {}}, {30, 80, 0, {}}},

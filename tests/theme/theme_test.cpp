@@ -63,18 +63,24 @@ TEST(Theme, TheColoursOfDataAreToldApartAndFromTheBackground) {
     EXPECT_EQ(theme.SeriesColor(-3).r, theme.SeriesColor(0).r);
 }
 
-TEST(Theme, ItsLightShowsColoursAsTheyAre) {
+TEST(Theme, ItsLightShowsColoursAsTheyAreAndSlopesOnAllSides) {
     const Theme theme;
     const point3Dtype& l = theme.lightPosition;
-    const double towardsViewer = l.y / std::hypot(l.x, l.y, l.z);
     const float ambient = static_cast<float>(theme.ambientLight.r) + 0.1F;
-    EXPECT_GE(ambient + theme.diffuseLight.r * towardsViewer, 1.0 - 2.0 / 255);
-    // A face that looks into the light is not brighter than it is.
     detail::SceneLight light;
     light.sceneAmbient = {ambient, ambient, ambient, 1.0F};
     light.diffuse = RGBDtoRGBF(theme.diffuseLight);
+    light.direction = detail::Normalized({l.x, l.z, -l.y});
     light.limited = true;
-    EXPECT_EQ(detail::LitColor(light, {1.0, 0.0}, {0.5, 0.2, 0.1, 1.0}).r, 0.5);
+    const auto brightness = [&](double x, double y) {
+        const detail::Vec3 normal{x, y, -std::sqrt(1.0 - x * x - y * y)};
+        return LitColor(light, TurnedBy(light, normal), {0.8, 0.8, 0.8, 1.0}).r / 0.8;
+    };
+    EXPECT_NEAR(brightness(0.0, 0.0), 1.0, 2.0 / 255);
+    for (const auto& [x, y] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}}) {
+        EXPECT_LT(brightness(0.5 * x, 0.5 * y), 1.0 - 2.0 / 255) << x << ", " << y;
+        EXPECT_LT(brightness(0.9 * x, 0.9 * y), brightness(0.5 * x, 0.5 * y) - 0.01);
+    }
 }
 
 }  // namespace

@@ -252,8 +252,8 @@ struct Program {
             ->check(CLI::IsMember({"light", "dark", "print"}))
             ->capture_default_str();
         command.add_option("--legend", plot.legend, "Beside the chart, or where data are fewest")
-            ->type_name("right|top|bottom|inside|none")
-            ->check(CLI::IsMember({"right", "top", "bottom", "inside", "none"}))
+            ->type_name("auto|right|top|bottom|inside|none")
+            ->check(CLI::IsMember({"auto", "right", "top", "bottom", "inside", "none"}))
             ->capture_default_str();
         command
             .add_option("--depth", plot.depth,

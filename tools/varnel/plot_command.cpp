@@ -88,7 +88,8 @@ Legend LegendOf(const std::string& place) {
            : place == "bottom" ? Legend::Bottom
            : place == "inside" ? Legend::Inside
            : place == "none"   ? Legend::None
-                               : Legend::Right;
+           : place == "right"  ? Legend::Right
+                               : Legend::Auto;
 }
 
 /// What a part of a date ("date:month") is called in the table of groups.

@@ -55,7 +55,7 @@ struct PlotOptions {
     int samples = 4;
     std::optional<std::pair<double, double>> rotate;
     std::string theme = "light";
-    std::string legend = "right";
+    std::string legend = "auto";
     std::string output;     ///< "-": a PNG on standard output; empty: a window
     std::string chartFile;  ///< the view, saved as well
     bool show = false;      ///< in a window, too

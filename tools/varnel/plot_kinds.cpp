@@ -278,7 +278,7 @@ const std::vector<PlotKind>& PlotKinds() {
          DrawPlanes},
         {"text", "The texts of a column at points; with -z in space",
          "text examples/data/earthquakes_week.csv -x longitude_deg -y latitude_deg "
-         "--text magnitude --where \"magnitude>=5\" -o quakes.png",
+         "--text magnitude --where \"magnitude>=5.5\" -o quakes.png",
          DrawText},
         {"arrows", "Arrows from points by --dx and --dy; with -z and --dz in space",
          "arrows examples/data/seattle_weather.csv -x date -y temp_min_c --dy wind_m_s --limit 30 "

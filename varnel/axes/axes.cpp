@@ -2,6 +2,7 @@
 
 #include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/detail/axis_walk.h"
+#include "varnel/axes/detail/known_tics.h"
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/record.h"

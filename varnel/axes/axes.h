@@ -31,6 +31,7 @@ struct AxesExtents;
 struct AxesPlacement;
 struct AxisContent;
 struct BoxView;
+class KnownTics;
 }  // namespace detail
 
 /// How the frame goes with the view; plain numbers may be given as well.
@@ -558,6 +559,7 @@ class VARNEL_API CAxes3D {
     Saved m_Saved;
     Added m_Added;
     CString m_TitleNotes[3];  ///< factors and offsets that automatic labels leave out
+    std::unique_ptr<detail::KnownTics> m_pTics;
     std::unique_ptr<detail::AxesChoice> m_pLastChoice;  ///< of FOLLOW_TURN
     int m_nSignature = kSignature;
 };

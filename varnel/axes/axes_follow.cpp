@@ -5,12 +5,11 @@
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/detail/axes_extents.h"
+#include "varnel/axes/detail/known_tics.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
-#include "varnel/scale/auto_scale.h"
 #include "varnel/scale/calendar.h"
-#include "varnel/scale/tic_labels.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -171,18 +170,16 @@ void CAxes3D::PrepareDates(int axis, double length, bool across) {
 
 void CAxes3D::PrepareNumbers(int axis, double length, bool across) {
     CAxis3D& line = *m_pAxis[axis];
+    // In steps, so that many views share the same tics.
+    constexpr double kStep = 0.25;
     ScaleOptions options;
     options.logarithmic = m_pTransform->GetAxisScaleMode(axis) != 0;
     options.whole = m_Added.wholeTics[axis] != 0;
-    options.length = length;
+    options.length = std::max(kStep, kStep * std::floor(length / kStep));
     options.across = across;
-    const AxisScale scale = TicsInside(line.GetAxisMin(), line.GetAxisMax(), options);
+    if (m_pTics == nullptr) m_pTics = std::make_unique<detail::KnownTics>();
+    const auto& [scale, labels] = m_pTics->Get(line.GetAxisMin(), line.GetAxisMax(), options);
     line.SetTicValues(scale.majors, scale.minors);
-    LabelOptions writing;
-    // Less than a decade is written like a linear axis.
-    writing.logarithmic = scale.logarithmic && scale.majorStep == 0.0;
-    writing.allowNote = true;
-    const TicLabels labels = ChooseLabels(scale.majors, writing);
     m_pAxisLabels[axis]->SetAxisLabelsStrings(labels.texts);
     m_TitleNotes[axis] = labels.note;
 }

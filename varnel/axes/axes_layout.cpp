@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kEdgeOn = 1e-6;       // sine of the angle below which a face is seen edge-on
 constexpr double kKeepFace = 0.02;     // and below which a former choice is kept
-constexpr double kKeepEdge = 0.15;     // how much worse a former edge may be
+constexpr double kKeepEdge = 0.05;     // how much worse a former edge may be
 constexpr double kMostOfFrame = 0.92;  // that a title takes along its line
 constexpr double kLongestTic = 0.06;   // of the edge along which it points
 constexpr double kShortestNames = 1.0;
@@ -29,9 +29,10 @@ double Length(PixelPoint p) {
     return std::hypot(p.x, p.y);
 }
 
-/// How well something stands in a direction: below is best, left is better than right.
+/// How well something stands in a direction: below is best, and left is better than right for what
+/// stands as high.
 double Liking(PixelPoint direction) {
-    return -0.45 * direction.x - 0.9 * direction.y;
+    return -0.09 * direction.x - 0.9 * direction.y;
 }
 
 /// The sine of the angle between an edge and the image; positive when its maximum is farther away.
@@ -143,22 +144,22 @@ class TextPlacement {
                   AxesPlacement& out)
         : m_View(view), m_Content(content), m_Measure(measure), m_Out(out) {}
 
-    void PlaceLabels(int axis) {
-        const PlacedAxis& placed = m_Out.axes[axis];
-        const LabelRow row(placed, axis, m_Content[axis], m_Measure, m_View.height / 3);
-        m_Reach[axis] = placed.reach;
-        const double em = m_Content[axis].labelEm;
-        for (const std::vector<PlacedText>& label : row.Place(row.ChooseStyle())) {
-            // At a corner the last label of one axis may come too close to one of another.
-            const bool free = std::none_of(label.begin(), label.end(), [&](const PlacedText& line) {
-                return IsTaken(line, kLabelsBeside * em, kLabelsAbove * em);
-            });
-            if (!free) continue;
-            for (const PlacedText& line : label) {
-                m_Reach[axis] = std::max(m_Reach[axis], Farthest(placed, line.box));
-                m_Out.texts.push_back(line);
-            }
+    /// All labels have one size: that of the row that has to shrink the most.
+    void PlaceLabels() {
+        std::vector<LabelRow> rows;
+        rows.reserve(3);
+        for (int axis = 0; axis < 3; ++axis)
+            if (m_Out.axes[axis].shown)
+                rows.emplace_back(m_Out.axes[axis], axis, m_Content[axis], m_Measure,
+                                  m_View.height / 3);
+        double size = 1.0;
+        std::vector<RowStyle> styles;
+        for (const LabelRow& row : rows) {
+            styles.push_back(row.ChooseStyle());
+            size = std::min(size, styles.back().size);
         }
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            PlaceRow(rows[i], styles[i].size > size ? rows[i].ChooseStyle(size) : styles[i]);
     }
 
     void PlaceTitle(int axis) {
@@ -194,6 +195,24 @@ class TextPlacement {
     }
 
  private:
+    void PlaceRow(const LabelRow& row, const RowStyle& style) {
+        const int axis = row.GetAxis();
+        const PlacedAxis& placed = m_Out.axes[axis];
+        m_Reach[axis] = placed.reach;
+        const double em = style.size * m_Content[axis].labelEm;
+        for (const std::vector<PlacedText>& label : row.Place(style)) {
+            // At a corner the last label of one axis may come too close to one of another.
+            const bool free = std::none_of(label.begin(), label.end(), [&](const PlacedText& line) {
+                return IsTaken(line, kLabelsBeside * em, kLabelsAbove * em);
+            });
+            if (!free) continue;
+            for (const PlacedText& line : label) {
+                m_Reach[axis] = std::max(m_Reach[axis], Farthest(placed, line.box));
+                m_Out.texts.push_back(line);
+            }
+        }
+    }
+
     static double Farthest(const PlacedAxis& axis, const PixelBox& box) {
         const PixelPoint& n = axis.outward;
         const double x = n.x > 0.0 ? box.right : box.left;
@@ -323,8 +342,7 @@ AxesPlacement PlaceAxes(const BoxView& view, const AxisContent (&content)[3],
             Length(placed.to - placed.from) >= shortest * content[axis].labelEm * kCapHeight;
     }
     TextPlacement texts(view, content, measure, out);
-    for (int axis = 0; axis < 3; ++axis)
-        if (out.axes[axis].shown) texts.PlaceLabels(axis);
+    texts.PlaceLabels();
     for (int axis = 0; axis < 3; ++axis)
         if (out.axes[axis].shown) texts.PlaceTitle(axis);
     out.bounds = BoundsOf(view, content, out);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <span>
 
 #include "varnel/render/detail/text_measure.h"
 
@@ -54,13 +55,15 @@ LabelRow::LabelRow(const PlacedAxis& axis, int number, const AxisContent& conten
         }
 }
 
-RowStyle LabelRow::ChooseStyle() const {
+RowStyle LabelRow::ChooseStyle(std::optional<double> given) const {
     constexpr double kSizes[] = {1.0, 0.92, 0.85, 0.78, 0.7};
+    const std::span<const double> sizes =
+        given ? std::span(&*given, 1) : std::span<const double>(kSizes);
     const PixelPoint along = m_Axis.to - m_Axis.from;
     const bool turn = m_Content.named && std::abs(along.x) > std::abs(along.y);
     std::vector<RowStyle> styles;
     const auto add = [&](int rotation, bool wrapped) {
-        for (const double size : kSizes)
+        for (const double size : sizes)
             styles.push_back({size, rotation, wrapped, 1});
     };
     if (m_Content.named) add(0, false);
@@ -70,11 +73,12 @@ RowStyle LabelRow::ChooseStyle() const {
         add(0, true);
         add(90, true);
     }
-    if (!m_Content.named) styles.push_back({});
+    const double plain = m_Content.named ? sizes.back() : sizes.front();
+    if (!m_Content.named) styles.push_back({plain, 0, false, 1});
     const int count = static_cast<int>(m_Content.texts.size());
     for (int decade = 1; decade < count; decade *= 10)
         for (const int factor : {2, 3, 5, 10})
-            styles.push_back({m_Content.named ? 0.7 : 1.0, turn ? 90 : 0, false, factor * decade});
+            styles.push_back({plain, turn ? 90 : 0, false, factor * decade});
     for (const double longest : {m_Longest, HUGE_VAL})
         for (const RowStyle& style : styles)
             if (Fits(style, longest)) return style;

@@ -86,6 +86,8 @@ void CTextObj3D::OutTextNorm() {
     const detail::TextSize size = detail::TextMeasurer(font->GetFace()).Measure(m_Saved.m_String);
     point3Dtype justify;
     calccharjust(justify, size.width, size.height);
+    justify.x += m_Shift.x;
+    justify.y += m_Shift.y;
     point3Dtype scale;
     CalcComplexAspectRatio(scale);
 
@@ -114,7 +116,8 @@ void CTextObj3D::DrawLines(const CFont3D& font, double width) const {
         m_pOpenGL->PushMatrix();
         // JustifyOffset is how far a text of that width lies before its location.
         m_pOpenGL->Translate3D(detail::JustifyOffset(own - width, m_Saved.m_XJustify), y, 0.0);
-        m_pOpenGL->DrawTextRun(font, line, m_Added.halo);
+        m_pOpenGL->DrawTextRun(font, line, m_Added.halo,
+                               m_Added.haloColor.a > 0.0 ? &m_Added.haloColor : nullptr);
         m_pOpenGL->PopMatrix();
         y -= detail::kLineSpacing;
     });
@@ -215,7 +218,10 @@ void CTextObj3D::Record(Archive& record) {
 }
 
 void CTextObj3D::VisitAdded(detail::AddedFields& fields) {
-    fields.Of(m_Added, [](auto field) { field("halo", &Added::halo); });
+    fields.Of(m_Added, [](auto field) {
+        field("halo", &Added::halo);
+        field("haloColor", &Added::haloColor);
+    });
 }
 
 void CTextObj3D::Save(HANDLE file) {

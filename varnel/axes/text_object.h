@@ -115,6 +115,12 @@ class VARNEL_API CTextObj3D {
     /// alone.
     void SetHalo(double ems) { m_Added.halo = ems; }
     double GetHalo() const { return m_Added.halo; }
+    /// The halo's colour. Default, and for an alpha of 0: the background's.
+    void SetHaloColor(const RGBDType& color) { m_Added.haloColor = color; }
+    RGBDType GetHaloColor() const { return m_Added.haloColor; }
+    /// Moves the text within its plane, by ems of its size to the right and up. Not saved; default
+    /// 0.
+    void SetShift(double x, double y) { m_Shift = {x, y, 0.0, 0.0}; }
     /// 0: neither draws nor changes any state.
     void EnableTextObj(int on) { m_Saved.m_bTextEnable = on; }
     int GetTextEnable() const { return m_Saved.m_bTextEnable; }
@@ -189,7 +195,8 @@ class VARNEL_API CTextObj3D {
 
     /// The attributes that records do not have.
     struct Added {
-        double halo = 0.0;  ///< ems
+        double halo = 0.0;               ///< ems
+        RGBDType haloColor{0, 0, 0, 0};  ///< transparent: the background's
     };
 
     COpenGL* m_pOpenGL = nullptr;
@@ -197,6 +204,7 @@ class VARNEL_API CTextObj3D {
     int m_nTransformID = 0;  ///< saved; it goes with the transform, not with the attributes
     Saved m_Saved;
     Added m_Added;
+    point3Dtype m_Shift;
     int m_nSignature = kSignature;
 };
 

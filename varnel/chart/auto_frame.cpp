@@ -233,18 +233,23 @@ void DressView(CChartView3D& view, const Theme& theme) {
 }
 
 /// What has two sides shows both, surfaces are round and plastic, in whatever colours, lines have
-/// no gaps and do not strike through texts; everything ends where the axes say, and areas and
-/// ribbons are of one piece.
-void DressObject(CChartObj3D& object) {
-    constexpr double kHalo = 0.12;  // ems
+/// no gaps and do not strike through texts, which do not lie on each other; everything ends where
+/// the axes say, and areas and ribbons are of one piece.
+void DressObject(CChartObj3D& object, const FrameOptions& options) {
+    constexpr double kHalo = 0.12;    // ems
+    constexpr double kDarkest = 0.5;  // of colours by value
     object.SetTwoSided(1);
     object.SetLineJoins(1);
     object.SetTextHalo(kHalo);
+    // Most texts stand before a wall.
+    const bool walls = options.walls && options.theme.walls != 0;
+    object.SetTextHaloColor(walls ? options.theme.wall : options.theme.background);
+    object.SetTextBeside(1);
     object.SetExactExtents(1);
     object.SetSegmentOutlines(0);
     if (object.GetChartType() != POLYSURFACECHART3D) return;
     object.SetShading(1);
-    object.SetTextureLighting(1);
+    object.SetTextureLighting(1, kDarkest);
 }
 
 /// Data in one plane have no depth to tell of; positions of several planes have.
@@ -304,13 +309,10 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     SetFillDepth(FillingDepth(options, extent));
     ApplyTheme(*this, options.theme);
     for (const auto& object : m_Objects.objects) {
-        if (object->GetTransform() == &t) DressObject(*object);
+        if (object->GetTransform() == &t) DressObject(*object, options);
     }
-    if (extent.surface && HasLight() == 0) {
-        SetLight();
-        // What is seen from below is lit from below.
-        if (options.elevation.value_or(0.0) < 0.0) m_Added.lightDirection.y *= -1.0;
-    }
+    // What is seen from below is lit from below.
+    if (options.elevation.value_or(0.0) < 0.0) m_Saved.lightPosition.z *= -1.0;
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);
     SetAutoText(1);
     SetAutoFit(options.autoFit);

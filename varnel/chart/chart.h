@@ -10,6 +10,7 @@
 #include <array>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "varnel/chart/auto_frame.h"
 #include "varnel/foundation/colors.h"
@@ -164,7 +165,8 @@ class VARNEL_API CChart3D {
     /// (from 1) is. The defaults: a light over the viewer's left shoulder, no highlight.
     void SetLight(const point3Dtype& direction = {-0.45, 0.65, 0.8, 0.0}, double ambient = 0.35,
                   double diffuse = 0.75, double specular = 0.0, double shininess = 20.0);
-    /// 1: no surface gets more light than makes its own colour (COpenGL::SetLightLimit). Default 0.
+    /// 1: no surface is brighter than its own colour, which one that faces the viewer has, and
+    /// slopes show on all sides (COpenGL::SetLightLimit). Default 0.
     void SetLightLimit(int on) { m_Added.lightLimit = on; }
     int GetLightLimit() const { return m_Added.lightLimit; }
     /// The light of the calls above again.
@@ -301,6 +303,8 @@ class VARNEL_API CChart3D {
     /// box covers, in pixels of the view from its lower left corner; empty before.
     PixelRect GetPlotArea() const { return m_PlotArea; }
     PixelRect GetBoxArea() const { return m_BoxArea; }
+    /// Makes the transforms map data to pixels as the next drawing will.
+    void UpdateTransforms();
     /// Of a box that fills its frame (SetFillDepth), the part of that which lies within its front
     /// and its back; of others all of it. For legends in the plot.
     PixelRect GetInnerArea() const { return m_InnerArea; }
@@ -401,6 +405,8 @@ class VARNEL_API CChart3D {
     void LoadObjects(File& file, Objects& objects);
     void TellWhatCannotBeLoaded() const;
     void TellWhatDoesNotShow() const;
+    std::vector<PixelRect> MarkerPlaces() const;
+    void PlaceTexts();
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
     void MakeTransformIDsUnique();
     bool IsLogarithmic(int axis) const {

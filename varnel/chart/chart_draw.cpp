@@ -77,6 +77,7 @@ void CChart3D::DrawChart() {
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
     for (const auto& transform : m_Objects.transforms)
         transform->ChartTransform();
+    PlaceTexts();
     DrawHeader();
     Stage(0.0, 0.1, [this] { DrawAxes(); });
     Stage(0.1, 0.9, [this] { DrawChartObjs(); });
@@ -86,6 +87,14 @@ void CChart3D::DrawChart() {
         DrawChartText();
         m_pOpenGL->DrawTransparent();
     });
+}
+
+void CChart3D::UpdateTransforms() {
+    if (m_pOpenGL == nullptr) return;
+    SetChartPosition(m_Saved.position);
+    m_pOpenGL->SetViewport(m_Saved.viewport);
+    for (const auto& transform : m_Objects.transforms)
+        transform->ChartTransform();
 }
 
 void CChart3D::SetupOpenGL() {
@@ -133,6 +142,13 @@ void CChart3D::DrawHeader() {
     // Where the chart is higher than wide, its text is as large as if it were a square.
     const double size = m_Added.autoText != 0 ? std::min(1.0, 1.0 / m_Saved.viewportAspect) : 1.0;
     m_pHeader->SetFitWidth(m_Added.autoText);
+    // Over the plot, which legends beside it push out of the frame's middle.
+    const GLViewportType& v = m_Saved.viewport;
+    const bool isFitted =
+        m_Added.autoText != 0 && m_Added.autoFit != AUTOFIT_OFF && !m_BoxArea.IsEmpty();
+    m_pHeader->SetCenter(
+        isFitted ? (m_BoxArea.left + m_BoxArea.right - 2.0 * v.x) / std::max(1, v.width) - 1.0
+                 : 0.0);
     m_pHeader->SetRelSize(size * m_Saved.fontHeightSF);
     m_pHeader->DrawHeader();
 }

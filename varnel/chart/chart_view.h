@@ -330,6 +330,7 @@ class VARNEL_API CChartView3D {
     void DrawBorder();
     void DrawCharts();
     void DrawLegends();
+    void ChooseLegendSides();
     void ReserveForLegends();
     void AlignCharts();
     void AlignOnce();

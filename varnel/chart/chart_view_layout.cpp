@@ -7,15 +7,11 @@
 #include "varnel/chart/chart.h"
 #include "varnel/chart/chart_view.h"
 #include "varnel/chart/detail/data_extent.h"
-#include "varnel/chartobj/chart_object.h"
 #include "varnel/foundation/detail/pixel_count.h"
 #include "varnel/legend/legend.h"
-#include "varnel/transform/transform.h"
 
 namespace varnel {
 namespace {
-
-constexpr int kMostPlaces = 2000;
 
 /// Pixels at the edges of the view.
 struct Edges {
@@ -31,7 +27,7 @@ Edges RoomOf(CLegend3D& legend, int viewWidth, int viewHeight) {
     Edges room;
     if (width == 0 || height == 0) return room;
     const double gap = 0.02 * std::min(viewWidth, viewHeight);
-    if (legend.GetPlace() == LEGEND_OUTSIDE_RIGHT) room.right = width + gap;
+    if (legend.GetPlaceInUse() == LEGEND_OUTSIDE_RIGHT) room.right = width + gap;
     if (legend.GetPlace() == LEGEND_OUTSIDE_TOP) room.top = height + gap;
     if (legend.GetPlace() == LEGEND_OUTSIDE_BOTTOM) room.bottom = height + gap;
     return room;
@@ -40,16 +36,10 @@ Edges RoomOf(CLegend3D& legend, int viewWidth, int viewHeight) {
 /// Where the data of a chart are seen, in pixels from the lower left corner of the view.
 std::vector<point3Dtype> DataPlaces(const CChart3D& chart, int viewHeight) {
     std::vector<point3Dtype> places;
-    for (int i = 0; i < chart.GetNumChartObjs(); ++i) {
-        const CChartObj3D& object = *chart.GetChartObj(i);
-        if (object.GetTransform() == nullptr) continue;
-        for (const point3Dtype& p : detail::PlacesOf(object, kMostPlaces)) {
-            double x = 0.0;
-            double y = 0.0;
-            if (object.GetTransform()->DataToPixel(p, x, y))
-                places.push_back({x, viewHeight - y, 0.0, 0.0});
-        }
-    }
+    for (int i = 0; i < chart.GetNumChartObjs(); ++i)
+        detail::AddPixelPlaces(*chart.GetChartObj(i), places);
+    for (point3Dtype& place : places)
+        place.y = viewHeight - place.y;
     return places;
 }
 
@@ -72,9 +62,27 @@ CChart3D* CChartView3D::ChartOfLegend(const CLegend3D& legend) const {
     return first == m_ChartList.end() ? nullptr : first->get();
 }
 
+/// A legend in the plot that would hide data wherever it stands goes to the right of the plot.
+void CChartView3D::ChooseLegendSides() {
+    for (const auto& legend : m_LegendList) {
+        legend->SetGivesWay(0);
+        CChart3D* const chart = ChartOfLegend(*legend);
+        if (legend->GetPlace() != LEGEND_LEAST_DATA || chart == nullptr) continue;
+        legend->SetChartEm(chart->GetAutoText() != 0 ? chart->GetTextSizes().label : 0.0);
+        chart->SetReservedRoom(0.0, 0.0, 0.0, 0.0);
+        chart->FitToView();
+        chart->UpdateTransforms();
+        if (chart->GetBoxArea().IsEmpty()) continue;
+        legend->SetPlotArea(AsViewport(chart->GetInnerArea()));
+        legend->SetDataPlaces(DataPlaces(*chart, m_DrawHeight));
+        legend->SetGivesWay(legend->HidesData(m_DrawWidth, m_DrawHeight) ? 1 : 0);
+    }
+}
+
 /// Legends outside take their room before charts are fitted: one that has a chart from that chart,
 /// others from all charts that reach into it.
 void CChartView3D::ReserveForLegends() {
+    ChooseLegendSides();
     Edges all;
     std::map<const CChart3D*, Edges> own;
     for (const auto& legend : m_LegendList) {
@@ -149,7 +157,7 @@ void CChartView3D::AlignOnce() {
 /// Tells legends where their charts stand.
 void CChartView3D::PlaceLegends() {
     for (const auto& legend : m_LegendList) {
-        const int place = legend->GetPlace();
+        const int place = legend->GetPlaceInUse();
         const CChart3D* const chart = ChartOfLegend(*legend);
         if (place == LEGEND_IN_VIEW || chart == nullptr || chart->GetBoxArea().IsEmpty()) continue;
         const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;

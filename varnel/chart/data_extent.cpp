@@ -8,19 +8,11 @@
 #include "varnel/surface/polysurface.h"
 
 namespace varnel::detail {
-namespace {
-
-constexpr int kX = 0;
-constexpr int kY = 1;
-constexpr int kZ = 2;
-
-/// From a value to the start of a width placed at it.
 double WidthOffset(double width, int justify) {
     if (justify == WIDTH_CENTERED) return -width / 2.0;
     return justify == WIDTH_ENDS ? -width : 0.0;
 }
 
-/// Whether a chart type's data lie in a vertical plane.
 bool IsInPlane(int type) {
     switch (type) {
         case BARCHART3D:
@@ -40,6 +32,12 @@ bool IsInPlane(int type) {
             return true;
     }
 }
+
+namespace {
+
+constexpr int kX = 0;
+constexpr int kY = 1;
+constexpr int kZ = 2;
 
 /// One object's data poured into the extents of the axes that they run along.
 class Pourer {
@@ -344,30 +342,6 @@ void Pourer::Pour() {
 
 void ChartExtent::Add(const CChartObj3D& object, const std::array<bool, 3>& logarithmic) {
     Pourer(*this, object, logarithmic).Pour();
-}
-
-std::vector<point3Dtype> PlacesOf(const CChartObj3D& object, int most) {
-    const CPolysurface* const surface = object.GetPolysurface();
-    const bool inSpace = !IsInPlane(object.GetChartType());
-    const int n = surface != nullptr ? surface->GetPSNumPoints() : object.GetNumDataPnts();
-    const int step = std::max(1, n / std::max(1, most));
-    const Orientation orientation{object.GetIndAxis() == INDAXIS_Y};
-    std::vector<point3Dtype> places;
-    for (int i = 0; i < n; i += step) {
-        if (surface != nullptr) {
-            places.push_back(surface->GetPSPoints()[i]);
-        } else if (inSpace) {
-            places.push_back(object.Get3DPoint(i));
-        } else if (object.GetNumGroups() == 0) {
-            places.push_back(orientation.Place(object.GetIndData(i), object.GetConstValue(),
-                                               object.GetDepData(i)));
-        }
-        for (int g = 0; !inSpace && g < object.GetNumGroups(); ++g)
-            places.push_back(orientation.Place(object.GetIndData(i), object.GetConstValue(),
-                                               object.GetGroupData(g, i)));
-    }
-    std::erase_if(places, [](const point3Dtype& p) { return !IsData(p); });
-    return places;
 }
 
 }  // namespace varnel::detail

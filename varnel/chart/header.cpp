@@ -1,5 +1,7 @@
 #include "varnel/chart/header.h"
 
+#include <algorithm>
+
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/record.h"
 #include "varnel/render/opengl.h"
@@ -54,13 +56,14 @@ void CHeader3D::SetTextSizes(double title1, double title2, double footer) {
 
 void CHeader3D::DrawLine(CTextObj3D& text, double y, int yJustify) const {
     constexpr double kWidest = 1.92;  // of the 2 units from edge to edge
-    point3Dtype location;
-    AssignPoint3D(location, 0.0, 0.0, y);
-    text.SetNormLocation(location);
     text.SetJustify(1, yJustify);
     const double size = text.GetCharSize();
     const double width = text.TextWidth() * size;
     if (m_FitWidth != 0 && width > kWidest) text.SetCharSize(size * kWidest / width);
+    const double room = std::max(0.0, (kWidest - width) / 2.0);
+    point3Dtype location;
+    AssignPoint3D(location, std::clamp(m_Center, -room, room), 0.0, y);
+    text.SetNormLocation(location);
     text.OutTextNorm();
     text.SetCharSize(size);
 }

@@ -71,6 +71,9 @@ class VARNEL_API CHeader3D {
     /// 1: a text that is too wide is drawn smaller, so that it ends at the edges' margins. Not
     /// saved; the owner sets it.
     void SetFitWidth(int on) { m_FitWidth = on; }
+    /// Where the middle of the texts stands, -1 the left edge, 1 the right one. A text that would
+    /// leave the edges' margins there stands as near as it can. Not saved; default 0.
+    void SetCenter(double center) { m_Center = center; }
     /// From the edges, which are at -1 and 1. Default 0.05.
     void SetMargin(double margin) { m_Saved.margin = margin; }
     double GetMargin() const { return m_Saved.margin; }
@@ -112,6 +115,7 @@ class VARNEL_API CHeader3D {
     COpenGL* m_pOpenGL = nullptr;
     Saved m_Saved;
     int m_FitWidth = 0;
+    double m_Center = 0.0;
     int m_Signature = kSignature;
     std::unique_ptr<CTransform3D> m_pTransform;
     std::unique_ptr<CTextObj3D> m_pTitle1;

@@ -17,6 +17,7 @@ class LegendInView final : public detail::LegendView {
  public:
     explicit LegendInView(CChartView3D& view) : m_View(view) {}
     void GetSize(int& width, int& height) const override { m_View.GetViewSize(&width, &height); }
+    void PrepareFont() const override { m_View.UseFont(); }
     void LendLight(const CChartObj3D* object, CLegendObj3D& entry) const override {
         for (int i = 0; i < m_View.GetNumCharts(); ++i)
             for (int k = 0; k < m_View.GetChart(i)->GetNumChartObjs(); ++k)

@@ -16,7 +16,7 @@ struct BoxPainter {
     RGBDType outline;
     int symbol;
     int lineStyle, lineWidth;
-    double outlineWidth;
+    double outlineWidth, medianWidth;
 
     void Line(detail::BoxPart part, const point3Dtype& p, const point3Dtype& q) {
         gl.SetLineStyle3D(lineStyle, lineWidth, colorOf(part));
@@ -27,7 +27,7 @@ struct BoxPainter {
         Draw(gl, box, colorOf(part), outline);
     }
     void Median(const std::array<point3Dtype, 5>& loop) {
-        gl.SetLineStyle3D(lineStyle, lineWidth, colorOf(detail::kMedianLine));
+        gl.SetLineStyle3D(lineStyle, medianWidth, colorOf(detail::kMedianLine));
         gl.StartLineAbs3D(loop[0]);
         for (std::size_t i = 1; i < 4; ++i)
             gl.AppendLineAbs3D(loop[i]);
@@ -81,10 +81,12 @@ void detail::ChartDrawing::DrawBoxAndWhiskerChart25D() const {
     detail::SymbolPen pen(*m_pOpenGL, *m_pTransform, m_Saved.m_RelSize);
     detail::Data25D data = GetData25D();
     data.indOffset = calcbgoffset(m_Saved.m_IndWidth, m_Saved.m_DepJustify);
-    detail::WalkBoxes(*m_pTransform, data, m_Saved.m_ComboChartFlags[0] != 0,
-                      BoxPainter<decltype(colorOf)>{
-                          *m_pOpenGL, pen, colorOf, m_Saved.m_OutlineColor, m_Saved.m_Symbol,
-                          m_Saved.m_LineStyle, m_Saved.m_LineWidth, m_Saved.m_OutlineWidth});
+    detail::WalkBoxes(
+        *m_pTransform, data, m_Saved.m_ComboChartFlags[0] != 0,
+        BoxPainter<decltype(colorOf)>{
+            *m_pOpenGL, pen, colorOf, m_Saved.m_OutlineColor, m_Saved.m_Symbol, m_Saved.m_LineStyle,
+            m_Saved.m_LineWidth, m_Saved.m_OutlineWidth,
+            m_Added.m_MedianWidth > 0.0 ? m_Added.m_MedianWidth : m_Saved.m_LineWidth});
     m_pOpenGL->SetLineStyle3D(0, 1.0, m_Saved.m_OutlineColor);
 }
 

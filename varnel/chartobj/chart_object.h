@@ -397,6 +397,8 @@ class VARNEL_API CChartObj3D {
     void SetContourValue(int i, double value);
     void Set3DPoint(int i, const point3Dtype& point);
     point3Dtype Get3DPoint(int i) const;
+    /// The text of a point of SCATTERTEXT3D; empty outside the list.
+    CString GetDataString(int i) const;
     /// Gives the points of the object's surface the values w, point by point, as many as there are
     /// (see CChart3D::ColorSurfaceByValue). Copies of the object that share it change too.
     void SetPolysurfaceValues(std::span<const double> values);
@@ -559,9 +561,27 @@ class VARNEL_API CChartObj3D {
     /// 1..256. Default 1.
     void SetLineStyleFactor(int factor) { m_Added.m_LineStyleFactor = factor; }
     int GetLineStyleFactor() const { return m_Added.m_LineStyleFactor; }
+
+    /// Of the medians of box-and-whisker charts, in pixels (points, see
+    /// CChartView3D::SetLineUnits). 0, the default: as wide as whiskers.
+    void SetMedianWidth(double width) { m_Added.m_MedianWidth = width; }
+    double GetMedianWidth() const { return m_Added.m_MedianWidth; }
+
     /// The halo of the texts of SCATTERTEXT3D (CTextObj3D::SetHalo), in ems. Default 0.
     void SetTextHalo(double ems) { m_Added.m_TextHalo = ems; }
     double GetTextHalo() const { return m_Added.m_TextHalo; }
+    /// The halo's colour. Default, and for an alpha of 0: the background's.
+    void SetTextHaloColor(const RGBDType& color) { m_Added.m_TextHaloColor = color; }
+    RGBDType GetTextHaloColor() const { return m_Added.m_TextHaloColor; }
+    /// 1: texts of SCATTERTEXT3D that face the viewer stand on their point, or beside it, where
+    /// they lie on no other text and on no marker of the chart. Those that fit nowhere are left
+    /// out, and told as a diagnostic. 0, the default: each on its point.
+    void SetTextBeside(int on);
+    int GetTextBeside() const { return m_Added.m_TextBeside; }
+    /// By how many ems x and y the chart moves each text; w 0 leaves it out. Not saved.
+    void SetTextShifts(std::vector<point3Dtype> shifts) {
+        m_Added.m_TextShifts = std::move(shifts);
+    }
 
     // --- Drawing and files -------------------------------------------------------------------
 

@@ -106,6 +106,10 @@ point3Dtype CChartObj3D::Get3DPoint(int i) const {
     return GetElement(m_Saved.m_p3DPoints, i, m_Saved.m_NumDataPnts);
 }
 
+CString CChartObj3D::GetDataString(int i) const {
+    return GetElement(m_Saved.m_pDataStrings, i, m_Saved.m_NumDataPnts);
+}
+
 void CChartObj3D::SetShading(int smooth, double creaseAngle) {
     m_Added.m_Shading = smooth;
     m_Added.m_CreaseAngle = creaseAngle;

@@ -115,7 +115,11 @@ struct ChartObjectAdded {
     double m_MarkerSize = 6.0;  ///< points
     int m_LineJoins = 0;
     int m_LineStyleFactor = 1;
-    double m_TextHalo = 0.0;  ///< ems
+    double m_TextHalo = 0.0;               ///< ems
+    RGBDType m_TextHaloColor{0, 0, 0, 0};  ///< transparent: the background's
+    int m_TextBeside = 0;
+    std::vector<point3Dtype> m_TextShifts;  ///< of the last layout, not saved
+    double m_MedianWidth = 0.0;
 };
 
 }  // namespace detail

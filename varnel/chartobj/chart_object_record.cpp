@@ -244,6 +244,9 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("lineJoins", &Added::m_LineJoins);
         field("lineStyleFactor", &Added::m_LineStyleFactor);
         field("textHalo", &Added::m_TextHalo);
+        field("textHaloColor", &Added::m_TextHaloColor);
+        field("textBeside", &Added::m_TextBeside);
+        field("medianWidth", &Added::m_MedianWidth);
     });
     fields.Object("surface", m_Saved.m_pPolysurface.get());
 }

@@ -71,6 +71,11 @@ void CChartObj3D::ScatterText3D(std::span<const point3Dtype> points,
                   projectionPlane, constValue);
 }
 
+void CChartObj3D::SetTextBeside(int on) {
+    m_Added.m_TextBeside = on;
+    m_Added.m_TextShifts.clear();
+}
+
 void detail::ChartDrawing::DrawScatterChart3D() const {
     const std::span<const point3Dtype> points = m_Saved.m_p3DPoints.First(m_Saved.m_NumDataPnts);
     if (points.empty()) return;
@@ -106,11 +111,17 @@ void detail::ChartDrawing::DrawScatterText3D() const {
     text->SetXJustify(1);
     text->SetTextPlane(m_Saved.m_TextPlane);
     text->SetHalo(m_Added.m_TextHalo);
+    text->SetHaloColor(m_Added.m_TextHaloColor);
     for (std::size_t i = 0; i < n; ++i) {
         if (!detail::IsData(points[i])) continue;
         const RGBDType& color = colors.At(i, m_Saved.m_FillColor);
         text->SetColor(color);
         ProjectionLine(points[i], color);
+        if (i < m_Added.m_TextShifts.size()) {
+            const point3Dtype& shift = m_Added.m_TextShifts[i];
+            if (shift.w == 0.0) continue;
+            text->SetShift(shift.x, shift.y);
+        }
         text->SetString(strings[i]);
         text->SetLocation(points[i]);
         text->OutText();

@@ -242,13 +242,6 @@ BoxPlacement FitBox(const BoxPlacement& start, const FitOptions& options,
 
 BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
                            const MeasureFunction& measure) {
-    constexpr int kDirections = 24;
-    const auto forEach = [&](BoxPlacement p, auto&& visit) {
-        for (int i = 0; i < kDirections; ++i) {
-            p.rotation.z = i * 360.0 / kDirections;
-            visit(p);
-        }
-    };
     // At the corner that looks at the viewer a box is widest: as wide as its diagonal.
     const auto largest = [](const BoxPlacement& p) {
         const PixelPoint unit = PixelsPerUnit(p);
@@ -260,15 +253,27 @@ BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
     };
     FitOptions kept = options;
     kept.fillDepth = 0.0;
-    return Settle(start, kept, largest, [&](const BoxPlacement& p) {
+    const auto overhang = [&](BoxPlacement p, int directions) {
         const PixelPoint center = Center(p);
         const PixelPoint half = largest(p);
         const PixelRect widest{center.x - half.x, center.y - half.y, center.x + half.x,
                                center.y + half.y};
         Overhang over;
-        forEach(p, [&](const BoxPlacement& turned) { over.Include(widest, measure(turned)); });
+        for (int i = 0; i < directions; ++i) {
+            p.rotation.z = i * 360.0 / directions;
+            over.Include(widest, measure(p));
+        }
         return over;
-    });
+    };
+    // A few directions bring the size near, then all are looked at.
+    constexpr int kFew = 6;
+    constexpr int kAll = 24;
+    BoxPlacement p = Settle(start, kept, largest,
+                            [&](const BoxPlacement& tried) { return overhang(tried, kFew); });
+    if (p.width < 1 || p.height < 1) return p;
+    for (int i = 0; i < kSteps; ++i)
+        if (Step(p, kept, largest(p), overhang(p, kAll)) < 1.0) break;
+    return p;
 }
 
 TextSizes TextSizesFor(int width, int height) {
@@ -283,10 +288,11 @@ TextSizes TextSizesFor(int width, int height) {
 HeaderStrips StripsFor(const TextSizes& sizes, bool title, bool subtitle, bool footer) {
     // A line and the room to what is below or above it.
     constexpr double kLine = 1.3;
+    constexpr double kFooterGap = 0.35;  // half a label's height more
     HeaderStrips strips;
     if (title) strips.top += kLine * sizes.title;
     if (subtitle) strips.top += kLine * sizes.subtitle;
-    if (footer) strips.bottom += kLine * sizes.footer;
+    if (footer) strips.bottom += kLine * sizes.footer + kFooterGap * sizes.label;
     return strips;
 }
 

@@ -55,7 +55,8 @@ enum LegendPlacement3D : int {
     LEGEND_OUTSIDE_TOP = 2,  ///< entries side by side, scales lying
     LEGEND_OUTSIDE_BOTTOM = 3,
     LEGEND_IN_CORNER = 4,   ///< the corner of SetLegendPlace, but of the plot area
-    LEGEND_LEAST_DATA = 5,  ///< in the plot area, where it hides the fewest data
+    LEGEND_LEAST_DATA = 5,  ///< in the plot area, where it hides the fewest data; in a view that
+                            ///< lays its charts out, outside on the right if it would hide any
 };
 
 /// What colour scale a legend has.
@@ -129,6 +130,17 @@ class VARNEL_API CLegend3D {
     /// the view; whoever lays out the view leaves room for MeasureLegend. Default LEGEND_IN_VIEW.
     void SetPlace(int place) { m_Added.place = place; }
     int GetPlace() const { return m_Added.place; }
+    /// 1: where LEGEND_LEAST_DATA is wanted the legend stands at LEGEND_OUTSIDE_RIGHT all the same,
+    /// without a border. Set by the view at every drawing; not saved.
+    void SetGivesWay(int on) { m_GivesWay = on; }
+    /// The place with that in mind.
+    int GetPlaceInUse() const {
+        return m_GivesWay != 0 && m_Added.place == LEGEND_LEAST_DATA ? LEGEND_OUTSIDE_RIGHT
+                                                                     : m_Added.place;
+    }
+    /// Whether all places in the plot area hide some of the data places, or are too small for the
+    /// legend, in a view of that size.
+    bool HidesData(int viewWidth, int viewHeight);
     /// The chart that the plot is, by its index in the view; among those with an automatic layout.
     /// Default -1: the first one.
     void SetPlaceChart(int index) { m_Added.placeChart = index; }
@@ -140,7 +152,7 @@ class VARNEL_API CLegend3D {
     /// LEGEND_LEAST_DATA. Not saved.
     void SetDataPlaces(std::span<const point3Dtype> places);
     /// The size of the box in a view of that size, in pixels; 0 x 0 when there is nothing to show.
-    /// Without a font in the context, as before the view's first drawing, texts take no room.
+    /// Texts are measured in the view's font, also before its first drawing.
     void MeasureLegend(int viewWidth, int viewHeight, int& width, int& height);
 
     // --- Appearance --------------------------------------------------------------------------
@@ -317,6 +329,7 @@ class VARNEL_API CLegend3D {
     Saved m_Saved;
     Added m_Added;
     double m_ChartEm = 0.0;  ///< pixels
+    int m_GivesWay = 0;
     GLViewportType m_PlotArea;
     std::vector<point3Dtype> m_DataPlaces;
     ObjectList<CLegendObj3D> m_LegendObjs;

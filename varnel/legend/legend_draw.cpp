@@ -8,6 +8,7 @@
 #include "varnel/legend/detail/legend_scale.h"
 #include "varnel/legend/detail/legend_view.h"
 #include "varnel/legend/legend.h"
+#include "varnel/platform/detail/gl_context.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -175,7 +176,8 @@ void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayo
     const double margin = Margin(viewWidth, viewHeight);
     const GLViewportType plot = PlotArea(viewWidth, viewHeight);
     // The area inside whose edges the box stands, and where in it, 0 left or below .. 1.
-    const bool inPlot = m_Added.place == LEGEND_IN_CORNER || m_Added.place == LEGEND_LEAST_DATA;
+    const int standing = GetPlaceInUse();
+    const bool inPlot = standing == LEGEND_IN_CORNER || standing == LEGEND_LEAST_DATA;
     const detail::LegendRect area =
         inPlot
             ? detail::LegendRect{static_cast<double>(plot.x), static_cast<double>(plot.y),
@@ -193,14 +195,14 @@ void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayo
         x = Finite(m_Saved.m_Position.x, 0.0, -1.0, 1.0) * viewWidth;
         y = Finite(m_Saved.m_Position.y, 0.0, -1.0, 1.0) * viewHeight;
     }
-    if (m_Added.place == LEGEND_OUTSIDE_RIGHT) {
+    if (standing == LEGEND_OUTSIDE_RIGHT) {
         x = std::min<double>(right, plot.x + plot.width);
         y = plot.y + (plot.height - layout.height) / 2.0;
     } else if (IsAcross()) {
         x = plot.x + (plot.width - layout.width) / 2.0;
         y = m_Added.place == LEGEND_OUTSIDE_TOP ? plot.y + plot.height
                                                 : std::max(margin, plot.y - layout.height);
-    } else if (m_Added.place == LEGEND_LEAST_DATA) {
+    } else if (standing == LEGEND_LEAST_DATA) {
         const detail::LegendRect best =
             detail::LeastCovered(m_DataPlaces, area, layout.width, layout.height, margin);
         x = best.x;
@@ -217,12 +219,30 @@ void CLegend3D::MeasureLegend(int viewWidth, int viewHeight, int& width, int& he
     height = 0;
     if (m_Saved.m_LegendEnable == 0 || m_pOpenGL == nullptr || viewWidth < 1 || viewHeight < 1)
         return;
+    const GLContext::HostContextGuard host;
+    m_pView->PrepareFont();
     const std::vector<const CLegendObj3D*> entries = EnabledEntries();
     detail::LegendScale scale = MakeScale(m_Saved.m_ScaleTicSpace);
     if (entries.empty() && scale.bands.empty() && m_Saved.m_Title.empty()) return;
     const detail::LegendLayout layout = MakeLayout(entries, scale, viewWidth, viewHeight);
     width = detail::PixelCount(layout.width);
     height = detail::PixelCount(layout.height);
+}
+
+bool CLegend3D::HidesData(int viewWidth, int viewHeight) {
+    int width = 0;
+    int height = 0;
+    MeasureLegend(viewWidth, viewHeight, width, height);
+    if (width == 0 || height == 0) return false;
+    const double margin = Margin(viewWidth, viewHeight);
+    const GLViewportType plot = PlotArea(viewWidth, viewHeight);
+    if (width + 2 * margin > plot.width || height + 2 * margin > plot.height) return true;
+    std::ptrdiff_t covered = 0;
+    detail::LeastCovered(m_DataPlaces,
+                         {static_cast<double>(plot.x), static_cast<double>(plot.y),
+                          static_cast<double>(plot.width), static_cast<double>(plot.height)},
+                         width, height, margin, &covered);
+    return covered > 0;
 }
 
 /// The outline of a bar, with its arrows.
@@ -310,7 +330,7 @@ void CLegend3D::DrawLegend() {
         painter.ClearBox(m_Saved.m_BkColor);
     else
         painter.ClearDepth();
-    if (m_Saved.m_BorderEnable != 0)
+    if (m_Saved.m_BorderEnable != 0 && m_GivesWay == 0)
         painter.FrameRect({0.0, 0.0, layout.width, layout.height}, m_Saved.m_BorderThickness,
                           m_Saved.m_BorderColor);
     painter.Text(m_Saved.m_Title, layout.title, layout.em * kTitleSize, m_Saved.m_TextColor);

@@ -305,7 +305,7 @@ LegendLayout LayoutLegendAcross(LegendContent content, const LegendLimits& limit
 }
 
 LegendRect LeastCovered(std::span<const point3Dtype> data, const LegendRect& area, double width,
-                        double height, double margin) {
+                        double height, double margin, std::ptrdiff_t* hidden) {
     constexpr double kPlaces[8][2] = {{1, 1},   {0, 1},   {1, 0},   {0, 0},
                                       {1, 0.5}, {0, 0.5}, {0.5, 1}, {0.5, 0}};
     LegendRect best;
@@ -323,6 +323,7 @@ LegendRect LeastCovered(std::span<const point3Dtype> data, const LegendRect& are
         fewest = covered;
         best = box;
     }
+    if (hidden != nullptr) *hidden = fewest;
     return best;
 }
 

@@ -79,6 +79,27 @@ std::vector<double> Chart::Impl::Take(int axis, const Values& values, const char
     return numbers;
 }
 
+Chart::Impl::XY Chart::Impl::TakeFlat(const Values& x, const Values& y, const char* call) {
+    Begin(Layout::Flat, call);
+    std::vector<double> xs = Take(0, x, call, "x");
+    std::vector<double> ys = Take(2, y, call, "y", static_cast<long long>(xs.size()));
+    return {std::move(xs), std::move(ys)};
+}
+
+std::vector<point3Dtype> Chart::Impl::TakeSpatial(const Values& x, const Values& y, const Values& z,
+                                                  const char* call) {
+    Begin(Layout::Spatial, call);
+    const std::vector<double> xs = Take(0, x, call, "x");
+    const auto count = static_cast<long long>(xs.size());
+    const std::vector<double> ys = Take(1, y, call, "y", count);
+    return detail::Joined(xs, ys, Take(2, z, call, "z", count));
+}
+
+std::vector<point3Dtype> Chart::Impl::InLayer(const std::vector<double>& x,
+                                              const std::vector<double>& y) {
+    return detail::Joined(x, std::vector<double>(x.size(), NextLayer()), y);
+}
+
 void Chart::Impl::Widen(int axis, double value) {
     axes[axis].range.Add(value);
 }
@@ -168,6 +189,14 @@ std::vector<Part> Split(const Values& by, std::size_t count, const char* call) {
         part->rows.push_back(i);
     }
     return parts;
+}
+
+std::vector<point3Dtype> Joined(const std::vector<double>& x, const std::vector<double>& y,
+                                const std::vector<double>& z) {
+    std::vector<point3Dtype> points(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        points[i] = {x[i], y[i], z[i], 0};
+    return points;
 }
 
 std::vector<std::size_t> AllRows(std::size_t count) {

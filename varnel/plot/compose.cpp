@@ -27,19 +27,6 @@ AxisFrame FrameOf(const PlotAxis& axis) {
     return frame;
 }
 
-int CodeOf(Legend place) {
-    switch (place) {
-        case Legend::Top:
-            return LEGEND_OUTSIDE_TOP;
-        case Legend::Bottom:
-            return LEGEND_OUTSIDE_BOTTOM;
-        case Legend::Inside:
-            return LEGEND_LEAST_DATA;
-        default:
-            return LEGEND_OUTSIDE_RIGHT;
-    }
-}
-
 int IndexOf(const CChartView3D& view, const CChart3D* chart) {
     int index = 0;
     while (index < view.GetNumCharts() && view.GetChart(index) != chart)
@@ -128,15 +115,32 @@ void Chart::Impl::ShowColorBar(CLegend3D& legend) const {
     legend.SetColorBar(heights);
 }
 
+int Chart::Impl::LegendCode() const {
+    const bool names = !colorBar && contours == nullptr;
+    switch (legendPlace) {
+        case Legend::Auto:
+            return layout == Layout::Flat && names && !IsDeep() ? LEGEND_LEAST_DATA
+                                                                : LEGEND_OUTSIDE_RIGHT;
+        case Legend::Top:
+            return LEGEND_OUTSIDE_TOP;
+        case Legend::Bottom:
+            return LEGEND_OUTSIDE_BOTTOM;
+        case Legend::Inside:
+            return LEGEND_LEAST_DATA;
+        default:
+            return LEGEND_OUTSIDE_RIGHT;
+    }
+}
+
 void Chart::Impl::ComposeLegend() {
     if (entries.empty() && !colorBar && contours == nullptr) return;
     if (m_Legend == nullptr) m_Legend = view->NewLegend3D();
     CLegend3D* const legend = m_Legend;
     legend->DeleteLegendObjs();
     legend->EnableLegend(legendPlace == Legend::None ? 0 : 1);
-    legend->SetPlace(CodeOf(legendPlace));
+    legend->SetPlace(LegendCode());
     legend->SetPlaceChart(IndexOf(*view, chart));
-    legend->EnableBorder(legendPlace == Legend::Inside ? 1 : 0);
+    legend->EnableBorder(LegendCode() == LEGEND_LEAST_DATA ? 1 : 0);
     legend->SetBorderColor(theme.wallEdge);
     legend->SetBorderThickness(theme.gridWidth);
     legend->SetTextColor(theme.text);

@@ -29,9 +29,7 @@ std::string SeriesName(const std::vector<std::string>& names, std::size_t i, con
 
 Objects Chart::Line(const Values& x, const Values& y, const LineOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Line");
-    const std::vector<double> xs = c.Take(kX, x, "Line", "x");
-    const std::vector<double> ys = c.Take(kValue, y, "Line", "y", Count(xs));
+    const auto [xs, ys] = c.TakeFlat(x, y, "Line");
     c.room = std::max(c.room.value_or(0.0), 0.0);
     Objects objects;
     for (const detail::Part& part : detail::Split(options.by, xs.size(), "Line")) {
@@ -52,9 +50,7 @@ Objects Chart::Line(const Values& x, const Values& y, const LineOptions& options
 
 Objects Chart::Bars(const Values& x, const Values& y, const BarsOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Bars");
-    const std::vector<double> xs = c.Take(kX, x, "Bars", "x");
-    std::vector<double> ys = c.Take(kValue, y, "Bars", "y", Count(xs));
+    const auto [xs, ys] = c.TakeFlat(x, y, "Bars");
     const double width = options.width * detail::SmallestStep(xs);
     CChartObj3D* bars = c.NewObject();
     const RGBDType color = c.NextColor(options.color);
@@ -117,9 +113,7 @@ Objects Chart::Bars(const Values& x, const std::vector<Values>& series,
 
 Objects Chart::Planes(const Values& x, const Values& y, const PlanesOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Planes");
-    const std::vector<double> xs = c.Take(kX, x, "Planes", "x");
-    const std::vector<double> ys = c.Take(kValue, y, "Planes", "y", Count(xs));
+    const auto [xs, ys] = c.TakeFlat(x, y, "Planes");
     const double width = options.width * detail::SmallestStep(xs);
     CChartObj3D* const planes = c.NewObject();
     planes->PlaneChart25D(xs, ys, kBarPlace, width, kBarDepth, c.NextColor(options.color),
@@ -133,10 +127,8 @@ Objects Chart::Planes(const Values& x, const Values& y, const PlanesOptions& opt
 
 Objects Chart::Area(const Values& x, const Values& y, const AreaOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Area");
+    const auto [xs, ys] = c.TakeFlat(x, y, "Area");
     c.touches = true;
-    const std::vector<double> xs = c.Take(kX, x, "Area", "x");
-    const std::vector<double> ys = c.Take(kValue, y, "Area", "y", Count(xs));
     CChartObj3D* area = c.NewObject();
     const RGBDType color = c.NextColor(options.color);
     if (options.from.empty()) {
@@ -295,6 +287,7 @@ Objects AddBoxes(auto& c, const std::vector<double>& xs, const std::vector<doubl
                                  SYMBOL_DIAMOND, c.SymbolSize(5), c.Pixels(1), colors, line,
                                  kCentred, kCentred, INDAXIS_X, options.mean);
     boxes->SetOutlineWidth(c.Pixels(1));
+    boxes->SetMedianWidth(c.Pixels(2.25));
     c.AddEntry(boxes, options.name);
     if (outliers.empty()) return {boxes};
     CChartObj3D* const apart = c.NewObject();
@@ -357,17 +350,12 @@ Objects Chart::Boxes(const Values& x, const Quartiles& boxes, const BoxesOptions
 Objects Chart::ErrorBars(const Values& x, const Values& y, const Values& below, const Values& above,
                          const ErrorBarsOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "ErrorBars");
-    const std::vector<double> xs = c.Take(kX, x, "ErrorBars", "x");
-    const std::vector<double> ys = c.Take(kValue, y, "ErrorBars", "y", Count(xs));
+    const auto [xs, ys] = c.TakeFlat(x, y, "ErrorBars");
     if (below.size() != xs.size())
         Refuse("ErrorBars", "below has ", below.size(), " values, not ", xs.size());
     if (above.size() != xs.size())
         Refuse("ErrorBars", "above has ", above.size(), " values, not ", xs.size());
-    std::vector<point3Dtype> points;
-    const double layer = c.NextLayer();
-    for (std::size_t i = 0; i < xs.size(); ++i)
-        points.push_back({xs[i], layer, ys[i], 0});
+    const std::vector<point3Dtype> points = c.InLayer(xs, ys);
     CChartObj3D* bars = c.NewObject();
     bars->ErrorBars3D(points, below.Numbers(), above.Numbers(), kValue, c.SymbolSize(6), 0,
                       c.Pixels(options.width), options.color.value_or(c.theme.axis));

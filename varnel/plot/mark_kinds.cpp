@@ -13,14 +13,6 @@ namespace {
 constexpr int kX = 0, kValue = 2;  // axes of a flat chart's box
 constexpr double kLabelPoints = 11.0;
 
-std::vector<point3Dtype> Joined(const std::vector<double>& x, const std::vector<double>& y,
-                                const std::vector<double>& z) {
-    std::vector<point3Dtype> points;
-    for (std::size_t i = 0; i < x.size(); ++i)
-        points.push_back({x[i], y[i], z[i], 0});
-    return points;
-}
-
 Objects AddTexts(auto& c, const std::vector<point3Dtype>& points,
                  const std::vector<std::string>& texts, const TextOptions& options,
                  const char* call) {
@@ -71,53 +63,37 @@ Objects AddBand(auto& c, int axis, double from, double to, const BandOptions& op
 Objects Chart::Text(const Values& x, const Values& y, const std::vector<std::string>& texts,
                     const TextOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Text");
-    const std::vector<double> xs = c.Take(kX, x, "Text", "x");
-    const std::vector<double> ys =
-        c.Take(kValue, y, "Text", "y", static_cast<long long>(xs.size()));
-    const std::vector<double> layer(xs.size(), c.NextLayer());
-    return AddTexts(c, Joined(xs, layer, ys), texts, options, "Text");
+    const auto [xs, ys] = c.TakeFlat(x, y, "Text");
+    return AddTexts(c, c.InLayer(xs, ys), texts, options, "Text");
 }
 
 Objects Chart::Text3D(const Values& x, const Values& y, const Values& z,
                       const std::vector<std::string>& texts, const TextOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Text3D");
-    const std::vector<double> xs = c.Take(0, x, "Text3D", "x");
-    const auto count = static_cast<long long>(xs.size());
-    const std::vector<double> ys = c.Take(1, y, "Text3D", "y", count);
-    return AddTexts(c, Joined(xs, ys, c.Take(2, z, "Text3D", "z", count)), texts, options,
-                    "Text3D");
+    return AddTexts(c, c.TakeSpatial(x, y, z, "Text3D"), texts, options, "Text3D");
 }
 
 Objects Chart::Arrows(const Values& x, const Values& y, const Values& dx, const Values& dy,
                       const LineOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Arrows");
-    const std::vector<double> xs = c.Take(kX, x, "Arrows", "x");
-    const std::vector<double> ys =
-        c.Take(kValue, y, "Arrows", "y", static_cast<long long>(xs.size()));
+    const auto [xs, ys] = c.TakeFlat(x, y, "Arrows");
     if (c.axes[kX].kind == DataKind::Dates) c.room = c.room.value_or(0.0);
     RequireCount(dx, xs.size(), "Arrows", "dx");
     RequireCount(dy, xs.size(), "Arrows", "dy");
-    const std::vector<double> layer(xs.size(), c.NextLayer()), none(xs.size());
-    return AddArrows(c, Joined(xs, layer, ys), Joined(dx.Numbers(), none, dy.Numbers()), options,
-                     true);
+    const std::vector<double> none(xs.size());
+    return AddArrows(c, c.InLayer(xs, ys), detail::Joined(dx.Numbers(), none, dy.Numbers()),
+                     options, true);
 }
 
 Objects Chart::Arrows3D(const Values& x, const Values& y, const Values& z, const Values& dx,
                         const Values& dy, const Values& dz, const LineOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Arrows3D");
-    const std::vector<double> xs = c.Take(0, x, "Arrows3D", "x");
-    const auto count = static_cast<long long>(xs.size());
-    const std::vector<double> ys = c.Take(1, y, "Arrows3D", "y", count);
-    const std::vector<double> zs = c.Take(2, z, "Arrows3D", "z", count);
-    RequireCount(dx, xs.size(), "Arrows3D", "dx");
-    RequireCount(dy, xs.size(), "Arrows3D", "dy");
-    RequireCount(dz, xs.size(), "Arrows3D", "dz");
-    return AddArrows(c, Joined(xs, ys, zs), Joined(dx.Numbers(), dy.Numbers(), dz.Numbers()),
-                     options, false);
+    const std::vector<point3Dtype> points = c.TakeSpatial(x, y, z, "Arrows3D");
+    RequireCount(dx, points.size(), "Arrows3D", "dx");
+    RequireCount(dy, points.size(), "Arrows3D", "dy");
+    RequireCount(dz, points.size(), "Arrows3D", "dz");
+    return AddArrows(c, points, detail::Joined(dx.Numbers(), dy.Numbers(), dz.Numbers()), options,
+                     false);
 }
 
 Objects Chart::LineAtX(double x, const LineOptions& options) {

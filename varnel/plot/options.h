@@ -20,8 +20,10 @@ struct Size {
     int height = 800;
 };
 
-/// Where the names of series and the colours of values are told.
-enum class Legend { Right, Top, Bottom, Inside, None };
+/// Where the names of series and the colours of values are told. Auto: names of flat charts in the
+/// chart where they hide no data, if there is room; everything else on the right. Inside: in the
+/// chart as well, names and colours, where fewest data are.
+enum class Legend { Auto, Right, Top, Bottom, Inside, None };
 
 struct FigureOptions {
     std::string title{};
@@ -31,7 +33,7 @@ struct FigureOptions {
     double dpi = 0.0;  ///< pixels an inch; 0: those at which labels are 11 points high
     int samples = 4;   ///< a pixel, for smooth edges; 0: exact pixels
     Theme theme = Theme::Light();
-    Legend legend = Legend::Right;  ///< beside, above or below the chart, or where data are fewest
+    Legend legend = Legend::Auto;
     /// Of flat charts, as a share of their width: they are seen a little from the side and above
     /// then, unless Rotate says from where. 0: they are seen straight from the front.
     double depth = 0.0;

@@ -87,29 +87,15 @@ Objects Chart::Impl::AddScatter(const std::vector<point3Dtype>& points,
 
 Objects Chart::Scatter(const Values& x, const Values& y, const ScatterOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Flat, "Scatter");
-    const std::vector<double> xs = c.Take(0, x, "Scatter", "x");
-    const std::vector<double> ys = c.Take(2, y, "Scatter", "y", static_cast<long long>(xs.size()));
+    const auto [xs, ys] = c.TakeFlat(x, y, "Scatter");
     if (c.axes[0].kind == DataKind::Dates) c.room = c.room.value_or(0.0);
-    const double layer = c.NextLayer();
-    std::vector<point3Dtype> points;
-    for (std::size_t i = 0; i < xs.size(); ++i)
-        points.push_back({xs[i], layer, ys[i], 0});
-    return c.AddScatter(points, options, "Scatter");
+    return c.AddScatter(c.InLayer(xs, ys), options, "Scatter");
 }
 
 Objects Chart::Scatter3D(const Values& x, const Values& y, const Values& z,
                          const ScatterOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Scatter3D");
-    const std::vector<double> xs = c.Take(0, x, "Scatter3D", "x");
-    const auto count = static_cast<long long>(xs.size());
-    const std::vector<double> ys = c.Take(1, y, "Scatter3D", "y", count);
-    const std::vector<double> zs = c.Take(2, z, "Scatter3D", "z", count);
-    std::vector<point3Dtype> points;
-    for (std::size_t i = 0; i < xs.size(); ++i)
-        points.push_back({xs[i], ys[i], zs[i], 0});
-    return c.AddScatter(points, options, "Scatter3D");
+    return c.AddScatter(c.TakeSpatial(x, y, z, "Scatter3D"), options, "Scatter3D");
 }
 
 }  // namespace varnel::plot

@@ -16,22 +16,6 @@ namespace {
 
 constexpr int kTriangles = 1;
 
-std::vector<point3Dtype> ToPoints(const std::vector<double>& x, const std::vector<double>& y,
-                                  const std::vector<double>& z) {
-    std::vector<point3Dtype> points(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i)
-        points[i] = {x[i], y[i], z[i], 0};
-    return points;
-}
-
-std::vector<point3Dtype> TakePoints(auto& c, const Values& x, const Values& y, const Values& z,
-                                    const char* call) {
-    const std::vector<double> xs = c.Take(0, x, call, "x");
-    const auto count = static_cast<long long>(xs.size());
-    const std::vector<double> ys = c.Take(1, y, call, "y", count);
-    return ToPoints(xs, ys, c.Take(2, z, call, "z", count));
-}
-
 /// 0, 1, ... where there are no values.
 std::vector<double> TakeEdge(auto& c, int axis, const Values& values, const char* call,
                              const char* argument, int count) {
@@ -162,8 +146,7 @@ CChartObj3D* AddBands(auto& c, const CPolysurface& surface, const std::vector<do
 Objects Chart::Line3D(const Values& x, const Values& y, const Values& z,
                       const LineOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Line3D");
-    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Line3D");
+    const std::vector<point3Dtype> points = c.TakeSpatial(x, y, z, "Line3D");
     Objects objects;
     for (const detail::Part& part : detail::Split(options.by, points.size(), "Line3D")) {
         std::vector<point3Dtype> mine;
@@ -205,8 +188,7 @@ std::pair<double, double> ToCorners(std::vector<point3Dtype>& places, double sha
 Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
                       const BarsOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Bars3D");
-    std::vector<point3Dtype> corners = TakePoints(c, x, y, z, "Bars3D");
+    std::vector<point3Dtype> corners = c.TakeSpatial(x, y, z, "Bars3D");
     const auto [across, deep] = ToCorners(corners, options.width);
     const std::vector<double> feet(corners.size(), options.base);
     CChartObj3D* bars = c.NewObject();
@@ -221,8 +203,7 @@ Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
 Objects Chart::Planes3D(const Values& x, const Values& y, const Values& z,
                         const PlanesOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Planes3D");
-    std::vector<point3Dtype> corners = TakePoints(c, x, y, z, "Planes3D");
+    std::vector<point3Dtype> corners = c.TakeSpatial(x, y, z, "Planes3D");
     const auto [across, deep] = ToCorners(corners, options.width);
     CChartObj3D* const planes = c.NewObject();
     planes->PlaneChart3D(corners, across, deep, c.NextColor(options.color), c.theme.outline);
@@ -324,8 +305,7 @@ Objects Chart::Surface(const std::function<double(double, double)>& f, double x0
 Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
                        const SurfaceOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Surface");
-    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Surface");
+    const std::vector<point3Dtype> points = c.TakeSpatial(x, y, z, "Surface");
     CPolysurface surface(points.data(), 0, static_cast<int>(points.size()));
     surface.DelaunaySurface(1);
     if (surface.GetPSNumPolygons() == 0)
@@ -336,8 +316,7 @@ Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
 Objects Chart::Surface(const Values& x, const Values& y, const Values& z,
                        const std::vector<int>& corners, const SurfaceOptions& options) {
     Impl& c = *m_Impl;
-    c.Begin(Layout::Spatial, "Surface");
-    const std::vector<point3Dtype> points = TakePoints(c, x, y, z, "Surface");
+    const std::vector<point3Dtype> points = c.TakeSpatial(x, y, z, "Surface");
     if (corners.empty() || corners.size() % 3 != 0)
         Refuse("Surface", "corners has ", corners.size(), " numbers, not three for each triangle");
     for (const int corner : corners)

@@ -105,10 +105,14 @@ class VARNEL_API Table {
     friend VARNEL_API Table ReadCSVText(std::string_view text, const CsvOptions& options);
     struct Store;
     struct Place;
+    struct Groups;
     class Reader;
 
     explicit Table(std::shared_ptr<const Store> store) : m_Store(std::move(store)) {}
     Table WithRows(std::vector<std::size_t> rows) const;
+    Groups FindGroups(const std::vector<std::string>& by) const;
+    void AppendStatistic(std::size_t column, Statistic statistic, const Groups& groups,
+                         std::vector<std::string>& rows) const;
     Table WhereEqual(const std::string& column, const std::string& value, bool equal) const;
     std::size_t Row(std::size_t i) const;
     Place Find(const std::string& column, const char* operation) const;

@@ -123,39 +123,60 @@ Table Table::Group(const std::string& by, Statistic statistic) const {
     return Group(std::vector<std::string>{by}, statistic);
 }
 
-Table Table::Group(const std::vector<std::string>& by, Statistic statistic) const {
-    // The group of each row, and the texts that name it.
+/// Which group each row of a table belongs to, and the quoted texts that name each.
+struct Table::Groups {
+    std::vector<std::size_t> of;
+    std::vector<std::string> names;
+};
+
+Table::Groups Table::FindGroups(const std::vector<std::string>& by) const {
     std::vector<std::string> keys(NumRows());
-    std::vector<std::size_t> used;
     for (const std::string& column : by) {
-        used.push_back(Find(column, "Table::Group").column);
         const std::vector<std::string> texts = Text(column);
         for (std::size_t i = 0; i < keys.size(); ++i) {
             AppendQuoted(keys[i], texts[i]);
             keys[i] += ',';
         }
     }
+    Groups groups;
     std::unordered_map<std::string_view, std::size_t> numbers;
-    std::vector<std::size_t> groups(keys.size());
-    std::vector<std::string_view> names;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        const auto [entry, isNew] = numbers.emplace(keys[i], names.size());
-        if (isNew) names.push_back(keys[i]);
-        groups[i] = entry->second;
+    for (const std::string& key : keys) {
+        const auto [entry, isNew] = numbers.emplace(key, groups.names.size());
+        if (isNew) groups.names.push_back(key);
+        groups.of.push_back(entry->second);
     }
+    return groups;
+}
 
-    // A small table in the one form that tables have, a text: its numbers read back exactly.
+/// Adds a statistic of a column's numbers to the rows of the groups.
+void Table::AppendStatistic(std::size_t column, Statistic statistic, const Groups& groups,
+                            std::vector<std::string>& rows) const {
+    std::vector<std::vector<double>> samples(rows.size());
+    const std::vector<double> values = ReadNumbers({column, {}}, "Table::Group");
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (!std::isnan(values[i])) samples[groups.of[i]].push_back(values[i]);
+    for (std::size_t g = 0; g < rows.size(); ++g) {
+        if (!samples[g].empty()) AppendNumber(rows[g], Summarize(samples[g], statistic));
+        rows[g] += ',';
+    }
+}
+
+/// A small table in the one form that tables have, a text: its numbers read back exactly.
+Table Table::Group(const std::vector<std::string>& by, Statistic statistic) const {
+    std::vector<std::size_t> used;
     std::string head;
     for (const std::string& column : by) {
         const Place place = Find(column, "Table::Group");
+        used.push_back(place.column);
         AppendQuoted(head, place.part.empty() ? m_Store->names[place.column] : place.part);
         head += ',';
     }
-    std::vector<std::string> rows(names.begin(), names.end());
+    const Groups groups = FindGroups(by);
+    std::vector<std::string> rows = groups.names;
     if (statistic == Statistic::Count) {
         head += "\"count\",";
-        std::vector<double> counts(names.size());
-        for (const std::size_t group : groups)
+        std::vector<double> counts(rows.size());
+        for (const std::size_t group : groups.of)
             ++counts[group];
         for (std::size_t g = 0; g < rows.size(); ++g)
             AppendNumber(rows[g], counts[g]);
@@ -163,16 +184,9 @@ Table Table::Group(const std::vector<std::string>& by, Statistic statistic) cons
     for (std::size_t c = 0; statistic != Statistic::Count && c < NumColumns(); ++c) {
         if (std::ranges::find(used, c) != used.end() || KindOf({c, {}}) != DataKind::Numbers)
             continue;
-        std::vector<std::vector<double>> samples(names.size());
-        const std::vector<double> values = ReadNumbers({c, {}}, "Table::Group");
-        for (std::size_t i = 0; i < values.size(); ++i)
-            if (!std::isnan(values[i])) samples[groups[i]].push_back(values[i]);
         AppendQuoted(head, m_Store->names[c]);
         head += ',';
-        for (std::size_t g = 0; g < rows.size(); ++g) {
-            if (!samples[g].empty()) AppendNumber(rows[g], Summarize(samples[g], statistic));
-            rows[g] += ',';
-        }
+        AppendStatistic(c, statistic, groups, rows);
     }
     std::string csv;
     rows.insert(rows.begin(), head);

@@ -241,12 +241,12 @@ void GLSink::DrawStrip(const SceneState& /*state*/, const LineStrip& strip) {
     glDisable(GL_LINE_STIPPLE);
 }
 
-void GLSink::DrawText(const SceneState& state, const TextRun& run) {
+void GLSink::DrawText(const SceneState& /*state*/, const TextRun& run) {
     const GLContext::HostContextGuard host;
     if (!MakeCurrent()) return;
     m_Letters.Clear();
     if (run.halo > 0.0)
-        m_Letters.AddHalo(*run.font.GetFace(), run.text, run.placement, run.halo, state.background);
+        m_Letters.AddHalo(*run.font.GetFace(), run.text, run.placement, run.halo, run.haloColor);
     m_Letters.Add(*run.font.GetFace(), run.text, run.placement, run.color);
     if (m_Letters.Indices().empty()) return;
     SendIdentity();

@@ -95,15 +95,17 @@ Turned MeshPainter::LightOf(const Renderer& renderer, const MeshNormals& normals
         const Vec3 normal = renderer.matrix.NormalToDevice(normals.At(k, point));
         const Turned turned = TurnedBy(renderer.scene.light, normal);
         const bool none = normal.x == 0.0 && normal.y == 0.0 && normal.z == 0.0;
-        return none ? Turned{kNone, kNone} : turned;
+        return none ? Turned{kNone, kNone, 0.0} : turned;
     };
     if (normals.IsSharp(point)) return compute();
     PointLight& kept = m_Light[static_cast<std::size_t>(point)];
     if (kept.toLight == kUnknown) {
         const Turned turned = compute();
-        kept = {static_cast<float>(turned.toLight), static_cast<float>(turned.toHighlight)};
+        kept = {static_cast<float>(turned.toLight), static_cast<float>(turned.toHighlight),
+                static_cast<float>(turned.aside)};
     }
-    return {static_cast<double>(kept.toLight), static_cast<double>(kept.toHighlight)};
+    return {static_cast<double>(kept.toLight), static_cast<double>(kept.toHighlight),
+            static_cast<double>(kept.aside)};
 }
 
 void MeshPainter::AddFill(Renderer& renderer, const MeshSource& mesh, const SurfaceStyle& style,
@@ -155,7 +157,7 @@ void MeshPainter::Paint(Renderer& renderer, const MeshSource& mesh, const MeshLo
     PlacePoints(renderer.matrix, mesh);
     m_AllSegments = !renderer.LeavesOutSegments(renderer.lineWidth);
     if (lines) m_Edges.Reset(mesh.NumPolygons());
-    if (look.normals != nullptr) m_Light.assign(m_Places.size(), {kUnknown, 0.0F});
+    if (look.normals != nullptr) m_Light.assign(m_Places.size(), {kUnknown, 0.0F, 0.0F});
     SurfaceStyle style = look.style;
     RGBDType fill;
     RGBDType frame;

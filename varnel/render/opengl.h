@@ -200,8 +200,10 @@ class VARNEL_API COpenGL {
     /// A white highlight of this brightness where polygons mirror the light; the larger `shininess`
     /// (1 or more), the smaller it is. Default 0: none. Takes effect at once.
     void SetGloss(double brightness, double shininess);
-    /// 1: the light's colours together count as 1 where they are more, so that no surface is
-    /// brighter than its own colour, but for gloss. 0, the default: as OpenGL adds them up.
+    /// 1: no surface is brighter than its own colour, but for gloss, and one that faces the viewer
+    /// has it exactly if the light's colours together make 1 or more. The more a surface is turned
+    /// aside the darker it is, down to the ambient light: slowly towards the light, the quicker
+    /// away from it the farther the light stands aside. 0, the default: as OpenGL adds them up.
     void SetLightLimit(int on);
     /// Whether polygons that look away from the viewer are lit with their normal turned. Default 0.
     void SetTwoSided(BOOL on) { m_TwoSided = on; }
@@ -404,9 +406,10 @@ class VARNEL_API COpenGL {
     // --- Texts and pictures ------------------------------------------------------------------
 
     /// A text on one line, valid UTF-8, in the current colour, in ems from the origin of the
-    /// current matrix. A `halo` above 0 surrounds the letters with the background's colour, that
-    /// many ems wide, and puts both a little in front of where they are.
-    void DrawTextRun(const CFont3D& font, std::string_view text, double halo = 0.0);
+    /// current matrix. A `halo` above 0 surrounds the letters with a colour (none given: the
+    /// background's), that many ems wide, and puts both a little in front of where they are.
+    void DrawTextRun(const CFont3D& font, std::string_view text, double halo = 0.0,
+                     const RGBDType* haloColor = nullptr);
     /// A picture on the quadrilateral of four corners (lower left, upper left, upper right, lower
     /// right) with the normal (0, 1, 0), repeated over it. `pixels` holds width x height times red,
     /// green, blue and alpha, the lowest row first; neither side may be longer than

@@ -6,7 +6,8 @@
 
 namespace varnel {
 
-void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double halo) {
+void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double halo,
+                          const RGBDType* haloColor) {
     const std::string_view shown = m_Renderer->TakeText(text);
     if (shown.size() < text.size())
         detail::Diagnose("DrawText", "a line of text or the texts of a picture are too long: ",
@@ -17,8 +18,9 @@ void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double hal
     SyncState();
     detail::Matrix4 placement = m_Renderer->matrix.Top();
     if (halo > 0.0) placement.m[14] -= kInFront;
-    m_Renderer->sink->DrawText(m_Renderer->scene,
-                               {shown, font, placement, m_CurrentColor, m_Renderer->element, halo});
+    const detail::SceneState& scene = m_Renderer->scene;
+    m_Renderer->sink->DrawText(scene, {shown, font, placement, m_CurrentColor, m_Renderer->element,
+                                       halo, haloColor ? *haloColor : scene.background});
     SyncState();
 }
 

@@ -82,7 +82,7 @@ void Renderer::AddFill(const SurfaceStyle& style, const point3Dtype* pts, int n)
 /// The colour of a fill that is lit, or the factor on its texture's.
 RGBDType Renderer::Lit(const SurfaceStyle& style, const Turned& turned, bool otherSide) const {
     const double side = otherSide ? -1.0 : 1.0;
-    const Turned seen{turned.toLight * side, turned.toHighlight * side};
+    const Turned seen{turned.toLight * side, turned.toHighlight * side, turned.aside};
     if (!style.state.shaded) return LitColor(scene.light, seen, style.color);
     const double shade =
         style.shadeLow + (style.shadeHigh - style.shadeLow) * Facing(scene.light, seen);

@@ -6,7 +6,14 @@
 namespace varnel::detail {
 
 Turned TurnedBy(const SceneLight& light, const Vec3& normal) {
-    Turned turned{Dot(normal, light.direction), 0.0};
+    Turned turned{Dot(normal, light.direction), 0.0, 0.0};
+    if (light.limited) {
+        const double squared = normal.x * normal.x + normal.y * normal.y;
+        const double whole = 1.0 + std::hypot(light.direction.x, light.direction.y);
+        turned.aside = squared / whole;
+        turned.toLight = std::sqrt(squared) / whole *
+                         (normal.x * light.direction.x + normal.y * light.direction.y);
+    }
     if (!(light.gloss > 0.0)) return turned;
     // Halfway between the directions to the light and to the viewer.
     const Vec3 half = Normalized({light.direction.x, light.direction.y, light.direction.z - 1.0});
@@ -19,7 +26,8 @@ double Highlight(const SceneLight& light, double toHighlight) {
 }
 
 double Facing(const SceneLight& light, const Turned& turned) {
-    const double facing = std::max(0.0, turned.toLight);
+    const double facing = Share(light, turned);
+    if (light.limited) return facing;
     const double most = -light.direction.z;
     return most > 0.0 ? std::min(1.0, facing / most) : facing;
 }

@@ -33,13 +33,13 @@ struct VARNEL_API Theme {
     double seriesWidth = 2.0;  ///< of lines that are data
     double outlineWidth = 1.0;
 
-    /// The direction of the light as in CChart3D::SetLightPosition, and its colours, from above and
-    /// a little from the left. The scene's ambient colour, OpenGL's own share of a tenth and the
-    /// diffuse colour make 1 for a face that looks at the viewer; more counts as 1
-    /// (CChart3D::SetLightLimit), so that no face is brighter than its own colour.
-    point3Dtype lightPosition{-0.2, 0.85, 0.48, 0.0};
-    RGBDType ambientLight{0.45, 0.45, 0.45, 1.0};
-    RGBDType diffuseLight{0.63, 0.63, 0.63, 1.0};
+    /// The direction of the light as in CChart3D::SetLightPosition, and its colours: from
+    /// above, a little from the left and from the viewer. A face that looks at the viewer has its
+    /// own colour (CChart3D::SetLightLimit), others are darker, down to the ambient colours: the
+    /// scene's and OpenGL's own share of a tenth.
+    point3Dtype lightPosition{-0.3, 0.4, 0.9, 0.0};
+    RGBDType ambientLight{0.25, 0.25, 0.25, 1.0};
+    RGBDType diffuseLight{0.75, 0.75, 0.75, 1.0};
 
     CString fontName = "Arial";
     int fontWeight = 400;

@@ -341,7 +341,7 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     out.text.italic = font.lfItalic != 0;
     out.text.color = {run.color.r, run.color.g, run.color.b, 1.0};
     out.text.halo = run.halo;
-    out.text.haloColor = {state.background.r, state.background.g, state.background.b, 1.0};
+    out.text.haloColor = {run.haloColor.r, run.haloColor.g, run.haloColor.b, 1.0};
     const auto place = [&](double x, double y) {
         const Matrix4& m = run.placement;
         return Place(state, {m.At(0, 0) * x + m.At(0, 1) * y + m.At(0, 3),

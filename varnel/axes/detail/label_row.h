@@ -2,6 +2,7 @@
 // where each of them stands.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "varnel/axes/detail/axes_layout.h"
@@ -25,8 +26,9 @@ class LabelRow {
     LabelRow(const PlacedAxis& axis, int number, const AxisContent& content,
              const TextMeasure& measure, double longest);
 
-    /// The first style in which no two labels touch.
-    RowStyle ChooseStyle() const;
+    int GetAxis() const { return m_Number; }
+    /// The first style in which no two labels touch; of this size alone where one is given.
+    RowStyle ChooseStyle(std::optional<double> size = {}) const;
     /// The texts of the labels that a style keeps, for each label one or two.
     std::vector<std::vector<PlacedText>> Place(const RowStyle& style) const;
 

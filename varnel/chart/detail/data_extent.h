@@ -49,5 +49,14 @@ struct ChartExtent {
 /// Places of an object's data, in data units: all of few, evenly picked ones of many.
 std::vector<point3Dtype> PlacesOf(const CChartObj3D& object, int most);
 
+/// Adds where an object that is shown is seen, in pixels from the upper left corner: its points, or
+/// every few pixels of lines, areas and bars. After its transform's ChartTransform.
+void AddPixelPlaces(const CChartObj3D& object, std::vector<point3Dtype>& places);
+
+/// Whether a chart type's data lie in a vertical plane.
+bool IsInPlane(int type);
+/// From a value to the start of a width placed at it.
+double WidthOffset(double width, int justify);
+
 }  // namespace detail
 }  // namespace varnel

@@ -5,6 +5,7 @@
 // scaled down as a whole, never cut.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -90,8 +91,8 @@ LegendLayout LayoutLegendAcross(LegendContent content, const LegendLimits& limit
 
 /// Of the places of a box along the edges of an area, `margin` inside of them, the one with the
 /// fewest of the data in it (x and y of the points); of equals the upper right corner, then the
-/// other corners, then the middles of the edges.
+/// other corners, then the middles of the edges. `hidden` is told how many lie in it.
 LegendRect LeastCovered(std::span<const point3Dtype> data, const LegendRect& area, double width,
-                        double height, double margin);
+                        double height, double margin, std::ptrdiff_t* hidden = nullptr);
 
 }  // namespace varnel::detail

@@ -13,6 +13,8 @@ class LegendView {
     virtual ~LegendView() = default;
     /// The size of the view now, in pixels.
     virtual void GetSize(int& width, int& height) const = 0;
+    /// Puts the view's font into the context, if the first drawing has not done so.
+    virtual void PrepareFont() const = 0;
     /// Gives an entry the light of the chart that owns an object; nothing when none does.
     virtual void LendLight(const CChartObj3D* object, CLegendObj3D& entry) const = 0;
 };

@@ -63,7 +63,7 @@ struct Chart::Impl {
     std::optional<double> room;  ///< beyond the data along x, in their units
     std::vector<EdgedBars> edged;
     Theme theme;
-    Legend legendPlace = Legend::Right;
+    Legend legendPlace = Legend::Auto;
     int series = 0;
     int layers = 0;         ///< flat objects so far, each in front of those before
     bool colorBar = false;  ///< of the chart's texture colours, or of this scale
@@ -80,6 +80,15 @@ struct Chart::Impl {
     /// them in errors; `count` is how many there have to be, -1: any number but none.
     std::vector<double> Take(int axis, const Values& values, const char* call, const char* argument,
                              long long count = -1);
+    /// What most kinds begin with: the chart is made flat, or spatial, and takes their data.
+    struct XY {
+        std::vector<double> x, y;
+    };
+    XY TakeFlat(const Values& x, const Values& y, const char* call);
+    std::vector<point3Dtype> TakeSpatial(const Values& x, const Values& y, const Values& z,
+                                         const char* call);
+    /// Flat data as points in the next layer.
+    std::vector<point3Dtype> InLayer(const std::vector<double>& x, const std::vector<double>& y);
     void Widen(int axis, double value);
     /// Hands the options on to the axes of the box that they mean.
     void ResolveOptions();
@@ -113,6 +122,7 @@ struct Chart::Impl {
     FrameOptions FrameWanted() const;
     void DressEdges(const Size& picture);
     bool IsDeep() const { return azimuth || elevation || depth > 0.0; }
+    int LegendCode() const;
     void ComposeLegend();
     void ShowColorBar(CLegend3D& legend) const;
     class CLegend3D* m_Legend = nullptr;
@@ -139,6 +149,10 @@ std::vector<Part> Split(const Values& by, std::size_t count, const char* call);
 
 /// The code of a flat marker, MARKER_NONE for solids; Auto: that of a series, counted from 0.
 int FlatMarker(Marker marker, int series);
+
+/// As many points as there are values along each axis.
+std::vector<point3Dtype> Joined(const std::vector<double>& x, const std::vector<double>& y,
+                                const std::vector<double>& z);
 
 /// 0, 1, .. below `count`.
 std::vector<std::size_t> AllRows(std::size_t count);

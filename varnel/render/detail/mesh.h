@@ -87,7 +87,7 @@ class MeshPainter {
 
     /// How a point lies to the light; kept, since several polygons share it.
     struct PointLight {
-        float toLight, toHighlight;
+        float toLight, toHighlight, aside;
     };
 
     void PlacePoints(const MatrixStack& matrix, const MeshSource& mesh);

@@ -33,7 +33,7 @@ struct SceneLight {
     Vec3 direction{0.0, 0.0, 1.0};  ///< towards the light, in device coordinates, length 1
     double gloss = 0.0;             ///< brightness of the white highlight
     double shininess = 1.0;         ///< the larger, the smaller is the highlight
-    bool limited = false;           ///< no surface gets more than its own colour, but for gloss
+    bool limited = false;           ///< by how a surface lies to the viewer; see Share
 };
 
 /// What holds for all primitives until it changes.
@@ -55,6 +55,7 @@ struct SceneState {
 struct Turned {
     double toLight = 0.0;
     double toHighlight = 0.0;  ///< of the direction of its brightest highlight; 0 without gloss
+    double aside = 0.0;        ///< of limited light alone, and the same from both sides
 };
 
 /// By a normal of length 1 (or 0: no light but the ambient one).
@@ -63,25 +64,34 @@ Turned TurnedBy(const SceneLight& light, const Vec3& normal);
 /// How bright the highlight is.
 double Highlight(const SceneLight& light, double toHighlight);
 
+/// Of the diffuse light, 0..1. Limited light has all of it on what faces the viewer, and less the
+/// more something is turned aside, slowly towards the light and quickly away from it: nothing is
+/// brighter than its own colour, and slopes are seen on both sides.
+inline double Share(const SceneLight& light, const Turned& turned) {
+    if (!light.limited) return std::max(0.0, turned.toLight);
+    return std::clamp(1.0 - turned.aside + turned.toLight, 0.0, 1.0);
+}
+
 /// The colour of a surface, each component within 0..1.
 inline RGBDType LitColor(const SceneLight& light, const Turned& turned, const RGBDType& color) {
     // OpenGL's sum for one directional light: the material's ambient and diffuse
     // colour is the current one, and a face that looks away from the light gets the ambient alone.
-    const double facing = std::max(0.0, turned.toLight);
+    const double facing = Share(light, turned);
     const bool glossy = light.gloss > 0.0 && facing > 0.0;
     const double highlight = glossy ? Highlight(light, turned.toHighlight) : 0.0;
     const auto component = [=](double material, float scene, float ambient, float diffuse) {
-        const double sum = static_cast<double>(scene) + static_cast<double>(ambient) +
-                           facing * static_cast<double>(diffuse);
-        const double share = light.limited ? std::min(sum, 1.0) : sum;
-        return std::clamp(material * share + highlight, 0.0, 1.0);
+        const double least = static_cast<double>(scene) + static_cast<double>(ambient);
+        const double more = light.limited
+                                ? std::min(static_cast<double>(diffuse), std::max(0.0, 1.0 - least))
+                                : static_cast<double>(diffuse);
+        return std::clamp(material * (least + facing * more) + highlight, 0.0, 1.0);
     };
     return {component(color.r, light.sceneAmbient.r, light.ambient.r, light.diffuse.r),
             component(color.g, light.sceneAmbient.g, light.ambient.g, light.diffuse.g),
             component(color.b, light.sceneAmbient.b, light.ambient.b, light.diffuse.b), color.a};
 }
 
-/// How much of the light a surface gets, as a share of what one gets that faces the viewer: 0..1.
+/// How much of the light a surface gets, as a part of what one gets that faces the viewer: 0..1.
 double Facing(const SceneLight& light, const Turned& turned);
 
 /// The entry of the colour table for a texture coordinate: the nearest one, repeated beyond 0..1.
@@ -110,7 +120,8 @@ struct TextRun {
     Matrix4 placement;  ///< from ems, the first letter's origin at 0, to device coordinates
     RGBDType color;
     Element element;
-    double halo = 0.0;  ///< how far the background's colour surrounds the letters, in ems
+    double halo = 0.0;  ///< how far a colour surrounds the letters, in ems
+    RGBDType haloColor{};
 };
 
 /// A picture on a quadrilateral, repeated over it.

@@ -160,6 +160,11 @@ void Stroker::Walk(std::span<const StrokePoint> points, Emit&& emit) const {
         const double dy = p.y - last->y;
         const double length = std::hypot(dx, dy);
         const bool isLast = i + 1 == points.size();
+        // Straight away from the viewer: the line goes on at the other depth.
+        if (length == 0.0 && p.color == last->color) {
+            last = &p;
+            continue;
+        }
         if (!(length > 0.0) || !std::isfinite(length) ||
             (length < kSame && !isLast && std::fabs(p.z - last->z) < kSameDepth &&
              p.color == last->color))
