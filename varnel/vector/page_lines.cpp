@@ -166,7 +166,9 @@ void PageSink::ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& 
 void PageSink::ComposeBefore(PageCanvas& canvas, const Text& text,
                              const std::vector<OrderedLine>& lines) const {
     constexpr double kBefore = 1e-4;
-    const auto& [corner, right, across, up] = text.outline;
+    const Vec3& corner = text.outline[0];
+    const Vec3& right = text.outline[1];
+    const Vec3& up = text.outline[3];
     const double ux = right.x - corner.x;
     const double uy = right.y - corner.y;
     const double vx = up.x - corner.x;
