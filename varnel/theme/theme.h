@@ -37,7 +37,7 @@ struct VARNEL_API Theme {
     /// above, a little from the left and from the viewer. A face that looks at the viewer has its
     /// own colour (CChart3D::SetLightLimit), others are darker, down to the ambient colours: the
     /// scene's and OpenGL's own share of a tenth.
-    point3Dtype lightPosition{-0.3, 0.4, 0.9, 0.0};
+    point3Dtype lightPosition{-0.6, 0.6, 0.6, 0.0};
     RGBDType ambientLight{0.25, 0.25, 0.25, 1.0};
     RGBDType diffuseLight{0.75, 0.75, 0.75, 1.0};
 
