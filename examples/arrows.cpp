@@ -36,8 +36,9 @@ void example::Draw(Picture& picture) {
     legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("m");
     legend->SetColorBar(scale);
-    chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "east, m"},
-                                         AxisFrame{.title = "north, m"}, AxisFrame{.show = false}},
+    chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "east, m", .min = 0, .max = 600},
+                                         AxisFrame{.title = "north, m", .min = 0, .max = 860},
+                                         AxisFrame{.show = false}},
                                 .title = "Downhill on Maunga Whau",
                                 .footer = "digitised by Ross Ihaka",
                                 .azimuth = -90,

@@ -78,6 +78,29 @@ TEST_F(Transparency, MixesFromTheBack) {
     }
 }
 
+TEST_F(Transparency, LinesAndSolidsMixToo) {
+    Fill({"", 1, {{1, kGreen}, {1, {0, 0, 0, 0}}}, 0, 0, 0}, 0);
+    CChart3D& chart = *view.GetChart(0);
+    const point3Dtype bend[] = {{-0.8, -0.5, 2, 0}, {0, -0.5, 2, 0}, {0.6, 0.1, 2, 0}};
+    CChartObj3D* const line = chart.NewChartObj(chart.GetTransform(0));
+    line->LineChart3D(bend, 3, LINE_SOLID, 20, kRed);
+    line->SetLineJoins(LINE_JOINS_ROUND);
+    CAuxObj3D* const cube = chart.NewAuxObj(chart.GetTransform(0), AUX_CUBE);
+    cube->SetScale(0.2);
+    cube->SetColor(kRed);
+    cube->SetColorMode(COLOR_MODE_FLAT);
+    cube->SetLocation({-0.5, 0.5, 2, 0});
+    view.DrawView();
+    const auto pixel = [this](int x, int y) {
+        return view.GetDIBSectionPntr()->GetBitmap()->PixelFromTop(x, y);
+    };
+    // Around its bend the line is as dense as elsewhere.
+    for (int x = 94; x < 107; ++x)
+        for (int y = 52; y < 59; ++y)
+            ASSERT_NEAR(pixel(x, y).rgbRed, 128, 2) << x << ' ' << y;
+    EXPECT_NEAR(pixel(55, 145).rgbGreen, 64, 2) << "through the front and the back";
+}
+
 TEST_F(Transparency, IsInVectorFilesAndChartFiles) {
     Fill(kCases[0], 1);
     const test::TemporaryFolder folder;

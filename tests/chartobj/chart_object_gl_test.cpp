@@ -331,7 +331,7 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
         if (primitive.IsLine()) lines.push_back(primitive);
     EXPECT_GT(CountPolygons(labelled), 0);
     EXPECT_EQ(lines.size(), whole.size() + 1);  // in two parts
-    EXPECT_NEAR(lines[0].vertices[0].z, 0.5, 0.01);
+    EXPECT_NEAR(lines[0].vertices[0].z, 0.5, 0.02);
     ExpectStateTakenBack();
 
     // A closed line ends where it starts.

@@ -38,6 +38,10 @@ std::vector<LegendRect> Parts(const LegendContent& content, const LegendLayout& 
         parts.push_back(TextRect(content, layout.entries[i].text, content.entries[i], layout.em));
     }
     if (content.hasScale) parts.push_back(layout.bar);
+    if (content.noData) {
+        parts.push_back(layout.noData);
+        parts.push_back(TextRect(content, layout.noDataText, content.noDataWidth, layout.em));
+    }
     for (const auto& label : layout.labels)
         parts.push_back(TextRect(content, label.text,
                                  content.labels[static_cast<std::size_t>(label.number)].width,
@@ -129,6 +133,8 @@ TEST(LegendLayout, NothingOverlapsOrLeavesItsBox) {
                             content.horizontal = scale == 2;
                             content.scaleLength = 300;
                             if (scale > 0) content.labels = Labels(count);
+                            content.noData = scale > 0 && count % 2 == 1;
+                            content.noDataWidth = 0.4 * longest;
                             if (count == 0 && scale == 0 && title == 0.0) continue;
                             Check(content, room.limits,
                                   std::string(room.name) + ", " + std::to_string(count) +

@@ -120,8 +120,10 @@ TEST(ContourScale, BandsAreEvenAndLabelledBetweenThem) {
     EXPECT_EQ(scale.bands[1].end, 0.5);
     EXPECT_EQ(Texts(scale), (std::vector<CString>{"1.0", "2.5", "100.0"}));
     EXPECT_EQ(scale.labels[2].at, 0.75);
+    // A colour less than levels: the bands end at levels.
+    EXPECT_EQ(ContourScale(levels, Numbered(2), {}).labels[2].at, 1.0);
     // Fewer colours than bands: as many bands as there are.
-    EXPECT_EQ(ContourScale(levels, Numbered(2), {}).labels.size(), 1U);
+    EXPECT_EQ(ContourScale(levels, Numbered(1), {}).labels.size(), 0U);
     EXPECT_TRUE(ContourScale({}, Numbered(2), {}).bands.empty());
     EXPECT_TRUE(ContourScale(levels, {}, {}).bands.empty());
 }

@@ -27,7 +27,7 @@ struct Piece {
     }
 };
 
-std::vector<Piece> PiecesOf(const StrokeStyle& style, const std::vector<StrokePoint>& line) {
+std::vector<Piece> PiecesOf(const StrokeStyle& style, std::vector<StrokePoint> line) {
     std::vector<Piece> pieces;
     Stroker(style).Walk(line, [&](const StrokePoint* corners, int n) {
         pieces.push_back({{corners, corners + n}});
@@ -97,6 +97,25 @@ TEST(Stroke, DashesKeepTheirLengthAroundCorners) {
         EXPECT_NEAR(along(c[2], c[3]), ends[i][1], 1e-9) << i;
     }
     EXPECT_NEAR(pieces[2].corners[2].z, 1.0, 1e-9);
+}
+
+TEST(Stroke, PiecesOfWhatIsSeenThroughLieBesideEachOtherAndMitresArePointed) {
+    const std::vector<StrokePoint> line = {
+        {20, 20, 0, {}}, {70, 20, 0, {}}, {70, 60, 0, {}}, {30, 80, 0, {}}, {20, 20, 0, {}}};
+    for (const double mitre : {0.0, 4.0})
+        for (const bool solid : {true, false}) {
+            const unsigned short pattern = solid ? 0xFFFF : 0x00FF;
+            const std::vector<Piece> pieces =
+                PiecesOf({10, 4, pattern, 100, 100, mitre, true}, line);
+            for (double y = 0.27; y < 100; y += 0.5)
+                for (double x = 0.23; x < 100; x += 0.5)
+                    ASSERT_LE(std::count_if(pieces.begin(), pieces.end(),
+                                            [&](const Piece& p) { return p.Holds(x, y); }),
+                              solid ? 1 : 2)
+                        << x << ' ' << y;
+            const auto atTip = [](const Piece& p) { return p.Holds(74.5, 15.5); };
+            EXPECT_EQ(std::any_of(pieces.begin(), pieces.end(), atTip), mitre > 0.0 && solid);
+        }
 }
 
 TEST(Stroke, WhatIsFarOutsideCostsNothing) {

@@ -14,6 +14,7 @@
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/layout/fit.h"
 #include "varnel/legend/legend.h"
+#include "varnel/render/codes.h"
 #include "varnel/render/opengl.h"
 #include "varnel/scale/calendar.h"
 #include "varnel/transform/transform.h"
@@ -219,6 +220,9 @@ void DressLegends(CChartView3D& view, const Theme& theme) {
         legend.SetBorderThickness(theme.gridWidth);
         legend.SetTextColor(theme.text);
         legend.SetLegendBkColor(theme.background);
+        const bool plain = legend.GetScaleFormat() == 0 && legend.GetScaleDecimals() < 0 &&
+                           !(legend.GetScaleTicSpace() > 0.0);
+        if (plain) legend.SetScaleAxis(1);
     }
 }
 
@@ -239,7 +243,7 @@ void DressObject(CChartObj3D& object, const FrameOptions& options) {
     constexpr double kHalo = 0.12;    // ems
     constexpr double kDarkest = 0.5;  // of colours by value
     object.SetTwoSided(1);
-    object.SetLineJoins(1);
+    if (object.GetLineJoins() == LINE_JOINS_NONE) object.SetLineJoins(LINE_JOINS_ROUND);
     object.SetTextHalo(kHalo);
     // Most texts stand before a wall.
     const bool walls = options.walls && options.theme.walls != 0;
@@ -315,6 +319,7 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     if (options.elevation.value_or(0.0) < 0.0) m_Saved.lightPosition.z *= -1.0;
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);
     SetAutoText(1);
+    SetLineAreas(1);
     SetAutoFit(options.autoFit);
     for (const AxisExtent& axis : extent.axes)
         frame.leftOut += axis.range.leftOut;

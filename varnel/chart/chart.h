@@ -286,6 +286,10 @@ class VARNEL_API CChart3D {
     /// 0, the default: they are as set.
     void SetAutoText(int on) { m_Added.autoText = on; }
     int GetAutoText() const { return m_Added.autoText; }
+    /// 1: axes, grids, outlines and all other lines of the chart have no gaps with antialiasing;
+    /// see COpenGL::SetLineAreas. 0, the default: as OpenGL draws lines. AutoFrame sets 1.
+    void SetLineAreas(int on) { m_Added.lineAreas = on; }
+    int GetLineAreas() const { return m_Added.lineAreas; }
     /// The sizes that text which follows the viewport has: those of a frame whose smaller side lies
     /// halfway (their geometric mean) between those of the chart and of the view, so that charts
     /// beside each other can be read.
@@ -381,6 +385,7 @@ class VARNEL_API CChart3D {
     /// What the record lacks.
     struct Added {
         int autoFit = AUTOFIT_OFF;
+        int lineAreas = 0;
         int autoText = 0;
         double fillDepth = 0.0;
         int lightLimit = 0;

@@ -38,6 +38,18 @@ class WidthScope {
     COpenGL& m_GL;
 };
 
+/// Lines as areas, until the chart is drawn.
+class LineAreasScope {
+ public:
+    LineAreasScope(COpenGL& gl, int on) : m_GL(gl) { m_GL.SetLineAreas(on); }
+    ~LineAreasScope() { m_GL.SetLineAreas(0); }
+    LineAreasScope(const LineAreasScope&) = delete;
+    LineAreasScope& operator=(const LineAreasScope&) = delete;
+
+ private:
+    COpenGL& m_GL;
+};
+
 /// A part of a chart's drawing, as fractions of the whole.
 template <class Draw>
 void Stage(double from, double to, Draw&& draw) {
@@ -73,6 +85,7 @@ void CChart3D::DrawChart() {
     SetChartPosition(m_Saved.position);
     SetupOpenGL();
     SetFontFactors();
+    const LineAreasScope areas(*m_pOpenGL, m_Added.lineAreas);
     if (m_Added.autoFit != AUTOFIT_OFF) FitToView();
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
     for (const auto& transform : m_Objects.transforms)

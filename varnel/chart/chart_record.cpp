@@ -85,6 +85,7 @@ void CChart3D::VisitAdded(detail::AddedFields& fields) {
     fields.Of(m_Added, [](auto field) {
         field("autoFit", &Added::autoFit);
         field("autoText", &Added::autoText);
+        field("lineAreas", &Added::lineAreas);
         field("fillDepth", &Added::fillDepth);
         field("lightLimit", &Added::lightLimit);
         field("viewLight", &Added::viewLight);

@@ -28,7 +28,7 @@ void RequireDevice(const CDC* dc, const char* operation) {
                       "there is no device context to draw to");
 }
 
-/// Colours can be seen through in charts alone; also when drawing is broken off.
+/// Colours can be seen through in charts and legends alone; also when drawing is broken off.
 class TransparencyScope {
  public:
     TransparencyScope(COpenGL& gl, int on) : m_GL(gl) { m_GL.SetTransparency(on); }
@@ -121,6 +121,7 @@ void CChartView3D::DrawCharts() {
 
 void CChartView3D::DrawLegends() {
     if (m_LegendList.IsEmpty()) return;
+    const TransparencyScope transparency(*m_pOpenGL, m_Added.transparency);
     for (const auto& legend : m_LegendList)
         legend->DrawLegend();
     m_pOpenGL->ExchangeBuffers();

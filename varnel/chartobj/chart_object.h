@@ -553,10 +553,16 @@ class VARNEL_API CChartObj3D {
     double GetMarkerSize() const { return m_Added.m_MarkerSize; }
     /// The width of the markers' outlines, 0 when they have none.
     double GetMarkerOutlineWidth() const;
-    /// 1: lines have round joins and ends and no gaps, and dashes keep their length along the line;
-    /// see COpenGL::SetLineJoins. 0, the default: as OpenGL draws lines.
-    void SetLineJoins(int on) { m_Added.m_LineJoins = on; }
+    /// LINE_JOINS_ROUND (1): lines have round joins and ends and no gaps, and dashes keep their
+    /// length along the line; LINE_JOINS_MITRED (2): joins are pointed, as far as `limit` widths
+    /// from the inner corner; see COpenGL::SetLineJoins. LINE_JOINS_NONE (0), the default: as
+    /// OpenGL draws lines.
+    void SetLineJoins(int kind, double limit = 4.0) {
+        m_Added.m_LineJoins = kind;
+        m_Added.m_MitreLimit = limit;
+    }
     int GetLineJoins() const { return m_Added.m_LineJoins; }
+    double GetMitreLimit() const { return m_Added.m_MitreLimit; }
     /// How many pixels (points, see CChartView3D::SetLineUnits) each dot of a line style is long,
     /// 1..256. Default 1.
     void SetLineStyleFactor(int factor) { m_Added.m_LineStyleFactor = factor; }

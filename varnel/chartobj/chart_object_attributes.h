@@ -114,6 +114,7 @@ struct ChartObjectAdded {
     int m_Marker = 0;           ///< none
     double m_MarkerSize = 6.0;  ///< points
     int m_LineJoins = 0;
+    double m_MitreLimit = 4.0;
     int m_LineStyleFactor = 1;
     double m_TextHalo = 0.0;               ///< ems
     RGBDType m_TextHaloColor{0, 0, 0, 0};  ///< transparent: the background's

@@ -5,6 +5,7 @@
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/justify.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/render/codes.h"
 #include "varnel/render/opengl.h"
 #include "varnel/transform/transform.h"
 
@@ -26,6 +27,7 @@ class SharedStateScope {
         : m_GL(gl),
           m_Transform(transform),
           m_LineJoins(gl.GetLineJoins()),
+          m_MitreLimit(gl.GetMitreLimit()),
           m_LineStyleFactor(gl.GetLineStyleFactor()) {
         m_GL.SetFrameFilled(state.framed);
         m_Transform.ChartTransform();
@@ -35,7 +37,8 @@ class SharedStateScope {
         m_GL.SetTextureLighting(state.added.m_TextureLighting, state.added.m_TextureLeast,
                                 state.added.m_TextureMost);
         m_Transform.SetClipping(state.clipped);
-        if (state.added.m_LineJoins != 0) m_GL.SetLineJoins(1);
+        if (state.added.m_LineJoins != LINE_JOINS_NONE)
+            m_GL.SetLineJoins(state.added.m_LineJoins, state.added.m_MitreLimit);
         if (state.added.m_LineStyleFactor != 1)
             m_GL.SetLineStyleFactor(state.added.m_LineStyleFactor);
     }
@@ -46,7 +49,7 @@ class SharedStateScope {
         m_GL.SetTwoSided(0);
         m_GL.SetTextureLighting(0);
         m_GL.SetLineWidth3D(1.0);
-        m_GL.SetLineJoins(m_LineJoins);
+        m_GL.SetLineJoins(m_LineJoins, m_MitreLimit);
         m_GL.SetLineStyleFactor(m_LineStyleFactor);
     }
     SharedStateScope(const SharedStateScope&) = delete;
@@ -56,6 +59,7 @@ class SharedStateScope {
     COpenGL& m_GL;
     CTransform3D& m_Transform;
     int m_LineJoins;
+    double m_MitreLimit;
     int m_LineStyleFactor;
 };
 

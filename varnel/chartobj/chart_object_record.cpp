@@ -242,6 +242,7 @@ void CChartObj3D::VisitAdded(detail::AddedFields& fields) {
         field("marker", &Added::m_Marker);
         field("markerSize", &Added::m_MarkerSize);
         field("lineJoins", &Added::m_LineJoins);
+        field("mitreLimit", &Added::m_MitreLimit);
         field("lineStyleFactor", &Added::m_LineStyleFactor);
         field("textHalo", &Added::m_TextHalo);
         field("textHaloColor", &Added::m_TextHaloColor);

@@ -258,11 +258,14 @@ void detail::ChartDrawing::DrawContourPolysurface3D() const {
 
 void detail::ChartDrawing::DrawContourLines(std::span<const double> levels,
                                             std::span<const RGBDType> colors) const {
-    constexpr double kLift = 0.004;  // device units, which keep lines clear of the surface
     const ContourStyle style = m_Object.GetContourStyle();
     const ContourLines traced = TraceWorking(*m_Saved.m_pPolysurface, *m_pTransform,
                                              std::vector<double>(levels.begin(), levels.end()));
-    const point3Dtype lift = detail::Screen(*m_pOpenGL, *m_pTransform).Towards(kLift);
+    const detail::Screen screen(*m_pOpenGL, *m_pTransform);
+    // Device units, which keep lines clear of the surface: of slopes in their whole width.
+    constexpr double kLift = 0.004, kSteep = 3.0;
+    const double width = std::max(style.lineWidth, 0.0) * m_pOpenGL->GetLineUnit();
+    const point3Dtype lift = screen.Towards(kLift + kSteep * width / screen.GetHeight());
     const double plane = detail::Convert(*m_pTransform, 2, m_Saved.m_ConstValue);
     ContourPen pen(*m_pOpenGL, *m_pTransform, style);
     for (const ContourLine& line : traced.lines) {

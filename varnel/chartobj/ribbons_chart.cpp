@@ -1,13 +1,63 @@
 #include <limits>
+#include <vector>
 
 #include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/ribbons_geometry.h"
+#include "varnel/chartobj/detail/screen.h"
 #include "varnel/chartobj/detail/set_up.h"
 #include "varnel/foundation/detail/raise.h"
+#include "varnel/render/codes.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
+namespace {
+
+/// The outline around the segments of a ribbon, without lines between them.
+class RibbonEdge {
+ public:
+    RibbonEdge(COpenGL& gl, const CTransform3D& transform)
+        : m_GL(gl), m_Lift(detail::Screen(gl, transform).Towards(kLift)) {}
+
+    /// The segment that ends at point i, as its four corners.
+    void Add(std::size_t i, const point3Dtype* corners) {
+        if (m_Pieces.empty() || i != m_Last + 1) m_Pieces.emplace_back();
+        m_Pieces.back().insert(m_Pieces.back().end(), corners, corners + 4);
+        m_Last = i;
+    }
+
+    void Draw() {
+        for (const std::vector<point3Dtype>& corners : m_Pieces) {
+            std::vector<point3Dtype> ring;
+            const auto add = [&](std::size_t corner) {
+                const point3Dtype& p = corners[corner];
+                ring.push_back({p.x + m_Lift.x, p.y + m_Lift.y, p.z + m_Lift.z, 0.0});
+            };
+            for (std::size_t k = 0; k < corners.size(); k += 4) {
+                add(k);
+                add(k + 1);
+            }
+            for (std::size_t k = corners.size(); k > 0; k -= 4) {
+                add(k - 2);
+                add(k - 1);
+            }
+            m_GL.StartLineAbs3D(ring.front());
+            for (std::size_t k = 1; k < ring.size(); ++k)
+                m_GL.AppendLineAbs3D(ring[k]);
+            m_GL.EndLineAbs3D(ring.front());
+        }
+    }
+
+ private:
+    static constexpr double kLift = 0.004;  // device units, clear of the ribbon
+
+    COpenGL& m_GL;
+    point3Dtype m_Lift;
+    std::vector<std::vector<point3Dtype>> m_Pieces;  ///< four corners a segment
+    std::size_t m_Last = 0;
+};
+
+}  // namespace
 
 void CChartObj3D::RibbonChart25D(const double* ind, const double* dep, double constValue, int n,
                                  double depthWidth, const RGBDType& fill, const RGBDType& outline,
@@ -55,10 +105,23 @@ void CChartObj3D::GroupRibbonChart25D(std::span<const double> ind,
 void detail::ChartDrawing::DrawRibbonChart25D() const {
     m_pOpenGL->SetFillStyle3D(m_Saved.m_FillColor, m_Saved.m_FillColor, m_Saved.m_OutlineColor);
     m_pOpenGL->SetLineWidth3D(m_Saved.m_OutlineWidth);
-    detail::WalkRibbon(*m_pTransform, GetData25D(), [this](std::size_t i, const auto& points) {
+    if (m_Saved.m_OutlineMode == 0 || m_Added.m_SegmentOutlines != 0) {
+        detail::WalkRibbon(*m_pTransform, GetData25D(), [this](std::size_t i, const auto& points) {
+            CheckSetSegmentColor(i);
+            m_pOpenGL->PolyFillAbs3D(points.data(), 5);
+        });
+        return;
+    }
+    RibbonEdge edge(*m_pOpenGL, *m_pTransform);
+    m_pOpenGL->SetFrameFilled(0);
+    detail::WalkRibbon(*m_pTransform, GetData25D(), [&](std::size_t i, const auto& points) {
         CheckSetSegmentColor(i);
         m_pOpenGL->PolyFillAbs3D(points.data(), 5);
+        edge.Add(i, points.data());
     });
+    m_pOpenGL->SetLineStyle3D(LINE_SOLID, m_Saved.m_OutlineWidth, m_Saved.m_OutlineColor);
+    edge.Draw();
+    m_pOpenGL->SetFrameFilled(m_Saved.m_OutlineMode);
 }
 
 void detail::ChartDrawing::DrawGroupRibbonChart25D() const {

@@ -33,6 +33,9 @@ struct RGBBType {
     BYTE a = 0;
 };
 
+/// Of what has no value to be coloured by.
+inline constexpr RGBDType kNoDataColor{0.6, 0.6, 0.6, 1.0};
+
 VARNEL_API RGBDType SetRGBD(double r, double g, double b, double a);
 VARNEL_API RGBFType SetRGBF(float r, float g, float b, float a);
 

@@ -178,6 +178,22 @@ void CLegend3D::SetColorBar(const ColorScale& scale) {
     m_Added.scaleBelowColor = scale.below.value_or(RGBDType{});
     m_Added.scaleAbove = scale.above ? 1 : 0;
     m_Added.scaleAboveColor = scale.above.value_or(RGBDType{});
+    SetNoData(scale.showNoData ? std::optional(scale.noData) : std::nullopt);
+}
+
+void CLegend3D::SetNoData(const std::optional<RGBDType>& color) {
+    m_Added.noData = color ? 1 : 0;
+    m_Added.noDataColor = color.value_or(RGBDType{});
+}
+
+void CLegend3D::SetColorBands(std::span<const double> levels, std::span<const RGBDType> colors) {
+    DeleteScale();
+    const bool usable = !levels.empty() && colors.size() <= kMostColors &&
+                        (colors.size() == levels.size() + 1 || colors.size() + 1 == levels.size());
+    if (!usable) return;
+    m_Saved.m_ScaleType = LEGEND_CONTOUR_BANDS;
+    m_Saved.m_ScaleValues.assign(levels.begin(), levels.end());
+    m_Saved.m_ScaleColors.assign(colors.begin(), colors.end());
 }
 
 bool CLegend3D::HasAxis() const {
@@ -207,6 +223,7 @@ detail::LegendScale CLegend3D::MakeColorAxis(double length) const {
 
 void CLegend3D::DeleteScale() {
     m_Added.scaleGiven = 0;
+    m_Added.noData = 0;
     m_Saved.m_ScaleType = LEGEND_NO_SCALE;
     m_Saved.m_ScaleValues.clear();
     m_Saved.m_ScaleColors.clear();
@@ -267,6 +284,9 @@ void CLegend3D::VisitAdded(detail::AddedFields& fields) {
         field("scale_above", &Added::scaleAbove);
         field("scale_above_color", &Added::scaleAboveColor);
         field("place_chart", &Added::placeChart);
+        field("no_data", &Added::noData);
+        field("no_data_color", &Added::noDataColor);
+        field("no_data_text", &Added::noDataText);
     });
     fields.List("entry", m_LegendObjs);
 }

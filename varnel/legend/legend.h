@@ -7,6 +7,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -213,6 +214,16 @@ class VARNEL_API CLegend3D {
     /// bands where these are few, with arrows in the colours for values below and above. Format,
     /// decimals and tic space have no effect on it. Raises what ColorScale::Colors raises.
     void SetColorBar(const ColorScale& scale);
+    /// A swatch beside the low end of the scale that tells the colour of what is no data, until the
+    /// scale is another one; by the scale's showNoData at first.
+    void SetNoData(const std::optional<RGBDType>& color);
+    /// What stands beside the swatch. Default "no data".
+    void SetNoDataText(const CString& text) { m_Added.noDataText = text; }
+    CString GetNoDataText() const { return m_Added.noDataText; }
+    /// Bands of colour between levels, all as long whatever the levels: a colour more than levels,
+    /// or one less for bands that end at the first and the last level. Other numbers remove the
+    /// scale. Format and decimals say how the levels are written.
+    void SetColorBands(std::span<const double> levels, std::span<const RGBDType> colors);
     /// 1: a colour bar of colours between two values, too, is labelled as automatic axes are. 0,
     /// the default: by format, decimals and tic space.
     void SetScaleAxis(int on) { m_Added.scaleAxis = on; }
@@ -322,6 +333,9 @@ class VARNEL_API CLegend3D {
         int scaleAbove = 0;
         RGBDType scaleAboveColor{};
         int placeChart = -1;
+        int noData = 0;  ///< 1: a swatch beside the colour scale tells this colour
+        RGBDType noDataColor{};
+        CString noDataText = "no data";
     };
 
     COpenGL* m_pOpenGL = nullptr;

@@ -98,6 +98,8 @@ detail::LegendContent CLegend3D::Measure(const std::vector<const CLegendObj3D*>&
     content.horizontal = m_Saved.m_ScaleHorizontal != 0 || IsAcross();
     for (const detail::ScaleLabel& label : scale.labels)
         content.labels.push_back({label.at, measure.Width(label.text), label.index});
+    content.noData = content.hasScale && m_Added.noData != 0;
+    if (content.noData) content.noDataWidth = measure.Width(m_Added.noDataText);
     return content;
 }
 
@@ -276,9 +278,10 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
         double begin = 0.0;
         for (const detail::ScaleBand& band : scale.bands) {
             // The colours of charts by value are those of a texture, which has bytes.
-            const RGBDType color = m_Saved.m_ScaleType == LEGEND_COLOR_BAR
-                                       ? RGBBtoRGBD(RGBDtoRGBB(band.color))
-                                       : band.color;
+            RGBDType color = m_Saved.m_ScaleType == LEGEND_COLOR_BAR
+                                 ? RGBBtoRGBD(RGBDtoRGBB(band.color))
+                                 : band.color;
+            color.a = 1.0;
             const double size = band.end - begin;
             const detail::LegendRect rect =
                 across ? detail::LegendRect{bar.x + begin * bar.width, bar.y, size * bar.width,
@@ -297,6 +300,10 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
             DrawOutline(painter, scale, bar, stroke);
         else
             painter.FrameRect(bar, stroke, m_Saved.m_TextColor);
+        if (m_Added.noData != 0) {
+            painter.FillRect(layout.noData, m_Added.noDataColor);
+            painter.FrameRect(layout.noData, stroke, m_Saved.m_TextColor);
+        }
         for (const auto& label : layout.labels) {
             const double tic = std::floor(label.tic - stroke / 2 + 0.5);
             painter.FillRect(
@@ -308,6 +315,8 @@ void CLegend3D::DrawScale(detail::LegendPainter& painter, const detail::LegendSc
     for (const auto& label : layout.labels)
         painter.Text(scale.labels[static_cast<std::size_t>(label.number)].text, label.text,
                      layout.em, m_Saved.m_TextColor);
+    if (m_Added.noData != 0)
+        painter.Text(m_Added.noDataText, layout.noDataText, layout.em, m_Saved.m_TextColor);
 }
 
 void CLegend3D::DrawLegend() {

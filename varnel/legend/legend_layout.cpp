@@ -21,6 +21,7 @@ constexpr double kTicLength = 0.25;
 constexpr double kTicGap = 0.3;
 constexpr double kLeastVertical = 5.0;
 constexpr double kLeastHorizontal = 8.0;
+constexpr double kNoDataGap = 0.7;   // between a standing scale and the swatch below it
 constexpr double kLabelGap = 0.45;   // between labels one above the other
 constexpr double kLabelSpace = 0.8;  // between labels side by side
 
@@ -76,16 +77,31 @@ double WidestLabel(const LegendContent& content) {
 struct ScaleFrame {
     double across = 0.0;
     double along = 0.0;
+    double before = 0.0;  ///< as much of `along` lies before the low end
 };
+
+/// Of no data's swatch beside a lying scale, with its text below it.
+double SwatchWidth(const LegendContent& content) {
+    return std::max(kBarThickness, content.noDataWidth);
+}
 
 ScaleFrame FrameOfScale(const LegendContent& content) {
     if (!content.hasScale) return {};
-    const double beside = kBarThickness + (content.labels.empty() ? 0.0 : kTicLength + kTicGap);
-    if (content.labels.empty()) return {beside, 0.0};
+    const bool texts = !content.labels.empty() || content.noData;
+    const double widest = WidestLabel(content);
+    ScaleFrame frame;
+    frame.across = kBarThickness + (texts ? kTicLength + kTicGap : 0.0);
     // Labels at the ends of a vertical scale reach beyond it by half their height: into the
     // padding, where they find room, or into RoomAboveScale.
-    return content.horizontal ? ScaleFrame{beside + content.capHeight, WidestLabel(content)}
-                              : ScaleFrame{beside + WidestLabel(content), 0.0};
+    if (texts)
+        frame.across +=
+            content.horizontal ? content.capHeight : std::max(widest, content.noDataWidth);
+    if (content.horizontal) frame.before = widest / 2;
+    if (content.noData)
+        frame.before +=
+            content.horizontal ? SwatchWidth(content) + kLabelSpace : kBarThickness + kNoDataGap;
+    frame.along = frame.before + (content.horizontal ? widest / 2 : 0.0);
+    return frame;
 }
 
 double LeastLength(const LegendContent& content) {
@@ -228,15 +244,31 @@ class Placement {
         m_Top -= RoomAboveScale(m_Content) * m_Em;
         const ScaleFrame frame = FrameOfScale(m_Content);
         const double thickness = kBarThickness * m_Em;
-        const double overhang = frame.along * m_Em / 2;
         if (m_Content.horizontal)
-            m_Out.bar = {Centred(length), m_Top - thickness, length, thickness};
+            m_Out.bar = {Centred(length + frame.along * m_Em) + frame.before * m_Em,
+                         m_Top - thickness, length, thickness};
         else
-            m_Out.bar = {Centred(frame.across * m_Em), m_Top - overhang - length, thickness,
-                         length};
+            m_Out.bar = {Centred(frame.across * m_Em), m_Top - length, thickness, length};
         m_Out.ticLength = m_Content.labels.empty() ? 0.0 : kTicLength * m_Em;
+        if (m_Content.noData) PlaceNoData(frame.before * m_Em);
         for (int number : ChooseLabels(m_Content, length / m_Em))
             if (!m_Content.labels.empty()) PlaceLabel(number);
+    }
+
+    void PlaceNoData(double before) {
+        const LegendRect& bar = m_Out.bar;
+        const double away = (kTicLength + kTicGap) * m_Em;
+        const double side = kBarThickness * m_Em;
+        if (m_Content.horizontal) {
+            const double middle = bar.x - before + SwatchWidth(m_Content) * m_Em / 2;
+            m_Out.noData = {middle - side / 2, bar.y, side, side};
+            m_Out.noDataText = {middle - m_Content.noDataWidth * m_Em / 2,
+                                std::round(bar.y - away - Cap())};
+        } else {
+            m_Out.noData = {bar.x, bar.y - before, side, side};
+            m_Out.noDataText = {bar.x + side + away,
+                                std::round(bar.y - before + (side - Cap()) / 2)};
+        }
     }
 
     void PlaceLabel(int number) {

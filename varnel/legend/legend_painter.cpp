@@ -83,12 +83,14 @@ LegendPainter::LegendPainter(COpenGL& gl, CTransform3D& transform, CTextObj3D& t
 }
 
 LegendPainter::~LegendPainter() {
+    m_GL.DrawTransparent();
     m_GL.SetFontScaleFactor(m_FontScale);
     m_GL.SetColorMode(m_ColorMode);
     m_GL.SetLineStyle3D(0, 1.0, kBlack);
 }
 
 void LegendPainter::UseBox() {
+    m_GL.DrawTransparent();  // in the viewport that it was meant for
     m_GL.SetViewport(m_Box);
     m_GL.LoadIdentity();
     m_GL.SetColorMode(0);
@@ -175,7 +177,7 @@ void LegendPainter::Line(const LegendRect& rect, const LineSample& sample) {
     const int joins = m_GL.GetLineJoins();
     const int factor = m_GL.GetLineStyleFactor();
     m_GL.SetLineStyle3D(sample.style, sample.width, sample.color);
-    if (sample.joins != 0) m_GL.SetLineJoins(1);
+    if (sample.joins != 0) m_GL.SetLineJoins(sample.joins);
     if (sample.styleFactor != 1) m_GL.SetLineStyleFactor(sample.styleFactor);
     m_GL.LineAbs3D({DeviceX(std::round(rect.x)), y, kSampleDepth, 0},
                    {DeviceX(std::round(rect.x + rect.width)), y, kSampleDepth, 0});
@@ -206,6 +208,7 @@ void LegendPainter::LoadLight(const SymbolSample& sample) {
 void LegendPainter::Symbol(const LegendRect& rect, const SymbolSample& sample) {
     const double square = std::min(rect.width, rect.height);
     if (!(square >= 1.0)) return;
+    m_GL.DrawTransparent();
     LoadLight(sample);
     m_GL.Rotate3D(-90.0, 0);
     m_GL.Rotate3D(sample.rotation.x, 0);

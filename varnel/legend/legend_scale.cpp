@@ -123,8 +123,12 @@ LegendScale ContourScale(std::span<const double> levels, std::span<const RGBDTyp
     if (levels.empty() || bands == 0) return scale;
     for (std::size_t i = 0; i < bands; ++i)
         scale.bands.push_back({static_cast<double>(i + 1) / static_cast<double>(bands), colors[i]});
-    for (std::size_t i = 0; i + 1 < bands; ++i)
-        scale.labels.push_back({scale.bands[i].end, static_cast<int>(i), {}});
+    const bool closed = colors.size() + 1 == levels.size();
+    for (std::size_t i = 0; i < (closed ? levels.size() : bands - 1); ++i) {
+        const std::size_t band = closed ? i : i + 1;
+        scale.labels.push_back(
+            {static_cast<double>(band) / static_cast<double>(bands), static_cast<int>(i), {}});
+    }
     Write(scale.labels, levels, format);
     return scale;
 }

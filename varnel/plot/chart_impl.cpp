@@ -153,6 +153,8 @@ void Chart::Impl::ColorPoints(CChartObj3D* object, const std::vector<std::size_t
     const DataRange range = RangeOf(values.Numbers());
     if (range.count == 0) Refuse(call, "color_by has no finite value");
     colorScale = ColorScale{.map = map, .min = range.min, .max = range.max};
+    colorScale->showNoData = range.leftOut > 0;
+    bandLevels.clear();
     std::vector<double> shown;
     for (const std::size_t row : rows)
         shown.push_back(values[row]);

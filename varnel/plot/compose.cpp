@@ -105,8 +105,13 @@ void Chart::Impl::DressEdges(const Size& picture) {
 
 void Chart::Impl::ShowColorBar(CLegend3D& legend) const {
     legend.SetScaleAxis(1);
+    if (!bandLevels.empty()) return legend.SetColorBands(bandLevels, bandColors);
     if (colorScale) return legend.SetColorBar(*colorScale);
-    if (byHeight == nullptr || !axes[2].options.log) return legend.SetColorBar(chart);
+    if (byHeight == nullptr || !axes[2].options.log) {
+        legend.SetColorBar(chart);
+        if (noData) legend.SetNoData(kNoDataColor);
+        return;
+    }
     // The chart's colours are laid over logarithms.
     ColorScale heights{.map = heightMap, .mode = COLORSCALE_LOGARITHMIC};
     chart->GetTextureColorArray(nullptr, &heights.min, &heights.max);

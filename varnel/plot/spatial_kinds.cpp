@@ -76,6 +76,7 @@ Objects AddSurface(auto& c, CPolysurface& surface, const SurfaceOptions& options
                  : c.chart->ColorSurfaceByValue(object, options.color_by.Numbers(), options.map);
     c.byHeight = isColored && byHeight ? object : nullptr;
     c.heightMap = options.map;
+    c.noData = !byHeight && RangeOf(options.color_by.Numbers()).leftOut > 0;
     if (isColored && options.color_bar) {
         c.colorBar = true;
         c.colorBarTitle = options.name.empty() ? options.color_by.Name() : options.name;
@@ -134,9 +135,13 @@ CChartObj3D* AddBands(auto& c, const CPolysurface& surface, const std::vector<do
     object->PolysurfaceChart2D(&bands, c.axes[2].range.min, 0);
     object->SetOutlineMode(0);
     object->SetColorMode(0);
-    if (!AreEven(levels)) return object;
     c.colorBar = true;
-    c.colorScale = scale;
+    if (AreEven(levels)) {
+        c.colorScale = scale;
+    } else {
+        c.bandLevels = levels;
+        c.bandColors = colors;
+    }
     c.colorBarTitle = c.axes[2].name;
     return object;
 }

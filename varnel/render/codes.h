@@ -62,6 +62,13 @@ enum MarkerCode {
     MARKER_STAR = 7,
 };
 
+/// How the parts of lines meet; see COpenGL::SetLineJoins.
+enum LineJoinCode {
+    LINE_JOINS_NONE = 0,
+    LINE_JOINS_ROUND = 1,
+    LINE_JOINS_MITRED = 2,
+};
+
 /// What DrawMesh draws.
 enum MeshDrawing {
     MESH_FILLED = 0,              ///< fills, with frames when SetFrameFilled is on

@@ -64,6 +64,17 @@ class BlendScope {
     BlendScope& operator=(const BlendScope&) = delete;
 };
 
+/// Primitives of coloured vertices, whose arrays are in use.
+void Draw(GLenum primitive, const std::vector<LineVertex>& vertices,
+          const std::vector<std::uint32_t>& indices) {
+    if (indices.empty()) return;
+    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
+    glVertexPointer(3, GL_FLOAT, stride, vertices.front().position);
+    glColorPointer(4, GL_UNSIGNED_BYTE, stride, &vertices.front().color);
+    glDrawElements(primitive, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT,
+                   indices.data());
+}
+
 }  // namespace
 
 void GLSink::Start(std::unique_ptr<GLContext> fresh) {
@@ -158,16 +169,21 @@ void GLSink::DrawLines(const SceneState& state, const PrimitiveBatch& batch) {
     Lighting(false);
     Texture(false);
     const ArrayScope<GL_VERTEX_ARRAY, GL_COLOR_ARRAY> arrays;
-    constexpr auto stride = static_cast<GLsizei>(sizeof(LineVertex));
+    const bool areas = state.lineAreas && context->GetSamples() > 1;
     for (const LineRun& run : runs) {
         if (isEmpty(run)) continue;
-        const auto& indices = WantsLayer(state, run) ? AddToLayer(run) : run.indices;
-        if (indices.empty()) continue;
+        const std::vector<std::uint32_t>* lines = &run.indices;
+        if (areas) {
+            m_Bands.Make(run, static_cast<double>(run.width * ToFramebuffer()),
+                         InFramebuffer(state.viewport));
+            Draw(GL_TRIANGLES, m_Bands.Vertices(), m_Bands.Indices());
+            lines = &m_Bands.Lines();
+        } else if (WantsLayer(state, run)) {
+            lines = &AddToLayer(run);
+        }
+        if (lines->empty()) continue;
         LineWidth(run.width);
-        glVertexPointer(3, GL_FLOAT, stride, run.vertices.front().position);
-        glColorPointer(4, GL_UNSIGNED_BYTE, stride, &run.vertices.front().color);
-        glDrawElements(GL_LINES, static_cast<GLsizei>(indices.size()), GL_UNSIGNED_INT,
-                       indices.data());
+        Draw(GL_LINES, run.vertices, *lines);
     }
 }
 

@@ -24,6 +24,18 @@ bool LooksAway(const Vec3 corner[4], int handedness) {
     return first >= 0.0 && second >= 0.0 && first + second > 0.0;
 }
 
+double VolumeAt(const Vec3 corners[8], int i) {
+    const Vec3& c = corners[i];
+    return Dot(Cross(corners[kNeighbours[i][0]] - c, corners[kNeighbours[i][1]] - c),
+               corners[kNeighbours[i][2]] - c);
+}
+
+bool IsFlat(const Vec3 corners[8]) {
+    for (int i = 0; i < 8; ++i)
+        if (VolumeAt(corners, i) != 0.0) return false;
+    return true;
+}
+
 bool SamePlace(const Vec3& a, const Vec3& b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
 }
@@ -34,10 +46,7 @@ int Orientation(const Vec3 corners[8]) {
     bool outward = false;
     bool inward = false;
     for (int i = 0; i < 8; ++i) {
-        const Vec3& c = corners[i];
-        const double volume =
-            Dot(Cross(corners[kNeighbours[i][0]] - c, corners[kNeighbours[i][1]] - c),
-                corners[kNeighbours[i][2]] - c);
+        const double volume = VolumeAt(corners, i);
         outward = outward || volume > 0.0;
         inward = inward || volume < 0.0;
     }
@@ -53,7 +62,10 @@ unsigned AddHexahedron(Renderer& renderer, const SurfaceStyle& style, const poin
     const int handedness = renderer.matrix.Handedness();
     const int orientation = Orientation(device.data()) * handedness;
     const bool whole = std::all_of(faceFlags, faceFlags + 6, [](int flag) { return flag != 0; });
-    const bool hideBack = orientation != 0 && whole && !renderer.scene.clipping;
+    // What has no depth can be seen through once, not at its back as well.
+    const bool flat =
+        orientation == 0 && renderer.IsSeeThrough(style.color) && IsFlat(device.data());
+    const bool hideBack = flat || (orientation != 0 && whole && !renderer.scene.clipping);
     unsigned edges = 0;
     unsigned seams = 0;
     for (const HexahedronFace& face : kHexahedronFaces) {

@@ -290,12 +290,23 @@ class VARNEL_API COpenGL {
     /// A width of 0 or less keeps the width of the line drawn before.
     void SetLineWidth3D(double width) { m_LineWidth = static_cast<float>(width); }
     double GetLineWidth3D() const { return static_cast<double>(m_LineWidth); }
-    /// 1: lines, polylines and dashes are drawn as areas of the screen with round joins, solid ones
-    /// with round ends, without gaps whatever the antialiasing; the length of dashes is measured
-    /// along the line. 0 (the default): as OpenGL draws lines, each segment by itself. Outlines of
-    /// polygons are as before.
-    void SetLineJoins(int on) { m_LineJoins = on; }
+    /// LINE_JOINS_ROUND: lines, polylines and dashes are drawn as areas of the screen with round
+    /// joins, solid ones with round ends, without gaps whatever the antialiasing; the length of
+    /// dashes is measured along the line. LINE_JOINS_MITRED: the same with pointed joins, which are
+    /// cut off where their point would be farther than `limit` widths from the inner corner, and
+    /// straight ends. LINE_JOINS_NONE (the default): as OpenGL draws lines, each segment by itself.
+    /// Outlines of polygons are as before.
+    void SetLineJoins(int kind, double limit = 4.0) {
+        m_LineJoins = kind;
+        m_MitreLimit = limit;
+    }
     int GetLineJoins() const { return m_LineJoins; }
+    double GetMitreLimit() const { return m_MitreLimit; }
+    /// 1: lines without joins and outlines of polygons, too, become areas of the screen where a
+    /// pixel has several samples: drivers may leave gaps in lines there. 0, the default: as OpenGL
+    /// draws lines.
+    void SetLineAreas(BOOL on);
+    BOOL GetLineAreas() const;
     /// Pixels per inch of the picture, above 0; other values are ignored. Default 96.
     void SetResolution(double dpi);
     double GetResolution() const { return m_Resolution; }
@@ -471,6 +482,7 @@ class VARNEL_API COpenGL {
     float m_LightPosition[4];
     WORD m_LineStipple[16];
     int m_LineStyleFactor;
+    double m_MitreLimit = 4.0;
     int m_LineJoins = 0;
     int m_LineUnits = 0;
     double m_WidthFactor = 1.0;

@@ -279,6 +279,16 @@ void COpenGL::SetFrameOffset(BOOL on) {
     m_Renderer->scene.frameOffset = on != 0;
 }
 
+void COpenGL::SetLineAreas(BOOL on) {
+    const GLContext::HostContextGuard host;
+    if (Ready()) m_Renderer->Flush();
+    m_Renderer->scene.lineAreas = on != 0;
+}
+
+BOOL COpenGL::GetLineAreas() const {
+    return m_Renderer->scene.lineAreas ? 1 : 0;
+}
+
 BOOL COpenGL::GetFrameOffset() const {
     return m_Renderer->scene.frameOffset ? 1 : 0;
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/render/codes.h"
 #include "varnel/render/detail/check_color.h"
 #include "varnel/render/detail/renderer.h"
 #include "varnel/render/opengl.h"
@@ -97,6 +98,7 @@ void COpenGL::StartLineAbs3D(const point3Dtype& p) {
     detail::OpenLine& line = m_Renderer->line;
     line.open = true;
     line.stippled = GetLineStipple(m_LineStyle) != kSolid;
+    line.seeThrough = false;
     line.width = m_Renderer->lineWidth;
     line.vertices.clear();
     AppendLineAbs3D(p);
@@ -111,8 +113,14 @@ void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
         FinishRun();
         return;
     }
-    line.vertices.push_back(detail::MakeLineVertex(device, detail::Pack(m_CurrentColor)));
-    if (line.stippled || line.vertices.size() < kPiece) return;
+    line.seeThrough = line.seeThrough || m_Renderer->IsSeeThrough(m_CurrentColor);
+    const detail::PackedColor color = m_Renderer->scene.transparent
+                                          ? detail::PackWithAlpha(m_CurrentColor)
+                                          : detail::Pack(m_CurrentColor);
+    line.vertices.push_back(detail::MakeLineVertex(device, color));
+    // What is joined at its ends, or must not overlap, stays in one piece.
+    const bool whole = line.stippled || line.seeThrough || m_LineJoins == LINE_JOINS_MITRED;
+    if (whole || line.vertices.size() < kPiece) return;
     const detail::LineVertex last = line.vertices.back();
     FinishRun();
     line.vertices.push_back(last);
@@ -121,13 +129,23 @@ void COpenGL::AppendLineAbs3D(const point3Dtype& p) {
 void COpenGL::FinishRun() {
     detail::OpenLine& line = m_Renderer->line;
     const double bit = std::clamp(m_LineStyleFactor, 1, 256) * GetLineUnit();
-    if (m_LineJoins != 0 && m_Renderer->DrawsImage())
-        m_Renderer->AddStroke(line, bit, GetLineStipple(m_LineStyle));
+    const WORD pattern = GetLineStipple(m_LineStyle);
+    const double mitre = m_LineJoins == LINE_JOINS_MITRED && std::isfinite(m_MitreLimit)
+                             ? std::max(m_MitreLimit, 1.0)
+                             : 0.0;
+    const bool joined = m_LineJoins != LINE_JOINS_NONE && m_Renderer->DrawsImage();
+    const bool pieces = line.seeThrough && (line.stippled || mitre > 0.0);
+    if (joined || pieces)
+        m_Renderer->AddStroke(line, bit, pattern, mitre);
     else if (line.stippled)
         m_Renderer->DrawStippled(line, static_cast<int>(std::clamp(std::round(bit), 1.0, 256.0)),
-                                 GetLineStipple(m_LineStyle));
+                                 pattern);
+    else if (line.seeThrough && m_Renderer->DrawsImage())
+        m_Renderer->KeepSegments(line);
     else
         m_Renderer->AddPolyline(line.width, line.vertices);
+    if (mitre > 0.0 && !pieces && !line.stippled && !m_Renderer->DrawsImage())
+        m_Renderer->AddMitres(line, mitre);
     line.vertices.clear();
 }
 

@@ -187,14 +187,22 @@ void COpenGL::DrawAuxObject(int shape, int solid, const point3Dtype& size) {
     SyncState();
     const GLContext::HostContextGuard host;
     const auto draw = [&] { DrawShape(shape, solid != 0, size); };
+    const RGBDType& color = solid != 0 ? m_FillColor : m_LineColor;
+    const bool kept = m_Renderer->IsSeeThrough(color);
     if (Ready()) {
-        if (m_Renderer->sink == &m_Renderer->gl) {
+        if (m_Renderer->DrawsImage() && !kept) {
             draw();
         } else {
             detail::ShadedShape captured = detail::CaptureShape(draw);
             captured.width = m_Renderer->lineWidth;
             captured.element = m_Renderer->element;
-            m_Renderer->sink->DrawShape(m_Renderer->scene, captured);
+            for (auto* const vertices : {&captured.triangles, &captured.lines})
+                for (detail::ShadedVertex& vertex : *vertices)
+                    vertex.color.a = color.a;
+            if (kept)
+                m_Renderer->KeepShape(captured);
+            else
+                m_Renderer->sink->DrawShape(m_Renderer->scene, captured);
         }
     }
     // The mode that is current now, not the one saved: wire shapes leave lighting off.

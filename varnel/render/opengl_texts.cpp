@@ -2,6 +2,7 @@
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/detail/renderer.h"
+#include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
 
 namespace varnel {
@@ -19,8 +20,18 @@ void COpenGL::DrawTextRun(const CFont3D& font, std::string_view text, double hal
     detail::Matrix4 placement = m_Renderer->matrix.Top();
     if (halo > 0.0) placement.m[14] -= kInFront;
     const detail::SceneState& scene = m_Renderer->scene;
-    m_Renderer->sink->DrawText(scene, {shown, font, placement, m_CurrentColor, m_Renderer->element,
-                                       halo, haloColor ? *haloColor : scene.background});
+    const detail::TextRun run{shown,
+                              font,
+                              placement,
+                              m_CurrentColor,
+                              m_Renderer->element,
+                              halo,
+                              haloColor ? *haloColor : scene.background};
+    // Through a halo nothing would be seen.
+    if (!m_Renderer->IsSeeThrough(m_CurrentColor))
+        m_Renderer->sink->DrawText(scene, run);
+    else if (font.GetFace() != nullptr)
+        m_Renderer->KeepText(run);
     SyncState();
 }
 

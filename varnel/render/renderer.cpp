@@ -10,8 +10,6 @@ namespace {
 
 /// Keeps values on a texel's side of its border.
 constexpr double kTexelNudge = 0.004;
-/// Of what faces the viewer in colours of its own.
-constexpr FillState kPlain{false, false};
 
 double TextureSource(const point3Dtype& p, int mode) {
     switch (mode) {
@@ -24,6 +22,15 @@ double TextureSource(const point3Dtype& p, int mode) {
         default:
             return p.z;
     }
+}
+
+/// How a polygon looks whose colour goes by a value that it does not have.
+SurfaceStyle WithoutValue(SurfaceStyle style) {
+    style.state.textured = style.state.shaded = false;
+    const double alpha = style.color.a;
+    style.color = kNoDataColor;
+    style.color.a = alpha;
+    return style;
 }
 
 Vec3 AsVector(const point3Dtype& p) {
@@ -135,17 +142,20 @@ void Renderer::DropTransparent() {
 
 void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, int n,
                            const Turned* turned) {
-    const bool kept = IsKept(style.color);
-    if (!kept && !batch.Accepts(style.state)) Flush();
     const double* texture = nullptr;
     if (style.state.textured) {
         textures.clear();
-        for (int i = 0; i < n; ++i)
-            textures.push_back((TextureSource(pts[i], style.textureMode) - style.textureOffset) *
-                                   style.textureScale +
-                               kTexelNudge);
+        bool missing = false;
+        for (int i = 0; i < n; ++i) {
+            const double value = TextureSource(pts[i], style.textureMode);
+            missing = missing || !std::isfinite(value);
+            textures.push_back((value - style.textureOffset) * style.textureScale + kTexelNudge);
+        }
+        if (missing) return AddSeenFill(WithoutValue(style), pts, n, turned);
         texture = textures.data();
     }
+    const bool kept = IsKept(style.color);
+    if (!kept && !batch.Accepts(style.state)) Flush();
     RGBDType seen = style.color;
     const bool smooth = style.lit && turned != nullptr;
     if (style.lit && !smooth) {
@@ -198,6 +208,7 @@ void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& v
     SceneState fresh;
     fresh.viewport = viewport;
     fresh.frameOffset = scene.frameOffset;
+    fresh.lineAreas = scene.lineAreas;
     scene = fresh;
     matrix = MatrixStack();
     batch.Clear();
@@ -235,39 +246,12 @@ void Renderer::DrawStippled(const OpenLine& strip, int repeat, unsigned short pa
     sink->DrawStrip(scene, {strip.vertices, strip.width, repeat, pattern, element});
 }
 
-void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short pattern) {
-    const double halfWidth = scene.viewport.width / 2.0;
-    const double halfHeight = scene.viewport.height / 2.0;
-    if (!(halfWidth > 0.0) || !(halfHeight > 0.0)) return;
-    m_Stroke.clear();
-    for (const LineVertex& v : strip.vertices)
-        m_Stroke.push_back({(static_cast<double>(v.position[0]) + 1.0) * halfWidth,
-                            (static_cast<double>(v.position[1]) + 1.0) * halfHeight,
-                            static_cast<double>(v.position[2]), v.color});
-    // Narrower than a pixel a line would have gaps.
-    const double width = std::max(static_cast<double>(strip.width) * gl.lineScale, 1.0);
-    const Stroker stroker({width, bit * gl.lineScale, pattern, 2.0 * halfWidth, 2.0 * halfHeight});
-    if (!batch.Accepts(kPlain)) Flush();
-    std::array<FillVertex, 128> fan;
-    stroker.Walk(m_Stroke, [&](const StrokePoint* points, int n) {
-        for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i)
-            fan[i] = {{static_cast<float>(points[i].x / halfWidth - 1.0),
-                       static_cast<float>(points[i].y / halfHeight - 1.0),
-                       static_cast<float>(points[i].z)},
-                      points[i].color,
-                      0.0F};
-        batch.AddFan(kPlain, fan.data(), n);
-        if (batch.IsLarge()) HandOver();
-    });
-}
-
 void Renderer::AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color) {
     const double sx = 2.0 / scene.viewport.width;
     const double sy = 2.0 / scene.viewport.height;
     const bool kept = IsKept(color);
     const PackedColor packed = kept ? PackWithAlpha(color) : Pack(color);
     SurfaceStyle style;
-    style.state = kPlain;
     style.color = color;
     for (const auto& ring : shape) {
         corners.clear();
@@ -279,7 +263,7 @@ void Renderer::AddShape(const MarkerShape& shape, const Vec3& middle, const RGBD
             KeepFill(style, nullptr, n);
             continue;
         }
-        batch.AddPolygon(kPlain, packed, corners.data(), nullptr, n);
+        batch.AddPolygon(FillState{}, packed, corners.data(), nullptr, n);
         if (batch.KeepsRecords()) batch.AddRecord(n, color, false, element);
     }
 }
@@ -290,9 +274,9 @@ void Renderer::AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDT
         return;
     if (scene.viewport.width < 1 || scene.viewport.height < 1) return;
     // A disc before the front of the ball that it stands for: neither the line that leads through
-    // it nor the surface that it lies on cuts it.
-    middle.z -= marker.size / std::min(scene.viewport.width, scene.viewport.height);
-    if (!batch.Accepts(kPlain)) Flush();
+    // it nor the surface that it lies on, unless that is very steep, cuts it.
+    middle.z -= 2.0 * marker.size / std::min(scene.viewport.width, scene.viewport.height);
+    if (!batch.Accepts(FillState{})) Flush();
     // The outline's shape lies under the fill, through which it would be seen.
     if (!IsKept(fill)) AddShape(marker.outline, middle, outline);
     AddShape(marker.fill, middle, fill);

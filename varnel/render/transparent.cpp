@@ -15,8 +15,6 @@ constexpr int kDeepest = 14;
 constexpr std::size_t kMostCorners = 3'000'000;
 /// Up to so many comparisons of polygons with planes large ones are split exactly.
 constexpr std::size_t kMostSides = 20'000'000;
-/// Lines come after the polygons that they lie on.
-constexpr double kLinesNearer = 0.002;
 
 FillVertex MakeVertex(const Vec3& p, PackedColor color, double texture) {
     return {{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)},
@@ -103,7 +101,7 @@ void TransparentBatch::AddPieces(const std::array<FillVertex, 3>& corners, std::
 }
 
 void TransparentBatch::AddPolygon(const Look& look, const Vec3* corners, const PackedColor* colors,
-                                  const double* texture, int n) {
+                                  const double* texture, int n, double nearer) {
     const std::int32_t number = NumberOf(look);
     const std::size_t first = m_Vertices.size();
     double longest = 0.0;
@@ -114,6 +112,7 @@ void TransparentBatch::AddPolygon(const Look& look, const Vec3* corners, const P
     }
     const auto count = static_cast<std::size_t>(n);
     const bool large = longest > kLongest;
+    if (nearer != 0.0) return AddItem(first, number, nearer, large);
     if (!large || n == 3 || DepthOrder::IsFlat(m_Vertices.data() + first, count))
         return AddItem(first, number, 0.0, large);
     const std::vector<FillVertex> whole(m_Vertices.begin() + static_cast<std::ptrdiff_t>(first),

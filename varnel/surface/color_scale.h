@@ -31,7 +31,9 @@ struct VARNEL_API ColorScale {
     int bands = 0;                    ///< that many colours, each for an equal part; 0: continuous
     std::optional<RGBDType> below{};  ///< for values below `min`; else the map's lowest colour
     std::optional<RGBDType> above{};  ///< for values above `max`; else the map's highest colour
-    RGBDType noData{0.6, 0.6, 0.6, 1.0};
+    RGBDType noData = kNoDataColor;
+    /// Whether colour bars tell which colour is no data's: where there are such values.
+    bool showNoData = false;
 
     /// Where a value lies along the map, 0..1 between its limits, beyond that outside them; NaN for
     /// what is no data, a logarithm included that does not exist. Limits that are equal put every

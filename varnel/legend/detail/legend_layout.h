@@ -49,6 +49,8 @@ struct LegendContent {
     double scaleLength = 0.0;            ///< wanted, in pixels
     double labelGap = 0.0;               ///< further room between the labels
     std::vector<ScaleLabelSize> labels;  ///< in the order along the scale
+    bool noData = false;                 ///< a swatch beside the scale's low end
+    double noDataWidth = 0.0;            ///< of its text
 };
 
 /// The room that a legend has, in pixels.
@@ -77,6 +79,8 @@ struct LegendLayout {
     LegendTextPlace title;
     std::vector<Entry> entries;
     LegendRect bar;  ///< of the scale
+    LegendRect noData;
+    LegendTextPlace noDataText;
     double ticLength = 0.0;
     std::vector<Label> labels;  ///< those that have room
 };

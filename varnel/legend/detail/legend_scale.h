@@ -48,7 +48,8 @@ LegendScale ColorBarScale(std::span<const RGBDType> colors, double min, double m
 /// parts; 0 for a range of nothing.
 double RoundStep(double range, int intervals);
 
-/// The bands between contour levels: levels + 1 colours, labelled with the levels.
+/// The bands between contour levels: levels + 1 colours, labelled with the levels. With one colour
+/// less than levels the bands end at the first and the last of them.
 LegendScale ContourScale(std::span<const double> levels, std::span<const RGBDType> colors,
                          const ScaleFormat& format);
 

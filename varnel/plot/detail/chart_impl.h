@@ -68,6 +68,9 @@ struct Chart::Impl {
     int layers = 0;         ///< flat objects so far, each in front of those before
     bool colorBar = false;  ///< of the chart's texture colours, or of this scale
     std::optional<ColorScale> colorScale;
+    std::vector<double> bandLevels;    ///< the limits of bands that are not all as wide,
+    std::vector<RGBDType> bandColors;  ///< and their colours
+    bool noData = false;  ///< whether some of the values that the chart's colours tell are none
     CChartObj3D* byHeight = nullptr;  ///< the surface in colours of this map by height
     std::string heightMap;
     std::string colorBarTitle;

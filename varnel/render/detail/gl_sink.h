@@ -8,6 +8,7 @@
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/detail/coverage.h"
 #include "varnel/render/detail/layer_overlay.h"
+#include "varnel/render/detail/line_bands.h"
 #include "varnel/render/detail/line_layer.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/text_batch.h"
@@ -127,6 +128,7 @@ class GLSink final : public SceneSink {
     bool m_LayerStarted = false;
     std::size_t m_ThinEver = 0;  ///< segments that a layer could have had, in this context
     std::size_t m_ThinNow = 0;   ///< and since the layer was drawn last
+    LineBands m_Bands;
     std::optional<bool> m_HasSampleShading;  ///< once it was asked for
     int m_DrawnWidth = 0;
     int m_DrawnHeight = 0;

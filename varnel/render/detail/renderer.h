@@ -10,6 +10,7 @@
 #include "varnel/render/detail/marker_shape.h"
 #include "varnel/render/detail/scene.h"
 #include "varnel/render/detail/stroke.h"
+#include "varnel/render/detail/text_batch.h"
 #include "varnel/render/detail/transparent.h"
 
 namespace varnel::detail {
@@ -19,6 +20,7 @@ namespace varnel::detail {
 struct OpenLine {
     bool open = false;
     bool stippled = false;
+    bool seeThrough = false;  ///< of a colour that can be
     float width = 1.0F;
     std::vector<LineVertex> vertices;
 };
@@ -91,10 +93,9 @@ class Renderer {
     void SetCulling(bool on);
     bool IsCulling() const { return m_Culling; }
 
+    bool IsSeeThrough(const RGBDType& color) const { return scene.transparent && color.a < 1.0; }
     /// Whether what has this colour is kept until DrawTransparent.
-    bool IsKept(const RGBDType& color) const {
-        return scene.transparent && color.a < 1.0 && sink == &gl;
-    }
+    bool IsKept(const RGBDType& color) const { return IsSeeThrough(color) && sink == &gl; }
     /// Keeps a segment that can be seen through.
     void KeepSegment(const Vec3& a, const Vec3& b, const RGBDType& color);
     /// Draws and forgets what can be seen through, from the back to the front.
@@ -116,9 +117,19 @@ class Renderer {
     void DrawStippled(const OpenLine& strip, int repeat, unsigned short pattern);
     /// Whether lines can become areas: the image wants them so, others get them as lines.
     bool DrawsImage() const { return sink == &gl; }
-    /// Adds a line as the areas that it covers; `bit` is the length of each bit of the pattern in
-    /// image pixels.
-    void AddStroke(const OpenLine& strip, double bit, unsigned short pattern);
+    /// Adds a line as the areas that it covers, or keeps them; `bit` is the length of each bit of
+    /// the pattern in image pixels, `mitre` the limit of mitred joins, 0 for round ones.
+    void AddStroke(const OpenLine& strip, double bit, unsigned short pattern, double mitre);
+    /// Keeps the segments of a line that can be seen through.
+    void KeepSegments(const OpenLine& strip);
+    /// Adds the points of mitred joins, for sinks that join lines by themselves.
+    void AddMitres(const OpenLine& strip, double mitre);
+    // What can be seen through as areas: kept, or handed to a sink that writes a file.
+
+    /// The letters of a text.
+    void KeepText(const TextRun& run);
+    /// A shape's triangles and lines.
+    void KeepShape(const ShadedShape& shape);
     /// Adds a marker with its middle at a point, in front of what is within its radius.
     void AddMarker(const point3Dtype& p, const RGBDType& fill, const RGBDType& outline);
 
@@ -127,11 +138,15 @@ class Renderer {
     void LightCorners(const SurfaceStyle& style, const point3Dtype* pts, const Turned* turned,
                       int n);
     void KeepFill(const SurfaceStyle& style, const double* texture, int n);
+    void KeepCorners(int n, double nearer);
+    Stroker StrokerFor(const OpenLine& strip, const StrokeStyle& style);
+    FillVertex ToFill(const StrokePoint& p) const;
     void AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color);
 
     bool m_Culling = true;
     std::size_t m_TextBytes = 0;  ///< drawn in this picture
     std::vector<StrokePoint> m_Stroke;
+    TextBatch m_Letters;
     std::vector<WindowPoint> m_Window;
     std::vector<PackedColor> m_Colors;  ///< of the corners of the polygon at hand
 };

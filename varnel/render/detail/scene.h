@@ -48,6 +48,7 @@ struct SceneState {
     std::array<RGBBType, 256> texture{};
     int textureSize = 0;
     bool transparent = false;  ///< whether colours with an alpha below 1 can be seen through
+    bool lineAreas = false;    ///< whether lines become areas where a pixel has several samples
     bool frameOffset = true;   ///< whether fills that get a frame lie behind their lines
 };
 

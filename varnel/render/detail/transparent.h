@@ -19,6 +19,9 @@ namespace varnel::detail {
 
 class TransparentBatch {
  public:
+    /// Lines and letters come after the polygons that they lie on.
+    static constexpr double kLinesNearer = 0.002;
+
     /// What polygons are drawn with besides their vertices.
     struct Look {
         FillState state;
@@ -34,9 +37,10 @@ class TransparentBatch {
 
     /// The pixels by which lengths are measured.
     void SetViewport(const GLViewportType& viewport);
-    /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null.
+    /// A convex polygon of n >= 3 corners; `texture` has n coordinates or is null. What lies on
+    /// others is `nearer` than it is by some depth.
     void AddPolygon(const Look& look, const Vec3* corners, const PackedColor* colors,
-                    const double* texture, int n);
+                    const double* texture, int n, double nearer = 0.0);
     /// A line as wide as that many pixels of the viewport.
     void AddSegment(const Vec3& a, const Vec3& b, PackedColor color, double width);
     bool IsEmpty() const { return m_Items.empty(); }
