@@ -39,15 +39,28 @@ std::size_t Stroker::Reduce(std::span<StrokePoint> points) {
         const StrokePoint& last = points[kept - 1];
         const double length = std::hypot(p.x - last.x, p.y - last.y);
         const bool isLast = i + 1 == points.size();
-        // Straight away from the viewer: the line goes on at the other depth.
-        if (length == 0.0 && p.color == last.color) points[kept - 1].z = p.z;
+        if (length == 0.0 && p.color == last.color && p.z != last.z) {
+            if (kept == 1 || IsStep(points, kept - 1))
+                points[kept - 1].z = p.z;
+            else
+                points[kept++] = p;
+            continue;
+        }
         if (!(length > 0.0) || !std::isfinite(length) ||
             (length < kSame && !isLast && std::fabs(p.z - last.z) < kSameDepth &&
              p.color == last.color))
             continue;
         points[kept++] = p;
     }
-    return kept;
+    return kept > 1 && IsStep(points, kept - 1) ? kept - 1 : kept;
+}
+
+bool Stroker::IsStep(std::span<const StrokePoint> points, std::size_t i) {
+    return points[i - 1].x == points[i].x && points[i - 1].y == points[i].y;
+}
+
+std::size_t Stroker::GoesOn(std::span<const StrokePoint> points, std::size_t i) {
+    return IsStep(points, i + 1) ? i + 1 : i;
 }
 
 Stroker::Segment Stroker::Straight(const StrokePoint& a, const StrokePoint& b) {

@@ -84,6 +84,11 @@ class Stroker {
 
     /// Leaves the points that change something; how many those are.
     static std::size_t Reduce(std::span<StrokePoint> points);
+    /// Whether a point lies straight behind or before the one that comes before it. Of what Reduce
+    /// leaves, only inner points do, and never two in a row.
+    static bool IsStep(std::span<const StrokePoint> points, std::size_t i);
+    /// The point, i or the next one, at whose depth the line goes on behind point i.
+    static std::size_t GoesOn(std::span<const StrokePoint> points, std::size_t i);
     static Segment Straight(const StrokePoint& a, const StrokePoint& b);
     Turn TurnBetween(const Segment& in, const Segment& out) const;
     static Trim TrimOf(const Turn& turn);
@@ -243,6 +248,7 @@ void Stroker::Walk(std::span<StrokePoint> points, Emit&& emit) const {
             Dashes(segment, along, emit);
             break;
         }
+        i = GoesOn(points, i);
         Segment next = Straight(points[i], points[i + 1]);
         const double until = std::fmod(along + segment.length, Period());
         bool joined = m_Style.IsSolid() || IsDrawn(until);
@@ -271,6 +277,7 @@ void Stroker::WalkJoins(std::span<StrokePoint> points, Emit&& emit) const {
     for (std::size_t i = ring ? 0 : 1; i < n; ++i) {
         const Segment before =
             i > 0 ? Straight(points[i - 1], points[i]) : Straight(points[n - 1], points[n]);
+        i = GoesOn(points, i);
         if (IsSeen(points[i]))
             Join(points[i], TurnBetween(before, Straight(points[i], points[i + 1])), emit);
     }
