@@ -153,13 +153,12 @@ class VARNEL_API CChartView3D {
     void SetFrameOffset(int on);
     int GetFrameOffset() const { return m_Settings.frameOffset; }
 
-    /// 1: the alpha of fill, outline, symbol and marker colours, of walls and of bitmap planes
-    /// counts: 1 is opaque, 0 is not seen. What can be seen through is drawn over what is opaque,
-    /// chart by chart, from the back to the front; polygons larger than 40 pixels are split where
-    /// they pass through each other, and what lies in one plane keeps its order. Markers whose fill
-    /// can be seen through have no outline. Lines (not outlines), texts and solids of CAuxObj3D
-    /// stay opaque: the pieces that a line is made of overlap at its vertices, which would be
-    /// darker. 0, the default: alpha has no effect.
+    /// 1: the alpha of fill, outline, line, text, symbol and marker colours, of solids, walls and
+    /// bitmap planes counts: 1 is opaque, 0 is not seen. What can be seen through is drawn over
+    /// what is opaque, chart by chart, from the back to the front; polygons larger than 40 pixels
+    /// are split where they pass through each other, and what lies in one plane keeps its order.
+    /// Markers whose fill can be seen through have no outline, such texts no halo; a line is twice
+    /// as strong where it crosses itself. 0, the default: alpha has no effect.
     void SetTransparency(int on) { m_Added.transparency = on; }
     int GetTransparency() const { return m_Added.transparency; }
 
