@@ -104,6 +104,8 @@ void Chart::Impl::DressEdges(const Size& picture) {
 }
 
 void Chart::Impl::ShowColorBar(CLegend3D& legend) const {
+    // About as high as the plot: a flat one fills its place, a box turned in space less of it.
+    legend.SetScaleLength((layout == Layout::Flat ? 0.7 : 0.5) * place.height);
     legend.SetScaleAxis(1);
     if (!bandLevels.empty()) return legend.SetColorBands(bandLevels, bandColors);
     if (colorScale) return legend.SetColorBar(*colorScale);
