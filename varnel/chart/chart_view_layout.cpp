@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "varnel/chart/chart.h"
@@ -34,11 +35,13 @@ Edges RoomOf(CLegend3D& legend, int viewWidth, int viewHeight) {
 }
 
 /// Where the data of a chart are seen, in pixels from the lower left corner of the view.
-std::vector<point3Dtype> DataPlaces(const CChart3D& chart, int viewHeight) {
-    std::vector<point3Dtype> places;
+using Places = std::shared_ptr<const std::vector<point3Dtype>>;
+
+Places DataPlaces(const CChart3D& chart, int viewHeight) {
+    const auto places = std::make_shared<std::vector<point3Dtype>>();
     for (int i = 0; i < chart.GetNumChartObjs(); ++i)
-        detail::AddPixelPlaces(*chart.GetChartObj(i), places);
-    for (point3Dtype& place : places)
+        detail::AddPixelPlaces(*chart.GetChartObj(i), *places);
+    for (point3Dtype& place : *places)
         place.y = viewHeight - place.y;
     return places;
 }
@@ -64,17 +67,22 @@ CChart3D* CChartView3D::ChartOfLegend(const CLegend3D& legend) const {
 
 /// A legend in the plot that would hide data wherever it stands goes to the right of the plot.
 void CChartView3D::ChooseLegendSides() {
+    std::map<const CChart3D*, Places> known;
     for (const auto& legend : m_LegendList) {
         legend->SetGivesWay(0);
         CChart3D* const chart = ChartOfLegend(*legend);
         if (legend->GetPlace() != LEGEND_LEAST_DATA || chart == nullptr) continue;
         legend->SetChartEm(chart->GetAutoText() != 0 ? chart->GetTextSizes().label : 0.0);
-        chart->SetReservedRoom(0.0, 0.0, 0.0, 0.0);
-        chart->FitToView();
-        chart->UpdateTransforms();
+        const auto [places, isNew] = known.try_emplace(chart);
+        if (isNew) {
+            chart->SetReservedRoom(0.0, 0.0, 0.0, 0.0);
+            chart->FitToView();
+            chart->UpdateTransforms();
+            places->second = DataPlaces(*chart, m_DrawHeight);
+        }
         if (chart->GetBoxArea().IsEmpty()) continue;
         legend->SetPlotArea(AsViewport(chart->GetInnerArea()));
-        legend->SetDataPlaces(DataPlaces(*chart, m_DrawHeight));
+        legend->SetDataPlaces(places->second);
         legend->SetGivesWay(legend->HidesData(m_DrawWidth, m_DrawHeight) ? 1 : 0);
     }
 }
@@ -156,13 +164,17 @@ void CChartView3D::AlignOnce() {
 
 /// Tells legends where their charts stand.
 void CChartView3D::PlaceLegends() {
+    std::map<const CChart3D*, Places> known;
     for (const auto& legend : m_LegendList) {
         const int place = legend->GetPlaceInUse();
         const CChart3D* const chart = ChartOfLegend(*legend);
         if (place == LEGEND_IN_VIEW || chart == nullptr || chart->GetBoxArea().IsEmpty()) continue;
         const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
         legend->SetPlotArea(AsViewport(inside ? chart->GetInnerArea() : chart->GetPlotArea()));
-        if (place == LEGEND_LEAST_DATA) legend->SetDataPlaces(DataPlaces(*chart, m_DrawHeight));
+        if (place != LEGEND_LEAST_DATA) continue;
+        const auto [places, isNew] = known.try_emplace(chart);
+        if (isNew) places->second = DataPlaces(*chart, m_DrawHeight);
+        legend->SetDataPlaces(places->second);
     }
 }
 

@@ -16,6 +16,9 @@ namespace {
 constexpr double kPixels = 6.0;  // from place to place
 constexpr int kMostSteps = 500;
 constexpr int kMostColumns = 2000;
+/// Of a chart, about as many as fill a picture of 1600 x 1200. Beyond them, and for data that reach
+/// far out of the picture, columns have their ends alone.
+constexpr std::size_t kMostPlaces = 60'000;
 
 /// From the lowest to the highest value at a place along the x or y axis.
 struct Column {
@@ -112,7 +115,8 @@ class Sampler {
     static double Distance(const point3Dtype& a, const point3Dtype& b) {
         return std::hypot(a.x - b.x, a.y - b.y);
     }
-    static int Steps(double distance) {
+    int Steps(double distance) const {
+        if (m_Places.size() >= kMostPlaces) return 1;
         return static_cast<int>(std::clamp(std::ceil(distance / kPixels), 1.0, 1.0 * kMostSteps));
     }
     static point3Dtype Between(const point3Dtype& a, const point3Dtype& b, double share) {

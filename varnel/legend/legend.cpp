@@ -54,7 +54,7 @@ void CLegend3D::InitLegendDefaults() {
     m_Added = {};
     m_ChartEm = 0.0;
     m_PlotArea = {};
-    m_DataPlaces.clear();
+    m_pDataPlaces = nullptr;
     m_Viewport = {};
     DeleteLegendObjs();
     detail::Count(nSelfID);
@@ -76,7 +76,7 @@ void CLegend3D::SetLegendPosition(const GLViewRType& position) {
 }
 
 void CLegend3D::SetDataPlaces(std::span<const point3Dtype> places) {
-    m_DataPlaces.assign(places.begin(), places.end());
+    m_pDataPlaces = std::make_shared<std::vector<point3Dtype>>(places.begin(), places.end());
 }
 
 void CLegend3D::SetLegendSize(double width, double height) {

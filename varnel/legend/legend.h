@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "varnel/foundation/colors.h"
@@ -152,6 +153,10 @@ class VARNEL_API CLegend3D {
     /// Where data lie in the view, in pixels from its lower left corner (x and y), for
     /// LEGEND_LEAST_DATA. Not saved.
     void SetDataPlaces(std::span<const point3Dtype> places);
+    /// The same with places that several legends share; null: none.
+    void SetDataPlaces(std::shared_ptr<const std::vector<point3Dtype>> places) {
+        m_pDataPlaces = std::move(places);
+    }
     /// The size of the box in a view of that size, in pixels; 0 x 0 when there is nothing to show.
     /// Texts are measured in the view's font, also before its first drawing.
     void MeasureLegend(int viewWidth, int viewHeight, int& width, int& height);
@@ -345,7 +350,12 @@ class VARNEL_API CLegend3D {
     double m_ChartEm = 0.0;  ///< pixels
     int m_GivesWay = 0;
     GLViewportType m_PlotArea;
-    std::vector<point3Dtype> m_DataPlaces;
+    std::span<const point3Dtype> DataPlaces() const {
+        return m_pDataPlaces != nullptr ? std::span(*m_pDataPlaces)
+                                        : std::span<const point3Dtype>();
+    }
+
+    std::shared_ptr<const std::vector<point3Dtype>> m_pDataPlaces;
     ObjectList<CLegendObj3D> m_LegendObjs;
     GLViewportType m_Viewport;
     std::unique_ptr<CTransform3D> m_pTransform;

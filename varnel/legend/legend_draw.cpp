@@ -206,7 +206,7 @@ void CLegend3D::PlaceBox(int viewWidth, int viewHeight, const detail::LegendLayo
                                                 : std::max(margin, plot.y - layout.height);
     } else if (standing == LEGEND_LEAST_DATA) {
         const detail::LegendRect best =
-            detail::LeastCovered(m_DataPlaces, area, layout.width, layout.height, margin);
+            detail::LeastCovered(DataPlaces(), area, layout.width, layout.height, margin);
         x = best.x;
         y = best.y;
     }
@@ -240,7 +240,7 @@ bool CLegend3D::HidesData(int viewWidth, int viewHeight) {
     const GLViewportType plot = PlotArea(viewWidth, viewHeight);
     if (width + 2 * margin > plot.width || height + 2 * margin > plot.height) return true;
     std::ptrdiff_t covered = 0;
-    detail::LeastCovered(m_DataPlaces,
+    detail::LeastCovered(DataPlaces(),
                          {static_cast<double>(plot.x), static_cast<double>(plot.y),
                           static_cast<double>(plot.width), static_cast<double>(plot.height)},
                          width, height, margin, &covered);
