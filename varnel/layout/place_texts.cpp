@@ -20,7 +20,7 @@ class Taken {
         if (!rect.Overlaps(m_Room)) return;
         Visit(rect, [&](std::vector<PixelRect>& cell) {
             cell.push_back(rect);
-            return false;
+            return ++m_Entries >= kMostEntries;
         });
     }
 
@@ -37,14 +37,17 @@ class Taken {
     }
 
     bool Touches(const PixelRect& rect) {
-        return Visit(rect, [&](const std::vector<PixelRect>& cell) {
-            return std::ranges::any_of(
-                cell, [&](const PixelRect& other) { return rect.Overlaps(other); });
-        });
+        return m_Entries >= kMostEntries || Visit(rect, [&](const std::vector<PixelRect>& cell) {
+                   return std::ranges::any_of(
+                       cell, [&](const PixelRect& other) { return rect.Overlaps(other); });
+               });
     }
 
  private:
     static constexpr double kCell = 24.0;  // pixels
+    /// Among so many nothing is free: a hundred thousand markers as large as the room would fill
+    /// the memory.
+    static constexpr std::size_t kMostEntries = 1'000'000;
 
     static int CellsIn(double length) {
         return static_cast<int>(std::clamp(std::ceil(length / kCell), 1.0, 512.0));
@@ -68,6 +71,7 @@ class Taken {
     PixelRect m_Room;
     int m_Across = 1;
     int m_Up = 1;
+    std::size_t m_Entries = 0;
     std::vector<std::vector<PixelRect>> m_Cells;
 };
 
