@@ -279,11 +279,11 @@ bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
 }
 
 void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
+    // Batches come from destructors, too, which nothing may be thrown from.
+    ProgressOnly(0.0, 1.0);
     m_BeneathLines = batch.State().framed && state.frameOffset;
-    for (const PolygonRecord& record : batch.Polygons()) {
-        ProgressStep();
+    for (const PolygonRecord& record : batch.Polygons())
         AddRecord(state, batch, record);
-    }
     m_BeneathLines = false;
     for (const LineRun& run : batch.Lines())
         for (std::size_t i = 0; i + 1 < run.indices.size(); i += 2) {
