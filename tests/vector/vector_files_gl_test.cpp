@@ -135,14 +135,16 @@ TEST_F(VectorFiles, WhatCannotBeWrittenLeavesNoFile) {
     CChart3D* chart = m_View.GetChart(0);
     chart->NewChartObj(chart->GetTransform(0))
         ->BarChart25D(x.data(), x.data(), 0, 0, 1000, 1, 1, {1, 0, 0, 1}, {0, 0, 0, 1}, 0, 1, 0);
+    // Fast machines may be done before they ask for the last time.
     const std::string file = m_Folder.File("former");
-    std::ofstream(file) << "former";
     for (const double last : {0.0, 0.3, 0.7})
         for (const bool isPdf : {true, false}) {
+            std::ofstream(file) << "former";
             m_View.SetProgressHandler([last](double done, const CString&) { return done < last; });
             isPdf ? m_View.SaveToPDF(file) : m_View.SaveToSVG(file);
-            EXPECT_EQ(m_View.GetStopped(), 1) << last;
-            EXPECT_EQ(test::ReadAll(file), "former") << "stopped at " << last;
+            const bool isKept = test::ReadAll(file) == "former";
+            EXPECT_EQ(isKept, m_View.GetStopped() == 1) << "stopped at " << last;
+            EXPECT_TRUE(isKept || last > 0.0);
         }
 }
 
