@@ -137,6 +137,8 @@ PlacedAxis PlaceLine(const BoxView& view, const AxisContent (&content)[3], int a
     return placed;
 }
 
+constexpr PixelBox kNowhere = {1e300, 1e300, -1e300, -1e300};
+
 /// Places the rows and titles of all axes among each other.
 class TextPlacement {
  public:
@@ -191,7 +193,7 @@ class TextPlacement {
         std::erase_if(m_Out.texts, [&](const PlacedText& other) {
             return !other.isTitle && other.Touches(title, 0.0, 0.0);
         });
-        m_Out.texts.push_back(title);
+        Put(title);
     }
 
  private:
@@ -208,7 +210,7 @@ class TextPlacement {
             if (!free) continue;
             for (const PlacedText& line : label) {
                 m_Reach[axis] = std::max(m_Reach[axis], Farthest(placed, line.box));
-                m_Out.texts.push_back(line);
+                Put(line);
             }
         }
     }
@@ -220,7 +222,18 @@ class TextPlacement {
         return Dot(PixelPoint{x, y} - axis.from, n);
     }
 
+    void Put(const PlacedText& text) {
+        m_Out.texts.push_back(text);
+        Include(m_Covered[text.axis], text.box);
+    }
+
+    /// Whether a text of another axis is there. Most places are far from all of those, which one
+    /// look at what they cover shows: thousands of labels would be compared with each other.
     bool IsTaken(const PlacedText& text, double beside, double above) const {
+        bool near = false;
+        for (int axis = 0; axis < 3; ++axis)
+            near |= axis != text.axis && m_Covered[axis].Touches(text.box, beside, above);
+        if (!near) return false;
         return std::any_of(m_Out.texts.begin(), m_Out.texts.end(), [&](const PlacedText& other) {
             return other.axis != text.axis && other.Touches(text, beside, above);
         });
@@ -250,13 +263,13 @@ class TextPlacement {
     const TextMeasure& m_Measure;
     AxesPlacement& m_Out;
     double m_Reach[3] = {};
+    PixelBox m_Covered[3] = {kNowhere, kNowhere, kNowhere};  ///< by the texts of an axis so far
 };
 
 /// What the box with its walls, tics and texts covers.
 PixelBox BoundsOf(const BoxView& view, const AxisContent (&content)[3],
                   const AxesPlacement& placement) {
-    constexpr double kFar = 1e300;
-    PixelBox bounds = {kFar, kFar, -kFar, -kFar};
+    PixelBox bounds = kNowhere;
     for (int corner = 0; corner < 8; ++corner) {
         Vec3 at = view.origin;
         for (int axis = 0; axis < 3; ++axis) {

@@ -7,6 +7,7 @@
 #include "varnel/chart/detail/data_extent.h"
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
+#include "varnel/foundation/detail/less_work.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
@@ -18,7 +19,7 @@ constexpr int kMostSteps = 500;
 constexpr int kMostColumns = 2000;
 /// Of a chart, about as many as fill a picture of 1600 x 1200. Beyond them, and for data that reach
 /// far out of the picture, columns have their ends alone.
-constexpr std::size_t kMostPlaces = 60'000;
+constexpr std::size_t kMostPlaces = 60'000 / kLessWork;
 
 /// From the lowest to the highest value at a place along the x or y axis.
 struct Column {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numeric>
 
+#include "varnel/foundation/detail/less_work.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -47,7 +49,7 @@ class Taken {
     static constexpr double kCell = 24.0;  // pixels
     /// Among so many nothing is free: a hundred thousand markers as large as the room would fill
     /// the memory.
-    static constexpr std::size_t kMostEntries = 1'000'000;
+    static constexpr std::size_t kMostEntries = 1'000'000 / detail::kLessWork;
 
     static int CellsIn(double length) {
         return static_cast<int>(std::clamp(std::ceil(length / kCell), 1.0, 512.0));

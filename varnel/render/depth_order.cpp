@@ -4,11 +4,13 @@
 #include <limits>
 #include <utility>
 
+#include "varnel/foundation/detail/less_work.h"
+
 namespace varnel::detail {
 namespace {
 
 /// Vertices; with more of them polygons are no longer split.
-constexpr std::size_t kMostVertices = 3'000'000;
+constexpr std::size_t kMostVertices = 3'000'000 / kLessWork;
 /// What lies so near to a plane lies in it.
 constexpr double kThick = 1e-5;
 /// Narrower polygons do not say where their planes are at the other side of the picture: their

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "varnel/foundation/detail/diagnose.h"
+#include "varnel/foundation/detail/less_work.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/platform/detail/gl_context.h"
 #include "varnel/render/font.h"
@@ -46,19 +47,8 @@ double COpenGL::GetFontScaleFactor() const {
     return font != nullptr ? font->GetFontScaleFactor() : 0.0;
 }
 
-namespace {
-
-// What is drawn beyond a few labels shows a fuzzer nothing, and costs it most of its runs.
-#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION
-constexpr std::size_t kLess = 200;
-#else
-constexpr std::size_t kLess = 1;
-#endif
-
-}  // namespace
-
 bool COpenGL::TakeLabelCharacters(std::size_t count) {
-    constexpr std::size_t kMost = 200'000 / kLess;
+    constexpr std::size_t kMost = 200'000 / detail::kLessWork;
     if (count <= kMost - std::min(m_LabelCharacters, kMost)) {
         m_LabelCharacters += count;
         return true;
@@ -70,7 +60,7 @@ bool COpenGL::TakeLabelCharacters(std::size_t count) {
 }
 
 bool COpenGL::TakeAxisLine() {
-    constexpr std::size_t kMost = 400'000 / kLess;
+    constexpr std::size_t kMost = 400'000 / detail::kLessWork;
     if (m_AxisLines < kMost) {
         ++m_AxisLines;
         return true;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "varnel/foundation/detail/less_work.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -219,8 +221,8 @@ void Renderer::Start(std::unique_ptr<GLContext> context, const GLViewportType& v
 }
 
 std::string_view Renderer::TakeText(std::string_view text) {
-    constexpr std::size_t kLongest = 10'000;
-    constexpr std::size_t kMost = 400'000;
+    constexpr std::size_t kLongest = 10'000 / kLessWork;
+    constexpr std::size_t kMost = 400'000 / kLessWork;
     std::size_t size = std::min({text.size(), kLongest, kMost - std::min(m_TextBytes, kMost)});
     // Not in the middle of a character.
     while (size > 0 && size < text.size() && (static_cast<unsigned>(text[size]) & 0xC0U) == 0x80U)

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "varnel/foundation/detail/less_work.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -12,9 +14,9 @@ namespace {
 constexpr double kLongest = 40.0;
 constexpr int kDeepest = 14;
 /// Corners; a picture that has more of them is not cut any finer.
-constexpr std::size_t kMostCorners = 3'000'000;
+constexpr std::size_t kMostCorners = 3'000'000 / kLessWork;
 /// Up to so many comparisons of polygons with planes large ones are split exactly.
-constexpr std::size_t kMostSides = 20'000'000;
+constexpr std::size_t kMostSides = 20'000'000 / kLessWork;
 
 FillVertex MakeVertex(const Vec3& p, PackedColor color, double texture) {
     return {{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)},

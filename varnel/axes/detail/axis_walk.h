@@ -8,9 +8,11 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "varnel/foundation/detail/less_work.h"
+
 namespace varnel::detail {
 
-inline constexpr int kMostWalkValues = 10000;
+inline constexpr int kMostWalkValues = 10000 / kLessWork;
 
 /// Whether there is anything to walk between two limits.
 inline bool HasExtent(double min, double max) {
