@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/detail/axes_extents.h"
@@ -32,12 +33,6 @@ detail::Vec3 Apply(const detail::Matrix4& m, const point3Dtype& p) {
         return m.At(i, 0) * p.x + m.At(i, 1) * p.y + m.At(i, 2) * p.z + m.At(i, 3);
     };
     return {row(0), row(1), row(2)};
-}
-
-/// The size of one line in the context's font.
-detail::TextExtent Extent(const CFont3D& font, const CString& text) {
-    const detail::TextSize size = detail::TextMeasurer(font.GetFace()).Measure(text);
-    return {size.width, size.height, size.descent};
 }
 
 /// Whether the planes across an axis of the box are seen as lines.
@@ -237,8 +232,10 @@ detail::AxesPlacement CAxes3D::PlaceFollowing(const detail::BoxView& view) const
     for (int axis = 0; axis < 3; ++axis)
         FillContent(axis, view.height, content[axis]);
     const CFont3D* const font = m_pOpenGL->GetFont();
-    const auto measure = [font](const CString& text) {
-        return font == nullptr ? detail::TextExtent{} : Extent(*font, text);
+    const detail::TextMeasurer measurer(font == nullptr ? nullptr : font->GetFace());
+    const auto measure = [&measurer](std::string_view line) {
+        const detail::TextSize size = measurer.Measure(line);
+        return detail::TextExtent{size.width, size.height, size.descent};
     };
     return detail::PlaceAxes(view, content, measure, m_pLastChoice.get());
 }
@@ -253,10 +250,12 @@ detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
         MeasureFixed(view, extents);
         return extents;
     }
-    const detail::AxesPlacement placement = PlaceFollowing(view);
+    detail::AxesPlacement placement = PlaceFollowing(view);
     extents.bounds = placement.bounds;
-    for (const detail::PlacedText& text : placement.texts)
-        extents.texts.push_back({text.axis, text.isTitle, text.text, text.box, text.shape});
+    extents.texts.reserve(placement.texts.size());
+    for (detail::PlacedText& text : placement.texts)
+        extents.texts.push_back(
+            {text.axis, text.isTitle, std::move(text.text), text.box, text.shape});
     return extents;
 }
 

@@ -13,20 +13,18 @@ namespace {
 
 constexpr double kLabelGap = 0.35;  // ems between tics and labels
 
-/// The lines of a text; of a single one, if it is to be wrapped, two of lengths as even as its
-/// spaces allow.
-std::vector<CString> Lines(const CString& text, bool wrapped) {
+/// Where a text goes on in a second line: at its line break or, if it is to be wrapped, at the
+/// space that makes the two as even as they can be.
+std::size_t BreakOf(std::string_view text, bool wrapped) {
     const std::size_t end = text.find('\n');
-    if (end != CString::npos) return {text.substr(0, end), text.substr(end + 1)};
-    if (!wrapped) return {text};
-    std::size_t best = CString::npos;
+    if (end != text.npos || !wrapped) return end;
+    std::size_t best = text.npos;
     const auto unevenness = [&](std::size_t at) {
         return std::abs(static_cast<double>(at) * 2.0 - static_cast<double>(text.size()));
     };
-    for (std::size_t at = text.find(' '); at != CString::npos; at = text.find(' ', at + 1))
-        if (best == CString::npos || unevenness(at) < unevenness(best)) best = at;
-    if (best == CString::npos) return {text};
-    return {text.substr(0, best), text.substr(best + 1)};
+    for (std::size_t at = text.find(' '); at != text.npos; at = text.find(' ', at + 1))
+        if (best == text.npos || unevenness(at) < unevenness(best)) best = at;
+    return best;
 }
 
 PixelQuad QuadOf(PixelPoint corner, PixelPoint right, PixelPoint up) {
@@ -39,20 +37,27 @@ LabelRow::LabelRow(const PlacedAxis& axis, int number, const AxisContent& conten
                    const TextMeasure& measure, double longest)
     : m_Axis(axis), m_Number(number), m_Content(content), m_Longest(longest) {
     for (const CString& text : content.texts)
-        for (const CString& line : Lines(text, false)) {
-            m_Ascent = std::max(m_Ascent, measure(line).ascent);
-            m_Descent = std::max(m_Descent, measure(line).descent);
-        }
-    for (const bool wrapped : {false, true})
-        for (const CString& text : content.texts) {
-            Label label;
-            for (const CString& line : Lines(text, wrapped)) {
-                label.lines.push_back(line);
-                label.widths.push_back(measure(line).width);
-            }
-            label.width = *std::max_element(label.widths.begin(), label.widths.end());
-            m_Labels[wrapped ? 1 : 0].push_back(std::move(label));
-        }
+        m_Labels[0].push_back(NewLabel(text, false, measure));
+    const auto canBreak = [](const CString& text) { return text.find(' ') != text.npos; };
+    if (!content.named || std::ranges::none_of(content.texts, canBreak)) return;
+    for (const CString& text : content.texts)
+        m_Labels[1].push_back(NewLabel(text, true, measure));
+}
+
+LabelRow::Label LabelRow::NewLabel(std::string_view text, bool wrapped,
+                                   const TextMeasure& measure) {
+    Label label;
+    const auto add = [&](std::string_view line) {
+        const TextExtent extent = measure(line);
+        m_Ascent = std::max(m_Ascent, extent.ascent);
+        m_Descent = std::max(m_Descent, extent.descent);
+        label.lines[label.count++] = {line, extent.width};
+        label.width = std::max(label.width, extent.width);
+    };
+    const std::size_t end = BreakOf(text, wrapped);
+    add(text.substr(0, end));
+    if (end != text.npos) add(text.substr(end + 1));
+    return label;
 }
 
 RowStyle LabelRow::ChooseStyle(std::optional<double> given) const {
@@ -93,7 +98,7 @@ std::vector<std::vector<PlacedText>> LabelRow::Place(const RowStyle& style) cons
         if (!IsKept(style, i)) continue;
         const Block block = BlockOf(style, i);
         std::vector<PlacedText> texts;
-        for (std::size_t line = 0; line < LabelOf(style, i).lines.size(); ++line)
+        for (int line = 0; line < LabelOf(style, i).count; ++line)
             texts.push_back(LineOf(style, i, block, line));
         row.push_back(std::move(texts));
     }
@@ -106,7 +111,8 @@ bool LabelRow::IsKept(const RowStyle& style, int i) const {
 }
 
 const LabelRow::Label& LabelRow::LabelOf(const RowStyle& style, int i) const {
-    return m_Labels[style.wrapped ? 1 : 0][static_cast<std::size_t>(i)];
+    const bool wrapped = style.wrapped && !m_Labels[1].empty();
+    return m_Labels[wrapped ? 1 : 0][static_cast<std::size_t>(i)];
 }
 
 /// Slanted labels lead away from the box, also where the axis runs up to the right.
@@ -123,7 +129,7 @@ double LabelRow::Anchor(const RowStyle& style, PixelPoint right) const {
 LabelRow::Block LabelRow::BlockOf(const RowStyle& style, int i) const {
     const double em = m_Content.labelEm * style.size;
     const Label& label = LabelOf(style, i);
-    const auto more = static_cast<double>(label.lines.size() - 1);
+    const int more = label.count - 1;
     const double angle = Turn(style) * std::numbers::pi / 180.0;
     Block block;
     block.width = label.width * em;
@@ -147,17 +153,16 @@ LabelRow::Block LabelRow::BlockOf(const RowStyle& style, int i) const {
     return block;
 }
 
-PlacedText LabelRow::LineOf(const RowStyle& style, int i, const Block& block,
-                            std::size_t line) const {
+PlacedText LabelRow::LineOf(const RowStyle& style, int i, const Block& block, int line) const {
     const Label& label = LabelOf(style, i);
     PlacedText text;
     text.axis = m_Number;
     text.index = i;
-    text.text = label.lines[line];
+    text.text = label.lines[line].text;
     text.em = m_Content.labelEm * style.size;
     text.rotation = Turn(style);
-    const double width = label.widths[line] * text.em;
-    const double below = static_cast<double>(label.lines.size() - 1 - line) * kLineSpacing;
+    const double width = label.lines[line].width * text.em;
+    const double below = (label.count - 1 - line) * kLineSpacing;
     const PixelPoint corner = block.corner +
                               (Anchor(style, block.right) * (block.width - width)) * block.right +
                               (below * text.em) * block.up;

@@ -129,6 +129,7 @@ BoxPlacement CChart3D::FitToView() {
     if (m_pChartView != nullptr) m_pChartView->UseFont();
     SetChartPosition(m_Saved.position);
     SetFontFactors();
+    const MatrixScope once(m_pOpenGL);
     const GLViewportType& v = m_Saved.viewport;
     const FitOptions room = RoomForBox();
     m_PlotArea = {v.x + room.left, v.y + room.bottom, v.x + v.width - room.right,

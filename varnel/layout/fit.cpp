@@ -1,8 +1,10 @@
 #include "varnel/layout/fit.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <span>
 
 #include "varnel/render/detail/matrix_stack.h"
 
@@ -253,26 +255,45 @@ BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
     };
     FitOptions kept = options;
     kept.fillDepth = 0.0;
-    const auto overhang = [&](BoxPlacement p, int directions) {
+    // What reaches beyond the box at some directions, and which of them reaches the farthest at each
+    // side.
+    struct Reach {
+        Overhang over;
+        std::array<double, 4> farthest{};
+    };
+    const auto reachOf = [&](BoxPlacement p, std::span<const double> directions) {
         const PixelPoint center = Center(p);
         const PixelPoint half = largest(p);
         const PixelRect widest{center.x - half.x, center.y - half.y, center.x + half.x,
                                center.y + half.y};
-        Overhang over;
-        for (int i = 0; i < directions; ++i) {
-            p.rotation.z = i * 360.0 / directions;
-            over.Include(widest, measure(p));
+        Reach reach;
+        for (const double direction : directions) {
+            p.rotation.z = direction;
+            const Overhang before = reach.over;
+            reach.over.Include(widest, measure(p));
+            if (reach.over.left > before.left) reach.farthest[0] = direction;
+            if (reach.over.bottom > before.bottom) reach.farthest[1] = direction;
+            if (reach.over.right > before.right) reach.farthest[2] = direction;
+            if (reach.over.top > before.top) reach.farthest[3] = direction;
         }
-        return over;
+        return reach;
     };
-    // A few directions bring the size near, then all are looked at.
-    constexpr int kFew = 6;
-    constexpr int kAll = 24;
-    BoxPlacement p = Settle(start, kept, largest,
-                            [&](const BoxPlacement& tried) { return overhang(tried, kFew); });
+    constexpr std::size_t kAll = 24;
+    std::array<double, kAll> all{};
+    for (std::size_t i = 0; i < kAll; ++i)
+        all[i] = static_cast<double>(i) * 360.0 / kAll;
+    // The directions that reach the farthest bring the size near, then all are looked at again.
+    BoxPlacement p = start;
     if (p.width < 1 || p.height < 1) return p;
-    for (int i = 0; i < kSteps; ++i)
-        if (Step(p, kept, largest(p), overhang(p, kAll)) < 1.0) break;
+    Begin(p, kept);
+    Step(p, kept, largest(p), Overhang());
+    for (int round = 0; round < 2; ++round) {
+        const Reach reach = reachOf(p, all);
+        double moved = Step(p, kept, largest(p), reach.over);
+        for (int i = 0; round == 0 && i < kSteps / 2 && moved >= kSettled; ++i)
+            moved = Step(p, kept, largest(p), reachOf(p, reach.farthest).over);
+        if (moved < kSettled) break;
+    }
     return p;
 }
 

@@ -439,6 +439,7 @@ class VARNEL_API COpenGL {
 
  private:
     friend class CollectScope;
+    friend class MatrixScope;
 
     void BeginCollect();
     void EndCollect();
@@ -516,6 +517,19 @@ class VARNEL_API CollectScope {
 
  private:
     COpenGL& m_GL;
+};
+
+/// While one lives, OpenGL is not told of changes of the matrix; it learns the last one when the
+/// outermost ends. Without a context it does nothing.
+class VARNEL_API MatrixScope {
+ public:
+    explicit MatrixScope(COpenGL* gl);
+    ~MatrixScope();
+    MatrixScope(const MatrixScope&) = delete;
+    MatrixScope& operator=(const MatrixScope&) = delete;
+
+ private:
+    COpenGL* m_pOpenGL;
 };
 
 }  // namespace varnel

@@ -334,7 +334,17 @@ bool COpenGL::Follows() const {
 
 void COpenGL::MatrixChanged() {
     m_Renderer->gl.matrixSent = false;
-    if (Follows()) m_Renderer->gl.SendMatrix(m_Renderer->matrix.Top());
+    if (m_Renderer->matrixScopes == 0 && Follows())
+        m_Renderer->gl.SendMatrix(m_Renderer->matrix.Top());
+}
+
+MatrixScope::MatrixScope(COpenGL* gl) : m_pOpenGL(gl) {
+    if (m_pOpenGL != nullptr) ++m_pOpenGL->m_Renderer->matrixScopes;
+}
+
+MatrixScope::~MatrixScope() {
+    if (m_pOpenGL != nullptr && --m_pOpenGL->m_Renderer->matrixScopes == 0)
+        m_pOpenGL->MatrixChanged();
 }
 
 void COpenGL::SetCurrentColor(const RGBDType& color) {

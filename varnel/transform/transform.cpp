@@ -255,6 +255,7 @@ void CTransform3D::TransformAll() {
 }
 
 void CTransform3D::ChartTransform() {
+    const MatrixScope once(m_pOpenGL);
     if (m_pOpenGL != nullptr) {
         m_pOpenGL->LoadIdentity();
         m_pOpenGL->PushMatrix();
@@ -268,6 +269,7 @@ void CTransform3D::ChartTransform() {
 
 void CTransform3D::TextTransform() {
     if (m_pOpenGL == nullptr) return;
+    const MatrixScope once(m_pOpenGL);
     m_pOpenGL->LoadIdentity();
     m_pOpenGL->PushMatrix();
     TransformRotate();

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 #include <vector>
 
 #include "varnel/foundation/types.h"
@@ -69,7 +70,7 @@ struct TextExtent {
     double descent = 0.0;
 };
 
-using TextMeasure = std::function<TextExtent(const CString&)>;
+using TextMeasure = std::function<TextExtent(std::string_view)>;
 
 /// The box between the limits of three axes, and how it lands in the image. Edges run from the
 /// minimum of an axis to its maximum.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "varnel/axes/detail/axes_layout.h"
@@ -33,10 +34,14 @@ class LabelRow {
     std::vector<std::vector<PlacedText>> Place(const RowStyle& style) const;
 
  private:
+    struct Line {
+        std::string_view text;
+        double width = 0.0;  ///< in ems
+    };
     struct Label {
-        std::vector<CString> lines;
-        std::vector<double> widths;
-        double width = 0.0;  ///< of the longest, in ems
+        Line lines[2];
+        int count = 0;
+        double width = 0.0;  ///< of the longer one
     };
     /// A label's rectangle: its lower left corner, the directions along its lines and up, and its
     /// size in pixels.
@@ -53,14 +58,15 @@ class LabelRow {
     int Turn(const RowStyle& style) const;
     double Anchor(const RowStyle& style, PixelPoint right) const;
     Block BlockOf(const RowStyle& style, int i) const;
-    PlacedText LineOf(const RowStyle& style, int i, const Block& block, std::size_t line) const;
+    Label NewLabel(std::string_view text, bool wrapped, const TextMeasure& measure);
+    PlacedText LineOf(const RowStyle& style, int i, const Block& block, int line) const;
     bool Fits(const RowStyle& style, double longest) const;
 
     const PlacedAxis& m_Axis;
     int m_Number;
     const AxisContent& m_Content;
     double m_Longest;
-    std::vector<Label> m_Labels[2];  ///< in one line, and wrapped
+    std::vector<Label> m_Labels[2];  ///< in one line, and wrapped where any can be
     double m_Ascent = 0.0;
     double m_Descent = 0.0;
 };

@@ -59,6 +59,7 @@ class Renderer {
     std::vector<Vec3> corners;     ///< of the polygon at hand, in device coordinates
     std::vector<double> textures;  ///< and its texture coordinates
     int collecting = 0;            ///< nesting of collections
+    int matrixScopes = 0;          ///< in which OpenGL is not told of the matrix
     float lineWidth = 1.0F;        ///< the last width above 0, in image pixels
     Element element;               ///< what is being drawn
     MarkerLook marker;             ///< what AddMarker draws
