@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/axes/detail/label_row.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -42,7 +44,7 @@ AxisContent Numbers(const char* title, int count) {
     return content;
 }
 
-TextExtent Measure(const CString& text) {
+TextExtent Measure(std::string_view text) {
     return {0.55 * static_cast<double>(text.size()), 0.73, 0.0};
 }
 
@@ -181,6 +183,36 @@ TEST(AxesLayout, NamesShrinkTurnAndWrapBeforeTheyAreLeftOut) {
         else
             EXPECT_GT(placed.texts.size(), 10U);
     }
+}
+
+TEST(AxesLayout, YearsAreThinnedOutAndNamesAloneShrink) {
+    AxisContent content[3];
+    content[0] = Numbers("", 17);
+    content[2] = Numbers("", 5);
+    for (int i = 0; i < 17; ++i)
+        content[0].texts[static_cast<std::size_t>(i)] = std::to_string(2001 + i);
+    content[0].named = true;
+    AxisContent odd = content[0];
+    odd.texts[3] = "2005";
+    ReadNamesAsNumbers(odd);
+    EXPECT_TRUE(odd.named);
+    ReadNamesAsNumbers(content[0]);
+    const auto yearsAt = [&](const BoxView& from, double size) {
+        CString years;
+        for (const PlacedText& text : PlaceAxes(from, content, Measure).texts) {
+            EXPECT_NEAR(text.em, 16.0 * (text.axis == 0 ? size : 1.0), 1e-9) << text.text;
+            if (text.axis == 0) years += text.text + " ";
+        }
+        return years;
+    };
+    BoxView view = ViewAt(0, 0);
+    view.edges[0].x *= 0.4;
+    EXPECT_EQ(yearsAt(view, 1.0), "2005 2010 2015 ");
+    content[0].texts[3] = "?";
+    content[0].named = true;
+    view.edges[0].x *= 3.0;
+    EXPECT_EQ(yearsAt(view, 0.78),
+              "2001 2002 2003 ? 2005 2006 2007 2008 2009 2010 2011 2012 2013 2014 2015 2016 2017 ");
 }
 
 }  // namespace

@@ -508,7 +508,7 @@ class VARNEL_API CAxes3D {
     detail::BoxView ViewOfBox(double width, double height) const;
     void PrepareTics(const detail::BoxView& view);
     void PrepareDates(int axis, double length, bool across);
-    void PrepareNumbers(int axis, double length, bool across);
+    void PrepareNumbers(int axis, double across, double up);
     double EmInPixels(double height) const;
     void FillContent(int axis, double height, detail::AxisContent& content) const;
     detail::AxesPlacement PlaceFollowing(const detail::BoxView& view) const;

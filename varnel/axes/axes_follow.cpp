@@ -7,6 +7,7 @@
 #include "varnel/axes/axes.h"
 #include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/detail/known_tics.h"
+#include "varnel/axes/detail/label_row.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
 #include "varnel/render/opengl.h"
@@ -139,7 +140,8 @@ void CAxes3D::PrepareTics(const detail::BoxView& view) {
         if (m_Added.dates[axis] != 0)
             PrepareDates(axis, length, across);
         else if (m_Added.autoTics[axis] != 0)
-            PrepareNumbers(axis, length, across);
+            PrepareNumbers(axis, em > 0.0 ? std::abs(edge.x) / em : 30.0,
+                           em > 0.0 ? std::abs(edge.y) / em : 30.0);
     }
 }
 
@@ -163,17 +165,31 @@ void CAxes3D::PrepareDates(int axis, double length, bool across) {
     m_pAxisLabels[axis]->SetAxisLabelsStrings(texts);
 }
 
-void CAxes3D::PrepareNumbers(int axis, double length, bool across) {
+void CAxes3D::PrepareNumbers(int axis, double across, double up) {
     CAxis3D& line = *m_pAxis[axis];
-    // In steps, so that many views share the same tics.
-    constexpr double kStep = 0.25;
-    ScaleOptions options;
-    options.logarithmic = m_pTransform->GetAxisScaleMode(axis) != 0;
-    options.whole = m_Added.wholeTics[axis] != 0;
-    options.length = std::max(kStep, kStep * std::floor(length / kStep));
-    options.across = across;
     if (m_pTics == nullptr) m_pTics = std::make_unique<detail::KnownTics>();
-    const auto& [scale, labels] = m_pTics->Get(line.GetAxisMin(), line.GetAxisMax(), options);
+    const auto along = [&](double length, bool beside) -> const detail::KnownTics::Entry& {
+        // In steps, so that many views share the same tics.
+        constexpr double kStep = 0.25;
+        ScaleOptions options;
+        options.logarithmic = m_pTransform->GetAxisScaleMode(axis) != 0;
+        options.whole = m_Added.wholeTics[axis] != 0;
+        options.length = std::max(kStep, kStep * std::floor(length / kStep));
+        options.across = beside;
+        return m_pTics->Get(line.GetAxisMin(), line.GetAxisMax(), options);
+    };
+    constexpr double kSlanted = 0.15;
+    // Lines that lie beside each other as well may follow each other more closely than in a column.
+    constexpr double kCloser = 1.8;
+    const bool isWide = across >= up;
+    detail::KnownTics::Entry chosen = isWide ? along(across, true) : along(up, false);
+    // On a slanted axis labels may be free of each other the other way.
+    if (std::min(across, up) > kSlanted * std::max(across, up)) {
+        const detail::KnownTics::Entry& other =
+            isWide ? along(kCloser * up, false) : along(across, true);
+        if (other.labels.texts.size() > chosen.labels.texts.size()) chosen = other;
+    }
+    const auto& [scale, labels] = chosen;
     line.SetTicValues(scale.majors, scale.minors);
     m_pAxisLabels[axis]->SetAxisLabelsStrings(labels.texts);
     m_TitleNotes[axis] = labels.note;
@@ -207,6 +223,7 @@ void CAxes3D::FillContent(int axis, double height, detail::AxisContent& content)
     if (m_Saved.m_bAxisLabelsEnable[axis] != 0) labels.FillContent(content);
     // Dates are names as far as words go, but leave every second one out rather than shrink.
     if (m_Added.dates[axis] != 0 || m_Added.autoTics[axis] != 0) content.named = false;
+    if (content.named) detail::ReadNamesAsNumbers(content);
     if (!m_TitleNotes[axis].empty())
         content.title += (content.title.empty() ? "" : ", ") + m_TitleNotes[axis];
     for (const bool atMax : {false, true}) {

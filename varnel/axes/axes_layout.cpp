@@ -15,7 +15,8 @@ constexpr double kKeepEdge = 0.05;     // how much worse a former edge may be
 constexpr double kMostOfFrame = 0.92;  // that a title takes along its line
 constexpr double kLongestTic = 0.06;   // of the edge along which it points
 constexpr double kShortestNames = 1.0;
-constexpr double kSteep = 1.0;  // slope from which a title is turned
+constexpr double kSteep = 1.0;       // slope from which a title is turned
+constexpr double kAxesBeside = 1.0;  // ems between labels of two axes
 constexpr int kOtherAxes[3][2] = {{1, 2}, {0, 2}, {0, 1}};
 
 void Include(PixelBox& box, const PixelBox& other) {
@@ -146,7 +147,7 @@ class TextPlacement {
                   AxesPlacement& out)
         : m_View(view), m_Content(content), m_Measure(measure), m_Out(out) {}
 
-    /// All labels have one size: that of the row that has to shrink the most.
+    /// Names have one size, that of the row that has to shrink the most; numbers keep theirs.
     void PlaceLabels() {
         std::vector<LabelRow> rows;
         rows.reserve(3);
@@ -160,8 +161,10 @@ class TextPlacement {
             styles.push_back(row.ChooseStyle());
             size = std::min(size, styles.back().size);
         }
-        for (std::size_t i = 0; i < rows.size(); ++i)
-            PlaceRow(rows[i], styles[i].size > size ? rows[i].ChooseStyle(size) : styles[i]);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const bool shrinks = m_Content[rows[i].GetAxis()].named && styles[i].size > size;
+            PlaceRow(rows[i], shrinks ? rows[i].ChooseStyle(size) : styles[i]);
+        }
     }
 
     void PlaceTitle(int axis) {
@@ -203,9 +206,10 @@ class TextPlacement {
         m_Reach[axis] = placed.reach;
         const double em = style.size * m_Content[axis].labelEm;
         for (const std::vector<PlacedText>& label : row.Place(style)) {
-            // At a corner the last label of one axis may come too close to one of another.
+            // At a corner the last label of one axis may come too close to one of another: the two
+            // must not read as one number.
             const bool free = std::none_of(label.begin(), label.end(), [&](const PlacedText& line) {
-                return IsTaken(line, kLabelsBeside * em, kLabelsAbove * em);
+                return IsTaken(line, kAxesBeside * em, kLabelsAbove * em);
             });
             if (!free) continue;
             for (const PlacedText& line : label) {

@@ -1,10 +1,12 @@
 #include "varnel/axes/detail/label_row.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <numbers>
 #include <optional>
 #include <span>
+#include <system_error>
 
 #include "varnel/render/detail/text_measure.h"
 
@@ -33,6 +35,35 @@ PixelQuad QuadOf(PixelPoint corner, PixelPoint right, PixelPoint up) {
 
 }  // namespace
 
+void ReadNamesAsNumbers(AxisContent& content) {
+    const std::size_t count = content.texts.size();
+    if (count < 3) return;
+    std::vector<long> numbers;
+    for (const CString& text : content.texts) {
+        long number = 0;
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] = std::from_chars(text.data(), end, number);
+        if (error != std::errc() || rest != end || std::abs(number) > 1'000'000) return;
+        numbers.push_back(number);
+    }
+    const long step = numbers[1] - numbers[0];
+    const double distance = content.places[1] - content.places[0];
+    for (std::size_t i = 1; i < count; ++i) {
+        const double apart = content.places[i] - content.places[i - 1];
+        if (numbers[i] - numbers[i - 1] != step || std::abs(apart - distance) > 0.01 * distance)
+            return;
+    }
+    if (step == 0) return;
+    content.named = false;
+    for (const long round : {100, 50, 20, 10, 5, 2}) {
+        const auto roundest =
+            std::ranges::find_if(numbers, [&](long number) { return number % round == 0; });
+        if (roundest == numbers.end()) continue;
+        content.kept = static_cast<int>(roundest - numbers.begin());
+        return;
+    }
+}
+
 LabelRow::LabelRow(const PlacedAxis& axis, int number, const AxisContent& content,
                    const TextMeasure& measure, double longest)
     : m_Axis(axis), m_Number(number), m_Content(content), m_Longest(longest) {
@@ -60,19 +91,25 @@ LabelRow::Label LabelRow::NewLabel(std::string_view text, bool wrapped,
     return label;
 }
 
-RowStyle LabelRow::ChooseStyle(std::optional<double> given) const {
-    constexpr double kSizes[] = {1.0, 0.92, 0.85, 0.78, 0.7};
-    const std::span<const double> sizes =
-        given ? std::span(&*given, 1) : std::span<const double>(kSizes);
+/// Everything that may be tried, the best first.
+std::vector<RowStyle> LabelRow::Styles(std::span<const double> sizes) const {
+    // Smaller than that, names are rather turned.
+    constexpr double kLeast = 0.85;
     const PixelPoint along = m_Axis.to - m_Axis.from;
     const bool turn = m_Content.named && std::abs(along.x) > std::abs(along.y);
+    const bool slant = turn && m_Content.mayTurn;
+    const double least = slant ? kLeast : 0.0;
     std::vector<RowStyle> styles;
-    const auto add = [&](int rotation, bool wrapped) {
+    const auto add = [&](int rotation, bool wrapped, double from = 0.0, double below = HUGE_VAL) {
         for (const double size : sizes)
-            styles.push_back({size, rotation, wrapped, 1});
+            if (size >= from && size < below) styles.push_back({size, rotation, wrapped, 1});
     };
-    if (m_Content.named) add(0, false);
-    if (turn && m_Content.mayTurn) add(45, false);
+    if (m_Content.named) add(0, false, least);
+    if (slant) {
+        add(45, false, kLeast);
+        add(0, false, 0.0, least);
+        add(45, false, 0.0, kLeast);
+    }
     if (turn) {
         add(90, false);
         add(0, true);
@@ -84,11 +121,18 @@ RowStyle LabelRow::ChooseStyle(std::optional<double> given) const {
     for (int decade = 1; decade < count; decade *= 10)
         for (const int factor : {2, 3, 5, 10})
             styles.push_back({plain, turn ? 90 : 0, false, factor * decade});
+    return styles;
+}
+
+RowStyle LabelRow::ChooseStyle(std::optional<double> given) const {
+    constexpr double kSizes[] = {1.0, 0.92, 0.85, 0.78, 0.7};
+    const std::vector<RowStyle> styles =
+        Styles(given ? std::span(&*given, 1) : std::span<const double>(kSizes));
     for (const double longest : {m_Longest, HUGE_VAL})
         for (const RowStyle& style : styles)
             if (Fits(style, longest)) return style;
     RowStyle one = styles.back();
-    one.stride = std::max(count, 1);
+    one.stride = std::max(static_cast<int>(m_Content.texts.size()), 1);
     return one;
 }
 

@@ -255,8 +255,8 @@ BoxPlacement FitTurningBox(const BoxPlacement& start, const FitOptions& options,
     };
     FitOptions kept = options;
     kept.fillDepth = 0.0;
-    // What reaches beyond the box at some directions, and which of them reaches the farthest at each
-    // side.
+    // What reaches beyond the box at some directions, and which of them reaches the farthest at
+    // each side.
     struct Reach {
         Overhang over;
         std::array<double, 4> farthest{};

@@ -27,6 +27,7 @@ constexpr double kTiny = 1e-290;
 
 /// In heights of a label: a character's width, and the distance of labels above each other.
 constexpr double kCharacterWidth = 0.56;
+constexpr double kTextGap = 0.5;  // between texts side by side
 constexpr double kLineDistance = 1.6;
 /// Heights of a label that no axis is longer than.
 constexpr double kLongest = 1e6;
@@ -65,7 +66,7 @@ double Crowding(const AxisScale& scale, double distance, const ScaleOptions& opt
     std::size_t longest = 0;
     for (const std::string& text : ChooseLabels(scale.majors).texts)
         longest = std::max(longest, detail::CharacterCount(text));
-    return (static_cast<double>(longest) + 0.5) * kCharacterWidth / distance;
+    return (static_cast<double>(longest) * kCharacterWidth + kTextGap) / distance;
 }
 
 /// The multiples of a step inside the limits; one that misses a limit by a rounding error is the

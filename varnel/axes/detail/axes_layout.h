@@ -164,8 +164,9 @@ struct AxesPlacement {
 
 /// Places all of it. Labels stand off the tics by a third of an em, titles off the labels by half a
 /// label's height. Labels that would touch are thinned out to every 2nd, 3rd, 5th, ..; names are
-/// first shrunk to 70 % at most, then turned by 45 or 90 degrees, then wrapped at a space into two
-/// lines; turned ones reach at most a third of the viewport's height.
+/// first shrunk to 85 %, then turned by 45 degrees, then shrunk to 70 % at most, then turned by 90
+/// degrees, then wrapped at a space into two lines; turned ones reach at most a third of the
+/// viewport's height. Numbers keep their size.
 /// An axis whose edge is shorter than two heights of its labels (one, with names) says nothing.
 AxesPlacement PlaceAxes(const BoxView& view, const AxisContent (&content)[3],
                         const TextMeasure& measure, const AxesChoice* former = nullptr);

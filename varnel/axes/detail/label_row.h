@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,10 @@ namespace varnel::detail {
 
 inline constexpr double kLabelsBeside = 0.5;  ///< ems between labels side by side
 inline constexpr double kLabelsAbove = 0.1;   ///< and one above the other
+
+/// Names that are whole numbers in even steps, such as years, tell what is left out between them:
+/// they are thinned out like numbers, and the roundest of them stays.
+void ReadNamesAsNumbers(AxisContent& content);
 
 /// How a row of labels is written.
 struct RowStyle {
@@ -53,6 +58,7 @@ class LabelRow {
         double height;
     };
 
+    std::vector<RowStyle> Styles(std::span<const double> sizes) const;
     bool IsKept(const RowStyle& style, int i) const;
     const Label& LabelOf(const RowStyle& style, int i) const;
     int Turn(const RowStyle& style) const;
