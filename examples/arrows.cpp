@@ -31,7 +31,8 @@ void example::Draw(Picture& picture) {
                                 (height(x, y - 1) - height(x, y + 1)) / 20, 0, 0});
         }
     CChartObj3D* arrows = chart.NewChartObj(transform);
-    arrows->Vectors3D(places, downhill, 80, 0.35, 1, picture.Pixels(2), Theme().outline);
+    arrows->Vectors3D(places, downhill, 80, 0.45, 1, picture.Pixels(2), Theme().outline);
+    arrows->SetClipping(1);
     CLegend3D* legend = picture.View().NewLegend3D();
     legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("m");

@@ -34,7 +34,8 @@ void example::Draw(Picture& picture) {
     chart.NewChartObj(transform)->ReferenceLine3D(2, mean, 1, LINE_SOLID, picture.Pixels(2),
                                                   theme.SeriesColor(1));
     CChartObj3D* bars = chart.NewChartObj(transform);
-    bars->ErrorBars3D(points, spread, spread, 2, 0.2, LINE_SOLID, picture.Pixels(2), theme.outline);
+    bars->ErrorBars3D(points, spread, spread, 2, 0.35, LINE_SOLID, picture.Pixels(2),
+                      theme.outline);
     CChartObj3D* line = chart.NewChartObj(transform);
     line->LineChart3D(points, LINE_SOLID, picture.Pixels(2), theme.SeriesColor(0));
     line->SetMarker(MARKER_CIRCLE, 9);

@@ -89,8 +89,11 @@ void example::Draw(Picture& picture) {
     for (const int onSurface : {0, 1}) {
         CChartObj3D* lines = chart->NewChartObj(chart->GetTransform(0));
         lines->ContourPolysurface3D(&surface, std::span(kLabelled), dark, -59.5, 0);
-        lines->SetContourStyle(
-            {.lineWidth = width, .onSurface = onSurface, .labels = 1, .labelSize = 0.75});
+        lines->SetContourStyle({.lineWidth = width,
+                                .onSurface = onSurface,
+                                .labels = 1,
+                                .labelSize = 0.75,
+                                .labelSpacing = static_cast<double>(picture.Pixels(250))});
     }
     Finish(picture, "contour lines on it and on its floor", "contours", -60, 0.6);
 

@@ -82,6 +82,17 @@ TEST_F(ColorByHeight, OrByAnotherValue) {
     EXPECT_FALSE(chart->ColorSurfaceByValue(object, {}, "jet"));
 }
 
+TEST_F(ColorByHeight, WhatHasNoValueIsGreyOrHasTheFirstColour) {
+    CChartObj3D* const object = AddSurface({5, 5, 5, 5}, 0, 10);
+    const double values[] = {kNaN, 2, 2, 3, kNaN, 2, 2, 3};
+    ASSERT_TRUE(chart->ColorSurfaceByValue(object, values, "viridis"));
+    EXPECT_GT(Place("viridis", 199), 250);
+    const RGBQUAD grey = view.GetDIBSectionPntr()->GetBitmap()->PixelFromTop(25, 50);
+    EXPECT_TRUE(grey.rgbGreen == grey.rgbRed && grey.rgbGreen == grey.rgbBlue);
+    chart->SetNoDataGrey(0);  // as charts that set a texture mode of their own
+    EXPECT_EQ(Place("viridis", 25), 0);
+}
+
 TEST_F(ColorByHeight, LogarithmicAxis) {
     CChartObj3D* const object = AddSurface({1, 1, 10000, 10000}, 0, 4, 1);
     ASSERT_TRUE(chart->ColorSurfaceByHeight(object, "grey"));

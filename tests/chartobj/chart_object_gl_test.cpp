@@ -334,6 +334,15 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     EXPECT_NEAR(lines[0].vertices[0].z, 0.5, 0.02);
     ExpectStateTakenBack();
 
+    // Where a surface hides the label there is none, and no gap for it.
+    CChartObj3D wall = Object();
+    for (const double height : {9.0, 2.0}) {
+        wall.PolysurfaceChart2D(&ramp, height, 0);
+        object.SetHiddenBy({&wall});
+        EXPECT_EQ(CountPolygons(Drawn(object)) > 0, height < 5.0) << height;
+    }
+    object.SetHiddenBy({});
+
     // A closed line ends where it starts.
     constexpr double peak[] = {1, 1, 1, 1, 9, 1, 1, 1, 1};
     CPolysurface hill(3, 3, 0, 0, 10, 10, peak, 1);

@@ -7,7 +7,7 @@
 namespace varnel::detail {
 namespace {
 
-constexpr LabelRules kRules{1000, 1000, 300, 0.3};
+const LabelRules kRules{1000, 1000, 300, 0.3};
 
 std::vector<ScreenPoint> Straight(ScreenPoint from, ScreenPoint to) {
     std::vector<ScreenPoint> points;

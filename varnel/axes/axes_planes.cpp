@@ -2,7 +2,9 @@
 #include <cmath>
 
 #include "varnel/axes/axes.h"
+#include "varnel/axes/detail/axes_extents.h"
 #include "varnel/axes/detail/axis_walk.h"
+#include "varnel/axes/detail/wall_depths.h"
 #include "varnel/foundation/detail/named_colors.h"
 #include "varnel/foundation/planes.h"
 #include "varnel/render/opengl.h"
@@ -66,11 +68,21 @@ void CAxes3D::SetWallThickness(int plane, double fraction) {
 void CAxes3D::DrawAxesPlanes() {
     for (const auto& axis : m_pAxis)
         if (axis == nullptr) return;
+    const bool back = m_pOpenGL->GetLineAreas() != 0;
+    const auto putBack = [&](double depth) {
+        if (!back) return;
+        detail::Matrix4 matrix = detail::MatrixOf(m_pTransform->GetGraphTransform());
+        matrix.m[14] += depth;
+        m_pOpenGL->LoadMatrixTransform(matrix.m.data());
+    };
     for (int plane = 0; plane < 6; ++plane) {
+        putBack(detail::kGridDepth);
         DrawPlaneGrid(plane);
+        putBack(detail::kWallDepth);
         DrawPlaneColor(plane);
         DrawWallPlane(plane);
     }
+    putBack(0.0);
 }
 
 double CAxes3D::NormalCoordinate(int plane) const {

@@ -320,6 +320,7 @@ Frame CChart3D::AutoFrame(CTransform3D* transform, const FrameOptions& options) 
     if (m_pChartView != nullptr) DressView(*m_pChartView, options.theme);
     SetAutoText(1);
     SetLineAreas(1);
+    SetNoDataGrey(1);
     SetAutoFit(options.autoFit);
     for (const AxisExtent& axis : extent.axes)
         frame.leftOut += axis.range.leftOut;

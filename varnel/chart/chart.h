@@ -196,7 +196,7 @@ class VARNEL_API CChart3D {
     bool ColorSurfaceByHeight(CChartObj3D* surfaceObject, const CString& colorMap);
     /// The same by another quantity: the points of the surface take `values` as their w, one after
     /// the other (none given: those that they have), the range is that of w, and the texture mode
-    /// is 3.
+    /// is 3. Where some are not finite it sets SetNoDataGrey(1).
     bool ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const double> values,
                              const CString& colorMap);
 
@@ -290,6 +290,10 @@ class VARNEL_API CChart3D {
     /// see COpenGL::SetLineAreas. 0, the default: as OpenGL draws lines. AutoFrame sets 1.
     void SetLineAreas(int on) { m_Added.lineAreas = on; }
     int GetLineAreas() const { return m_Added.lineAreas; }
+    /// 1: what has no value to be coloured by is grey; see COpenGL::SetNoDataGrey. Default 0;
+    /// AutoFrame sets 1, and ColorSurfaceByValue where values are missing.
+    void SetNoDataGrey(int on) { m_Added.noDataGrey = on; }
+    int GetNoDataGrey() const { return m_Added.noDataGrey; }
     /// The sizes that text which follows the viewport has: those of a frame whose smaller side lies
     /// halfway (their geometric mean) between those of the chart and of the view, so that charts
     /// beside each other can be read.
@@ -386,6 +390,7 @@ class VARNEL_API CChart3D {
     struct Added {
         int autoFit = AUTOFIT_OFF;
         int lineAreas = 0;
+        int noDataGrey = 0;
         int autoText = 0;
         double fillDepth = 0.0;
         int lightLimit = 0;

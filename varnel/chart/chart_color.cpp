@@ -25,6 +25,7 @@ constexpr double kHeadroom = 1.0 / (1.0 - 0.004 - 0.97 / kColors) - 1.0;
 struct Range {
     double min = std::numeric_limits<double>::infinity();
     double max = -std::numeric_limits<double>::infinity();
+    bool hasGaps = false;  ///< where there is no value
 };
 
 /// The values of the polygons' corners by which colours are looked up.
@@ -37,6 +38,7 @@ Range RangeOf(const CPolysurface& surface, ValueOf&& valueOf) {
         const int* const corners = reader.Read(polygon, n);
         for (int i = 0; i < n; ++i) {
             const double value = valueOf(surface.GetPSPoints()[corners[i]]);
+            range.hasGaps = range.hasGaps || !std::isfinite(value);
             if (!std::isfinite(value)) continue;
             range.min = std::min(range.min, value);
             range.max = std::max(range.max, value);
@@ -83,6 +85,7 @@ bool CChart3D::ColorSurfaceByValue(CChartObj3D* surfaceObject, std::span<const d
     surfaceObject->SetPolysurfaceValues(values);
     const Range range =
         RangeOf(*surfaceObject->GetPolysurface(), [](const point3Dtype& p) { return p.w; });
+    if (range.hasGaps) SetNoDataGrey(1);
     return ColorBy(*this, *surfaceObject, colorMap, range, TEXTURE_VALUE);
 }
 

@@ -1,5 +1,7 @@
 // CChart3D: drawing.
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "varnel/axes/axes.h"
 #include "varnel/axes/text_object.h"
@@ -12,6 +14,7 @@
 #include "varnel/foundation/detail/progress.h"
 #include "varnel/render/opengl.h"
 #include "varnel/solids/aux_object.h"
+#include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
 namespace varnel {
@@ -38,16 +41,56 @@ class WidthScope {
     COpenGL& m_GL;
 };
 
-/// Lines as areas, until the chart is drawn.
-class LineAreasScope {
+/// How the chart's lines and colours by value are drawn, until it is drawn.
+class StyleScope {
  public:
-    LineAreasScope(COpenGL& gl, int on) : m_GL(gl) { m_GL.SetLineAreas(on); }
-    ~LineAreasScope() { m_GL.SetLineAreas(0); }
-    LineAreasScope(const LineAreasScope&) = delete;
-    LineAreasScope& operator=(const LineAreasScope&) = delete;
+    StyleScope(COpenGL& gl, int lineAreas, int noDataGrey) : m_GL(gl) {
+        m_GL.SetLineAreas(lineAreas);
+        m_GL.SetNoDataGrey(noDataGrey);
+    }
+    ~StyleScope() {
+        m_GL.SetLineAreas(0);
+        m_GL.SetNoDataGrey(0);
+    }
+    StyleScope(const StyleScope&) = delete;
+    StyleScope& operator=(const StyleScope&) = delete;
 
  private:
     COpenGL& m_GL;
+};
+
+bool HidesWhatIsBehind(const CChartObj3D& object) {
+    const int type = object.GetChartType();
+    const CPolysurface* const surface = object.GetPolysurface();
+    return (type == POLYSURFACECHART3D || type == POLYSURFACECHART2D) && surface != nullptr &&
+           surface->GetWireFrame() == 0 && object.GetChartObjEnable() != 0;
+}
+
+/// Labels of contour charts know what hides them, while the chart is drawn.
+class HidingScope {
+ public:
+    explicit HidingScope(const ObjectList<CChartObj3D>& objects) {
+        for (const auto& object : objects) {
+            if (object->GetChartType() != CONTOURPOLYSURFACE3D ||
+                object->GetContourStyle().labels == 0)
+                continue;
+            std::vector<const CChartObj3D*> surfaces;
+            for (const auto& other : objects)
+                if (other->GetTransform() == object->GetTransform() && HidesWhatIsBehind(*other))
+                    surfaces.push_back(other.get());
+            object->SetHiddenBy(std::move(surfaces));
+            m_Told.push_back(object.get());
+        }
+    }
+    ~HidingScope() {
+        for (CChartObj3D* object : m_Told)
+            object->SetHiddenBy({});
+    }
+    HidingScope(const HidingScope&) = delete;
+    HidingScope& operator=(const HidingScope&) = delete;
+
+ private:
+    std::vector<CChartObj3D*> m_Told;
 };
 
 /// A part of a chart's drawing, as fractions of the whole.
@@ -85,7 +128,7 @@ void CChart3D::DrawChart() {
     SetChartPosition(m_Saved.position);
     SetupOpenGL();
     SetFontFactors();
-    const LineAreasScope areas(*m_pOpenGL, m_Added.lineAreas);
+    const StyleScope style(*m_pOpenGL, m_Added.lineAreas, m_Added.noDataGrey);
     if (m_Added.autoFit != AUTOFIT_OFF) FitToView();
     // Texts and bitmap planes are placed by the working limits, which follow from the transforms.
     for (const auto& transform : m_Objects.transforms)
@@ -172,6 +215,7 @@ void CChart3D::DrawAxes() {
 }
 
 void CChart3D::DrawChartObjs() {
+    const HidingScope hiding(m_Objects.objects);
     DrawEach(m_Objects.objects, [](CChartObj3D& object) { object.DrawChartObj(); });
 }
 

@@ -86,6 +86,7 @@ void CChart3D::VisitAdded(detail::AddedFields& fields) {
         field("autoFit", &Added::autoFit);
         field("autoText", &Added::autoText);
         field("lineAreas", &Added::lineAreas);
+        field("noDataGrey", &Added::noDataGrey);
         field("fillDepth", &Added::fillDepth);
         field("lightLimit", &Added::lightLimit);
         field("viewLight", &Added::viewLight);

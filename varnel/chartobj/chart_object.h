@@ -589,6 +589,12 @@ class VARNEL_API CChartObj3D {
         m_Added.m_TextShifts = std::move(shifts);
     }
 
+    /// The surfaces that labels of a contour chart stay clear of; they have the transform of this
+    /// object and must exist when it is drawn. Charts set them for each drawing. Not saved.
+    void SetHiddenBy(std::vector<const CChartObj3D*> surfaces) {
+        m_Added.m_HiddenBy = std::move(surfaces);
+    }
+
     // --- Drawing and files -------------------------------------------------------------------
 
     /// Draws the object if it is enabled; an unknown type draws nothing. Raises "OpenGL Parameter

@@ -9,8 +9,10 @@
 #include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/extent.h"
+#include "varnel/chartobj/detail/nearest_depths.h"
 #include "varnel/chartobj/detail/screen.h"
 #include "varnel/chartobj/detail/set_up.h"
+#include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -87,11 +89,21 @@ point3Dtype Between(const point3Dtype& p, const point3Dtype& q, double part) {
     return {p.x + part * (q.x - p.x), p.y + part * (q.y - p.y), p.z + part * (q.z - p.z), 0.0};
 }
 
+void AddSurface(const CChartObj3D& object, detail::NearestDepths& depths) {
+    if (object.GetPolysurface() == nullptr || object.GetTransform() == nullptr) return;
+    const bool isFlat = object.GetChartType() == POLYSURFACECHART2D;
+    depths.Add(
+        detail::SurfaceMesh(*object.GetTransform(), *object.GetPolysurface(),
+                            {isFlat ? object.GetProjectionPlane() : -1, object.GetConstValue()}));
+}
+
 /// Draws lines with their labels.
 class ContourPen {
  public:
-    ContourPen(COpenGL& gl, CTransform3D& transform, const ContourStyle& style)
-        : m_GL(gl), m_Transform(transform), m_Style(style), m_Screen(gl, transform) {}
+    /// `hidden` tells what surfaces hide, null: nothing.
+    ContourPen(COpenGL& gl, CTransform3D& transform, const ContourStyle& style,
+               const detail::Screen& screen, const detail::NearestDepths* hidden)
+        : m_GL(gl), m_Transform(transform), m_Style(style), m_Screen(screen), m_Hidden(hidden) {}
 
     /// The points of a line, the first again at the end of a closed one.
     void Add(std::vector<point3Dtype> points, double level, const RGBDType& color) {
@@ -105,7 +117,7 @@ class ContourPen {
             DrawLine(m_Lines[i], i, labels);
         if (m_Text == nullptr) return;
         for (const detail::LineLabel& label : labels)
-            DrawLabel(m_Lines[label.line], label);
+            DrawLabel(label);
         m_GL.LoadMatrixTransform(m_Transform.GetGraphTransform());
     }
 
@@ -134,6 +146,8 @@ class ContourPen {
         }
         detail::LabelRules rules{m_Screen.GetWidth(), m_Screen.GetHeight()};
         if (m_Style.labelSpacing > 0.0) rules.spacing = m_Style.labelSpacing;
+        if (m_Hidden != nullptr)
+            rules.isSeen = [this](const detail::LineLabel& label) { return IsSeen(label); };
         return detail::PlaceLabels(lines, rules);
     }
 
@@ -184,30 +198,46 @@ class ContourPen {
         m_Run.clear();
     }
 
-    void DrawLabel(const Line& line, const detail::LineLabel& label) {
-        // The middle of the gap on the line itself, brought in front of what it lies on.
+    /// The middle of a label's gap on the line itself, brought in front of what it lies on.
+    point3Dtype PlaceOf(const detail::LineLabel& label) const {
+        const Line& line = m_Lines[label.line];
+        point3Dtype place = line.points.back();
         double length = 0.0;
         const double middle = (label.from + label.to) / 2;
         for (std::size_t i = 1; i < line.points.size(); ++i) {
             const double step = std::hypot(line.pixels[i].x - line.pixels[i - 1].x,
                                            line.pixels[i].y - line.pixels[i - 1].y);
             if (length + step >= middle && step > 0.0) {
-                point3Dtype place =
-                    Between(line.points[i - 1], line.points[i], (middle - length) / step);
-                // A label stands upright on what can be a slope: its lower edge is not to sink in.
-                const point3Dtype way =
-                    m_Screen.Towards(kLabelLift + 1.5 * m_Text->TextHeight() * m_Style.labelSize);
-                place = {place.x + way.x, place.y + way.y, place.z + way.z, 0.0};
-                point3Dtype data;
-                m_Transform.CPFWS(data, place);
-                m_Text->SetString(detail::Say(line.level));
-                m_Text->SetColor(line.color);
-                m_Text->SetRotation(m_Screen.TextRotation(label.angle));
-                m_Text->SetLocation(data);
-                return m_Text->OutText();
+                place = Between(line.points[i - 1], line.points[i], (middle - length) / step);
+                break;
             }
             length += step;
         }
+        // A label stands upright on what can be a slope: its lower edge is not to sink in.
+        const point3Dtype way =
+            m_Screen.Towards(kLabelLift + 1.5 * m_Text->TextHeight() * m_Style.labelSize);
+        return {place.x + way.x, place.y + way.y, place.z + way.z, 0.0};
+    }
+
+    bool IsSeen(const detail::LineLabel& label) const {
+        constexpr double kDegrees = 57.29577951308232;
+        const double c = std::cos(label.angle / kDegrees);
+        const double s = std::sin(label.angle / kDegrees);
+        const double along = (label.to - label.from) / 2;
+        const double across = label.height / 2;
+        return !m_Hidden->IsNearerIn(label.center, {c * along, s * along},
+                                     {-s * across, c * across}, m_Screen.Depth(PlaceOf(label)));
+    }
+
+    void DrawLabel(const detail::LineLabel& label) {
+        const Line& line = m_Lines[label.line];
+        point3Dtype data;
+        m_Transform.CPFWS(data, PlaceOf(label));
+        m_Text->SetString(detail::Say(line.level));
+        m_Text->SetColor(line.color);
+        m_Text->SetRotation(m_Screen.TextRotation(label.angle));
+        m_Text->SetLocation(data);
+        m_Text->OutText();
     }
 
     static constexpr double kLabelLift = 0.005;  // device units
@@ -215,7 +245,8 @@ class ContourPen {
     COpenGL& m_GL;
     CTransform3D& m_Transform;
     const ContourStyle& m_Style;
-    detail::Screen m_Screen;
+    const detail::Screen& m_Screen;
+    const detail::NearestDepths* m_Hidden;
     std::vector<Line> m_Lines;
     std::vector<point3Dtype> m_Run;
     std::unique_ptr<CTextObj3D> m_Text;
@@ -267,7 +298,13 @@ void detail::ChartDrawing::DrawContourLines(std::span<const double> levels,
     const double width = std::max(style.lineWidth, 0.0) * m_pOpenGL->GetLineUnit();
     const point3Dtype lift = screen.Towards(kLift + kSteep * width / screen.GetHeight());
     const double plane = detail::Convert(*m_pTransform, 2, m_Saved.m_ConstValue);
-    ContourPen pen(*m_pOpenGL, *m_pTransform, style);
+    std::optional<detail::NearestDepths> hidden;
+    if (style.labels != 0 && !m_Added.m_HiddenBy.empty()) {
+        hidden.emplace(screen);
+        for (const CChartObj3D* object : m_Added.m_HiddenBy)
+            AddSurface(*object, *hidden);
+    }
+    ContourPen pen(*m_pOpenGL, *m_pTransform, style, screen, hidden ? &*hidden : nullptr);
     for (const ContourLine& line : traced.lines) {
         const auto first = traced.points.begin() + static_cast<std::ptrdiff_t>(line.first);
         std::vector<point3Dtype> points(first, first + static_cast<std::ptrdiff_t>(line.count));

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/axes/detail/wall_depths.h"
 #include "varnel/axes/text_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/chartobj/detail/chart_drawing.h"
@@ -136,8 +137,9 @@ void detail::ChartDrawing::DrawReferenceBand3D() const {
     if (!detail::FindWallBand(*m_pTransform, m_Saved.m_IndAxis, m_Saved.m_ConstValue,
                               m_Saved.m_BaseValue, m_Saved.m_ProjectionPlane, band))
         return;
-    // Behind lines on the same wall.
-    const point3Dtype lift = detail::Screen(*m_pOpenGL, *m_pTransform).Towards(kMarkLift / 2);
+    // Behind lines on the same wall, and behind its grid where the wall lies farther back itself.
+    const double out = m_pOpenGL->GetLineAreas() != 0 ? -detail::kBandDepth : kMarkLift / 2;
+    const point3Dtype lift = detail::Screen(*m_pOpenGL, *m_pTransform).Towards(out);
     point3Dtype ring[5];
     for (int k = 0; k < 5; ++k)
         ring[k] = detail::Moved(band.corners[k % 4], lift);

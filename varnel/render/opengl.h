@@ -223,6 +223,10 @@ class VARNEL_API COpenGL {
     /// viewer. Default 0: the colours replace the lit ones.
     void SetTextureLighting(BOOL on, double least = 0.75, double most = 1.0);
     BOOL GetTextureLighting() const { return m_TextureLighting; }
+    /// 1: a polygon with a corner whose value is not finite is drawn in kNoDataColor. 0, the
+    /// default: OpenGL is given that value, and llvmpipe takes the first colour.
+    void SetNoDataGrey(BOOL on) { m_NoDataGrey = on; }
+    BOOL GetNoDataGrey() const { return m_NoDataGrey; }
     /// The first n colours become the texture, the last one repeated up to a power of two (at least
     /// 2). Values from min are mapped onto it; the maximum used is max * size / n. A number outside
     /// 1..256 or a null array changes nothing.
@@ -303,8 +307,8 @@ class VARNEL_API COpenGL {
     int GetLineJoins() const { return m_LineJoins; }
     double GetMitreLimit() const { return m_MitreLimit; }
     /// 1: lines without joins and outlines of polygons, too, become areas of the screen where a
-    /// pixel has several samples: drivers may leave gaps in lines there. 0, the default: as OpenGL
-    /// draws lines.
+    /// pixel has several samples: drivers may leave gaps in lines there; and the walls of boxes
+    /// stand a little behind what lies on them. 0, the default: as OpenGL draws lines.
     void SetLineAreas(BOOL on);
     BOOL GetLineAreas() const;
     /// Pixels per inch of the picture, above 0; other values are ignored. Default 96.
@@ -465,6 +469,7 @@ class VARNEL_API COpenGL {
     int m_TextureMode;
     BOOL m_TextureEnabled;
     BOOL m_TextureLighting = 0;
+    BOOL m_NoDataGrey = 0;
     double m_TextureLeast = 0.75;
     double m_TextureMost = 1.0;
     BOOL m_TwoSided = 0;

@@ -37,7 +37,8 @@ detail::SurfaceStyle COpenGL::Style() const {
             m_TextureScale,
             m_TwoSided != 0,
             m_TextureLeast,
-            m_TextureMost};
+            m_TextureMost,
+            m_NoDataGrey != 0};
 }
 
 void COpenGL::PolyFillAbs3D(const point3Dtype* pts, int n) {

@@ -153,7 +153,7 @@ void Renderer::AddSeenFill(const SurfaceStyle& style, const point3Dtype* pts, in
             missing = missing || !std::isfinite(value);
             textures.push_back((value - style.textureOffset) * style.textureScale + kTexelNudge);
         }
-        if (missing) return AddSeenFill(WithoutValue(style), pts, n, turned);
+        if (missing && style.greyNoData) return AddSeenFill(WithoutValue(style), pts, n, turned);
         texture = textures.data();
     }
     const bool kept = IsKept(style.color);

@@ -133,15 +133,18 @@ class Placer {
             if (!box.IsInside(m_Rules.width, m_Rules.height) ||
                 !std::all_of(m_Boxes.begin(), m_Boxes.end(), apart))
                 continue;
+            const LineLabel label{
+                number, from, from + gap, box.center, angle * kDegrees, line.labelHeight + air};
+            if (m_Rules.isSeen && !m_Rules.isSeen(label)) continue;
             best = bend;
-            candidate = {number, from, from + gap, box.center, angle * kDegrees};
+            candidate = label;
             chosen = &candidate;
             // Straighter than a tenth of a pixel is as good as straight.
             if (bend < 0.1) break;
         }
         if (chosen == nullptr) return;
         m_Labels.push_back(*chosen);
-        m_Boxes.emplace_back(chosen->center, chosen->angle / kDegrees, gap, line.labelHeight + air);
+        m_Boxes.emplace_back(chosen->center, chosen->angle / kDegrees, gap, chosen->height);
     }
 
     const LabelRules& m_Rules;

@@ -159,19 +159,22 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
     ValuedRing triangle;
     double low = 1e300;
     double high = -1e300;
+    bool missing = false;
     for (const std::uint32_t vertex : vertices) {
         const double value = batch.TextureAt(vertex) * state.textureSize;
         triangle.corners[triangle.count++] = {batch.Corner(vertex), value};
         low = std::min(low, value);
         high = std::max(high, value);
+        missing = missing || !std::isfinite(value);
     }
     // Steps between values beyond the largest are lost in their digits.
     constexpr double kLargest = 1e9;
-    if (!(high - low <= kMostBands) || std::fabs(low) > kLargest) {
+    if (missing || !(high - low <= kMostBands) || std::fabs(low) > kLargest) {
         m_Polygon.clear();
         for (std::size_t i = 0; i < triangle.count; ++i)
             m_Polygon.push_back(triangle.corners[i].place);
-        AddFill(state, color);
+        // As llvmpipe: a value that is missing is the first.
+        AddFill(state, missing ? TexturedColor(state, 0.0, color, batch.State().shaded) : color);
         return;
     }
     for (double from = low; from <= high;) {

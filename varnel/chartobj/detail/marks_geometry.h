@@ -20,7 +20,7 @@ inline point3Dtype Moved(const point3Dtype& p, const point3Dtype& way, double sh
 /// How much of each axis, in working units, is a device unit of the chart's box.
 inline point3Dtype DeviceUnit(const CTransform3D& t) {
     const point3Dtype range = t.GetWorkingRange();
-    const point3Dtype rect = t.GetChartRect();
+    const point3Dtype rect = t.GetDrawnRect();
     return {range.x / (2 * rect.x), range.y / (2 * rect.y), range.z / (2 * rect.z), 0.0};
 }
 

@@ -24,6 +24,9 @@ class Screen {
                 (Row(1, p) + m[13] + 1.0) / 2 * m_Viewport.height};
     }
 
+    /// Larger values are farther away.
+    double Depth(const point3Dtype& p) const { return Row(2, p) + m[14]; }
+
     /// The rotation, in whole degrees, of a text that faces the viewer so that it runs at an angle
     /// of degrees on the screen: texts are turned before the picture's proportions stretch them.
     int TextRotation(double angle) const {

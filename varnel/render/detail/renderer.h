@@ -37,6 +37,7 @@ struct SurfaceStyle {
     /// Factors on a texture's colours that are shaded: of faces in the dark and in the light.
     double shadeLow = 0.75;
     double shadeHigh = 1.0;
+    bool greyNoData = false;  ///< a polygon that lacks a value has kNoDataColor
 };
 
 /// A marker as it is drawn: both shapes in pixels, the outline's under the fill's.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -20,18 +21,21 @@ struct ScreenLine {
     double labelHeight = 0.0;
 };
 
+struct LineLabel {
+    std::size_t line;
+    double from, to;  ///< the gap in the line for it, as lengths along the line
+    ScreenPoint center;
+    double angle;   ///< of the text, in degrees, above -90 and up to 90
+    double height;  ///< with the air above and below
+};
+
 /// What is asked of the placement.
 struct LabelRules {
     double width, height;    ///< of the picture, inside of which labels stay
     double spacing = 300.0;  ///< a line gets a label for each of these lengths, at least one
     double bend = 0.3;  ///< how far a line may leave the chord under its label, in label heights
-};
-
-struct LineLabel {
-    std::size_t line;
-    double from, to;  ///< the gap in the line for it, as lengths along the line
-    ScreenPoint center;
-    double angle;  ///< of the text, in degrees, above -90 and up to 90
+    /// Whether nothing hides a label; none are hidden without it.
+    std::function<bool(const LineLabel&)> isSeen{};
 };
 
 /// Places labels on the lines, long lines first. A line that is not at least twice as long as its
