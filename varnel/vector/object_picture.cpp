@@ -127,23 +127,7 @@ void ObjectPicture::Draw() {
     m_Picture.pixels.assign(4 * dots, 0);
     m_Picture.placement = {m_Columns / m_Dots, 0.0, 0.0, m_Rows / m_Dots, m_Left / m_Dots,
                            m_Bottom / m_Dots};
-    // Polygons, then the lines on them, then what hides both.
-    std::stable_sort(m_Items.begin(), m_Items.end(),
-                     [](const Item& s, const Item& t) { return s.kind < t.kind; });
-    std::vector<std::vector<std::uint32_t>> strips(
-        static_cast<std::size_t>((m_Rows + kStrip - 1) / kStrip));
-    for (std::uint32_t i = 0; i < m_Items.size(); ++i) {
-        ProgressStep();
-        Range rows;
-        for (std::uint32_t k = 0; k < m_Items[i].count; ++k)
-            rows.Add(m_Corners[m_Items[i].first + k].y / kSamples - m_Bottom);
-        const int last = std::min(static_cast<int>(strips.size()) - 1,
-                                  static_cast<int>(std::floor(std::min(rows.high, 1e6) / kStrip)));
-        for (int strip =
-                 std::max(0, static_cast<int>(std::floor(std::max(rows.low, -1e6) / kStrip)));
-             strip <= last; ++strip)
-            strips[static_cast<std::size_t>(strip)].push_back(i);
-    }
+    const std::vector<std::vector<std::uint32_t>> strips = SortIntoStrips();
     for (std::size_t strip = 0; strip < strips.size(); ++strip) {
         Progress(static_cast<double>(strip), static_cast<double>(strips.size()));
         DrawStrip(static_cast<int>(strip) * kStrip, strips[strip]);
@@ -151,6 +135,27 @@ void ObjectPicture::Draw() {
     m_Items = {};
     m_Corners = {};
     m_Samples = {};
+}
+
+/// The items that each strip of rows shows: polygons, then the lines on them, then what hides both.
+std::vector<std::vector<std::uint32_t>> ObjectPicture::SortIntoStrips() const {
+    std::vector<std::vector<std::uint32_t>> strips(
+        static_cast<std::size_t>((m_Rows + kStrip - 1) / kStrip));
+    const auto strip = [](double row) {
+        return static_cast<int>(std::floor(std::clamp(row, -1e6, 1e6) / kStrip));
+    };
+    for (const Kind kind : {Kind::Polygon, Kind::Line, Kind::Hider})
+        for (std::uint32_t i = 0; i < m_Items.size(); ++i) {
+            if (m_Items[i].kind != kind) continue;
+            ProgressStep();
+            Range rows;
+            for (std::uint32_t k = 0; k < m_Items[i].count; ++k)
+                rows.Add(m_Corners[m_Items[i].first + k].y / kSamples - m_Bottom);
+            const int last = std::min(static_cast<int>(strips.size()) - 1, strip(rows.high));
+            for (int at = std::max(0, strip(rows.low)); at <= last; ++at)
+                strips[static_cast<std::size_t>(at)].push_back(i);
+        }
+    return strips;
 }
 
 void ObjectPicture::DrawStrip(int firstRow, const std::vector<std::uint32_t>& items) {

@@ -71,8 +71,10 @@ ObjectPicture PageSink::DrawLarge(std::uint32_t object) const {
         else
             picture.AddPolygon(corners, fill.color);
     }
-    for (const Segment& s : m_Segments)
+    for (const Segment& s : m_Segments) {
+        ProgressStep();
         if (s.object == object) picture.AddLine(s.a, s.b, s.width, s.color);
+    }
     picture.Draw();
     return picture;
 }

@@ -66,6 +66,7 @@ class ObjectPicture {
     };
 
     void Add(Kind kind, std::span<const Vec3> corners, const RGBDType* colors);
+    std::vector<std::vector<std::uint32_t>> SortIntoStrips() const;
     void DrawStrip(int firstRow, const std::vector<std::uint32_t>& items);
     void DrawItem(const Item& item, int firstRow, int lastRow);
     void Resolve(int firstRow);
