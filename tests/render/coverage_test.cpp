@@ -37,6 +37,15 @@ TEST(Coverage, LeavesOutWhatTouchesNoSample) {
     }
 }
 
+TEST(Coverage, CountsNoSamplesOfHugeViewports) {
+    const SamplePlace centre[1] = {{0.5F, 0.5F}};
+    const WindowPoint all[3] = {{-3e9F, -3e9F}, {9e9F, -3e9F}, {-3e9F, 9e9F}};
+    for (const int half : {200'000, 500'000, 1'000'000'000}) {
+        const Coverage c({-half, -half, 2 * half, 2 * half}, centre, 0.01F);
+        EXPECT_TRUE(c.MayCover(all, 3)) << half;
+    }
+}
+
 TEST(Coverage, SegmentsAreSeenWhereTheyLeaveADiamond) {
     const SamplePlace centre[1] = {{0.5F, 0.5F}};
     const Coverage c({0, 0, 100, 100}, centre, 0.01F);

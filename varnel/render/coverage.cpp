@@ -38,10 +38,13 @@ bool MayContain(const WindowPoint& a, const WindowPoint& b, const WindowPoint& c
 
 Coverage::Coverage(const GLViewportType& v, std::span<const SamplePlace> samples, float slack)
     : m_Slack(slack) {
+    const auto at = [](int pixels) { return static_cast<float>(pixels); };
     if (samples.size() > kMostSamples || v.width <= 0 || v.height <= 0) return;
+    // A few pixels of such a viewport are all that a frame has.
+    if (std::max({std::fabs(at(v.x)), std::fabs(at(v.y)), at(v.width), at(v.height)}) > kFar)
+        return;
     m_NumSamples = samples.size();
     std::copy(samples.begin(), samples.end(), m_Samples.begin());
-    const auto at = [](int pixels) { return static_cast<float>(pixels); };
     m_Scale = {at(v.width) / 2.0F, at(v.height) / 2.0F};
     m_Centre = {at(v.x) + m_Scale.x, at(v.y) + m_Scale.y};
     m_Low = {at(v.x) - slack, at(v.y) - slack};
@@ -58,7 +61,7 @@ bool Coverage::MayCover(const WindowPoint* corners, int n) const {
     }
     low = {std::max(low.x - m_Slack, m_Low.x), std::max(low.y - m_Slack, m_Low.y)};
     high = {std::min(high.x + m_Slack, m_High.x), std::min(high.y + m_Slack, m_High.y)};
-    if (low.x > high.x || low.y > high.y) return false;
+    if (!(low.x <= high.x && low.y <= high.y)) return false;
     // More samples than this in the box: it is cheaper to draw than to look closer.
     constexpr int kFew = 4;
     for (std::size_t k = 0; k < m_NumSamples; ++k) {
@@ -69,7 +72,9 @@ bool Coverage::MayCover(const WindowPoint* corners, int n) const {
         const int bottom = Floor(low.y - place.y) + 1;
         const int top = Floor(high.y - place.y);
         if (bottom > top) continue;
-        if ((right - left + 1) * (top - bottom + 1) > kFew) return true;
+        const int columns = right - left + 1;
+        const int rows = top - bottom + 1;
+        if (columns > kFew || rows > kFew || columns * rows > kFew) return true;
         for (int y = bottom; y <= top; ++y)
             for (int x = left; x <= right; ++x)
                 if (CoversOne(corners, n,
