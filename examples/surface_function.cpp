@@ -6,10 +6,19 @@
 
 using namespace varnel;
 
+namespace {
+
+/// Over -3..3 each way, n points a side.
+CPolysurface Hills(int n) {
+    return {n, n, -3, -3, 3, 3, [](double x, double y) {
+                return (x * x * x - 3 * x * y * y) * std::exp(-x * x - y * y);
+            }};
+}
+
+}  // namespace
+
 void example::Draw(Picture& picture) {
-    CPolysurface surface(41, 41, -3, -3, 3, 3, [](double x, double y) {
-        return (x * x * x - 3 * x * y * y) * std::exp(-x * x - y * y);
-    });
+    CPolysurface surface = Hills(41);
     for (int i = 0; i < surface.GetPSNumPolygons(); ++i)
         surface.SetPolysurfaceColors(i, {}, {0.62, 0.62, 0.65, 1});
     CChart3D& chart = *picture.View().NewChart3D();
@@ -28,10 +37,11 @@ void example::Draw(Picture& picture) {
 
     CChart3D& below = *picture.View().NewChart3D();
     transform = below.NewTransform();
-    for (int i = 0; i < surface.GetPSNumPolygons(); ++i)
-        surface.SetPolysurfaceColors(i, {0.55, 0.68, 0.86, 1}, {});
+    CPolysurface fine = Hills(121);
+    for (int i = 0; i < fine.GetPSNumPolygons(); ++i)
+        fine.SetPolysurfaceColors(i, {0.55, 0.68, 0.86, 1}, {});
     object = below.NewChartObj(transform);
-    object->PolysurfaceChart3D(&surface);
+    object->PolysurfaceChart3D(&fine);
     object->SetOutlineMode(0);
     below.AutoFrame(transform, {.axes = {AxisFrame{.title = "x"}, AxisFrame{.title = "y"},
                                          AxisFrame{.title = "z"}},

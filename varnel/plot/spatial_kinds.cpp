@@ -295,16 +295,17 @@ Objects Chart::Surface(const std::function<double(double, double)>& f, double x0
     if (!f) Refuse("Surface", "the function is empty");
     if (!(x1 > x0) || !(y1 > y0))
         Refuse("Surface", "x from ", x0, " to ", x1, " and y from ", y0, " to ", y1);
-    constexpr int kPoints = 81;
+    // Finer where no lines between the points tell how many there are.
+    const int points = options.lines || options.wire ? 61 : 121;
     std::vector<double> x, y, z;
-    for (int i = 0; i < kPoints; ++i) {
-        x.push_back(x0 + (x1 - x0) * i / (kPoints - 1));
-        y.push_back(y0 + (y1 - y0) * i / (kPoints - 1));
+    for (int i = 0; i < points; ++i) {
+        x.push_back(x0 + (x1 - x0) * i / (points - 1));
+        y.push_back(y0 + (y1 - y0) * i / (points - 1));
     }
     for (const double b : y)
         for (const double a : x)
             z.push_back(f(a, b));
-    return Surface(Grid{std::move(z), kPoints, kPoints, std::move(x), std::move(y)}, options);
+    return Surface(Grid{std::move(z), points, points, std::move(x), std::move(y)}, options);
 }
 
 Objects Chart::Surface(const Values& x, const Values& y, const Values& z,

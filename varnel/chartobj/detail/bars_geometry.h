@@ -121,6 +121,8 @@ void WalkStackedBars(const CTransform3D& t, const Data25D& data, Visit&& visit) 
             if (data.exact) {
                 const Extent ends = (datum < 0.0 ? down : up).Add(datum);
                 SetHeight(bar, Convert(t, 2, ends.from), Convert(t, 2, ends.to));
+                // The lid of a part of nothing would colour the one below.
+                if (bar.dz == 0.0) continue;
             } else {
                 bar.z = t.CVTWS(2, total);
                 total += datum;
