@@ -12,8 +12,6 @@
 namespace varnel {
 namespace {
 
-using detail::kBlack;
-
 constexpr int kAllFaces[6] = {1, 1, 1, 1, 1, 1};
 
 // Draws the solids of one or more bands, each by itself or joined to its neighbours.

@@ -5,8 +5,6 @@
 
 namespace varnel {
 
-using detail::Prism;
-
 void CChartObj3D::BarChart25D(const double* ind, const double* dep, double baseValue,
                               double constValue, int n, double indWidth, double depthWidth,
                               const RGBDType& fill, const RGBDType& outline, int indJustify,

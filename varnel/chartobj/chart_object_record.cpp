@@ -88,12 +88,13 @@ void StringsField(RecordReader& record, SharedArray<CString>& strings, int count
 // Grouped data with rows of another length; what is not stored is no data.
 SharedArray<double> WithRowsOf(const detail::GroupView& groups, std::size_t numPoints) {
     const std::size_t numGroups = groups.StoredGroups();
-    const auto size = static_cast<long long>(numGroups * numPoints);
-    std::unique_ptr<double[]> values = detail::NewArray<double>(size, {kClass, "Save"});
+    const std::size_t size = numGroups * numPoints;
+    std::unique_ptr<double[]> values =
+        detail::NewArray<double>(static_cast<long long>(size), {kClass, "Save"});
     for (std::size_t g = 0; g < numGroups; ++g)
         for (std::size_t i = 0; i < numPoints; ++i)
             values[g * numPoints + i] = groups.At(g, i);
-    return {std::shared_ptr<double[]>(std::move(values)), numGroups * numPoints};
+    return {std::shared_ptr<double[]>(std::move(values)), size};
 }
 
 // What an earlier set-up left behind must not take the place of the current type's data, since a

@@ -5,8 +5,6 @@
 
 namespace varnel {
 
-using detail::Prism;
-
 void CChartObj3D::PlaneChart3D(const point3Dtype* points, int n, double indWidth, double depthWidth,
                                const RGBDType& fill, const RGBDType& outline) {
     const detail::SetUp set(*this);

@@ -15,7 +15,7 @@ class Taken {
     explicit Taken(const PixelRect& room) : m_Room(room) {
         m_Across = CellsIn(room.Width());
         m_Up = CellsIn(room.Height());
-        m_Cells.resize(static_cast<std::size_t>(m_Across * m_Up));
+        m_Cells.resize(static_cast<unsigned>(m_Across * m_Up));  // at most 2^18
     }
 
     void Add(const PixelRect& rect) {
@@ -66,7 +66,7 @@ class Taken {
         };
         for (int r = row(rect.bottom); r <= row(rect.top); ++r)
             for (int c = column(rect.left); c <= column(rect.right); ++c)
-                if (visit(m_Cells[static_cast<std::size_t>(r * m_Across + c)])) return true;
+                if (visit(m_Cells[static_cast<unsigned>(r * m_Across + c)])) return true;
         return false;
     }
 

@@ -20,8 +20,8 @@ class CopyOnWrite {
     /// std::bad_alloc.
     CopyOnWrite(const CopyOnWrite& other)
         : m_Elements(other.m_GivenAway ? other.Clone() : other.m_Elements), m_Size(other.m_Size) {}
-    CopyOnWrite(CopyOnWrite&&) = default;
-    CopyOnWrite& operator=(CopyOnWrite&&) = default;
+    CopyOnWrite(CopyOnWrite&&) noexcept = default;
+    CopyOnWrite& operator=(CopyOnWrite&&) noexcept = default;
     CopyOnWrite& operator=(const CopyOnWrite&) = delete;
     ~CopyOnWrite() = default;
 

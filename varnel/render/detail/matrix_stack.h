@@ -32,7 +32,7 @@ struct Matrix4 {
     std::array<double, 16> m;
 
     static Matrix4 Identity();
-    double At(int row, int column) const { return m[static_cast<std::size_t>(column * 4 + row)]; }
+    double At(int row, int column) const { return m[static_cast<unsigned>(column * 4 + row)]; }
 };
 
 Matrix4 operator*(const Matrix4& a, const Matrix4& b);
