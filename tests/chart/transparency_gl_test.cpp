@@ -81,9 +81,13 @@ TEST_F(Transparency, MixesFromTheBack) {
 TEST_F(Transparency, LinesAndSolidsMixToo) {
     Fill({"", 1, {{1, kGreen}, {1, {0, 0, 0, 0}}}, 0, 0, 0}, 0);
     CChart3D& chart = *view.GetChart(0);
-    const point3Dtype bend[] = {{-0.8, -0.5, 2, 0}, {0, -0.5, 2, 0}, {0.6, 0.1, 2, 0}};
+    const point3Dtype bend[] = {{-0.8, -0.5, 2, 0},
+                                {0, -0.5, 2, 0},
+                                {0.6, 0.1, 2, 0},
+                                {0.6, -0.9, 2, 0},
+                                {-0.4, 0.3, 2, 0}};
     CChartObj3D* const line = chart.NewChartObj(chart.GetTransform(0));
-    line->LineChart3D(bend, 3, LINE_SOLID, 20, kRed);
+    line->LineChart3D(bend, 5, LINE_SOLID, 20, kRed);
     line->SetLineJoins(LINE_JOINS_ROUND);
     CAuxObj3D* const cube = chart.NewAuxObj(chart.GetTransform(0), AUX_CUBE);
     cube->SetScale(0.2);
@@ -94,7 +98,8 @@ TEST_F(Transparency, LinesAndSolidsMixToo) {
     const auto pixel = [this](int x, int y) {
         return view.GetDIBSectionPntr()->GetBitmap()->PixelFromTop(x, y);
     };
-    // Around its bend the line is as dense as elsewhere.
+    // Around its bend and where it crosses itself the line is as dense as elsewhere.
+    EXPECT_NEAR(pixel(114, 64).rgbRed, 128, 2);
     for (int x = 94; x < 107; ++x)
         for (int y = 52; y < 59; ++y)
             ASSERT_NEAR(pixel(x, y).rgbRed, 128, 2) << x << ' ' << y;

@@ -342,8 +342,17 @@ void GLSink::DrawRun(const SceneState& state, const TransparentBatch& batch,
         clipped.clipPlanes = look.clipPlanes;
         SetClipPlanes(clipped);
     }
+    // Where a piece of a line is, another one of the same depth fails.
+    if (look.once) {
+        glDepthFunc(GL_LESS);
+        glDepthMask(GL_TRUE);
+    }
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(run.count), GL_UNSIGNED_INT,
                    batch.Indices().data() + run.first);
+    if (look.once) {
+        glDepthFunc(GL_LEQUAL);
+        glDepthMask(GL_FALSE);
+    }
 }
 
 void GLSink::SetViewport(const GLViewportType& v) {

@@ -58,6 +58,7 @@ void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short patte
     style.apart = strip.seeThrough;
     const Stroker stroker = StrokerFor(strip, style);
     if (strip.seeThrough) {
+        const bool flat = DrawsImage() && FlattenStroke();
         stroker.Walk(m_Stroke, [&](const StrokePoint* points, int n) {
             corners.clear();
             m_Colors.clear();
@@ -66,7 +67,7 @@ void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short patte
                 corners.push_back(PlaceOf({{v.position[0], v.position[1], v.position[2]}, {}}));
                 m_Colors.push_back(points[i].color);
             }
-            KeepCorners(n, TransparentBatch::kLinesNearer);
+            KeepCorners(n, TransparentBatch::kLinesNearer, flat);
         });
         return;
     }
@@ -80,8 +81,21 @@ void Renderer::AddStroke(const OpenLine& strip, double bit, unsigned short patte
     });
 }
 
+/// Gives a line whose places all lie at one depth a depth of its own; false for others.
+bool Renderer::FlattenStroke() {
+    constexpr double kSame = 1e-6;
+    if (m_Stroke.empty()) return false;
+    const double depth = m_Stroke.front().z;
+    const auto isThere = [&](const StrokePoint& p) { return std::fabs(p.z - depth) < kSame; };
+    if (!std::all_of(m_Stroke.begin(), m_Stroke.end(), isThere)) return false;
+    const double own = transparent.DepthOfLine(depth);
+    for (StrokePoint& p : m_Stroke)
+        p.z = own;
+    return true;
+}
+
 /// Keeps the polygon at hand, in m_Colors, over what it lies on.
-void Renderer::KeepCorners(int n, double nearer) {
+void Renderer::KeepCorners(int n, double nearer, bool once) {
     const auto isClear = [](const PackedColor& color) { return color.bytes[3] == 0; };
     if (std::all_of(m_Colors.begin(), m_Colors.end(), isClear)) return;
     if (!DrawsImage()) {
@@ -92,7 +106,7 @@ void Renderer::KeepCorners(int n, double nearer) {
         return;
     }
     transparent.SetViewport(scene.viewport);
-    transparent.AddPolygon({kPlain, scene.clipping, scene.clipPlanes}, corners.data(),
+    transparent.AddPolygon({kPlain, scene.clipping, scene.clipPlanes, once}, corners.data(),
                            m_Colors.data(), nullptr, n, nearer);
 }
 

@@ -143,6 +143,14 @@ void TransparentBatch::CutLarge() {
     }
 }
 
+double TransparentBatch::DepthOfLine(double depth) {
+    // Steps that floats tell apart, and all of them together less than anyone sees.
+    constexpr double kStep = 2.5e-7;
+    constexpr int kMost = 4000;
+    m_NumLines = m_NumLines % kMost + 1;
+    return depth - kStep * m_NumLines;
+}
+
 void TransparentBatch::AddSegment(const Vec3& a, const Vec3& b, PackedColor color, double width) {
     const double x = (b.x - a.x) * m_HalfWidth;
     const double y = (b.y - a.y) * m_HalfHeight;
@@ -193,7 +201,8 @@ void TransparentBatch::Sort() {
     for (const DepthItem& item : m_Items) {
         const bool joins =
             !m_Runs.empty() &&
-            (item.look < 0 || static_cast<std::size_t>(item.look) == m_Runs.back().look);
+            (item.look < 0 ? !LookOf(m_Runs.back()).once
+                           : static_cast<std::size_t>(item.look) == m_Runs.back().look);
         if (!joins)
             m_Runs.push_back(
                 {static_cast<std::size_t>(std::max(item.look, 0)), m_Indices.size(), 0});
@@ -208,6 +217,7 @@ void TransparentBatch::Clear() {
     m_Vertices.clear();
     m_Items.clear();
     m_NumLarge = 0;
+    m_NumLines = 0;
     m_Indices.clear();
     m_Runs.clear();
 }

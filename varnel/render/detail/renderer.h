@@ -140,7 +140,8 @@ class Renderer {
     void LightCorners(const SurfaceStyle& style, const point3Dtype* pts, const Turned* turned,
                       int n);
     void KeepFill(const SurfaceStyle& style, const double* texture, int n);
-    void KeepCorners(int n, double nearer);
+    bool FlattenStroke();
+    void KeepCorners(int n, double nearer, bool once = false);
     Stroker StrokerFor(const OpenLine& strip, const StrokeStyle& style);
     FillVertex ToFill(const StrokePoint& p) const;
     void AddShape(const MarkerShape& shape, const Vec3& middle, const RGBDType& color);

@@ -27,6 +27,7 @@ class TransparentBatch {
         FillState state;
         bool clipping = false;
         std::array<std::array<double, 4>, 6> clipPlanes{};
+        bool once = false;  ///< what overlaps at one depth is seen once
         bool operator==(const Look&) const = default;
     };
     /// Indices that share a look.
@@ -41,6 +42,9 @@ class TransparentBatch {
     /// others is `nearer` than it is by some depth.
     void AddPolygon(const Look& look, const Vec3* corners, const PackedColor* colors,
                     const double* texture, int n, double nearer = 0.0);
+    /// A depth of its own for each line whose pieces are drawn with Look::once, before what lies
+    /// at a depth.
+    double DepthOfLine(double depth);
     /// A line as wide as that many pixels of the viewport.
     void AddSegment(const Vec3& a, const Vec3& b, PackedColor color, double width);
     bool IsEmpty() const { return m_Items.empty(); }
@@ -67,6 +71,7 @@ class TransparentBatch {
     std::vector<FillVertex> m_Vertices;
     std::vector<DepthItem> m_Items, m_Spare;
     std::size_t m_NumLarge = 0;
+    int m_NumLines = 0;
     std::vector<std::uint32_t> m_Indices;
     std::vector<Run> m_Runs;
 };
