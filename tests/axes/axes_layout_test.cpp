@@ -165,7 +165,7 @@ TEST(AxesLayout, NamesShrinkTurnAndWrapBeforeTheyAreLeftOut) {
                           {28, "September", 0.92, 45, 1, true},
                           {38, "September", 0.92, 90, 1, true},
                           {9, "a name that is longer than a third of the frame", 0.85, 90, 2, true},
-                          {80, "September", 0.7, 90, 1, false}};
+                          {80, "September", 0.85, 90, 1, false}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         AxisContent content[3];

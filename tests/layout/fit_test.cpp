@@ -83,6 +83,20 @@ TEST(PlacedTexts, LieOnNothingAndStayInTheRoom) {
     }
 }
 
+TEST(PlaceTexts, RatherBesideALineThanOnIt) {
+    const PixelRect room{0.0, 0.0, 200.0, 200.0};
+    const detail::TextToPlace text{{100.0, 100.0}, 40.0, 12.0, 3.0};
+    // Up and to the right of the point, then all around it.
+    std::vector<PixelRect> lines{{100.0, 100.0, 200.0, 200.0}};
+    const auto beside = detail::PlaceTexts(std::span(&text, 1), {}, room, 3.0, lines)[0];
+    ASSERT_TRUE(beside);
+    EXPECT_LT(beside->right, 100.0);
+    lines.push_back({0.0, 0.0, 200.0, 200.0});
+    const auto on = detail::PlaceTexts(std::span(&text, 1), {}, room, 3.0, lines)[0];
+    ASSERT_TRUE(on);
+    EXPECT_EQ(on->left, 80.0);
+}
+
 TEST(Fit, SharesOfTheFrameAtUsualViews) {
     FitOptions options;
     options.top = StripsFor(TextSizesFor(1600, 1200), true, false, false).top;

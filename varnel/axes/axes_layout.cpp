@@ -189,6 +189,7 @@ class TextPlacement {
         const double support = (std::abs(n.x) * width + std::abs(n.y) * height) / 2;
         const double distance = m_Reach[axis] + kTitleGap * content.labelEm + support;
         FindFreePlace(title, placed, distance, width, height);
+        MoveIntoFrame(title, along);
         title.start =
             turned ? PixelPoint{title.box.left + extent.ascent * title.em, title.box.bottom}
                    : PixelPoint{title.box.left, title.box.bottom + extent.descent * title.em};
@@ -260,6 +261,27 @@ class TextPlacement {
                 if (!IsTaken(title, kTitleGap * title.em, kTitleGap * title.em)) return;
             }
         put(0.5, distance);
+    }
+
+    /// While a chart is turned, a title may stick out of the frame a little: it is moved along its
+    /// axis then.
+    void MoveIntoFrame(PlacedText& title, PixelPoint along) const {
+        constexpr double kFarthest = 1.5;  // ems
+        const PixelBox& b = title.box;
+        const double x = b.left < 0.0 ? -b.left : std::min(0.0, m_View.width - b.right);
+        const double y = b.bottom < 0.0 ? -b.bottom : std::min(0.0, m_View.height - b.top);
+        if ((x == 0.0 && y == 0.0) || std::max(std::abs(x), std::abs(y)) > kFarthest * title.em)
+            return;
+        const bool isSteep = std::abs(along.y) > std::abs(along.x);
+        const double steps = isSteep ? y / along.y : x / along.x;
+        if (std::isfinite(steps)) Shift(title, steps * along);
+    }
+
+    static void Shift(PlacedText& text, PixelPoint by) {
+        text.box = {text.box.left + by.x, text.box.bottom + by.y, text.box.right + by.x,
+                    text.box.top + by.y};
+        for (PixelPoint& corner : text.shape.corners)
+            corner = corner + by;
     }
 
     const BoxView& m_View;

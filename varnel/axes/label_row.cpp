@@ -100,9 +100,10 @@ std::vector<RowStyle> LabelRow::Styles(std::span<const double> sizes) const {
     const bool slant = turn && m_Content.mayTurn;
     const double least = slant ? kLeast : 0.0;
     std::vector<RowStyle> styles;
-    const auto add = [&](int rotation, bool wrapped, double from = 0.0, double below = HUGE_VAL) {
+    const auto add = [&](int rotation, bool wrapped, double from = 0.0, double below = HUGE_VAL,
+                         int stride = 1) {
         for (const double size : sizes)
-            if (size >= from && size < below) styles.push_back({size, rotation, wrapped, 1});
+            if (size >= from && size < below) styles.push_back({size, rotation, wrapped, stride});
     };
     if (m_Content.named) add(0, false, least);
     if (slant) {
@@ -115,12 +116,12 @@ std::vector<RowStyle> LabelRow::Styles(std::span<const double> sizes) const {
         add(0, true);
         add(90, true);
     }
-    const double plain = m_Content.named ? sizes.back() : sizes.front();
-    if (!m_Content.named) styles.push_back({plain, 0, false, 1});
+    if (!m_Content.named) add(0, false, 1.0);
     const int count = static_cast<int>(m_Content.texts.size());
+    const double smallest = m_Content.named ? 0.0 : 1.0;
     for (int decade = 1; decade < count; decade *= 10)
         for (const int factor : {2, 3, 5, 10})
-            styles.push_back({plain, turn ? 90 : 0, false, factor * decade});
+            add(turn ? 90 : 0, false, smallest, HUGE_VAL, factor * decade);
     return styles;
 }
 

@@ -310,6 +310,8 @@ class VARNEL_API CChart3D {
     /// What titles and reserved room left of the chart for the last FitToView, and what its last
     /// box covers, in pixels of the view from its lower left corner; empty before.
     PixelRect GetPlotArea() const { return m_PlotArea; }
+    /// Where a legend to the right of the chart begins: beside one that is narrower than its room.
+    double GetCoveredRight() const { return m_CoveredRight; }
     PixelRect GetBoxArea() const { return m_BoxArea; }
     /// Makes the transforms map data to pixels as the next drawing will.
     void UpdateTransforms();
@@ -415,6 +417,7 @@ class VARNEL_API CChart3D {
     void LoadObjects(File& file, Objects& objects);
     void TellWhatCannotBeLoaded() const;
     void TellWhatDoesNotShow() const;
+    std::vector<PixelRect> LinePlaces() const;
     std::vector<PixelRect> MarkerPlaces() const;
     void PlaceTexts();
     CTransform3D* RequireTransform(CTransform3D* t, const char* operation) const;
@@ -434,6 +437,7 @@ class VARNEL_API CChart3D {
     std::array<int, 3> m_AutoScaleMode{};
     PixelRect m_Reserved;  ///< pixels at each edge
     PixelRect m_PlotArea;
+    double m_CoveredRight = 0.0;
     PixelRect m_BoxArea;
     PixelRect m_InnerArea;
     int m_Signature = kSignature;

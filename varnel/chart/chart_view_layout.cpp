@@ -170,7 +170,9 @@ void CChartView3D::PlaceLegends() {
         const CChart3D* const chart = ChartOfLegend(*legend);
         if (place == LEGEND_IN_VIEW || chart == nullptr || chart->GetBoxArea().IsEmpty()) continue;
         const bool inside = place == LEGEND_IN_CORNER || place == LEGEND_LEAST_DATA;
-        legend->SetPlotArea(AsViewport(inside ? chart->GetInnerArea() : chart->GetPlotArea()));
+        PixelRect area = inside ? chart->GetInnerArea() : chart->GetPlotArea();
+        if (place == LEGEND_OUTSIDE_RIGHT) area.right = chart->GetCoveredRight();
+        legend->SetPlotArea(AsViewport(area));
         if (place != LEGEND_LEAST_DATA) continue;
         const auto [places, isNew] = known.try_emplace(chart);
         if (isNew) places->second = DataPlaces(*chart, m_DrawHeight);

@@ -135,6 +135,7 @@ BoxPlacement CChart3D::FitToView() {
     m_PlotArea = {v.x + room.left, v.y + room.bottom, v.x + v.width - room.right,
                   v.y + v.height - room.top};
     m_BoxArea = {0.0, 0.0, -1.0, -1.0};
+    PixelRect covered{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
     std::set<const CTransform3D*> done;
     for (const auto& axes : m_Objects.axes) {
         CTransform3D* const t = axes->GetTransform();
@@ -142,6 +143,14 @@ BoxPlacement CChart3D::FitToView() {
         chosen = FitAxes(*axes, *t, room);
         m_BoxArea = Moved(BoxExtent(chosen), v.x, v.y);
         m_InnerArea = m_Added.fillDepth > 0.0 ? Moved(InnerArea(chosen), v.x, v.y) : m_BoxArea;
+        const detail::PixelBox all = axes->MeasureAxes(v.width, v.height).bounds;
+        covered.Add({all.left, all.bottom, all.right, all.top});
+    }
+    // Of a chart that is being turned that would change.
+    m_CoveredRight = m_PlotArea.right;
+    if (m_Added.autoFit != AUTOFIT_TURN && !covered.IsEmpty()) {
+        const double margin = room.margin * std::min(v.width, v.height);
+        m_CoveredRight = std::min(m_PlotArea.right, v.x + covered.right + margin);
     }
     return chosen;
 }

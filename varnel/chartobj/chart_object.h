@@ -580,11 +580,13 @@ class VARNEL_API CChartObj3D {
     void SetTextHaloColor(const RGBDType& color) { m_Added.m_TextHaloColor = color; }
     RGBDType GetTextHaloColor() const { return m_Added.m_TextHaloColor; }
     /// 1: texts of SCATTERTEXT3D that face the viewer stand on their point, or beside it, where
-    /// they lie on no other text and on no marker of the chart. Those that fit nowhere are left
-    /// out, and told as a diagnostic. 0, the default: each on its point.
+    /// they lie on no other text and on no marker of the chart, and on no line where that can
+    /// be. Those that fit nowhere are left out, and told as a diagnostic. 0, the default: each on
+    /// its point.
     void SetTextBeside(int on);
     int GetTextBeside() const { return m_Added.m_TextBeside; }
-    /// By how many ems x and y the chart moves each text; w 0 leaves it out. Not saved.
+    /// By how many ems x and y the chart moves each text, and by how many device units z towards
+    /// the viewer; w 0 leaves it out. Not saved.
     void SetTextShifts(std::vector<point3Dtype> shifts) {
         m_Added.m_TextShifts = std::move(shifts);
     }

@@ -2,6 +2,7 @@
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
+#include "varnel/chartobj/detail/screen.h"
 #include "varnel/chartobj/detail/set_up.h"
 #include "varnel/chartobj/detail/symbol_pen.h"
 #include "varnel/foundation/detail/diagnose.h"
@@ -112,18 +113,24 @@ void detail::ChartDrawing::DrawScatterText3D() const {
     text->SetTextPlane(m_Saved.m_TextPlane);
     text->SetHalo(m_Added.m_TextHalo);
     text->SetHaloColor(m_Added.m_TextHaloColor);
+    const detail::Screen screen(*m_pOpenGL, *m_pTransform);
     for (std::size_t i = 0; i < n; ++i) {
         if (!detail::IsData(points[i])) continue;
         const RGBDType& color = colors.At(i, m_Saved.m_FillColor);
         text->SetColor(color);
         ProjectionLine(points[i], color);
+        text->SetLocation(points[i]);
         if (i < m_Added.m_TextShifts.size()) {
             const point3Dtype& shift = m_Added.m_TextShifts[i];
             if (shift.w == 0.0) continue;
             text->SetShift(shift.x, shift.y);
+            const point3Dtype near = screen.Towards(shift.z);
+            point3Dtype at = m_pTransform->CPTWS(points[i]);
+            at = {at.x + near.x, at.y + near.y, at.z + near.z, 0.0};
+            m_pTransform->CPFWS(at, at);
+            text->SetLocation(at);
         }
         text->SetString(strings[i]);
-        text->SetLocation(points[i]);
         text->OutText();
     }
 }

@@ -102,10 +102,14 @@ std::vector<PixelRect> PlacesFor(const TextToPlace& text, double marker, double 
 
 std::vector<std::optional<PixelRect>> PlaceTexts(std::span<const TextToPlace> texts,
                                                  std::span<const PixelRect> markers,
-                                                 const PixelRect& room, double gap) {
+                                                 const PixelRect& room, double gap,
+                                                 std::span<const PixelRect> lines) {
     Taken taken(room);
     for (const PixelRect& marker : markers)
         taken.Add(marker);
+    Taken crossed(room);
+    for (const PixelRect& line : lines)
+        crossed.Add(line);
     std::vector<std::vector<PixelRect>> places;
     for (const TextToPlace& text : texts) {
         places.push_back(PlacesFor(text, taken.Reach(text.at), gap));
@@ -118,8 +122,14 @@ std::vector<std::optional<PixelRect>> PlaceTexts(std::span<const TextToPlace> te
     std::ranges::stable_sort(order, {}, [&](std::size_t i) { return places[i].size(); });
     std::vector<std::optional<PixelRect>> chosen(texts.size());
     for (const std::size_t i : order) {
-        const auto free = std::ranges::find_if(
-            places[i], [&](const PixelRect& place) { return !taken.Touches(place); });
+        const auto isFree = [&](const PixelRect& place) { return !taken.Touches(place); };
+        const double near = gap + 0.7 * texts[i].height;
+        const PixelPoint& at = texts[i].at;
+        auto free = std::ranges::find_if(places[i], [&](const PixelRect& place) {
+            return place.Overlaps({at.x, at.y, at.x, at.y}, near) && !crossed.Touches(place) &&
+                   isFree(place);
+        });
+        if (free == places[i].end()) free = std::ranges::find_if(places[i], isFree);
         if (free == places[i].end()) continue;
         chosen[i] = *free;
         taken.Add(*free);

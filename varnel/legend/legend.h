@@ -129,7 +129,9 @@ class VARNEL_API CLegend3D {
     // --- Beside or in the plot -----------------------------------------------------------------
 
     /// A code of LegendPlacement3D. A legend outside stands between the plot area and the edge of
-    /// the view; whoever lays out the view leaves room for MeasureLegend. Default LEGEND_IN_VIEW.
+    /// the view; whoever lays out the view leaves room for MeasureLegend. Groups that stand on each
+    /// other are told in that order, the highest first, except above and below the plot. Default
+    /// LEGEND_IN_VIEW.
     void SetPlace(int place) { m_Added.place = place; }
     int GetPlace() const { return m_Added.place; }
     /// 1: where LEGEND_LEAST_DATA is wanted the legend stands at LEGEND_OUTSIDE_RIGHT all the same,

@@ -70,6 +70,17 @@ std::vector<const CLegendObj3D*> CLegend3D::EnabledEntries() const {
     std::vector<const CLegendObj3D*> entries;
     for (const auto& entry : m_LegendObjs)
         if (entry->GetLegendObjEnable() != 0) entries.push_back(entry.get());
+    // Beside or in a plot, one above the other as the piles in it.
+    if (m_Added.place == LEGEND_IN_VIEW || IsAcross()) return entries;
+    for (auto from = entries.begin(); from != entries.end();) {
+        const auto falls = [](const CLegendObj3D* below, const CLegendObj3D* above) {
+            return below->GetPilePlace() == 0 || above->GetPilePlace() <= below->GetPilePlace();
+        };
+        const auto last = std::adjacent_find(from, entries.end(), falls);
+        const auto end = last == entries.end() ? last : last + 1;
+        std::reverse(from, end);
+        from = end;
+    }
     return entries;
 }
 

@@ -26,6 +26,13 @@ detail::ChartSample SampleOf(const CChartObj3D& object) {
     return type != nullptr ? type->sample : detail::ChartSample::Fill;
 }
 
+/// Whether the groups of a chart stand on each other.
+bool IsPile(const CChartObj3D& object) {
+    const int type = object.GetChartType();
+    return type == GROUPAREAFILLCHART25D || type == GROUPRIBBONCHART25D ||
+           (type == GROUPBARCHART25D && object.GetGroupType() == GROUPS_STACKED);
+}
+
 /// Whether markers stand at the points of a type.
 bool HasMarkers(int type) {
     return type == LINECHART25D || type == LINECHART3D || type == SCATTERCHART3D;
@@ -164,12 +171,14 @@ void CLegendObj3D::InitLegendObj(const CChartObj3D* object) {
 
 void CLegendObj3D::InitLegendObj(const CChartObj3D* object, int group) {
     InitLegendObj(object);
+    m_Added.pile = 0;
     if (group < 0 || group >= object->GetNumGroups()) return;
     const detail::ChartSample sample = SampleOf(*object);
     if (sample == detail::ChartSample::Prices) TakePriceGroup(*object, group);
     if (sample == detail::ChartSample::Box) TakeBoxPart(*object, group);
     if (sample == detail::ChartSample::GroupFill)
         TakeFill(*object, object->GroupColor(static_cast<std::size_t>(group)));
+    if (IsPile(*object)) m_Added.pile = group + 1;
 }
 
 void CLegendObj3D::DrawSample(detail::LegendPainter& painter,
@@ -211,6 +220,7 @@ void CLegendObj3D::VisitAdded(detail::AddedFields& fields) {
         field("markerOutlineWidth", &Added::markerOutlineWidth);
         field("lineJoins", &Added::lineJoins);
         field("lineStyleFactor", &Added::lineStyleFactor);
+        field("pile", &Added::pile);
     });
 }
 

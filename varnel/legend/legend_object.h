@@ -108,6 +108,9 @@ class VARNEL_API CLegendObj3D {
     void EnableLegendObj(int on) { m_Saved.m_Enable = on; }
     int GetLegendObjEnable() const { return m_Saved.m_Enable; }
 
+    /// The place in the pile of a stacked chart's groups, 1 the lowest; 0: it is no such group.
+    int GetPilePlace() const { return m_Added.pile; }
+
     /// Draws the sample into a rectangle of the legend at hand.
     void DrawSample(detail::LegendPainter& painter, const detail::LegendRect& place) const;
 
@@ -158,6 +161,7 @@ class VARNEL_API CLegendObj3D {
         double markerOutlineWidth = 0.0;
         int lineJoins = 0;
         int lineStyleFactor = 1;
+        int pile = 0;  ///< place in a pile of groups, 1 the lowest; 0: in none
     };
 
     Saved m_Saved;

@@ -24,7 +24,7 @@ class Screen {
                 (Row(1, p) + m[13] + 1.0) / 2 * m_Viewport.height};
     }
 
-    /// Larger values are farther away.
+    /// In device units, -1 next to the viewer; larger values are farther away.
     double Depth(const point3Dtype& p) const { return Row(2, p) + m[14]; }
 
     /// The rotation, in whole degrees, of a text that faces the viewer so that it runs at an angle

@@ -20,9 +20,11 @@ struct TextToPlace {
 /// The box of each text, as many as texts; nothing for those that fit nowhere. A text stands on a
 /// point without a marker if it can, otherwise to its right, left, above, below or, last,
 /// diagonally beside it, `gap` pixels off the marker or, where all that is taken, a little farther.
-/// Texts with few free places choose first. Everything stays in the room.
+/// A free place that is near and not on one of `lines` goes before others. Texts with few free
+/// places choose first. Everything stays in the room.
 std::vector<std::optional<PixelRect>> PlaceTexts(std::span<const TextToPlace> texts,
                                                  std::span<const PixelRect> markers,
-                                                 const PixelRect& room, double gap);
+                                                 const PixelRect& room, double gap,
+                                                 std::span<const PixelRect> lines = {});
 
 }  // namespace varnel::detail
