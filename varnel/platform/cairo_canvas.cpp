@@ -81,6 +81,7 @@ class CairoCanvas final : public PageCanvas {
         cairo_set_source_rgba(m_Page, stroke.color.r, stroke.color.g, stroke.color.b,
                               stroke.color.a);
         SetLine(stroke.width);
+        if (stroke.cutJoins) cairo_set_line_join(m_Page, CAIRO_LINE_JOIN_BEVEL);
         cairo_set_dash(m_Page, stroke.dashes.data(), static_cast<int>(stroke.dashes.size()), 0.0);
         cairo_stroke(m_Page);
         cairo_set_dash(m_Page, nullptr, 0, 0.0);

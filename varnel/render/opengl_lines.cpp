@@ -143,7 +143,8 @@ void COpenGL::FinishRun() {
     else if (line.seeThrough && m_Renderer->DrawsImage())
         m_Renderer->KeepSegments(line);
     else
-        m_Renderer->AddPolyline(line.width, line.vertices);
+        m_Renderer->AddPolyline(line.width, line.vertices,
+                                mitre > 0.0 && !m_Renderer->DrawsImage());
     if (mitre > 0.0 && !pieces && !line.stippled && !m_Renderer->DrawsImage())
         m_Renderer->AddMitres(line, mitre);
     line.vertices.clear();

@@ -102,10 +102,10 @@ void PrimitiveBatch::AddRecord(int n, const RGBDType& color, bool lit, const Ele
     m_Polygons.push_back({first, count, color, lit, element});
 }
 
-LineRun& PrimitiveBatch::RunOfWidth(float width) {
+LineRun& PrimitiveBatch::RunOfWidth(float width, bool cutJoins) {
     for (LineRun& run : m_Lines)
-        if (run.width == width) return run;
-    m_Lines.push_back({width, {}, {}, {}, {}});
+        if (run.width == width && run.cutJoins == cutJoins) return run;
+    m_Lines.push_back({width, cutJoins, {}, {}, {}, {}});
     return m_Lines.back();
 }
 

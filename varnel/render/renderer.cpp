@@ -194,12 +194,13 @@ void Renderer::AddOutline(int n, bool closed, const RGBDType& color) {
     });
 }
 
-void Renderer::AddPolyline(float width, const std::vector<LineVertex>& vertices) {
+void Renderer::AddPolyline(float width, const std::vector<LineVertex>& vertices, bool cutJoins) {
     const bool all = !LeavesOutSegments(width);
     const auto window = [this](const LineVertex& v) {
         return coverage.ToWindow(v.position[0], v.position[1]);
     };
-    batch.AddPolyline(width, vertices.data(), vertices.size(), element, [&](std::size_t i) {
+    LineRun& run = batch.RunOfWidth(width, cutJoins);
+    batch.AddPolyline(run, vertices.data(), vertices.size(), element, [&](std::size_t i) {
         return all || coverage.MayDraw(window(vertices[i]), window(vertices[i + 1]));
     });
     if (batch.IsLarge()) HandOver();

@@ -19,8 +19,9 @@ Vec3 Along(const Vec3& a, const Vec3& b, double t) {
     return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
 }
 
-/// Of the styles of lines with dashes.
+/// Of the styles of lines with dashes, and of those whose joins are cut off.
 constexpr std::uint64_t kDashed = std::uint64_t{1} << 31U;
+constexpr std::uint64_t kCutJoins = std::uint64_t{1} << 30U;
 
 double LengthOf(const Vec3& a, const Vec3& b) {
     return std::hypot(b.x - a.x, b.y - a.y);
@@ -81,7 +82,7 @@ std::vector<OrderedLine> PageSink::VisibleLines(Visibility& visibility) const {
         if (IsLarge(s.object)) continue;
         visibility.Parts(s.a, s.b, s.after, parts);
         const std::uint64_t style =
-            std::uint64_t{ColorKey(s.color)} << 32U |
+            std::uint64_t{ColorKey(s.color)} << 32U | (s.cutJoins ? kCutJoins : 0) |
             static_cast<std::uint32_t>(std::lround(s.width * kGridPerPixel));
         for (const SegmentPart& part : parts)
             lines.push_back({Along(s.a, s.b, part.from), Along(s.a, s.b, part.to),
@@ -154,8 +155,10 @@ void PageSink::ComposeLines(PageCanvas& canvas, const std::vector<OrderedLine>& 
             const auto level = [&line](unsigned shift) {
                 return static_cast<double>(line.style >> shift & 255U) / 255.0;
             };
-            canvas.Stroke(chains.Take(true),
-                          {{level(48), level(40), level(32), level(56)}, line.width, {}});
+            canvas.Stroke(chains.Take(true), {{level(48), level(40), level(32), level(56)},
+                                              line.width,
+                                              {},
+                                              (line.style & kCutJoins) != 0});
         }
         run.clear();
     }
@@ -245,7 +248,7 @@ void PageSink::ComposeDashes(PageCanvas& canvas, const Strip& strip,
                           ToGrid(Along(piece.a, piece.b, to / length)));
         }
     }
-    PageStroke stroke{strip.color, static_cast<double>(strip.width), {}};
+    PageStroke stroke{strip.color, static_cast<double>(strip.width), {}, false};
     std::vector<Ring> path = all.Take(false);
     if (path.size() == 1 && std::fabs(shown - whole) < kSameLength) {
         stroke.dashes = dashes;

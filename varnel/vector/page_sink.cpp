@@ -297,8 +297,8 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
             if (!ClipSegment(state, a, b)) continue;
             RGBDType color = ColorOf(from.color);
             if (state.transparent) color.a = from.color.bytes[3] / 255.0;
-            m_Segments.push_back(
-                {Place(state, a), Place(state, b), color, run.width, m_Object, m_Fills.size()});
+            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width, run.cutJoins,
+                                  m_Object, m_Fills.size()});
         }
 }
 
@@ -458,6 +458,7 @@ void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
                               Place(state, b),
                               {c.r, c.g, c.b, 1.0},
                               shape.width,
+                              false,
                               m_Object,
                               m_Fills.size()});
     }

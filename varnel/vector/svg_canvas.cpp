@@ -212,6 +212,7 @@ void SvgCanvas::Stroke(const std::vector<Ring>& lines, const PageStroke& stroke)
     m_Out += "<path stroke=\"" + Color(stroke.color) + '"' +
              Opacity("stroke-opacity", stroke.color) + " stroke-width=\"" +
              Decimal(stroke.width * m_UnitsPerPixel, 1) + '"';
+    if (stroke.cutJoins) m_Out += " stroke-linejoin=\"bevel\"";
     if (!stroke.dashes.empty()) {
         m_Out += " stroke-dasharray=\"";
         for (std::size_t i = 0; i < stroke.dashes.size(); ++i)

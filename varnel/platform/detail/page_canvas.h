@@ -36,6 +36,7 @@ struct PageStroke {
     RGBDType color;  ///< alpha 1 is opaque
     double width = 1.0;
     std::vector<double> dashes;  ///< lengths of marks and gaps in turn; none: a solid line
+    bool cutJoins = false;       ///< joins are cut off, not round
 };
 
 /// One line of text.

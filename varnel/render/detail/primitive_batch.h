@@ -100,6 +100,8 @@ class EdgeFilter {
 
 struct LineRun {
     float width = 1.0F;  ///< pixels
+    /// Of sinks that join lines by themselves: joins are cut off, not round.
+    bool cutJoins = false;
     std::vector<LineVertex> vertices;
     std::vector<std::uint32_t> indices;
     std::vector<Element> elements;  ///< of each segment, where records are kept
@@ -129,8 +131,8 @@ class PrimitiveBatch {
     /// The segments of a polyline of n vertices for which visible(i), the segment from vertex i to
     /// the next, holds.
     template <class Visible>
-    void AddPolyline(float width, const LineVertex* vertices, std::size_t n, const Element& element,
-                     Visible&& visible);
+    void AddPolyline(LineRun& run, const LineVertex* vertices, std::size_t n,
+                     const Element& element, Visible&& visible);
 
     /// The segments of a polyline of n corners in one colour, each once, for which visible(i)
     /// holds; `closed` joins its ends.
@@ -140,7 +142,7 @@ class PrimitiveBatch {
 
     /// One segment of a run of RunOfWidth.
     void AddSegment(LineRun& run, const LineVertex& a, const LineVertex& b, const Element& element);
-    LineRun& RunOfWidth(float width);
+    LineRun& RunOfWidth(float width, bool cutJoins = false);
 
     /// The polygons, where records are kept.
     const std::vector<PolygonRecord>& Polygons() const { return m_Polygons; }
@@ -196,10 +198,9 @@ inline void PrimitiveBatch::AddSegment(LineRun& run, const LineVertex& a, const 
 }
 
 template <class Visible>
-void PrimitiveBatch::AddPolyline(float width, const LineVertex* vertices, std::size_t n,
+void PrimitiveBatch::AddPolyline(LineRun& run, const LineVertex* vertices, std::size_t n,
                                  const Element& element, Visible&& visible) {
     if (n < 2) return;
-    LineRun& run = RunOfWidth(width);
     std::uint32_t start = 0;
     bool hasStart = false;
     for (std::size_t i = 0; i + 1 < n; ++i) {

@@ -83,8 +83,8 @@ class Renderer {
                      const Turned* turned = nullptr);
     /// Adds the segments of a polyline in one colour whose n places stand in `corners`.
     void AddOutline(int n, bool closed, const RGBDType& color);
-    /// Adds the segments of a polyline whose vertices have their colours.
-    void AddPolyline(float width, const std::vector<LineVertex>& vertices);
+    /// Adds the segments of a polyline whose vertices have their colours; see LineRun::cutJoins.
+    void AddPolyline(float width, const std::vector<LineVertex>& vertices, bool cutJoins = false);
     /// Whether segments of a width that leave no diamond can be left out.
     bool LeavesOutSegments(float width) const {
         return coverage.IsOn() && coverage.HasDiamonds() && gl.IsThin(width);

@@ -66,6 +66,7 @@ class PageSink final : public SceneSink {
         Vec3 a, b;
         RGBDType color;
         float width;
+        bool cutJoins;
         std::uint32_t object;
         std::size_t after;  ///< the first polygon in m_Fills that is drawn after it
     };
