@@ -28,8 +28,7 @@ void example::Draw(Picture& picture) {
     const Theme theme;
     CChart3D& chart = *picture.View().NewChart3D();
     CTransform3D* transform = chart.NewTransform();
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_LEAST_DATA);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_LEAST_DATA);
     for (const bool warm : {true, false}) {
         CChartObj3D* area = chart.NewChartObj(transform);
         area->AreaFillChart25D(when, warm ? above : below, 0, 0, 1, theme.SeriesColor(warm ? 2 : 0),

@@ -33,8 +33,7 @@ void example::Draw(Picture& picture) {
     CChartObj3D* arrows = chart.NewChartObj(transform);
     arrows->Vectors3D(places, downhill, 80, 0.45, 1, picture.Pixels(2), Theme().outline);
     arrows->SetClipping(1);
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("m");
     legend->SetColorBar(scale);
     chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "east, m", .min = 0, .max = 600},

@@ -21,8 +21,7 @@ void example::Draw(Picture& picture) {
     bars->FloatingBarChart25D(table.Days("date"), high, range, 0, 0.8, 1, {}, theme.outline,
                               WIDTH_CENTERED, WIDTH_CENTERED, INDAXIS_X);
     bars->InitSegmentColorsStorage(colors.data());
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_LEAST_DATA);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_LEAST_DATA);
     for (const bool rose : {true, false}) {
         CLegendObj3D* entry = legend->NewLegendObj();
         entry->SetString(rose ? "rose" : "fell");

@@ -18,8 +18,7 @@ void example::Draw(Picture& picture) {
         bars->GroupBarChart25D(table.Numbers("year"), terawattHours, 0, 0, type, 0.8, 1,
                                std::span(theme.palette).first(3), theme.outline, WIDTH_CENTERED,
                                WIDTH_CENTERED, INDAXIS_X);
-        CLegend3D* legend = picture.View().NewLegend3D();
-        legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+        CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
         legend->AddGroups(bars, names);
         chart.AutoFrame(transform, {.axes = {AxisFrame{}, AxisFrame{}, AxisFrame{.title = "TWh"}},
                                     .title = "Iowa's electricity",

@@ -38,7 +38,7 @@ void example::Draw(Picture& picture) {
                       theme.outline);
     CChartObj3D* line = chart.NewChartObj(transform);
     line->LineChart3D(points, LINE_SOLID, picture.Pixels(2), theme.SeriesColor(0));
-    line->SetMarker(MARKER_CIRCLE, 9);
+    line->SetMarker(MARKER_CIRCLE, 7);
     chart.AutoFrame(transform,
                     {.axes = {AxisFrame{.names = kMonths}, AxisFrame{}, AxisFrame{.title = "°C"}},
                      .title = "Seattle's warmest hour of the day",

@@ -9,8 +9,7 @@ namespace {
 const Theme kTheme;
 
 CLegend3D& AddLegend(example::Picture& picture, int place, const std::string& title = {}) {
-    CLegend3D& legend = *picture.View().NewLegend3D();
-    legend.SetPlace(place);
+    CLegend3D& legend = *picture.View().NewLegend3D(place);
     legend.SetLegendTitle(title);
     return legend;
 }

@@ -17,8 +17,7 @@ void example::Draw(Picture& picture) {
     const Theme theme;
     CChart3D& chart = *picture.View().NewChart3D();
     CTransform3D* transform = chart.NewTransform();
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_LEAST_DATA);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_LEAST_DATA);
     for (const bool mean : {false, true}) {
         CChartObj3D* line = chart.NewChartObj(transform);
         line->LineChart25D(days, mean ? trend : ppm, 0, LINE_SOLID, picture.Pixels(2),

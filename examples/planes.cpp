@@ -12,8 +12,7 @@ void Finish(example::Picture& picture, CChart3D& chart, CChartObj3D* planes,
     planes->InitSegmentColorsStorage(scale.Colors(means.data(), means.size()).data());
     planes->SetColorMode(COLOR_MODE_FLAT);  // the very colours of the legend
     const std::vector<RGBDType> colors = scale.Colors();
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("°C");
     legend->SetColorBar(colors.data(), static_cast<int>(colors.size()), scale.min, scale.max);
     const bool one = years.empty();

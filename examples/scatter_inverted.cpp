@@ -16,8 +16,7 @@ void example::Draw(Picture& picture) {
     CChart3D& chart = *picture.View().NewChart3D();
     ApplyTheme(chart, theme);  // the light of the symbols in the legend, too
     CTransform3D* transform = chart.NewTransform();
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("magnitude");
     for (const bool isWeak : {true, false}) {
         CChartObj3D* symbols = chart.NewChartObj(transform);

@@ -10,8 +10,7 @@ void example::Draw(Picture& picture) {
     CChart3D& chart = *picture.View().NewChart3D();
     ApplyTheme(chart, theme);  // the light of the symbols in the legend, too
     CTransform3D* transform = chart.NewTransform();
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     const char* names[] = {"Adelie", "Chinstrap", "Gentoo"};
     const int solids[] = {SYMBOL_CUBE, SYMBOL_PYRAMID, SYMBOL_DIAMOND};
     for (int s = 0; s < 3; ++s) {

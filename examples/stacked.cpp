@@ -24,8 +24,7 @@ void example::Draw(Picture& picture) {
             groups->GroupRibbonChart25D(years, terawattHours, 0, 1, colors, theme.outline,
                                         WIDTH_CENTERED, INDAXIS_X);
         }
-        CLegend3D* legend = picture.View().NewLegend3D();
-        legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+        CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
         legend->AddGroups(groups, names);
         chart.AutoFrame(transform, {.axes = {AxisFrame{}, AxisFrame{}, AxisFrame{.title = "TWh"}},
                                     .title = "Iowa's electricity",

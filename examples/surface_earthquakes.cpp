@@ -20,8 +20,7 @@ void example::Draw(Picture& picture) {
     CChartObj3D* object = chart.NewChartObj(transform);
     object->PolysurfaceChart3D(&surface);
     chart.ColorSurfaceByHeight(object, "viridis_r");
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("km deep");
     legend->SetColorBar(&chart);
     // Minimum and maximum exchanged: depth runs downward.

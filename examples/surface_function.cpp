@@ -26,8 +26,7 @@ void example::Draw(Picture& picture) {
     CChartObj3D* object = chart.NewChartObj(transform);
     object->PolysurfaceChart3D(&surface);
     chart.ColorSurfaceByHeight(object, "coolwarm");
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetColorBar(&chart);
     chart.AutoFrame(transform, {.axes = {AxisFrame{.title = "x"}, AxisFrame{.title = "y"},
                                          AxisFrame{.title = "z"}},

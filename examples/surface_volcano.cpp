@@ -38,8 +38,7 @@ void Finish(example::Picture& picture, const std::string& subtitle, const std::s
 }
 
 CLegend3D* AddLegend(example::Picture& picture) {
-    CLegend3D* legend = picture.View().NewLegend3D();
-    legend->SetPlace(LEGEND_OUTSIDE_RIGHT);
+    CLegend3D* legend = picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
     legend->SetLegendTitle("height, m");
     return legend;
 }

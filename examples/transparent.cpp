@@ -82,8 +82,7 @@ void DrawAreas(example::Picture& picture, CLegend3D& legend) {
 void example::Draw(Picture& picture) {
     picture.View().SetTransparency(1);
     for (auto* draw : {DrawPoints, DrawAreas}) {
-        CLegend3D& legend = *picture.View().NewLegend3D();
-        legend.SetPlace(LEGEND_OUTSIDE_RIGHT);
+        CLegend3D& legend = *picture.View().NewLegend3D(LEGEND_OUTSIDE_RIGHT);
         draw(picture, legend);
     }
 }

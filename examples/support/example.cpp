@@ -134,6 +134,7 @@ Picture::Picture(const Options& options)
       m_Window(options.width, options.height),
       m_View(&m_Window, options.width, options.height) {
     ApplyTheme(m_View, Theme::Light());
+    m_View.SetDPI(96.0 * options.height / 768);  // markers as large as lines are wide
 }
 
 Table Picture::Read(const std::string& file) const {

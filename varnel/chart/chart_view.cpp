@@ -206,6 +206,12 @@ CLegend3D* CChartView3D::NewLegend3D() {
     return m_LegendList.Append(detail::NewObject<CLegend3D>(At("NewLegend3D"), this));
 }
 
+CLegend3D* CChartView3D::NewLegend3D(int place) {
+    CLegend3D* const legend = NewLegend3D();
+    legend->SetPlace(place);
+    return legend;
+}
+
 void CChartView3D::DeleteCharts() {
     m_ChartList.RemoveAll();
 }

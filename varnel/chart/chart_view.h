@@ -85,6 +85,8 @@ class VARNEL_API CChartView3D {
     /// A new, empty legend in the upper right corner, drawn over the charts. A failed allocation
     /// raises "Object New Error".
     CLegend3D* NewLegend3D();
+    /// One beside or in a plot: a code of LegendPlacement3D.
+    CLegend3D* NewLegend3D(int place);
     CLegend3D* GetLegend(int index) const { return m_LegendList.GetAt(index); }
     int GetNumLegends() const { return m_LegendList.GetCount(); }
     CHeader3D* GetHeader() const { return m_pHeader.get(); }

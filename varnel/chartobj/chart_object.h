@@ -517,8 +517,8 @@ class VARNEL_API CChartObj3D {
     void SetSegmentOutlines(int on) { m_Added.m_SegmentOutlines = on; }
     int GetSegmentOutlines() const { return m_Added.m_SegmentOutlines; }
     /// 1: the bodies of price charts are a third of GetIndWidth() deep, in the middle of the depth
-    /// that they would have, and at least a pixel high, so that a day that closed where it opened
-    /// is seen. 0, the default.
+    /// that they would have, and at least as high as the lines are wide, so that a day that closed
+    /// where it opened is seen. 0, the default.
     void SetCandleStyle(int on) { m_Added.m_CandleStyle = on; }
     int GetCandleStyle() const { return m_Added.m_CandleStyle; }
     /// 1: light runs evenly over surfaces instead of making every polygon a facet, but for edges

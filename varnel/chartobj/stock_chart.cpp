@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "varnel/chartobj/detail/chart_drawing.h"
@@ -95,7 +96,8 @@ void detail::ChartDrawing::DrawOHLCChart25D() const {
         const double depth = std::abs(data.indWidth) / 3;
         data.depthOffset += (data.depthWidth - depth) / 2;
         data.depthWidth = depth;
-        data.leastHeight = PixelHeight(*m_pOpenGL, *m_pTransform);
+        data.leastHeight = PixelHeight(*m_pOpenGL, *m_pTransform) *
+                           std::max(1.0, m_Saved.m_LineWidth * m_pOpenGL->GetLineUnit());
     }
     detail::WalkStocks(
         *m_pTransform, data, detail::StockParts(m_Saved.m_ComboChartFlags),

@@ -276,25 +276,33 @@ std::vector<double> SetOutliersApart(const std::vector<double>& samples, double*
 
 namespace {
 
-/// Boxes, as groups of their six numbers, and what lies beyond their whiskers.
+/// Boxes, as groups of their six numbers, and what lies beyond their whiskers. Means are flat, as
+/// the boxes are.
 Objects AddBoxes(auto& c, const std::vector<double>& xs, const std::vector<double>& six,
                  const std::vector<point3Dtype>& outliers, const BoxesOptions& options) {
     const double step = detail::SmallestStep(xs);
     const RGBDType fill = c.NextColor(options.color), line = c.theme.text;
     const RGBDType colors[] = {line, fill, line, fill, line, {1, 1, 1, 1}};
     CChartObj3D* boxes = c.NewObject();
-    boxes->BoxAndWhiskerChart25D(xs, six, kBarPlace, options.width * step, kBarDepth,
-                                 SYMBOL_DIAMOND, c.SymbolSize(5), c.Pixels(1), colors, line,
-                                 kCentred, kCentred, INDAXIS_X, options.mean);
+    boxes->BoxAndWhiskerChart25D(xs, six, kBarPlace, options.width * step, kBarDepth, SYMBOL_NONE,
+                                 0, c.Pixels(1), colors, line, kCentred, kCentred, INDAXIS_X, 0);
     boxes->SetOutlineWidth(c.Pixels(1));
     boxes->SetMedianWidth(c.Pixels(2.25));
     c.AddEntry(boxes, options.name);
-    if (outliers.empty()) return {boxes};
-    CChartObj3D* const apart = c.NewObject();
-    apart->ScatterChart3D(outliers, 0, SYMBOL_NONE, fill, line, PROJECTION_NONE, 0);
-    apart->SetMarker(MARKER_CIRCLE, 4 * c.scale);
-    apart->SetOutlineWidth(c.Pixels(0.75));
-    return {boxes, apart};
+    Objects objects{boxes};
+    const auto mark = [&](const std::vector<point3Dtype>& points, int marker, double size,
+                          const RGBDType& color) {
+        if (points.empty()) return;
+        objects.push_back(c.NewObject());
+        objects.back()->ScatterChart3D(points, 0, SYMBOL_NONE, color, line, PROJECTION_NONE, 0);
+        objects.back()->SetMarker(marker, size * c.scale);
+        objects.back()->SetOutlineWidth(c.Pixels(0.75));
+    };
+    mark(outliers, MARKER_CIRCLE, 4.0, fill);
+    if (options.mean)
+        mark(c.InLayer(xs, {six.end() - static_cast<std::ptrdiff_t>(xs.size()), six.end()}),
+             MARKER_DIAMOND, 5.5, colors[5]);
+    return objects;
 }
 
 }  // namespace
