@@ -68,18 +68,16 @@ void MutateField(std::vector<BYTE>& bytes, FieldLog::Field field, Random& random
 }
 
 /// Writes the logged record with one to eight fields changed, near each other, into `out`. Returns
-/// its size; what is longer than `most` is cut.
+/// its size; what is longer than `most` is cut. The log has fields.
 inline std::size_t MutateFields(const FieldLog& log, std::uint8_t* out, std::size_t most,
                                 unsigned int seed) {
     std::minstd_rand random(seed);
     std::vector<BYTE> bytes = log.GetBytes();
     const auto& fields = log.Fields();
-    if (!fields.empty()) {
-        const std::size_t first = random() % fields.size();
-        const std::size_t reach = std::min<std::size_t>(fields.size() - first, 40);
-        for (auto n = 1 + random() % 8; n > 0; --n)
-            MutateField(bytes, fields[first + random() % reach], random);
-    }
+    const std::size_t first = random() % fields.size();
+    const std::size_t reach = std::min<std::size_t>(fields.size() - first, 40);
+    for (auto n = 1 + random() % 8; n > 0; --n)
+        MutateField(bytes, fields[first + random() % reach], random);
     const std::size_t size = std::min(most, bytes.size());
     std::memcpy(out, bytes.data(), size);
     return size;

@@ -122,5 +122,6 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* bytes, std::size_t 
     if (seed % 2 == 0 || !read.Load(bytes, size)) return LLVMFuzzerMutate(bytes, size, most);
     test::FieldLog log;
     read.Record(bytes, size, log);
+    if (log.Fields().empty()) return LLVMFuzzerMutate(bytes, size, most);
     return test::MutateFields(log, bytes, most, seed);
 }
