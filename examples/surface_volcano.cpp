@@ -43,12 +43,13 @@ CLegend3D* AddLegend(example::Picture& picture) {
     return legend;
 }
 
-CChartObj3D* AddContours(CChart3D& chart, CPolysurface& surface, double z) {
+CChartObj3D* AddContours(example::Picture& picture, CPolysurface& surface, double z) {
+    CChart3D& chart = *picture.View().GetChart(0);
     CChartObj3D* contours = chart.NewChartObj(chart.GetTransform(0));
     const std::vector<double> limits = kScale.BandLimits();
     contours->ContourPolysurface3D(&surface, std::span(limits).subspan(1, 10), kScale.Colors(), z,
                                    0);
-    contours->SetContourStyle({.lineWidth = 2});
+    contours->SetContourStyle({.lineWidth = static_cast<double>(picture.Pixels(1.6))});
     return contours;
 }
 
@@ -78,7 +79,7 @@ void example::Draw(Picture& picture) {
     surface.CopyXYorZtoV(1, 0, 2);
     chart->ColorSurfaceByValue(object, {}, "viridis");
     object->PolysurfaceChart2D(&surface, 190, PROJECTION_ALONG_Z);
-    AddLegend(picture)->SetContours(AddContours(*chart, surface, 70.5), 0);
+    AddLegend(picture)->SetContours(AddContours(picture, surface, 70.5), 0);
     Finish(picture, "a map above its contour lines", "flat", 70);
 
     AddSurface(picture, surface);
@@ -99,6 +100,6 @@ void example::Draw(Picture& picture) {
     const std::vector<double> limits = kScale.BandLimits();
     CPolysurface bands = FilledContours(surface, limits, kScale.Colors());
     AddSurface(picture, bands);
-    AddLegend(picture)->SetContours(AddContours(*picture.View().GetChart(0), surface, 40.5), 1);
+    AddLegend(picture)->SetContours(AddContours(picture, surface, 40.5), 1);
     Finish(picture, "in bands of 10 m, above its contour lines", "bands", 40);
 }
