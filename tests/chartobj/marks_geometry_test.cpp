@@ -76,6 +76,9 @@ TEST(MarksGeometry, ArrowHeadsAreClosedAndTurnedOutward) {
     int faces = 0;
     Arrow(t, {1, 2, -3, 0}, {0, 0, 0, 0}, 1.0, 0.1).WalkCone([&](const auto&) { ++faces; });
     EXPECT_EQ(faces, 0);
+    CTransform3D fitted = Scaled({0, 0, 0, 0}, {10, 100, -10, 0});
+    fitted.SetFit({0.25, 1, 0.5, 0}, {});
+    EXPECT_NEAR(Arrow(fitted, {}, {4, 0, 0, 0}, 1.0, 0.1).GetNeck().x, 2.0, 1e-12);
 }
 
 TEST(MarksGeometry, WallBandsStayInTheBox) {
