@@ -241,5 +241,23 @@ TEST_F(AutoFrames, PicturesKeepTheirMarginAndComeBackFromAFile) {
     }
 }
 
+TEST_F(AutoFrames, AxesMeasuredBeforeTheFirstDrawingAreWithoutTexts) {
+    CWnd window(400, 300);
+    CChartView3D view(&window);
+    CChart3D* const chart = view.NewChart3D();
+    CTransform3D* const transform = chart->NewTransform();
+    CAxes3D* const axes = chart->AutoFrame(transform, {.flat = false, .autoFit = 0}).axes;
+    const detail::AxesExtents early = axes->MeasureAxes(400, 300);
+    double x = 0.0;
+    EXPECT_FALSE(transform->DataToPixel({}, x, x));
+    Draw(view);
+    const detail::AxesExtents drawn = axes->MeasureAxes(400, 300);
+    EXPECT_TRUE(early.texts.empty());
+    EXPECT_FALSE(drawn.texts.empty());
+    // The box reaches the highest, its texts the farthest down.
+    EXPECT_NEAR(early.bounds.top, drawn.bounds.top, 0.5);
+    EXPECT_GT(early.bounds.bottom, drawn.bounds.bottom);
+}
+
 }  // namespace
 }  // namespace varnel::test

@@ -128,9 +128,10 @@ class VARNEL_API CAxes3D {
     /// labels, whatever the view, instead of those of the axes. 0, the default: those of the axes.
     void SetTicHeights(double major, double minor);
 
-    /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. Without a
-    /// font in the context, as before a view's first drawing, texts take no room. The transform's
-    /// chart matrix is current afterwards.
+    /// What the axes would draw now, in a viewport of that many pixels; nothing is drawn. Before
+    /// the first drawing or FitToView of their chart the context has no font: the box is measured
+    /// in the proportions of that viewport, texts take no room and none is in the result. The
+    /// transform's chart matrix is current afterwards.
     detail::AxesExtents MeasureAxes(int width, int height);
 
     // --- What is shown; axes 0 x, 1 y, 2 z, planes by AxesPlane3D --------------------------------
@@ -504,6 +505,7 @@ class VARNEL_API CAxes3D {
     bool HasPlaneTable() const;
     void TellOddLimits() const;
     bool IsComplete() const;
+    bool HasFace() const;
     bool HasChosenTics() const;
     detail::BoxView ViewOfBox(double width, double height) const;
     void PrepareTics(const detail::BoxView& view);
@@ -511,6 +513,7 @@ class VARNEL_API CAxes3D {
     void PrepareNumbers(int axis, double across, double up);
     double EmInPixels(double height) const;
     void FillContent(int axis, double height, detail::AxisContent& content) const;
+    detail::AxesExtents MeasureNow(int width, int height);
     detail::AxesPlacement PlaceFollowing(const detail::BoxView& view) const;
     void MeasureFixed(const detail::BoxView& view, detail::AxesExtents& extents);
     bool CalcFixedLabels(int axis, const detail::BoxView& view);

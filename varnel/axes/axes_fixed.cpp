@@ -118,8 +118,8 @@ void CAxes3D::MeasureFixed(const detail::BoxView& view, detail::AxesExtents& ext
         }
         Include(extents.bounds, view.ToPixel(at));
     }
+    if (!HasFace()) return;
     const CFont3D* const font = m_pOpenGL->GetFont();
-    if (font == nullptr) return;
     m_pTransform->TextTransform();
     const auto add = [&](int axis, bool isTitle, const CTextObj3D& text) {
         if (text.GetString().empty()) return;

@@ -123,6 +123,11 @@ double CAxes3D::EmInPixels(double height) const {
            m_pTransform->GetUnitScale().y;
 }
 
+bool CAxes3D::HasFace() const {
+    const CFont3D* const font = m_pOpenGL->GetFont();
+    return font != nullptr && font->GetFace() != nullptr;
+}
+
 bool CAxes3D::HasChosenTics() const {
     const auto isSet = [](int on) { return on != 0; };
     return std::ranges::any_of(m_Added.dates, isSet) ||
@@ -258,8 +263,17 @@ detail::AxesPlacement CAxes3D::PlaceFollowing(const detail::BoxView& view) const
 }
 
 detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
+    if (m_pOpenGL == nullptr || m_pTransform == nullptr || !IsComplete()) return {};
+    // Before its first drawing a transform does not know in what proportions it is seen.
+    const bool isNew = m_pTransform->GetDrawnViewport().width <= 0;
+    if (isNew) m_pTransform->SetDrawnViewport({0, 0, width, height}, height);
+    detail::AxesExtents extents = MeasureNow(width, height);
+    if (isNew) m_pTransform->SetDrawnViewport({}, 0);
+    return extents;
+}
+
+detail::AxesExtents CAxes3D::MeasureNow(int width, int height) {
     detail::AxesExtents extents;
-    if (m_pOpenGL == nullptr || m_pTransform == nullptr || !IsComplete()) return extents;
     m_pTransform->ChartTransform();
     const detail::BoxView view = ViewOfBox(width, height);
     PrepareTics(view);
@@ -269,6 +283,7 @@ detail::AxesExtents CAxes3D::MeasureAxes(int width, int height) {
     }
     detail::AxesPlacement placement = PlaceFollowing(view);
     extents.bounds = placement.bounds;
+    if (!HasFace()) return extents;
     extents.texts.reserve(placement.texts.size());
     for (detail::PlacedText& text : placement.texts)
         extents.texts.push_back(

@@ -195,6 +195,8 @@ class VARNEL_API CTransform3D {
     /// Where the chart draws, in pixels from the lower left corner of a picture of the given
     /// height. The chart says so before each drawing.
     void SetDrawnViewport(const GLViewportType& viewport, int pictureHeight);
+    /// Of width 0 before the first drawing.
+    GLViewportType GetDrawnViewport() const { return m_Viewport; }
     /// The pixel of a data point. False before the first drawing and for what has no place.
     bool DataToPixel(const point3Dtype& data, double& x, double& y) const;
     /// The data point under a pixel on the plane of the box 0 x-y, 1 x-z, 2 y-z at the minimum of
