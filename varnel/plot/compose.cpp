@@ -75,7 +75,7 @@ FrameOptions Chart::Impl::FrameWanted() const {
         frame.axes[2].show = false;
         frame.axes[0].tight = frame.axes[1].tight = true;
     } else {
-        frame.azimuth = azimuth.value_or(-37.5) + turn.value_or(0.0);
+        frame.azimuth = azimuth.value_or(side) + turn.value_or(0.0);
         if (turn) frame.autoFit = AUTOFIT_TURN;
         frame.elevation = elevation.value_or(30.0);
     }

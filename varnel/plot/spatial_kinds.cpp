@@ -1,6 +1,7 @@
 // Kinds with three axes, and maps: the same surfaces seen from above.
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "varnel/plot/detail/chart_impl.h"
 #include "varnel/render/codes.h"
@@ -190,10 +191,27 @@ std::pair<double, double> ToCorners(std::vector<point3Dtype>& places, double sha
 
 }  // namespace
 
+namespace {
+
+/// From where bars hide the fewest of each other: along the shorter rows where there are many more
+/// places one way than the other.
+double SideOf(const std::vector<point3Dtype>& places) {
+    constexpr double kMiddle = -37.5, kAlongY = -60.0, kAlongX = -30.0;
+    std::set<double> xs, ys;
+    for (const point3Dtype& p : places) {
+        xs.insert(p.x);
+        ys.insert(p.y);
+    }
+    return xs.size() >= 2 * ys.size() ? kAlongY : ys.size() >= 2 * xs.size() ? kAlongX : kMiddle;
+}
+
+}  // namespace
+
 Objects Chart::Bars3D(const Values& x, const Values& y, const Values& z,
                       const BarsOptions& options) {
     Impl& c = *m_Impl;
     std::vector<point3Dtype> corners = c.TakeSpatial(x, y, z, "Bars3D");
+    c.side = SideOf(corners);
     const auto [across, deep] = ToCorners(corners, options.width);
     const std::vector<double> feet(corners.size(), options.base);
     CChartObj3D* bars = c.NewObject();
@@ -209,6 +227,7 @@ Objects Chart::Planes3D(const Values& x, const Values& y, const Values& z,
                         const PlanesOptions& options) {
     Impl& c = *m_Impl;
     std::vector<point3Dtype> corners = c.TakeSpatial(x, y, z, "Planes3D");
+    c.side = SideOf(corners);
     const auto [across, deep] = ToCorners(corners, options.width);
     CChartObj3D* const planes = c.NewObject();
     planes->PlaneChart3D(corners, across, deep, c.NextColor(options.color), c.theme.outline);

@@ -55,6 +55,7 @@ struct Chart::Impl {
     std::vector<LegendEntry> entries;
     std::string title, subtitle, footer;
     std::optional<double> azimuth, elevation;
+    double side = -37.5;         ///< from where a spatial chart is seen otherwise, degrees around
     std::optional<double> turn;  ///< degrees further about the upright axis, for a turntable
     double depth = 0.0;          ///< FigureOptions::depth
     bool hideTitle[3] = {};      ///< of an axis, for a neighbour shows the same
