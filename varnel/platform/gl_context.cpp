@@ -2,6 +2,7 @@
 
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -82,6 +83,9 @@ EglGLContext* CurrentOnThread() {
 }
 
 EglGLContext::~EglGLContext() {
+    // What outlives the main thread's variables is destroyed as the process ends, when threads that
+    // Mesa began at the first drawing have ended already: its queues crash then.
+    if (threadEnded && gettid() == getpid()) return;
     const HostContextGuard host;
     GLContext* const before = GLContext::Current();
     if (!MakeCurrent(nullptr) || !detail::KeepContext(m_Pooled))
