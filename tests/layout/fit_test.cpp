@@ -70,6 +70,9 @@ TEST(PlacedTexts, LieOnNothingAndStayInTheRoom) {
                                          : PixelPoint{random(500.0), random(400.0)};
             taken.push_back({at.x - 4.0, at.y - 4.0, at.x + 4.0, at.y + 4.0});
         }
+        // Data may have no place at all.
+        texts.push_back({{NAN, NAN}, 20.0, 12.0, 3.0});
+        taken.push_back({NAN, NAN, NAN, NAN});
         int placed = 0;
         for (const auto& box : detail::PlaceTexts(texts, taken, room, 3.0)) {
             if (!box) continue;

@@ -55,9 +55,10 @@ class Taken {
         return static_cast<int>(std::clamp(std::ceil(length / kCell), 1.0, 512.0));
     }
 
-    /// Visits the cells under a rectangle until one says true.
+    /// Visits the cells under a rectangle until one says true. What lies at no place has none.
     template <class Cell>
     bool Visit(const PixelRect& rect, Cell&& visit) {
+        if (!(rect.left <= rect.right && rect.bottom <= rect.top)) return false;
         const auto column = [&](double x) {
             return static_cast<int>(std::clamp((x - m_Room.left) / kCell, 0.0, m_Across - 1.0));
         };
