@@ -86,6 +86,14 @@ TEST(PlacedTexts, LieOnNothingAndStayInTheRoom) {
     }
 }
 
+TEST(PlaceTexts, NowhereInARoomThatIsNoPlace) {
+    const detail::TextToPlace text{{100.0, 100.0}, 40.0, 12.0, 3.0};
+    for (const double end : {std::nan(""), HUGE_VAL}) {
+        const PixelRect room{-end, -end, end, end};
+        EXPECT_FALSE(detail::PlaceTexts(std::span(&text, 1), {}, room, 3.0)[0]);
+    }
+}
+
 TEST(PlaceTexts, RatherBesideALineThanOnIt) {
     const PixelRect room{0.0, 0.0, 200.0, 200.0};
     const detail::TextToPlace text{{100.0, 100.0}, 40.0, 12.0, 3.0};

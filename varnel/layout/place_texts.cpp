@@ -105,6 +105,8 @@ std::vector<std::optional<PixelRect>> PlaceTexts(std::span<const TextToPlace> te
                                                  std::span<const PixelRect> markers,
                                                  const PixelRect& room, double gap,
                                                  std::span<const PixelRect> lines) {
+    if (!std::isfinite(room.Width() + room.Height()))
+        return std::vector<std::optional<PixelRect>>(texts.size());
     Taken taken(room);
     for (const PixelRect& marker : markers)
         taken.Add(marker);
