@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/platform/detail/fence.h"
 #include "varnel/platform/detail/pixel_rows.h"
 
 namespace varnel::detail {
@@ -62,10 +63,7 @@ void FinishDrawing() {
     const std::unique_ptr<std::remove_pointer_t<GLsync>, void (*)(GLsync)> drawn(
         glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0), [](GLsync sync) { glDeleteSync(sync); });
     if (drawn == nullptr) return;  // a driver without fences waits when it is read
-    constexpr GLuint64 kMilliseconds = 1'000'000;
-    while (glClientWaitSync(drawn.get(), GL_SYNC_FLUSH_COMMANDS_BIT, 10 * kMilliseconds) ==
-           GL_TIMEOUT_EXPIRED)
-        Progress(0.0, 1.0);
+    WaitFor(drawn.get(), Progress);
 }
 
 /// How many rows of so many pixels are read between two looks at the clock.

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "varnel/foundation/detail/progress.h"
+#include "varnel/platform/detail/fence.h"
 #include "varnel/render/detail/gl.h"
 #include "varnel/render/font.h"
 
@@ -133,8 +135,7 @@ void GLSink::Queue::Add(const PrimitiveBatch& batch) {
     m_Count = 0;
     void* const earlier = std::exchange(m_Fence, glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0));
     if (earlier == nullptr) return;
-    constexpr GLuint64 kSecond = 1000000000;
-    glClientWaitSync(static_cast<GLsync>(earlier), GL_SYNC_FLUSH_COMMANDS_BIT, kSecond);
+    WaitFor(static_cast<GLsync>(earlier), ProgressOnly);
     glDeleteSync(static_cast<GLsync>(earlier));
 }
 
