@@ -7,6 +7,7 @@
 #include "tests/chartobj/set_ups.h"
 #include "tests/support/gl_fixture.h"
 #include "tests/support/values.h"
+#include "varnel/chartobj/detail/hiding_surfaces.h"
 #include "varnel/render/font.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
@@ -338,10 +339,11 @@ TEST_F(ChartObjects, StyledContoursAreWholeLinesWithTheirLabels) {
     CChartObj3D wall = Object();
     for (const double height : {9.0, 2.0}) {
         wall.PolysurfaceChart2D(&ramp, height, 0);
-        object.SetHiddenBy({&wall});
+        object.SetHiddenBy(
+            std::make_shared<detail::HidingSurfaces>(std::vector<const CChartObj3D*>{&wall}));
         EXPECT_EQ(CountPolygons(Drawn(object)) > 0, height < 5.0) << height;
     }
-    object.SetHiddenBy({});
+    object.SetHiddenBy(nullptr);
 
     // A closed line ends where it starts.
     constexpr double peak[] = {1, 1, 1, 1, 9, 1, 1, 1, 1};

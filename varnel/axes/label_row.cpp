@@ -38,12 +38,13 @@ PixelQuad QuadOf(PixelPoint corner, PixelPoint right, PixelPoint up) {
 void ReadNamesAsNumbers(AxisContent& content) {
     const std::size_t count = content.texts.size();
     if (count < 3) return;
+    constexpr long kMost = 1'000'000;
     std::vector<long> numbers;
     for (const CString& text : content.texts) {
         long number = 0;
         const char* const end = text.data() + text.size();
         const auto [rest, error] = std::from_chars(text.data(), end, number);
-        if (error != std::errc() || rest != end || std::abs(number) > 1'000'000) return;
+        if (error != std::errc() || rest != end || number < -kMost || number > kMost) return;
         numbers.push_back(number);
     }
     const long step = numbers[1] - numbers[0];

@@ -1,5 +1,7 @@
 // CChart3D: drawing.
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -10,6 +12,7 @@
 #include "varnel/chart/detail/border.h"
 #include "varnel/chart/header.h"
 #include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/hiding_surfaces.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/progress.h"
 #include "varnel/render/opengl.h"
@@ -70,21 +73,23 @@ bool HidesWhatIsBehind(const CChartObj3D& object) {
 class HidingScope {
  public:
     explicit HidingScope(const ObjectList<CChartObj3D>& objects) {
+        std::map<const CTransform3D*, std::vector<const CChartObj3D*>> surfaces;
+        for (const auto& object : objects)
+            if (HidesWhatIsBehind(*object))
+                surfaces[object->GetTransform()].push_back(object.get());
+        std::map<const CTransform3D*, std::shared_ptr<detail::HidingSurfaces>> hiding;
+        for (auto& [transform, list] : surfaces)
+            hiding[transform] = std::make_shared<detail::HidingSurfaces>(std::move(list));
         for (const auto& object : objects) {
-            if (object->GetChartType() != CONTOURPOLYSURFACE3D ||
-                object->GetContourStyle().labels == 0)
-                continue;
-            std::vector<const CChartObj3D*> surfaces;
-            for (const auto& other : objects)
-                if (other->GetTransform() == object->GetTransform() && HidesWhatIsBehind(*other))
-                    surfaces.push_back(other.get());
-            object->SetHiddenBy(std::move(surfaces));
+            const auto found = hiding.find(object->GetTransform());
+            if (object->GetChartType() != CONTOURPOLYSURFACE3D || found == hiding.end()) continue;
             m_Told.push_back(object.get());
+            object->SetHiddenBy(found->second);
         }
     }
     ~HidingScope() {
         for (CChartObj3D* object : m_Told)
-            object->SetHiddenBy({});
+            object->SetHiddenBy(nullptr);
     }
     HidingScope(const HidingScope&) = delete;
     HidingScope& operator=(const HidingScope&) = delete;

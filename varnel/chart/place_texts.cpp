@@ -11,6 +11,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/screen.h"
 #include "varnel/foundation/detail/diagnose.h"
+#include "varnel/foundation/detail/less_work.h"
 #include "varnel/layout/detail/place_texts.h"
 #include "varnel/render/detail/text_measure.h"
 #include "varnel/render/font.h"
@@ -37,12 +38,15 @@ double MarkerRadius(const CChartObj3D& object, double pixelsPerPoint, double pix
     return object.GetRelSize() * kUnitsPerSize * pixelsPerUnit / 2.0;
 }
 
+/// Rectangles; lines beyond them are in nobody's way. A picture is full of lines before.
+constexpr std::size_t kMostRects = 500'000 / detail::kLessWork;
+
 /// A line as rectangles of a few pixels.
 void AddLine(const PixelPoint& from, const PixelPoint& to, std::vector<PixelRect>& places) {
     constexpr double kStep = 4.0;
     constexpr double kMostSteps = 1000.0;
     const double length = std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
-    if (!std::isfinite(length)) return;
+    if (!std::isfinite(length) || places.size() >= kMostRects) return;
     const double steps = std::clamp(std::ceil(length / kStep), 1.0, kMostSteps);
     const auto at = [&](double k) {
         return PixelPoint{from.x + (to.x - from.x) * k / steps,

@@ -591,9 +591,9 @@ class VARNEL_API CChartObj3D {
         m_Added.m_TextShifts = std::move(shifts);
     }
 
-    /// The surfaces that labels of a contour chart stay clear of; they have the transform of this
-    /// object and must exist when it is drawn. Charts set them for each drawing. Not saved.
-    void SetHiddenBy(std::vector<const CChartObj3D*> surfaces) {
+    /// What labels of a contour chart stay clear of: surfaces with the transform of this object.
+    /// Charts set it for each drawing. Not saved.
+    void SetHiddenBy(std::shared_ptr<detail::HidingSurfaces> surfaces) {
         m_Added.m_HiddenBy = std::move(surfaces);
     }
 

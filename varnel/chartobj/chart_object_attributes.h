@@ -14,10 +14,11 @@
 
 namespace varnel {
 
-class CChartObj3D;
 class CPolysurface;
 
 namespace detail {
+
+class HidingSurfaces;
 
 /// What the record holds, and what InitChartObjDefaults sets afresh.
 struct ChartObjectSaved {
@@ -120,8 +121,8 @@ struct ChartObjectAdded {
     double m_TextHalo = 0.0;               ///< ems
     RGBDType m_TextHaloColor{0, 0, 0, 0};  ///< transparent: the background's
     int m_TextBeside = 0;
-    std::vector<point3Dtype> m_TextShifts;       ///< of the last layout, not saved
-    std::vector<const CChartObj3D*> m_HiddenBy;  ///< while the chart is drawn
+    std::vector<point3Dtype> m_TextShifts;               ///< of the last layout, not saved
+    std::shared_ptr<detail::HidingSurfaces> m_HiddenBy;  ///< while the chart is drawn
     double m_MedianWidth = 0.0;
 };
 

@@ -2,17 +2,15 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
-#include <optional>
 #include <vector>
 
 #include "varnel/axes/text_object.h"
 #include "varnel/chartobj/detail/chart_drawing.h"
 #include "varnel/chartobj/detail/common_count.h"
 #include "varnel/chartobj/detail/extent.h"
-#include "varnel/chartobj/detail/nearest_depths.h"
+#include "varnel/chartobj/detail/hiding_surfaces.h"
 #include "varnel/chartobj/detail/screen.h"
 #include "varnel/chartobj/detail/set_up.h"
-#include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/diagnose.h"
 #include "varnel/foundation/detail/raise.h"
 #include "varnel/render/opengl.h"
@@ -87,14 +85,6 @@ std::size_t LevelsThatFit(const CPolysurface& surface, std::span<const double> l
 
 point3Dtype Between(const point3Dtype& p, const point3Dtype& q, double part) {
     return {p.x + part * (q.x - p.x), p.y + part * (q.y - p.y), p.z + part * (q.z - p.z), 0.0};
-}
-
-void AddSurface(const CChartObj3D& object, detail::NearestDepths& depths) {
-    if (object.GetPolysurface() == nullptr || object.GetTransform() == nullptr) return;
-    const bool isFlat = object.GetChartType() == POLYSURFACECHART2D;
-    depths.Add(
-        detail::SurfaceMesh(*object.GetTransform(), *object.GetPolysurface(),
-                            {isFlat ? object.GetProjectionPlane() : -1, object.GetConstValue()}));
 }
 
 /// Draws lines with their labels.
@@ -298,13 +288,10 @@ void detail::ChartDrawing::DrawContourLines(std::span<const double> levels,
     const double width = std::max(style.lineWidth, 0.0) * m_pOpenGL->GetLineUnit();
     const point3Dtype lift = screen.Towards(kLift + kSteep * width / screen.GetHeight());
     const double plane = detail::Convert(*m_pTransform, 2, m_Saved.m_ConstValue);
-    std::optional<detail::NearestDepths> hidden;
-    if (style.labels != 0 && !m_Added.m_HiddenBy.empty()) {
-        hidden.emplace(screen);
-        for (const CChartObj3D* object : m_Added.m_HiddenBy)
-            AddSurface(*object, *hidden);
-    }
-    ContourPen pen(*m_pOpenGL, *m_pTransform, style, screen, hidden ? &*hidden : nullptr);
+    const detail::NearestDepths* hidden = nullptr;
+    if (style.labels != 0 && m_Added.m_HiddenBy != nullptr)
+        hidden = &m_Added.m_HiddenBy->On(screen);
+    ContourPen pen(*m_pOpenGL, *m_pTransform, style, screen, hidden);
     for (const ContourLine& line : traced.lines) {
         const auto first = traced.points.begin() + static_cast<std::ptrdiff_t>(line.first);
         std::vector<point3Dtype> points(first, first + static_cast<std::ptrdiff_t>(line.count));

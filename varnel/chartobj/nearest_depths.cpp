@@ -4,6 +4,12 @@
 #include <cmath>
 #include <limits>
 
+#include "varnel/chartobj/chart_object.h"
+#include "varnel/chartobj/detail/hiding_surfaces.h"
+#include "varnel/chartobj/detail/surfaces_geometry.h"
+#include "varnel/foundation/detail/progress.h"
+#include "varnel/surface/polysurface.h"
+
 namespace varnel::detail {
 namespace {
 
@@ -11,24 +17,31 @@ namespace {
 constexpr double kCells = 240.0;
 constexpr float kNothing = std::numeric_limits<float>::infinity();
 
-/// The numbers of the cells whose middles lie between two places, within 0..count - 1.
+/// The numbers of the cells whose middles lie between two places, within 0..count - 1; none for
+/// places that are no numbers.
 struct Cells {
-    Cells(double low, double high, int count)
-        : first(static_cast<int>(std::ceil(std::clamp(low - 0.5, 0.0, count * 1.0)))),
-          last(static_cast<int>(std::floor(std::clamp(high - 0.5, -1.0, count - 1.0)))) {}
-    int first, last;
+    Cells(double low, double high, int count) {
+        if (!(low <= high)) return;
+        first = static_cast<int>(std::ceil(std::clamp(low - 0.5, 0.0, count * 1.0)));
+        last = static_cast<int>(std::floor(std::clamp(high - 0.5, -1.0, count - 1.0)));
+    }
+    int first = 0;
+    int last = -1;
 };
+
+int CountOf(double cells) {
+    constexpr double kMost = 2000.0;  // of a viewport beyond the picture, which may be any size
+    return static_cast<int>(std::clamp(std::ceil(cells), 0.0, kMost));
+}
 
 }  // namespace
 
 NearestDepths::NearestDepths(const Screen& screen)
     : m_Screen(screen),
       m_Cell(std::max(1.0, std::min(screen.GetWidth(), screen.GetHeight()) / kCells)),
-      m_Columns(static_cast<int>(std::ceil(screen.GetWidth() / m_Cell))),
-      m_Rows(static_cast<int>(std::ceil(screen.GetHeight() / m_Cell))),
-      m_Depths(static_cast<std::size_t>(std::max(m_Columns, 0)) *
-                   static_cast<std::size_t>(std::max(m_Rows, 0)),
-               kNothing) {
+      m_Columns(CountOf(screen.GetWidth() / m_Cell)),
+      m_Rows(CountOf(screen.GetHeight() / m_Cell)),
+      m_Depths(static_cast<std::size_t>(m_Columns) * static_cast<std::size_t>(m_Rows), kNothing) {
 }
 
 void NearestDepths::Add(const MeshSource& mesh) {
@@ -41,6 +54,7 @@ void NearestDepths::Add(const MeshSource& mesh) {
         m_Places.push_back({at.x / m_Cell, at.y / m_Cell, m_Screen.Depth(points[i])});
     }
     for (int k = 0; k < mesh.NumPolygons(); ++k) {
+        ProgressStep();
         int corners = 0;
         const int* const numbers = mesh.Polygon(k, corners);
         const auto place = [&](int i) { return m_Places[static_cast<std::size_t>(numbers[i])]; };
@@ -52,23 +66,46 @@ void NearestDepths::Add(const MeshSource& mesh) {
 void NearestDepths::AddTriangle(const Place& a, const Place& b, const Place& c) {
     const double area = (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
     if (!std::isfinite(area + a.z + b.z + c.z) || area == 0.0) return;
-    const auto [left, right] = std::minmax({a.x, b.x, c.x});
     const auto [bottom, top] = std::minmax({a.y, b.y, c.y});
-    const Cells columns(left, right, m_Columns);
     const Cells rows(bottom, top, m_Rows);
-    for (int row = rows.first; row <= rows.last; ++row)
+    for (int row = rows.first; row <= rows.last; ++row) {
+        const double middle = row + 0.5;
+        double left = HUGE_VAL, right = -HUGE_VAL;
+        const auto cross = [&](const Place& p, const Place& q) {
+            if ((p.y > middle) == (q.y > middle)) return;
+            const double x = p.x + (middle - p.y) * (q.x - p.x) / (q.y - p.y);
+            left = std::min(left, x);
+            right = std::max(right, x);
+        };
+        cross(a, b);
+        cross(b, c);
+        cross(c, a);
+        const Cells columns(left, right, m_Columns);
         for (int column = columns.first; column <= columns.last; ++column) {
             const double x = column + 0.5 - a.x;
-            const double y = row + 0.5 - a.y;
+            const double y = middle - a.y;
             const double u = (x * (c.y - a.y) - (c.x - a.x) * y) / area;
             const double v = ((b.x - a.x) * y - x * (b.y - a.y)) / area;
-            if (u < 0.0 || v < 0.0 || u + v > 1.0) continue;
             float& nearest =
                 m_Depths[static_cast<std::size_t>(row) * static_cast<std::size_t>(m_Columns) +
                          static_cast<std::size_t>(column)];
             nearest =
                 std::min(nearest, static_cast<float>(a.z + u * (b.z - a.z) + v * (c.z - a.z)));
         }
+    }
+}
+
+const NearestDepths& HidingSurfaces::On(const Screen& screen) {
+    if (m_Depths) return *m_Depths;
+    m_Depths.emplace(screen);
+    for (const CChartObj3D* object : m_Surfaces) {
+        if (object->GetPolysurface() == nullptr || object->GetTransform() == nullptr) continue;
+        const bool isFlat = object->GetChartType() == POLYSURFACECHART2D;
+        m_Depths->Add(
+            SurfaceMesh(*object->GetTransform(), *object->GetPolysurface(),
+                        {isFlat ? object->GetProjectionPlane() : -1, object->GetConstValue()}));
+    }
+    return *m_Depths;
 }
 
 bool NearestDepths::IsNearerIn(const ScreenPoint& center, const ScreenPoint& along,

@@ -189,18 +189,14 @@ std::pair<double, double> ToCorners(std::vector<point3Dtype>& places, double sha
     return {width[0], width[1]};
 }
 
-}  // namespace
-
-namespace {
-
 /// From where bars hide the fewest of each other: along the shorter rows where there are many more
 /// places one way than the other.
 double SideOf(const std::vector<point3Dtype>& places) {
     constexpr double kMiddle = -37.5, kAlongY = -60.0, kAlongX = -30.0;
     std::set<double> xs, ys;
     for (const point3Dtype& p : places) {
-        xs.insert(p.x);
-        ys.insert(p.y);
+        if (std::isfinite(p.x)) xs.insert(p.x);
+        if (std::isfinite(p.y)) ys.insert(p.y);
     }
     return xs.size() >= 2 * ys.size() ? kAlongY : ys.size() >= 2 * xs.size() ? kAlongX : kMiddle;
 }

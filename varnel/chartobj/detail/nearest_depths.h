@@ -30,7 +30,7 @@ class NearestDepths {
 
     void AddTriangle(const Place& a, const Place& b, const Place& c);
 
-    const Screen& m_Screen;
+    Screen m_Screen;
     double m_Cell;  ///< pixels
     int m_Columns;
     int m_Rows;
