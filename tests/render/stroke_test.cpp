@@ -125,6 +125,12 @@ TEST(Stroke, WhatIsFarOutsideCostsNothing) {
         PiecesOf(style, {{-1e38, -3e37, 0, {}}, {1e38, 2e38, 0, {}}, {5, 1e38, 0, {}}}).size(),
         500U);
     EXPECT_TRUE(PiecesOf(style, {{-10, -10, 0, {}}, {-10, 500, 0, {}}}).empty());
+    // Nor do dashes that nobody can tell apart.
+    StrokeStyle fine = style, wide = style;
+    fine.bit = 1e-4;
+    wide.width = 1e9;
+    for (const StrokeStyle& odd : {fine, wide})
+        EXPECT_LT(PiecesOf(odd, {{-1e8, 50, 0, {}}, {1e8, 50, 0, {}}}).size(), 5000u);
 }
 
 TEST(MarkerShape, KindsAreAboutEquallyLargeAndGrowEvenly) {

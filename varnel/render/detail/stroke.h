@@ -194,10 +194,13 @@ void Stroker::Dashes(const Segment& segment, double start, Emit&& emit) const {
     const Direction d = segment.d;
     if (m_Style.IsSolid())
         return Band(Between(a, b, from), Between(a, b, to), d, atStart, atEnd, emit);
-    // Of a line whose ends are so far off that its places have no pixels any more, all is drawn.
+    // Of a line whose ends are so far off that its places have no pixels any more, all is drawn;
+    // and of one with more dashes than can be seen, since they are far below a pixel or the line is
+    // far wider than the viewport.
     const double length = segment.length;
     const double seen = (to - from) * length;
-    if (!(seen <= 4.0 * (m_Style.viewWidth + m_Style.viewHeight + m_Style.width)))
+    const double view = m_Style.viewWidth + m_Style.viewHeight;
+    if (!(seen <= 4.0 * (view + m_Style.width)) || !(seen <= 20.0 * view * m_Style.bit))
         return Band(Between(a, b, from), Between(a, b, to), d, atStart, atEnd, emit);
     const double first = std::fmod(start + from * length, Period());
     const double end = first + seen;
