@@ -4,11 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "varnel/chartobj/chart_object.h"
-#include "varnel/chartobj/detail/hiding_surfaces.h"
-#include "varnel/chartobj/detail/surfaces_geometry.h"
 #include "varnel/foundation/detail/progress.h"
-#include "varnel/surface/polysurface.h"
 
 namespace varnel::detail {
 namespace {
@@ -93,19 +89,6 @@ void NearestDepths::AddTriangle(const Place& a, const Place& b, const Place& c) 
                 std::min(nearest, static_cast<float>(a.z + u * (b.z - a.z) + v * (c.z - a.z)));
         }
     }
-}
-
-const NearestDepths& HidingSurfaces::On(const Screen& screen) {
-    if (m_Depths) return *m_Depths;
-    m_Depths.emplace(screen);
-    for (const CChartObj3D* object : m_Surfaces) {
-        if (object->GetPolysurface() == nullptr || object->GetTransform() == nullptr) continue;
-        const bool isFlat = object->GetChartType() == POLYSURFACECHART2D;
-        m_Depths->Add(
-            SurfaceMesh(*object->GetTransform(), *object->GetPolysurface(),
-                        {isFlat ? object->GetProjectionPlane() : -1, object->GetConstValue()}));
-    }
-    return *m_Depths;
 }
 
 bool NearestDepths::IsNearerIn(const ScreenPoint& center, const ScreenPoint& along,
