@@ -24,11 +24,12 @@ if mount_disk "$folder/small" -t tmpfs -o size=1m none; then
     mkdir "$small"
 fi
 if command -v mkfs.btrfs >/dev/null && truncate -s 128M "$folder/image" &&
-    try mkfs.btrfs -q "$folder/image" >/dev/null && mount_disk "$folder/quota" -o loop "$folder/image"; then
+    try mkfs.btrfs -q "$folder/image" >/dev/null &&
+    mount_disk "$folder/quota" -o loop "$folder/image" &&
+    try btrfs quota enable "$folder/quota" &&
+    try btrfs subvolume create "$folder/quota/disk" >/dev/null &&
+    try btrfs qgroup limit 1M "$folder/quota/disk"; then
     quota=$folder/quota/disk
-    btrfs quota enable "$folder/quota"
-    btrfs subvolume create "$quota" >/dev/null
-    btrfs qgroup limit 1M "$quota"
 fi
 if mount_disk "$folder/fixed" -t tmpfs -o size=1m none; then
     fixed=$folder/fixed

@@ -13,7 +13,7 @@ packages=(
     libegl1 libegl-mesa0 libgl1-mesa-dri fonts-liberation
     # tests and checks
     libgtest-dev clang-14 libclang-rt-14-dev clang-format clang-tidy-14 imagemagick ccache
-    xvfb xclip xdotool poppler-utils librsvg2-bin libxml2-utils
+    xvfb xclip xdotool poppler-utils librsvg2-bin libxml2-utils btrfs-progs
     fonts-dejavu-core fonts-droid-fallback
 )
 
