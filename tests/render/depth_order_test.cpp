@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,19 @@ TEST(DepthOrder, LargePolygonsAreSplitWhereTheyCross) {
         EXPECT_EQ(NamesOver(batch, -x, 0.13F), "cbda") << x;
         EXPECT_EQ(NamesOver(batch, x, 0.13F), "cabd") << x;
     }
+}
+
+TEST(DepthOrder, WhatReachesToNoPlaceIsNotSplit) {
+    TransparentBatch batch;
+    batch.SetViewport({0, 0, 200, 200});
+    const Vec3 corners[3] = {{-1, -1, 0.5}, {1e300, 0, -0.9}, {1, 1, -0.5}};  // floats end at 3e38
+    const PackedColor colors[3] = {{{'i'}}, {{'i'}}, {{'i'}}};
+    batch.AddPolygon({}, corners, colors, nullptr, 3);
+    AddSquare(batch, 'a', -0.5, 0.5);
+    batch.Sort();
+    EXPECT_EQ(std::ranges::count(batch.Vertices(), 'i',
+                                 [](const FillVertex& v) { return v.color.bytes[0]; }),
+              3);
 }
 
 }  // namespace

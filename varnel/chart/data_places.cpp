@@ -8,6 +8,7 @@
 #include "varnel/chartobj/chart_object.h"
 #include "varnel/chartobj/detail/chart_data.h"
 #include "varnel/foundation/detail/less_work.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/surface/polysurface.h"
 #include "varnel/transform/transform.h"
 
@@ -118,7 +119,7 @@ class Sampler {
     }
     int Steps(double distance) const {
         if (m_Places.size() >= kMostPlaces) return 1;
-        return static_cast<int>(std::clamp(std::ceil(distance / kPixels), 1.0, 1.0 * kMostSteps));
+        return detail::WholeWithin(std::ceil(distance / kPixels), 1, kMostSteps);
     }
     static point3Dtype Between(const point3Dtype& a, const point3Dtype& b, double share) {
         return {a.x + share * (b.x - a.x), a.y + share * (b.y - a.y), 0.0, 0.0};

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/foundation/detail/whole_within.h"
 
 namespace varnel::detail {
 namespace {
@@ -18,16 +19,16 @@ constexpr float kNothing = std::numeric_limits<float>::infinity();
 struct Cells {
     Cells(double low, double high, int count) {
         if (!(low <= high)) return;
-        first = static_cast<int>(std::ceil(std::clamp(low - 0.5, 0.0, count * 1.0)));
-        last = static_cast<int>(std::floor(std::clamp(high - 0.5, -1.0, count - 1.0)));
+        first = WholeWithin(std::ceil(low - 0.5), 0, count);
+        last = WholeWithin(std::floor(high - 0.5), -1, count - 1);
     }
     int first = 0;
     int last = -1;
 };
 
 int CountOf(double cells) {
-    constexpr double kMost = 2000.0;  // of a viewport beyond the picture, which may be any size
-    return static_cast<int>(std::clamp(std::ceil(cells), 0.0, kMost));
+    constexpr int kMost = 2000;  // of a viewport beyond the picture, which may be any size
+    return WholeWithin(std::ceil(cells), 0, kMost);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "varnel/foundation/detail/less_work.h"
+#include "varnel/foundation/detail/whole_within.h"
 
 namespace varnel::detail {
 namespace {
@@ -52,7 +53,7 @@ class Taken {
     static constexpr std::size_t kMostEntries = 1'000'000 / detail::kLessWork;
 
     static int CellsIn(double length) {
-        return static_cast<int>(std::clamp(std::ceil(length / kCell), 1.0, 512.0));
+        return detail::WholeWithin(std::ceil(length / kCell), 1, 512);
     }
 
     /// Visits the cells under a rectangle until one says true. What lies at no place has none.
@@ -60,10 +61,10 @@ class Taken {
     bool Visit(const PixelRect& rect, Cell&& visit) {
         if (!(rect.left <= rect.right && rect.bottom <= rect.top)) return false;
         const auto column = [&](double x) {
-            return static_cast<int>(std::clamp((x - m_Room.left) / kCell, 0.0, m_Across - 1.0));
+            return detail::WholeWithin((x - m_Room.left) / kCell, 0, m_Across - 1);
         };
         const auto row = [&](double y) {
-            return static_cast<int>(std::clamp((y - m_Room.bottom) / kCell, 0.0, m_Up - 1.0));
+            return detail::WholeWithin((y - m_Room.bottom) / kCell, 0, m_Up - 1);
         };
         for (int r = row(rect.bottom); r <= row(rect.top); ++r)
             for (int c = column(rect.left); c <= column(rect.right); ++c)

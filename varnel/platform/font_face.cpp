@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "varnel/foundation/detail/characters.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/foundation/strings.h"
 #include FT_FREETYPE_H
 #include FT_BBOX_H
@@ -71,7 +72,7 @@ class Flattener {
 
  private:
     static constexpr int kOutOfMemory = 0x40;
-    static constexpr double kMostChords = 128.0;
+    static constexpr int kMostChords = 128;
 
     static DesignPoint At(const FT_Vector* v) {
         return {static_cast<double>(v->x), static_cast<double>(v->y)};
@@ -106,7 +107,7 @@ class Flattener {
     /// curve.
     int Chords(double secondDerivative) const {
         const double n = std::ceil(std::sqrt(secondDerivative / (8.0 * m_Deviation)));
-        return static_cast<int>(std::clamp(n, 1.0, kMostChords));
+        return detail::WholeWithin(n, 1, kMostChords);
     }
     static double Bend(const DesignPoint& a, const DesignPoint& b, const DesignPoint& c) {
         return std::hypot(a.x - 2.0 * b.x + c.x, a.y - 2.0 * b.y + c.y);

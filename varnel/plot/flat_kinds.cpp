@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "varnel/chartobj/box_statistics.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/plot/detail/chart_impl.h"
 #include "varnel/render/codes.h"
 
@@ -181,7 +182,7 @@ int ChooseBins(const std::vector<double>& samples, double range) {
     const double width = 2 * (six[3] - six[1]) / std::cbrt(n);
     const double bins =
         std::max(width > 0 ? std::ceil(range / width) : 1.0, std::ceil(std::log2(n)) + 1);
-    return static_cast<int>(std::clamp(bins, 1.0, 200.0));
+    return varnel::detail::WholeWithin(bins, 1, 200);
 }
 
 }  // namespace
@@ -189,12 +190,15 @@ int ChooseBins(const std::vector<double>& samples, double range) {
 Objects Chart::Histogram(const Values& samples, const HistogramOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Flat, "Histogram");
-    if (options.bins < 0) Refuse("Histogram", "bins is ", options.bins);
+    constexpr int kMostBins = 1'000'000;
+    if (options.bins < 0 || options.bins > kMostBins) Refuse("Histogram", "bins is ", options.bins);
     std::vector<double> values = c.Take(kX, samples, "Histogram", "samples");
     std::erase_if(values, [](double v) { return !std::isfinite(v); });
     if (values.empty()) Refuse("Histogram", "samples has no finite value");
     const auto [least, most] = std::ranges::minmax(values);
     double low = options.min.value_or(least), high = options.max.value_or(most);
+    if (!std::isfinite(high - low))
+        Refuse("Histogram", "the samples reach too far: their range is no number");
     if (!(high > low)) {
         low -= 0.5;
         high += 0.5;
@@ -206,7 +210,8 @@ Objects Chart::Histogram(const Values& samples, const HistogramOptions& options)
         middles[b] = low + (static_cast<double>(b) + 0.5) * width;
     for (const double value : values)
         if (value >= low && value <= high)
-            ++counts[std::min(static_cast<std::size_t>((value - low) / width), counts.size() - 1)];
+            ++counts[static_cast<std::size_t>(
+                varnel::detail::WholeWithin((value - low) / width, 0, bins - 1))];
     c.axes[kValue].kind = DataKind::Numbers;
     if (c.axes[kValue].name.empty()) c.axes[kValue].name = "count";
     CChartObj3D* bars = c.NewObject();

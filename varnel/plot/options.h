@@ -108,8 +108,9 @@ struct PlanesOptions {
 struct HistogramOptions {
     std::string name{};
     std::optional<RGBDType> color{};
-    int bins = 0;  ///< along an axis; 0: by the rule of Freedman and Diaconis, at least as many as
-                   ///< Sturges' rule
+    /// Along an axis, at most a million, 1000 for two axes; 0: by the rule of Freedman and
+    /// Diaconis, at least as many as Sturges' rule.
+    int bins = 0;
     std::optional<double> min{};
     std::optional<double> max{};
 };

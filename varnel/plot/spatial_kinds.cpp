@@ -3,6 +3,7 @@
 #include <cmath>
 #include <set>
 
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/plot/detail/chart_impl.h"
 #include "varnel/render/codes.h"
 #include "varnel/surface/color_map.h"
@@ -262,7 +263,8 @@ Objects Chart::Ribbons(const Values& x, const std::vector<Values>& series,
 Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Spatial, "Histogram");
-    if (options.bins < 0) Refuse("Histogram", "bins is ", options.bins);
+    constexpr int kMostBins = 1000;
+    if (options.bins < 0 || options.bins > kMostBins) Refuse("Histogram", "bins is ", options.bins);
     const std::vector<double> samples[] = {
         c.Take(0, x, "Histogram", "x"),
         c.Take(1, y, "Histogram", "y", static_cast<long long>(x.size()))};
@@ -273,6 +275,8 @@ Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOption
     for (const int axis : {0, 1}) {
         const DataRange range = RangeOf(samples[axis]);
         if (range.count == 0) Refuse("Histogram", "there is no finite value");
+        if (!std::isfinite(range.max - range.min))
+            Refuse("Histogram", "the values reach too far: their range is no number");
         low[axis] = range.min;
         width[axis] = (range.max > range.min ? range.max - range.min : 1) / static_cast<double>(n);
     }
@@ -281,8 +285,8 @@ Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOption
         bars[i] = {low[0] + static_cast<double>(i % n) * width[0],
                    low[1] + static_cast<double>(i / n) * width[1], 0, 0};
     const auto bin = [&](int axis, std::size_t i) {
-        return std::min(static_cast<std::size_t>((samples[axis][i] - low[axis]) / width[axis]),
-                        n - 1);
+        return static_cast<std::size_t>(varnel::detail::WholeWithin(
+            (samples[axis][i] - low[axis]) / width[axis], 0, static_cast<int>(n) - 1));
     };
     for (std::size_t i = 0; i < x.size(); ++i)
         if (std::isfinite(samples[0][i]) && std::isfinite(samples[1][i]))

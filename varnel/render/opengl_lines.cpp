@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/render/codes.h"
 #include "varnel/render/detail/check_color.h"
 #include "varnel/render/detail/renderer.h"
@@ -138,8 +139,7 @@ void COpenGL::FinishRun() {
     if (joined || pieces)
         m_Renderer->AddStroke(line, bit, pattern, mitre);
     else if (line.stippled)
-        m_Renderer->DrawStippled(line, static_cast<int>(std::clamp(std::round(bit), 1.0, 256.0)),
-                                 pattern);
+        m_Renderer->DrawStippled(line, detail::WholeWithin(std::round(bit), 1, 256), pattern);
     else if (line.seeThrough && m_Renderer->DrawsImage())
         m_Renderer->KeepSegments(line);
     else

@@ -60,8 +60,14 @@ std::int32_t TransparentBatch::NumberOf(const Look& look) {
 void TransparentBatch::AddItem(std::size_t first, std::int32_t look, double nearer, bool large) {
     const std::size_t count = m_Vertices.size() - first;
     double depth = 0.0;
-    for (std::size_t i = first; i < m_Vertices.size(); ++i)
-        depth += static_cast<double>(m_Vertices[i].position[2]);
+    double all = 0.0;
+    for (std::size_t i = first; i < m_Vertices.size(); ++i) {
+        const float* const at = m_Vertices[i].position;
+        depth += static_cast<double>(at[2]);
+        all += static_cast<double>(at[0]) + static_cast<double>(at[1]);
+    }
+    // What reaches to no place lies on no side of anything.
+    large = large && std::isfinite(all + depth);
     DepthItem item{};
     item.key = KeyOf(static_cast<float>(depth / static_cast<double>(count) - nearer));
     item.first = static_cast<std::uint32_t>(first);

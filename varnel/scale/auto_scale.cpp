@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/scale/detail/decimal.h"
 #include "varnel/scale/detail/number_text.h"
 #include "varnel/scale/tic_labels.h"
@@ -54,9 +55,9 @@ struct Counts {
 };
 
 Counts CountsFor(double length) {
-    const int room = static_cast<int>(std::clamp(length / kLineDistance, 1.0, 8.0)) + 1;
+    const int room = detail::WholeWithin(length / kLineDistance, 1, 8) + 1;
     const int most = std::min(room, 8);
-    const int wanted = std::clamp(static_cast<int>(length / 2.4), 2, 6);
+    const int wanted = detail::WholeWithin(length / 2.4, 2, 6);
     return {length >= 9.0 ? 4 : 2, std::min(wanted, most), most};
 }
 

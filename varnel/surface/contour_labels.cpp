@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <numeric>
+
+#include "varnel/foundation/detail/whole_within.h"
 
 namespace varnel::detail {
 namespace {
@@ -29,7 +32,10 @@ class Arc {
         }
     }
 
-    double GetLength() const { return m_Lengths.empty() ? 0.0 : m_Lengths.back(); }
+    /// 0 for a line that leads to no place.
+    double GetLength() const {
+        return m_Lengths.empty() || !std::isfinite(m_Lengths.back()) ? 0.0 : m_Lengths.back();
+    }
 
     ScreenPoint At(double length) const {
         const auto above = std::upper_bound(m_Lengths.begin(), m_Lengths.end(), length);
@@ -101,11 +107,10 @@ class Placer {
     void Label(const ScreenLine& line, std::size_t number) {
         const Arc arc(line.points);
         const double length = arc.GetLength();
-        if (line.labelWidth <= 0.0 || length < 2 * line.labelWidth) return;
-        constexpr std::size_t kMost = 1000;  // nobody can read more
-        const double fit = std::min(length / m_Rules.spacing, static_cast<double>(kMost));
-        const int parts = std::max(1, static_cast<int>(fit));
-        for (int k = 0; k < parts && m_Labels.size() < kMost; ++k)
+        if (!(line.labelWidth > 0.0) || !(length >= 2 * line.labelWidth)) return;
+        constexpr int kMost = 1000;  // nobody can read more
+        const int parts = WholeWithin(length / m_Rules.spacing, 1, kMost);
+        for (int k = 0; k < parts && std::ssize(m_Labels) < kMost; ++k)
             LabelPart(line, number, arc, length * k / parts, length * (k + 1) / parts);
     }
 

@@ -13,6 +13,7 @@
 #include <numbers>
 #include <span>
 
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/render/detail/primitive_batch.h"
 
 namespace varnel::detail {
@@ -42,7 +43,7 @@ struct StrokeStyle {
 inline int CircleCorners(double radius) {
     constexpr double kStray = 0.1;
     const double step = 2.0 * std::acos(std::max(1.0 - kStray / std::max(radius, kStray), 0.0));
-    return static_cast<int>(std::clamp(std::ceil(2.0 * std::numbers::pi / step), 6.0, 96.0));
+    return WholeWithin(std::ceil(2.0 * std::numbers::pi / step), 6, 96);
 }
 
 /// Finds the pieces of one line after the other.
@@ -138,8 +139,7 @@ template <class Emit>
 void Stroker::Sector(const StrokePoint& p, const StrokePoint& tip, Direction from, double angle,
                      Emit&& emit) const {
     constexpr int kMost = 98;
-    const int steps =
-        std::clamp(static_cast<int>(std::ceil(std::fabs(angle) / m_Step)), 1, kMost - 2);
+    const int steps = WholeWithin(std::ceil(std::fabs(angle) / m_Step), 1, kMost - 2);
     StrokePoint corners[kMost];
     corners[0] = tip;
     for (int i = 0; i <= steps; ++i) {
