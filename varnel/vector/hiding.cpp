@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/vector/detail/clipper_paths.h"
 
 namespace varnel::detail {
@@ -105,6 +106,11 @@ void Subtract(ClipperLib::Paths& from, const ClipperLib::Paths& what) {
     clipper.Execute(ClipperLib::ctDifference, from, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
 }
 
+/// The number of the cell that a place lies in or is next to.
+int CellAt(double at, int count) {
+    return WholeWithin(at / kCell, 0, count - 1);
+}
+
 ClipperLib::Path ToPath(std::span<const Vec3> p) {
     ClipperLib::Path path;
     path.reserve(p.size());
@@ -185,47 +191,46 @@ std::size_t Hiding::AddFacet(std::span<const Vec3> corners, bool beneathLines) {
     return index;
 }
 
-void Hiding::Index(std::uint32_t facet) {
-    const std::span<const Vec3> corners = Corners(m_Facets[facet]);
-    const Bounds& b = m_Facets[facet].bounds;
-    const auto cell = [](double at, int count) {
-        return std::clamp(static_cast<int>(at / kCell), 0, count - 1);
-    };
-    for (int row = cell(b.bottom, m_Rows); row <= cell(b.top, m_Rows); ++row)
-        for (int column = cell(b.left, m_Columns); column <= cell(b.right, m_Columns); ++column) {
+/// Calls visit(cell) for each cell that bounds touch, but for those that a polygon in them misses,
+/// as a large slanted one misses many.
+template <class Visit>
+void Hiding::VisitCells(const Bounds& b, std::span<const Vec3> polygon, Visit&& visit) {
+    const int lastRow = CellAt(b.top, m_Rows);
+    const int lastColumn = CellAt(b.right, m_Columns);
+    for (int row = CellAt(b.bottom, m_Rows); row <= lastRow; ++row)
+        for (int column = CellAt(b.left, m_Columns); column <= lastColumn; ++column) {
             const double x = column * kCell;
             const double y = row * kCell;
             const Vec3 square[] = {
                 {x, y, 0}, {x + kCell, y, 0}, {x + kCell, y + kCell, 0}, {x, y + kCell, 0}};
-            // A large slanted polygon misses many cells of its bounds.
-            if (corners.size() > 2 && EdgeSeparates(corners, square)) continue;
-            m_Cells[static_cast<std::size_t>(row * m_Columns + column)].push_back(facet);
+            if (polygon.size() > 2 && EdgeSeparates(polygon, square)) continue;
+            visit(m_Cells[static_cast<std::size_t>(row * m_Columns + column)]);
         }
 }
 
-/// Calls visit(index, facet) for each facet that is not known to be hidden and whose bounds touch.
+void Hiding::Index(std::uint32_t facet) {
+    VisitCells(m_Facets[facet].bounds, Corners(m_Facets[facet]),
+               [facet](std::vector<std::uint32_t>& cell) { cell.push_back(facet); });
+}
+
+/// Calls visit(index, facet) for each facet that is not known to be hidden, whose bounds touch, but
+/// for those in cells that a polygon in them misses.
 template <class Visit>
-void Hiding::VisitNear(const Bounds& bounds, Visit&& visit) {
+void Hiding::VisitNear(const Bounds& bounds, std::span<const Vec3> polygon, Visit&& visit) {
     m_Stamps.resize(m_Facets.size(), 0);
     if (++m_Stamp % 16 == 0) Progress(0.0, 1.0);
-    const auto cell = [](double at, int count) {
-        return std::clamp(static_cast<int>(at / kCell), 0, count - 1);
-    };
-    const int lastRow = cell(bounds.top, m_Rows);
-    const int lastColumn = cell(bounds.right, m_Columns);
-    for (int row = cell(bounds.bottom, m_Rows); row <= lastRow; ++row)
-        for (int column = cell(bounds.left, m_Columns); column <= lastColumn; ++column)
-            for (const std::uint32_t index :
-                 m_Cells[static_cast<std::size_t>(row * m_Columns + column)]) {
-                if (m_Stamps[index] == m_Stamp) continue;
-                m_Stamps[index] = m_Stamp;
-                const Facet& facet = m_Facets[index];
-                const Bounds& b = facet.bounds;
-                if (facet.hidden || b.left > bounds.right || b.right < bounds.left ||
-                    b.bottom > bounds.top || b.top < bounds.bottom)
-                    continue;
-                visit(index, facet);
-            }
+    VisitCells(bounds, polygon, [&](const std::vector<std::uint32_t>& cell) {
+        for (const std::uint32_t index : cell) {
+            if (m_Stamps[index] == m_Stamp) continue;
+            m_Stamps[index] = m_Stamp;
+            const Facet& facet = m_Facets[index];
+            const Bounds& b = facet.bounds;
+            if (facet.hidden || b.left > bounds.right || b.right < bounds.left ||
+                b.bottom > bounds.top || b.top < bounds.bottom)
+                continue;
+            visit(index, facet);
+        }
+    });
 }
 
 double Hiding::Extent(const Bounds& b) {
@@ -244,7 +249,7 @@ Area Hiding::Difference(const Facet& facet, std::size_t order) {
     std::vector<Hider> hiders;
     bool hidden = false;
     const std::span<const Vec3> own = Corners(facet);
-    VisitNear(facet.bounds, [&](std::size_t index, const Facet& other) {
+    VisitNear(facet.bounds, own, [&](std::size_t index, const Facet& other) {
         const double slack = index > order ? kDepthSlack : -kDepthSlack;
         if (hidden || index == order || other.nearest > facet.farthest + slack ||
             EdgeSeparates(own, Corners(other)) || EdgeSeparates(Corners(other), own))
@@ -309,7 +314,7 @@ void Hiding::VisitHiders(const Vec3& a, const Vec3& b, double slack, std::size_t
     const double length = Length(a, b);
     const Bounds bounds{std::min(a.x, b.x) - kAlong, std::min(a.y, b.y) - kAlong,
                         std::max(a.x, b.x) + kAlong, std::max(a.y, b.y) + kAlong};
-    VisitNear(bounds, [&](std::size_t index, const Facet& facet) {
+    VisitNear(bounds, {}, [&](std::size_t index, const Facet& facet) {
         double from = 0.0;
         double to = 1.0;
         // Cuts to where a function that is va at the start and vb at the end is below 0.

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "varnel/foundation/detail/less_work.h"
 #include "varnel/foundation/detail/progress.h"
 
 namespace varnel::detail {
@@ -13,6 +14,10 @@ namespace {
 
 /// Side of the cells by which lines that meet are found, in pixels.
 constexpr double kCell = 16.0;
+/// So many cells of lines are looked at, and so many pairs of lines compared; the lines after that
+/// cover each other in the order of drawing. Only lines as wide as the picture are that many.
+constexpr std::size_t kMostCells = 20'000'000 / kLessWork;
+constexpr std::size_t kMostPairs = 20'000'000 / kLessWork;
 /// Lines that overlap by less, in pixels, only touch.
 constexpr double kTouch = 0.3;
 /// Depths that differ by less are equal.
@@ -90,7 +95,15 @@ int Covers(const OrderedLine& p, const OrderedLine& q) {
 class Orderer {
  public:
     explicit Orderer(std::vector<OrderedLine>& lines)
-        : m_Lines(lines), m_After(lines.size()), m_Before(lines.size(), 0) {
+        : m_Lines(lines),
+          m_After(lines.size()),
+          m_Before(lines.size(), 0),
+          m_Compared(lines.size(), 0) {
+        for (const OrderedLine& line : lines)
+            for (const Vec3& end : {line.a, line.b}) {
+                m_Low = {std::min(m_Low.x, end.x), std::min(m_Low.y, end.y), 0.0};
+                m_High = {std::max(m_High.x, end.x), std::max(m_High.y, end.y), 0.0};
+            }
         FindCovers();
         for (std::uint32_t i = 0; i < m_Lines.size(); ++i)
             m_Waiting[m_Lines[i].layer].push_back(i);
@@ -119,14 +132,21 @@ class Orderer {
     }
 
  private:
-    static int Cell(double at) { return static_cast<int>(std::floor(at / kCell)); }
+    /// The cells of a range, within the one that all lines lie in: two that overlap do so there.
+    struct Cells {
+        Cells(double from, double to, double low, double high)
+            : first(Cell(std::max(from, low))), last(Cell(std::min(to, high))) {}
+        static int Cell(double at) { return static_cast<int>(std::floor(at / kCell)); }
+        int first, last;
+    };
 
     /// Calls visit(cell) for each cell that a line comes near.
     template <class Visit>
-    static void VisitCells(const OrderedLine& line, Visit&& visit) {
+    void VisitCells(const OrderedLine& line, Visit&& visit) const {
         const double margin = line.width / 2.0 + 1.0;
         const auto [low, high] = std::minmax(line.a.y, line.b.y);
-        for (int row = Cell(low - margin); row <= Cell(high + margin); ++row) {
+        const Cells rows(low - margin, high + margin, m_Low.y, m_High.y);
+        for (int row = rows.first; row <= rows.last; ++row) {
             // The part of the line in this row of cells and a margin around it.
             double from = 0.0;
             double to = 1.0;
@@ -138,18 +158,26 @@ class Orderer {
             }
             const auto [left, right] =
                 std::minmax({Along(line.a.x, line.b.x, from), Along(line.a.x, line.b.x, to)});
-            for (int column = Cell(left - margin); column <= Cell(right + margin); ++column)
+            const Cells columns(left - margin, right + margin, m_Low.x, m_High.x);
+            for (int column = columns.first; column <= columns.last; ++column)
                 visit(static_cast<std::int64_t>(row) << 32 | static_cast<std::uint32_t>(column));
         }
     }
 
     void FindCovers() {
         std::unordered_map<std::int64_t, std::vector<std::uint32_t>> cells;
+        std::size_t visited = 0;
+        std::size_t pairs = 0;
         for (std::uint32_t i = 0; i < m_Lines.size(); ++i)
             VisitCells(m_Lines[i], [&](std::int64_t cell) {
                 ProgressStep();
-                for (const std::uint32_t k : cells[cell])
-                    if (m_Lines[k].style != m_Lines[i].style) Compare(k, i);
+                if (++visited > kMostCells || pairs > kMostPairs) return;
+                for (const std::uint32_t k : cells[cell]) {
+                    if (m_Lines[k].style == m_Lines[i].style || m_Compared[k] == i) continue;
+                    m_Compared[k] = i;
+                    ++pairs;
+                    Compare(k, i);
+                }
                 cells[cell].push_back(i);
             });
     }
@@ -185,7 +213,10 @@ class Orderer {
 
     std::vector<OrderedLine>& m_Lines;
     std::vector<std::vector<std::uint32_t>> m_After;  ///< which lines wait for this one
-    std::vector<int> m_Before;  ///< for how many lines this one waits; -1: it is taken
+    std::vector<int> m_Before;              ///< for how many lines this one waits; -1: it is taken
+    std::vector<std::uint32_t> m_Compared;  ///< with which line each was compared last
+    Vec3 m_Low{1e9, 1e9, 0.0};              ///< of all ends
+    Vec3 m_High{-1e9, -1e9, 0.0};
     std::map<int, std::vector<std::uint32_t>> m_Waiting;
     std::map<std::uint64_t, std::vector<std::uint32_t>> m_Ready;
     std::vector<std::uint32_t> m_Order;

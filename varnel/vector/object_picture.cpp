@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/foundation/detail/whole_within.h"
 
 namespace varnel::detail {
 namespace {
@@ -15,6 +16,8 @@ constexpr int kSamples = 2;
 constexpr int kStrip = 32;
 /// A picture has no more dots; larger ones are made coarser.
 constexpr double kMostDots = 3.2e7;
+/// What lies farther from the page's corner, in dots or samples, is not on it.
+constexpr int kMostPlaces = 1'000'000;
 /// What lies nearer than this before the object lies on it.
 constexpr double kSlack = 1e-4;
 constexpr float kNothing = std::numeric_limits<float>::infinity();
@@ -110,7 +113,7 @@ void ObjectPicture::Draw() {
             y.Add(m_Corners[item.first + i].y / kSamples);
         }
     const auto dot = [](double at, double most) {
-        return static_cast<int>(std::clamp(at, 0.0, std::ceil(most)));
+        return WholeWithin(at, 0, static_cast<int>(std::ceil(most)));
     };
     m_Left = dot(std::floor(x.low), m_Width * m_Dots);
     m_Bottom = dot(std::floor(y.low), m_Height * m_Dots);
@@ -142,7 +145,7 @@ std::vector<std::vector<std::uint32_t>> ObjectPicture::SortIntoStrips() const {
     std::vector<std::vector<std::uint32_t>> strips(
         static_cast<std::size_t>((m_Rows + kStrip - 1) / kStrip));
     const auto strip = [](double row) {
-        return static_cast<int>(std::floor(std::clamp(row, -1e6, 1e6) / kStrip));
+        return WholeWithin(std::floor(row / kStrip), -1, kMostPlaces);
     };
     for (const Kind kind : {Kind::Polygon, Kind::Line, Kind::Hider})
         for (std::uint32_t i = 0; i < m_Items.size(); ++i) {
@@ -175,11 +178,13 @@ void ObjectPicture::DrawItem(const Item& item, int firstRow, int lastRow) {
     Range rows;
     for (const Vec3& corner : p)
         rows.Add(corner.y);
-    const auto after = [](double at) { return static_cast<int>(std::ceil(at - 0.5)); };
+    const auto after = [](double at) {
+        return WholeWithin(std::ceil(at - 0.5), -kMostPlaces, kMostPlaces);
+    };
     const int left = m_Left * kSamples;
     const double slope = std::fabs(item.depth.x) + std::fabs(item.depth.y);
-    const int low = std::max(firstRow, after(std::max(rows.low, -1e6)));
-    const int high = std::min(lastRow, after(std::min(rows.high, 1e6)) - 1);
+    const int low = std::max(firstRow, after(rows.low));
+    const int high = std::min(lastRow, after(rows.high) - 1);
     for (int row = low; row <= high; ++row) {
         const double y = row + 0.5;
         Range run;
@@ -189,8 +194,8 @@ void ObjectPicture::DrawItem(const Item& item, int firstRow, int lastRow) {
             if ((a.y > y) != (b.y > y)) run.Add(a.x + (y - a.y) * (b.x - a.x) / (b.y - a.y));
         }
         if (!(run.low < run.high)) continue;
-        const int begin = std::max(left, after(std::max(run.low, -1e6)));
-        const int end = std::min(left + m_Columns * kSamples, after(std::min(run.high, 1e6)));
+        const int begin = std::max(left, after(run.low));
+        const int end = std::min(left + m_Columns * kSamples, after(run.high));
         Sample* sample = m_Samples.data() +
                          static_cast<std::ptrdiff_t>(row - firstRow) * m_Columns * kSamples +
                          (begin - left);
@@ -210,7 +215,7 @@ void ObjectPicture::DrawItem(const Item& item, int firstRow, int lastRow) {
             sample->own = true;
             for (std::size_t k = 0; k < 3; ++k)
                 sample->color[k] =
-                    static_cast<BYTE>(std::clamp(item.color[k].At(x, y) + 0.5, 0.0, 255.0));
+                    static_cast<BYTE>(WholeWithin(item.color[k].At(x, y) + 0.5, 0, 255));
         }
     }
 }
@@ -247,8 +252,11 @@ void ObjectPicture::Resolve(int firstRow) {
 
 /// By the farthest depth of the dots around: what lies on the object is not hidden.
 bool ObjectPicture::Hides(const Vec3& place) const {
-    const int column = static_cast<int>(std::floor(place.x * m_Dots)) - m_Left;
-    const int row = static_cast<int>(std::floor(place.y * m_Dots)) - m_Bottom;
+    const auto dot = [this](double at) {
+        return WholeWithin(std::floor(at * m_Dots), -kMostPlaces, kMostPlaces);
+    };
+    const int column = dot(place.x) - m_Left;
+    const int row = dot(place.y) - m_Bottom;
     if (column < 1 || row < 1 || column + 1 >= m_Columns || row + 1 >= m_Rows) return false;
     float farthest = -kNothing;
     for (int k = 0; k < 9; ++k)
@@ -263,7 +271,7 @@ void ObjectPicture::CutHidden(const Vec3& a, const Vec3& b, std::vector<SegmentP
     std::vector<SegmentPart> shown;
     for (const SegmentPart& part : parts) {
         const double length = (part.to - part.from) * std::hypot(b.x - a.x, b.y - a.y);
-        const int steps = std::max(1, static_cast<int>(std::ceil(length * m_Dots)));
+        const int steps = WholeWithin(std::ceil(length * m_Dots), 1, kMostPlaces);
         bool open = false;
         for (int i = 0; i < steps; ++i) {
             const double from = part.from + (part.to - part.from) * i / steps;

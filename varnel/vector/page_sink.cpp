@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/render/font.h"
 #include "varnel/vector/detail/shades.h"
 
@@ -23,6 +25,13 @@ constexpr double kSmall = 16.0;
 constexpr int kLevels = 2;
 /// A triangle with more bands of colours by value than this is a blur, and has one colour.
 constexpr double kMostBands = 4096.0;
+/// Of a page with more pieces of triangles than this, which no viewer likes to open, the triangles
+/// that follow have one colour.
+constexpr std::size_t kMostPieces = 250'000;
+/// Pixels that lines are followed beyond the page, so that their ends are not seen on it.
+constexpr double kMargin = 100.0;
+/// Pixels from the page's corner up to which places can be written.
+constexpr double kFarthest = 1e6;
 
 /// The part of a polygon where `value`, which is linear in its places, is not below 0.
 template <class Value>
@@ -47,6 +56,20 @@ double PlaneValue(const std::array<double, 4>& plane, const Vec3& p) {
 
 Vec3 Along(const Vec3& a, const Vec3& b, double t) {
     return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
+}
+
+bool IsFinite(const Vec3& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
+/// A line's width, cut off where nobody sees any more of it.
+float WidthOf(float width) {
+    return width > 0.0F ? std::min(width, static_cast<float>(kFarthest)) : 0.0F;
+}
+
+/// Whether a place in pixels can be written.
+bool IsNear(const Vec3& p) {
+    return std::fabs(p.x) <= kFarthest && std::fabs(p.y) <= kFarthest && std::isfinite(p.z);
 }
 
 /// Whether the corners lie in one plane and turn one way, seen from the front.
@@ -75,6 +98,31 @@ RGBDType ColorOf(PackedColor color) {
     return {component(0), component(1), component(2), 1.0};
 }
 
+/// A picture many times beside and above itself, in one.
+PagePicture Tiled(const PagePicture& tile, int across, int up) {
+    constexpr long long kMostPixels = 2048;  // along a side
+    PagePicture all;
+    all.width = static_cast<int>(std::min(kMostPixels, 1LL * across * tile.width));
+    all.height = static_cast<int>(std::min(kMostPixels, 1LL * up * tile.height));
+    all.pixels.reserve(std::size_t{4} * static_cast<std::size_t>(all.width) *
+                       static_cast<std::size_t>(all.height));
+    const auto place = [](int at, int size, int tiles, int tileSize) {
+        const double turns = (at + 0.5) / size * tiles;
+        return WholeWithin((turns - std::floor(turns)) * tileSize, 0, tileSize - 1);
+    };
+    for (int y = 0; y < all.height; ++y) {
+        const auto row = static_cast<std::size_t>(place(y, all.height, up, tile.height)) *
+                         static_cast<std::size_t>(tile.width);
+        for (int x = 0; x < all.width; ++x) {
+            const BYTE* const pixel =
+                tile.pixels.data() +
+                4 * (row + static_cast<std::size_t>(place(x, all.width, across, tile.width)));
+            all.pixels.insert(all.pixels.end(), pixel, pixel + 4);
+        }
+    }
+    return all;
+}
+
 Vec3 PlaceOf(const float position[3]) {
     return {static_cast<double>(position[0]), static_cast<double>(position[1]),
             static_cast<double>(position[2])};
@@ -101,16 +149,33 @@ void PageSink::Clear(const SceneState& state, bool color, bool depth) {
     AddFill(state, {state.background.r, state.background.g, state.background.b, 1.0});
 }
 
-/// Cuts the polygon at hand by the clip planes; false when nothing is left.
+/// What is seen of the viewport, in its device coordinates: all of it where it lies on the page.
+PageSink::Extent PageSink::SeenOf(const GLViewportType& viewport) const {
+    const auto limits = [](int start, int length, double page) {
+        if (length <= 0) return std::pair(-1.0, 1.0);
+        return std::pair(std::max(-1.0, (-kMargin - start) / length * 2.0 - 1.0),
+                         std::min(1.0, (page + kMargin - start) / length * 2.0 - 1.0));
+    };
+    const auto [left, right] = limits(viewport.x, viewport.width, m_Width);
+    const auto [bottom, top] = limits(viewport.y, viewport.height, m_Height);
+    return {left, right, bottom, top};
+}
+
+/// Cuts the polygon at hand by the clip planes; false when nothing is left, or when a corner is at
+/// no place.
 bool PageSink::Clip(const SceneState& state) {
+    if (!std::ranges::all_of(m_Polygon, IsFinite)) return false;
     if (state.clipping)
         for (const auto& plane : state.clipPlanes)
             ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return PlaneValue(plane, p); });
-    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return p.x + 1.0; });
-    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return 1.0 - p.x; });
-    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return p.y + 1.0; });
-    ClipAbove(m_Polygon, m_Spare, [](const Vec3& p) { return 1.0 - p.y; });
-    return m_Polygon.size() >= 3;
+    const Extent seen = SeenOf(state.viewport);
+    ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return p.x - seen.left; });
+    ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return seen.right - p.x; });
+    ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return p.y - seen.bottom; });
+    ClipAbove(m_Polygon, m_Spare, [&](const Vec3& p) { return seen.top - p.y; });
+    for (Vec3& p : m_Polygon)
+        p = seen.Nearest(p);
+    return m_Polygon.size() >= 3 && std::ranges::all_of(m_Polygon, IsFinite);
 }
 
 void PageSink::AddFill(const SceneState& state, const RGBDType& color) {
@@ -177,7 +242,12 @@ void PageSink::AddTextured(const SceneState& state, const PrimitiveBatch& batch,
         AddFill(state, missing ? TexturedColor(state, 0.0, color, batch.State().shaded) : color);
         return;
     }
+    if (m_NumPieces > kMostPieces) {
+        low += (high - low) / 2.0;
+        high = low;
+    }
     for (double from = low; from <= high;) {
+        ++m_NumPieces;
         // Colours repeat beyond the table.
         const double cycle = std::floor(from / state.textureSize) * state.textureSize;
         const auto& [start, end] =
@@ -256,6 +326,7 @@ void PageSink::AddRecord(const SceneState& state, const PrimitiveBatch& batch,
 }
 
 bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
+    if (!IsFinite(a) || !IsFinite(b)) return false;
     double from = 0.0;
     double to = 1.0;
     const auto cut = [&](double va, double vb) {
@@ -270,13 +341,14 @@ bool PageSink::ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const {
     if (state.clipping)
         for (const auto& plane : state.clipPlanes)
             cut(PlaneValue(plane, a), PlaneValue(plane, b));
-    cut(a.x + 1.0, b.x + 1.0);
-    cut(1.0 - a.x, 1.0 - b.x);
-    cut(a.y + 1.0, b.y + 1.0);
-    cut(1.0 - a.y, 1.0 - b.y);
-    if (from > to) return false;
-    const Vec3 start = from > 0.0 ? Along(a, b, from) : a;
-    if (to < 1.0) b = Along(a, b, to);
+    const Extent seen = SeenOf(state.viewport);
+    cut(a.x - seen.left, b.x - seen.left);
+    cut(seen.right - a.x, seen.right - b.x);
+    cut(a.y - seen.bottom, b.y - seen.bottom);
+    cut(seen.top - a.y, seen.top - b.y);
+    if (!(from <= to)) return false;
+    const Vec3 start = seen.Nearest(from > 0.0 ? Along(a, b, from) : a);
+    b = seen.Nearest(to < 1.0 ? Along(a, b, to) : b);
     a = start;
     return true;
 }
@@ -297,8 +369,8 @@ void PageSink::DrawBatch(const SceneState& state, const PrimitiveBatch& batch) {
             if (!ClipSegment(state, a, b)) continue;
             RGBDType color = ColorOf(from.color);
             if (state.transparent) color.a = from.color.bytes[3] / 255.0;
-            m_Segments.push_back({Place(state, a), Place(state, b), color, run.width, run.cutJoins,
-                                  m_Object, m_Fills.size()});
+            m_Segments.push_back({Place(state, a), Place(state, b), color, WidthOf(run.width),
+                                  run.cutJoins, m_Object, m_Fills.size()});
         }
 }
 
@@ -307,7 +379,7 @@ void PageSink::DrawStrip(const SceneState& state, const LineStrip& strip) {
     // Cut to what the viewport and the clip planes leave: a piece begins its pattern anew.
     Strip out{{},
               ColorOf(strip.vertices.front().color),
-              strip.width,
+              WidthOf(strip.width),
               strip.repeat,
               strip.pattern,
               m_Fills.size()};
@@ -376,10 +448,15 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     constexpr double kAscent = 0.95;
     out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),
                    place(0, kAscent)};
+    if (!std::ranges::all_of(out.outline, IsNear)) return;
     m_Texts.push_back(std::move(out));
 }
 
 void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
+    const Vec3 origin = Place(state, image.corners[0]);
+    const Vec3 top = Place(state, image.corners[1]);
+    const Vec3 right = Place(state, image.corners[3]);
+    if (!IsNear(origin) || !IsNear(top) || !IsNear(right)) return;
     Picture out;
     out.picture.width = image.width;
     out.picture.height = image.height;
@@ -399,26 +476,29 @@ void PageSink::DrawImage(const SceneState& state, const ImageQuad& image) {
     out.fill = list.size();
     AddFill(state, {1.0, 1.0, 1.0, out.veil ? kVeiled : 1.0});
     if (list.size() == out.fill) return;
-    const Vec3 origin = Place(state, image.corners[0]);
-    const Vec3 up = Place(state, image.corners[1]);
-    const Vec3 right = Place(state, image.corners[3]);
-    const double nx = std::max(image.repeatX, 1);
-    const double ny = std::max(image.repeatY, 1);
-    for (int i = 0; i < image.repeatX; ++i)
-        for (int k = 0; k < image.repeatY; ++k) {
-            const auto at = [&](double u, double v) {
-                return std::array<double, 2>{
-                    origin.x + (right.x - origin.x) * u / nx + (up.x - origin.x) * v / ny,
-                    origin.y + (right.y - origin.y) * u / nx + (up.y - origin.y) * v / ny};
-            };
-            const auto corner = at(i, k);
-            out.picture.placement = {(right.x - origin.x) / nx,
-                                     (right.y - origin.y) / nx,
-                                     (up.x - origin.x) / ny,
-                                     (up.y - origin.y) / ny,
-                                     corner[0],
-                                     corner[1]};
-            m_Pictures.push_back(out);
+    AddTiles(std::move(out), {origin, right, top}, image.repeatX, image.repeatY);
+}
+
+/// Puts a picture on an area, given by its lower left corner and those next to it, beside and above
+/// itself. Each tile is a picture of its own, but for so many that they would fill the memory.
+void PageSink::AddTiles(Picture tile, const std::array<Vec3, 3>& area, int across, int up) {
+    if (across < 1 || up < 1) return;
+    constexpr double kMostBytes = 6.4e7;
+    constexpr double kOverhead = 1000.0;  // bytes of a picture beside its pixels
+    const double tiles = 1.0 * across * up;
+    if (tiles > 1.0 &&
+        tiles * (kOverhead + static_cast<double>(tile.picture.pixels.size())) > kMostBytes) {
+        tile.picture = Tiled(tile.picture, across, up);
+        across = up = 1;
+    }
+    const auto& [origin, right, top] = area;
+    const double ax = (right.x - origin.x) / across, ay = (right.y - origin.y) / across;
+    const double bx = (top.x - origin.x) / up, by = (top.y - origin.y) / up;
+    for (int i = 0; i < across; ++i)
+        for (int k = 0; k < up; ++k) {
+            tile.picture.placement = {
+                ax, ay, bx, by, origin.x + i * ax + k * bx, origin.y + i * ay + k * by};
+            m_Pictures.push_back(tile);
         }
 }
 
@@ -436,7 +516,8 @@ void PageSink::AddShaded(const SceneState& state, const ShadedVertex* corners) {
     const std::size_t fill = m_Fills.size();
     AddFill(state,
             Snapped({(a.r + b.r + c.r) / 3, (a.g + b.g + c.g) / 3, (a.b + b.b + c.b) / 3, 1.0}));
-    if (flat || m_Fills.size() == fill) return;
+    const auto isNear = [&](const ShadedVertex& v) { return IsNear(Place(state, v.place)); };
+    if (flat || m_Fills.size() == fill || !std::all_of(corners, corners + 3, isNear)) return;
     m_Fills.back().smooth = static_cast<int>(m_Smooth.size());
     SmoothTriangle& smooth = m_Smooth.emplace_back();
     for (std::size_t i = 0; i < 3; ++i) {
@@ -457,7 +538,7 @@ void PageSink::DrawShape(const SceneState& state, const ShadedShape& shape) {
         m_Segments.push_back({Place(state, a),
                               Place(state, b),
                               {c.r, c.g, c.b, 1.0},
-                              shape.width,
+                              WidthOf(shape.width),
                               false,
                               m_Object,
                               m_Fills.size()});

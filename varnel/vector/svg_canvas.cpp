@@ -7,6 +7,7 @@
 
 #include "varnel/foundation/detail/characters.h"
 #include "varnel/foundation/detail/progress.h"
+#include "varnel/foundation/detail/whole_within.h"
 #include "varnel/platform/detail/png_file.h"
 #include "varnel/vector/detail/areas.h"
 
@@ -32,7 +33,7 @@ std::string Decimal(double value, int digits = 3) {
 }
 
 int Level(double component) {
-    return static_cast<int>(std::clamp(component, 0.0, 1.0) * 255.0 + 0.5);
+    return WholeWithin(component * 255.0 + 0.5, 0, 255);
 }
 
 std::string Color(const RGBDType& c) {

@@ -84,7 +84,9 @@ class Hiding {
     }
     Area Difference(const Facet& facet, std::size_t order);
     template <class Visit>
-    void VisitNear(const Bounds& bounds, Visit&& visit);
+    void VisitCells(const Bounds& bounds, std::span<const Vec3> polygon, Visit&& visit);
+    template <class Visit>
+    void VisitNear(const Bounds& bounds, std::span<const Vec3> polygon, Visit&& visit);
     template <class Visit>
     void VisitHiders(const Vec3& a, const Vec3& b, double slack, std::size_t after, Visit&& visit);
     void FindHidden(const Vec3& a, const Vec3& b, std::size_t after);

@@ -5,6 +5,7 @@
 // chart's rectangle stands before the view's title.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -110,7 +111,17 @@ class PageSink final : public SceneSink {
         std::vector<std::uint32_t> lines;  ///< in the order of drawing
     };
 
+    struct Extent {
+        double left, right, bottom, top;
+
+        /// Where a line from far away is cut is known to its last digits only.
+        Vec3 Nearest(const Vec3& p) const {
+            return {std::clamp(p.x, left, right), std::clamp(p.y, bottom, top), p.z};
+        }
+    };
+
     Vec3 Place(const SceneState& state, const Vec3& device) const;
+    Extent SeenOf(const GLViewportType& viewport) const;
     bool Clip(const SceneState& state);
     bool ClipSegment(const SceneState& state, Vec3& a, Vec3& b) const;
     void AddFill(const SceneState& state, const RGBDType& color);
@@ -119,6 +130,7 @@ class PageSink final : public SceneSink {
                    const PolygonRecord& record);
     void AddRecord(const SceneState& state, const PrimitiveBatch& batch,
                    const PolygonRecord& record);
+    void AddTiles(Picture tile, const std::array<Vec3, 3>& area, int across, int up);
     bool IsSmall(const SceneState& state) const;
     void FindBands(const SceneState& state);
     void AddTextured(const SceneState& state, const PrimitiveBatch& batch,
@@ -172,6 +184,7 @@ class PageSink final : public SceneSink {
     std::vector<Picture> m_Pictures;
     std::vector<RGBBType> m_BandColors;  ///< the table of colours by value
     std::vector<Band> m_Bands;           ///< of each of its entries
+    std::size_t m_NumPieces = 0;         ///< of triangles, in bands
     Polygon m_Polygon, m_Spare;          ///< the one at hand, in device coordinates
 };
 
