@@ -33,7 +33,7 @@ seed() { # seed TARGET FOLDER
         for file in "$root"/examples/data/*.csv; do
             { printf '\0\0'; head -n 5 "$file" | cut -c1-200; } >"$2/$(basename "$file")"
         done ;;
-    view) # Small ones alone: a large surface costs runs and shows nothing that a small one does not.
+    view | page) # Small ones alone: a large surface costs runs and shows nothing that a small one does not.
         find "$root/out/gallery" -name '*.chart' -size -40k -exec cp -t "$2" {} + 2>/dev/null || true ;;
     esac
 }
