@@ -144,7 +144,9 @@ std::vector<std::vector<PlacedText>> LabelRow::Place(const RowStyle& style) cons
         if (!IsKept(style, i)) continue;
         const Block block = BlockOf(style, i);
         std::vector<PlacedText> texts;
-        for (int line = 0; line < LabelOf(style, i).count; ++line)
+        const int lines = LabelOf(style, i).count;
+        texts.reserve(static_cast<std::size_t>(lines));
+        for (int line = 0; line < lines; ++line)
             texts.push_back(LineOf(style, i, block, line));
         row.push_back(std::move(texts));
     }

@@ -116,7 +116,8 @@ class CairoCanvas final : public PageCanvas {
                 const auto premultiplied = [alpha](unsigned c) { return (c * alpha + 127) / 255; };
                 const std::uint32_t pixel = alpha << 24U | premultiplied(from[0]) << 16U |
                                             premultiplied(from[1]) << 8U | premultiplied(from[2]);
-                std::memcpy(to + static_cast<std::ptrdiff_t>(y) * stride + x * 4, &pixel, 4);
+                std::memcpy(to + static_cast<std::ptrdiff_t>(y) * stride + std::ptrdiff_t{4} * x,
+                            &pixel, 4);
             }
         cairo_surface_mark_dirty(image.get());
         cairo_save(m_Page);

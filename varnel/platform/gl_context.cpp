@@ -88,7 +88,7 @@ EglGLContext::~EglGLContext() {
     if (threadEnded && gettid() == getpid()) return;
     const HostContextGuard host;
     GLContext* const before = GLContext::Current();
-    if (!MakeCurrent(nullptr) || !detail::KeepContext(m_Pooled))
+    if (!EglGLContext::MakeCurrent(nullptr) || !detail::KeepContext(m_Pooled))
         detail::DestroyEglContext(m_Pooled.egl);
     if (before != nullptr && before != this) before->MakeCurrent();
 }

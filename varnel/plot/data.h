@@ -72,9 +72,11 @@ class VARNEL_API Values {
 
     /// Any range of numbers, texts or dates; copied.
     template <std::ranges::input_range R>
-    requires detail::Datum<std::remove_cvref_t<std::ranges::range_reference_t<R>>> &&
-        (!detail::TextDatum<std::remove_cvref_t<R>>)&&(
-            !std::same_as<std::remove_cvref_t<R>, Values>)Values(R&& range) {
+    requires detail::Datum<std::remove_cvref_t<std::ranges::range_reference_t<R>>> &&(
+        !detail::TextDatum<std::remove_cvref_t<R>>)&&(!std::same_as<std::remove_cvref_t<R>, Values>)
+        // Constrained as it is, it hides no copying.
+        // NOLINTNEXTLINE(bugprone-forwarding-reference-overload)
+        Values(R&& range) {
         Take(range);
     }
     /// Numbers that need not be copied.

@@ -35,8 +35,7 @@ CPolysurface TakeGrid(auto& c, const Grid& grid, const char* call) {
         Refuse(call, "the grid has ", grid.rows, " rows and ", grid.columns, " columns");
     const auto rows = static_cast<std::size_t>(grid.rows);
     const auto columns = static_cast<std::size_t>(grid.columns);
-    const std::vector<double> z =
-        c.Take(2, grid.z, call, "z", static_cast<long long>(rows * columns));
+    const std::vector<double> z = c.Take(2, grid.z, call, "z", 1LL * grid.rows * grid.columns);
     const std::vector<double> x = TakeEdge(c, 0, grid.x, call, "x", grid.columns);
     const std::vector<double> y = TakeEdge(c, 1, grid.y, call, "y", grid.rows);
     std::vector<point3Dtype> points(z.size());
@@ -176,9 +175,10 @@ namespace {
 /// Moves places from the middles of bars to their corners; the bars' widths along x and y, a share
 /// of the distance between neighbours.
 std::pair<double, double> ToCorners(std::vector<point3Dtype>& places, double share) {
-    double width[2];
+    double width[2] = {};
     for (const int axis : {0, 1}) {
         std::vector<double> along;
+        along.reserve(places.size());
         for (const point3Dtype& p : places)
             along.push_back(GetCoord3D(p, axis));
         width[axis] = share * detail::SmallestStep(along);
@@ -271,7 +271,7 @@ Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOption
     // Sturges' rule for each of the two.
     const auto n = static_cast<std::size_t>(
         options.bins > 0 ? options.bins : std::ceil(std::log2(static_cast<double>(x.size()))) + 1);
-    double low[2], width[2];
+    double low[2] = {}, width[2] = {};
     for (const int axis : {0, 1}) {
         const DataRange range = RangeOf(samples[axis]);
         if (range.count == 0) Refuse("Histogram", "there is no finite value");

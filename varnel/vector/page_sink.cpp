@@ -448,7 +448,14 @@ void PageSink::DrawText(const SceneState& state, const TextRun& run) {
     constexpr double kAscent = 0.95;
     out.outline = {place(0, kDescent), place(width, kDescent), place(width, kAscent),
                    place(0, kAscent)};
-    if (!std::ranges::all_of(out.outline, IsNear)) return;
+    // Seen from the edge, letters have no area; larger ones than that no font program makes.
+    constexpr double kLeastArea = 1e-6;  // square pixels of an em
+    constexpr double kLargest = 2e4;     // pixels of an em
+    const std::array<double, 6>& m = out.text.placement;
+    if (!std::ranges::all_of(out.outline, IsNear) ||
+        !(std::fabs(m[0] * m[3] - m[1] * m[2]) > kLeastArea) ||
+        std::max(std::hypot(m[0], m[1]), std::hypot(m[2], m[3])) > kLargest)
+        return;
     m_Texts.push_back(std::move(out));
 }
 

@@ -5,7 +5,7 @@
 
 #include "varnel/platform/detail/page_canvas.h"
 
-struct _cairo;
+struct _cairo;  // NOLINT(bugprone-reserved-identifier): cairo's own name
 
 namespace varnel::detail {
 
