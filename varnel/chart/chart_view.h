@@ -231,6 +231,10 @@ class VARNEL_API CChartView3D {
     // the file. The page measures `width` x `height` millimetres and shows the image's size; 0, the
     // default: 96 pixels to the inch. Sides outside 0..5080 raise "Parameter Error", a file that
     // cannot be created "Error Opening File for Output", a failing medium "Disk I/O Error".
+    // Finding what shows of many thousands of areas that lie over each other takes seconds, of
+    // files made for it minutes; a progress handler stops it. Triangles coloured by value beyond
+    // 250,000 pieces have one colour each, letters of more than 20,000 pixels are left out, and
+    // tiles of more than 64 MB in all become one picture.
 
     void SaveToPDF(const CString& fileName, double width = 0.0, double height = 0.0);
     void SaveToSVG(const CString& fileName, double width = 0.0, double height = 0.0);
