@@ -13,7 +13,7 @@ namespace varnel::detail {
 namespace {
 
 /// The most bytes that are given in one piece; more is given in pieces of this size.
-constexpr std::size_t kPiece = 256 * 1024;
+constexpr std::size_t kPiece = std::size_t{256} * 1024;
 
 struct Atoms {
     Atom clipboard, targets, timestamp, multiple, pair, incremental;

@@ -37,9 +37,8 @@ HANDLE CreateFileA(const char* fileName, DWORD access, DWORD, void*, DWORD dispo
     CString why;
     if (access == GENERIC_READ && disposition == OPEN_EXISTING)
         file = OpenInputFile(name, &why);
-    else if (access == GENERIC_WRITE && disposition == CREATE_ALWAYS)
-        file = OpenOutputFile(name, &why);
-    else if (access == GENERIC_WRITE && disposition == CREATE_NEW && !Exists(name))
+    else if (access == GENERIC_WRITE &&
+             (disposition == CREATE_ALWAYS || (disposition == CREATE_NEW && !Exists(name))))
         file = OpenOutputFile(name, &why);
     else
         why = name +

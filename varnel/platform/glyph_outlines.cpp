@@ -363,7 +363,7 @@ std::shared_ptr<GlyphFace> GlyphFace::Find(const LOGFONT& font, double deviation
     auto builder = std::make_unique<Builder>(font, deviation, extrusion);
     if (!builder->HasFace()) return nullptr;
     if (kept.size() >= kMostKept) kept.clear();
-    const std::shared_ptr<GlyphFace> face(new GlyphFace(std::move(builder)));
+    std::shared_ptr<GlyphFace> face(new GlyphFace(std::move(builder)));
     kept.emplace(key, face);
     return face;
 }

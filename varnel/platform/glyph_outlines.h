@@ -28,7 +28,7 @@ struct LOGFONT {
     BYTE lfUnderline = 0;  ///< 1: a bar below each character, over its whole advance
     CString lfFaceName;
 
-    auto operator<=>(const LOGFONT&) const = default;
+    auto operator<=>(const LOGFONT&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct POINTFLOAT {

@@ -37,6 +37,7 @@ struct Pipe {
 /// Starts lp with its standard error in the pipe and without an input. 0, or the error's number.
 int Start(const std::vector<std::string>& arguments, const Pipe& errors, pid_t& child) {
     std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);

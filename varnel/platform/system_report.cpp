@@ -72,7 +72,7 @@ CString FindPrintCommand() {
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::string command = folder + "/lp";
+        std::string command = folder + "/lp";
         if (access(command.c_str(), X_OK) == 0) return command;
     }
     return {};

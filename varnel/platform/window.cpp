@@ -15,7 +15,7 @@ constexpr int kPixelsPerInch = 96;
 class WindowDevice : public DeviceContext {
  public:
     WindowDevice(int width, int height, int bitsPerPixel) : m_Pixels(width, height, bitsPerPixel) {
-        MapPalette();
+        WindowDevice::MapPalette();
     }
 
     const Bitmap& Pixels() const { return m_Pixels; }

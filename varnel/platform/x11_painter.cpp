@@ -104,6 +104,7 @@ class ServerImage {
         m_Segment.shmid = shmget(IPC_PRIVATE, Bytes(), IPC_CREAT | 0600);
         if (m_Segment.shmid >= 0) {
             void* memory = shmat(m_Segment.shmid, nullptr, 0);
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): how shmat says that it failed
             const bool mapped = memory != reinterpret_cast<void*>(-1);
             m_Segment.shmaddr = m_Image->data = mapped ? static_cast<char*>(memory) : nullptr;
             m_Segment.readOnly = True;

@@ -5,6 +5,7 @@
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -25,7 +26,7 @@ constexpr int kUsualPixelsPerInch = 96;
 constexpr int kLargestExtent = 32767;
 
 int PixelsPerInch(int pixels, int millimetres) {
-    return millimetres > 0 ? static_cast<int>(pixels * 25.4 / millimetres + 0.5)
+    return millimetres > 0 ? static_cast<int>(std::lround(pixels * 25.4 / millimetres))
                            : kUsualPixelsPerInch;
 }
 

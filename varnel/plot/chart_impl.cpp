@@ -156,6 +156,7 @@ void Chart::Impl::ColorPoints(CChartObj3D* object, const std::vector<std::size_t
     colorScale->showNoData = range.leftOut > 0;
     bandLevels.clear();
     std::vector<double> shown;
+    shown.reserve(rows.size());
     for (const std::size_t row : rows)
         shown.push_back(values[row]);
     const std::vector<RGBDType> colors = colorScale->Colors(shown.data(), shown.size());
@@ -209,6 +210,7 @@ std::vector<std::size_t> AllRows(std::size_t count) {
 
 std::vector<double> Pick(const std::vector<double>& values, const std::vector<std::size_t>& rows) {
     std::vector<double> picked;
+    picked.reserve(rows.size());
     for (const std::size_t row : rows)
         picked.push_back(values[row]);
     return picked;

@@ -134,6 +134,7 @@ constexpr std::array<char, 4> kDelimiters = {'\t', ';', '|', ','};
 /// frequent number, 0 when that is one cell.
 double Evenness(const std::vector<std::vector<std::string_view>>& rows) {
     std::vector<std::size_t> counts;
+    counts.reserve(rows.size());
     for (const auto& row : rows)
         counts.push_back(row.size());
     std::ranges::sort(counts);

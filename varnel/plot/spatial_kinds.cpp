@@ -281,9 +281,10 @@ Objects Chart::Histogram(const Values& x, const Values& y, const HistogramOption
         width[axis] = (range.max > range.min ? range.max - range.min : 1) / static_cast<double>(n);
     }
     std::vector<point3Dtype> bars(n * n);
-    for (std::size_t i = 0; i < n * n; ++i)
-        bars[i] = {low[0] + static_cast<double>(i % n) * width[0],
-                   low[1] + static_cast<double>(i / n) * width[1], 0, 0};
+    for (std::size_t row = 0, i = 0; row < n; ++row)
+        for (std::size_t column = 0; column < n; ++column, ++i)
+            bars[i] = {low[0] + static_cast<double>(column) * width[0],
+                       low[1] + static_cast<double>(row) * width[1], 0, 0};
     const auto bin = [&](int axis, std::size_t i) {
         return static_cast<std::size_t>(varnel::detail::WholeWithin(
             (samples[axis][i] - low[axis]) / width[axis], 0, static_cast<int>(n) - 1));
@@ -376,7 +377,7 @@ Objects Chart::HeatMap(const Grid& grid, const SurfaceOptions& options) {
     Impl& c = *m_Impl;
     c.Begin(Layout::Map, "HeatMap");
     CPolysurface surface = TakeGrid(c, grid, "HeatMap");
-    const Objects objects = AddSurface(c, surface, options, "HeatMap");
+    Objects objects = AddSurface(c, surface, options, "HeatMap");
     // By the values that the points carry: the map itself has no heights.
     constexpr int kByValue = 3;
     c.chart->SetTextureMode(kByValue);

@@ -1,6 +1,7 @@
 #include "varnel/render/detail/depth_order.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -31,7 +32,8 @@ FillVertex Between(const FillVertex& a, const FillVertex& b, double share) {
     for (std::size_t i = 0; i < 3; ++i)
         v.position[i] = static_cast<float>(mix(a.position[i], b.position[i]));
     for (std::size_t i = 0; i < 4; ++i)
-        v.color.bytes[i] = static_cast<std::uint8_t>(mix(a.color.bytes[i], b.color.bytes[i]) + 0.5);
+        v.color.bytes[i] =
+            static_cast<std::uint8_t>(std::lround(mix(a.color.bytes[i], b.color.bytes[i])));
     v.texture = static_cast<float>(mix(a.texture, b.texture));
     return v;
 }

@@ -29,7 +29,7 @@ Matrix4 operator*(const Matrix4& a, const Matrix4& b) {
             double sum = 0.0;
             for (int k = 0; k < 4; ++k)
                 sum += a.At(row, k) * b.At(k, column);
-            out.m[static_cast<std::size_t>(column * 4 + row)] = sum;
+            out.m[static_cast<std::size_t>(column) * 4 + static_cast<std::size_t>(row)] = sum;
         }
     return out;
 }

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-struct _XDisplay;
+struct _XDisplay;  // NOLINT(bugprone-reserved-identifier): X11's own name
 
 namespace varnel::detail {
 

@@ -6,7 +6,7 @@
 
 #include "varnel/platform/x11_window.h"
 
-union _XEvent;
+union _XEvent;  // NOLINT(bugprone-reserved-identifier): X11's own name
 
 namespace varnel::detail {
 
