@@ -197,8 +197,8 @@ std::string TwoDigits(int n) {
 
 /// What stands for a code of FormatTime.
 std::string Field(char code, const Date& date) {
-    const std::string month = kMonths[static_cast<std::size_t>(date.month - 1)];
-    const std::string weekday = kWeekdays[static_cast<std::size_t>(date.weekday)];
+    std::string month = kMonths[static_cast<std::size_t>(date.month - 1)];
+    std::string weekday = kWeekdays[static_cast<std::size_t>(date.weekday)];
     const int milliseconds = static_cast<int>(std::floor(date.seconds * 1000.0 + 0.05));
     const int second = milliseconds / 1000;
     switch (code) {

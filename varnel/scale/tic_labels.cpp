@@ -120,7 +120,7 @@ std::optional<Texts> Engineering(const Values& values, int decimals, bool logari
 
 /// "5×10⁶" with the number before the factor left out where it is 1.
 std::string PowerText(const std::string& mantissa, int exponent, bool dropOne) {
-    const std::string power = "10" + Superscript(exponent);
+    std::string power = "10" + Superscript(exponent);
     if (dropOne && mantissa == "1") return power;
     if (dropOne && mantissa == "-1") return "-" + power;
     return mantissa + "×" + power;

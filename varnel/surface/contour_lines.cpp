@@ -292,6 +292,7 @@ ContourLines Trace(const CPolysurface& surface, const double* levels, int numLev
     std::stable_sort(order.begin(), order.end(),
                      [levels](int a, int b) { return levels[a] < levels[b]; });
     std::vector<double> sorted;
+    sorted.reserve(order.size());
     for (const int i : order)
         sorted.push_back(levels[i]);
 

@@ -1,6 +1,7 @@
 #include "varnel/surface/polysurface.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <mutex>
@@ -380,7 +381,7 @@ void CPolysurface::StoreCells() const {
         int n = 0;
         const int* const numbers = reader.Read(i, n);
         polygon[i] = {n, i * n};
-        std::copy_n(numbers, n, index + i * n);
+        std::copy_n(numbers, n, index + std::ptrdiff_t{i} * n);
     }
     m_pPolygons = std::move(polygons);
     m_pIndices = std::move(indices);

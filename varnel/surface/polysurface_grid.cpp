@@ -1,6 +1,7 @@
 // Surfaces over grids of points: conversion, even grids, functions, neighbours, reduction.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "varnel/foundation/detail/named_colors.h"
@@ -216,7 +217,8 @@ void CPolysurface::ReducePolysurface(const CPolysurface* src, int f, int /*type*
     const double stepy = f * src->m_Saved.m_RGStepY;
     for (int r = 0; r < newRows; ++r) {
         for (int c = 0; c < newCols; ++c) {
-            const point3Dtype* block = src->m_pPoints.Get() + r * f * cols + c * f;
+            const point3Dtype* block =
+                src->m_pPoints.Get() + std::ptrdiff_t{r} * f * cols + std::ptrdiff_t{c} * f;
             double sum = 0.0;
             for (int i = 0; i < f; ++i)
                 for (int j = 0; j < f; ++j)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "varnel/foundation/detail/added_fields.h"
 #include "varnel/foundation/detail/counts.h"
@@ -412,22 +413,24 @@ bool CTransform3D::PixelToData(double x, double y, int plane, point3Dtype& data)
 bool CTransform3D::PixelToData(double x, double y, int axis, double value,
                                point3Dtype& data) const {
     if (m_Viewport.width <= 0 || axis < 0 || axis > 2) return false;
-    const double* const m = m_Saved.graphTransform;
+    const auto m = [this](int column, int row) {
+        return m_Saved.graphTransform[std::ptrdiff_t{4} * column + row];
+    };
     const int a = (axis + 1) % 3;
     const int b = (axis + 2) % 3;
     const double fixed = CVTWS(axis, value);
     // Two equations, across and up, for the two coordinates in the plane.
     const double across =
-        (x - m_Viewport.x) / m_Viewport.width * 2.0 - 1.0 - m[12] - m[4 * axis] * fixed;
-    const double up = (m_PictureHeight - y - m_Viewport.y) / m_Viewport.height * 2.0 - 1.0 - m[13] -
-                      m[4 * axis + 1] * fixed;
-    const double determinant = m[4 * a] * m[4 * b + 1] - m[4 * b] * m[4 * a + 1];
-    const double size = std::hypot(m[4 * a], m[4 * a + 1]) * std::hypot(m[4 * b], m[4 * b + 1]);
+        (x - m_Viewport.x) / m_Viewport.width * 2.0 - 1.0 - m(3, 0) - m(axis, 0) * fixed;
+    const double up = (m_PictureHeight - y - m_Viewport.y) / m_Viewport.height * 2.0 - 1.0 -
+                      m(3, 1) - m(axis, 1) * fixed;
+    const double determinant = m(a, 0) * m(b, 1) - m(b, 0) * m(a, 1);
+    const double size = std::hypot(m(a, 0), m(a, 1)) * std::hypot(m(b, 0), m(b, 1));
     if (!(std::abs(determinant) > 1e-9 * size)) return false;
     double place[3];
     place[axis] = fixed;
-    place[a] = (across * m[4 * b + 1] - m[4 * b] * up) / determinant;
-    place[b] = (m[4 * a] * up - across * m[4 * a + 1]) / determinant;
+    place[a] = (across * m(b, 1) - m(b, 0) * up) / determinant;
+    place[b] = (m(a, 0) * up - across * m(a, 1)) / determinant;
     CPFWS(data, {place[0], place[1], place[2], 0.0});
     return true;
 }

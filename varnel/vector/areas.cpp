@@ -68,6 +68,7 @@ ClipperLib::Paths Unite(std::vector<ClipperLib::Paths> groups, std::size_t most)
             order.emplace_back(CurvePlace(groups[i]), i);
         std::sort(order.begin(), order.end());
         std::vector<ClipperLib::Paths> sorted;
+        sorted.reserve(order.size());
         for (const auto& [place, i] : order)
             sorted.push_back(std::move(groups[i]));
         groups = std::move(sorted);

@@ -204,7 +204,8 @@ void Hiding::VisitCells(const Bounds& b, std::span<const Vec3> polygon, Visit&& 
             const Vec3 square[] = {
                 {x, y, 0}, {x + kCell, y, 0}, {x + kCell, y + kCell, 0}, {x, y + kCell, 0}};
             if (polygon.size() > 2 && EdgeSeparates(polygon, square)) continue;
-            visit(m_Cells[static_cast<std::size_t>(row * m_Columns + column)]);
+            visit(m_Cells[static_cast<std::size_t>(row) * static_cast<std::size_t>(m_Columns) +
+                          static_cast<std::size_t>(column)]);
         }
 }
 

@@ -162,7 +162,7 @@ std::vector<std::vector<std::uint32_t>> ObjectPicture::SortIntoStrips() const {
 }
 
 void ObjectPicture::DrawStrip(int firstRow, const std::vector<std::uint32_t>& items) {
-    const auto width = static_cast<std::size_t>(m_Columns * kSamples);
+    const auto width = static_cast<std::size_t>(m_Columns) * kSamples;
     m_Samples.assign(width * kStrip * kSamples, {kNothing, kNothing, {}, false});
     const int first = (m_Bottom + firstRow) * kSamples;
     for (const std::uint32_t i : items) {
@@ -231,8 +231,8 @@ void ObjectPicture::Resolve(int firstRow) {
             float farthest = 0.0F;
             for (int k = 0; k < kAll; ++k) {
                 const Sample& sample = m_Samples[static_cast<std::size_t>(
-                    ((row - firstRow) * kSamples + k / kSamples) * width + column * kSamples +
-                    k % kSamples)];
+                    ((row - firstRow) * kSamples + k / kSamples) * width +
+                    std::ptrdiff_t{column} * kSamples + k % kSamples)];
                 farthest = k == 0 ? sample.depth : std::max(farthest, sample.depth);
                 if (!sample.own) continue;
                 ++own;

@@ -85,7 +85,8 @@ double PageSink::Visibility::HiddenShare(const Text& text) const {
     int hidden = 0;
     for (int i = 0; i < kAlong * kUp; ++i) {
         const double u = (i % kAlong + 0.5) / kAlong;
-        const double v = (static_cast<double>(i / kAlong) + 0.5) / kUp;
+        const int row = i / kAlong;
+        const double v = (row + 0.5) / kUp;
         const auto& [a, right, across, up] = text.outline;
         const Vec3 place{a.x + u * (right.x - a.x) + v * (up.x - a.x),
                          a.y + u * (right.y - a.y) + v * (up.y - a.y),
