@@ -13,10 +13,6 @@ namespace {
 
 constexpr WORD kSolid = 0xFFFF;
 
-bool IsFinite(const detail::Vec3& v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
 /// Solid polylines are handed on in pieces of so many vertices, which stay in the caches.
 constexpr std::size_t kPiece = 4096;
 

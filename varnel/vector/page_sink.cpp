@@ -58,10 +58,6 @@ Vec3 Along(const Vec3& a, const Vec3& b, double t) {
     return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
 }
 
-bool IsFinite(const Vec3& p) {
-    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
-}
-
 /// A line's width, cut off where nobody sees any more of it.
 float WidthOf(float width) {
     return width > 0.0F ? std::min(width, static_cast<float>(kFarthest)) : 0.0F;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <vector>
 
 #include "varnel/foundation/points.h"
@@ -23,6 +24,9 @@ inline Vec3 Cross(const Vec3& a, const Vec3& b) {
 }
 inline double Dot(const Vec3& a, const Vec3& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+inline bool IsFinite(const Vec3& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 /// v at length 1; a vector without a finite direction gives (0, 0, 0).
 Vec3 Normalized(const Vec3& v);
